@@ -1,0 +1,157 @@
+#include "lib_base/diskman.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+/// A file of the machine.
+class tLocalFile : public tFile {
+ public:
+  explicit tLocalFile(int handle) : handle_(handle) {}
+  ~tLocalFile() override { closeHandle(); }
+  tLocalFile(const tLocalFile&) = delete;
+  tLocalFile& operator=(const tLocalFile&) = delete;
+
+  std::int64_t size() override {
+    struct stat status {};
+    return ::fstat(handle_, &status) == 0 ? status.st_size : -1;
+  }
+
+  std::int64_t read(void* bytes, std::size_t count) override {
+    ssize_t got;
+    do {
+      got = ::read(handle_, bytes, count);
+    } while (got < 0 && errno == EINTR);
+    return got;
+  }
+
+  bool seek(std::int64_t position) override { return ::lseek(handle_, position, SEEK_SET) >= 0; }
+
+  bool write(std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written = ::write(handle_, bytes.data(), bytes.size());
+      if (written >= 0) {
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+      } else if (errno != EINTR) {
+        lost_ = true;
+        return false;
+      }
+    }
+    return true;
+  }
+
+  bool close() override {
+    closeHandle();
+    return !lost_;
+  }
+
+ private:
+  void closeHandle() {
+    if (handle_ >= 0 && ::close(handle_) != 0) lost_ = true;
+    handle_ = -1;
+  }
+
+  int handle_;
+  bool lost_ = false;
+};
+
+std::unique_ptr<tFile> openLocal(const char* name, int flags) {
+  constexpr mode_t kMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+  int handle;
+  do {
+    handle = ::open(name, flags | O_CLOEXEC, kMode);
+  } while (handle < 0 && errno == EINTR);
+  return handle < 0 ? nullptr : std::make_unique<tLocalFile>(handle);
+}
+
+bool isRegular(const struct stat& status) {
+  return S_ISREG(status.st_mode);
+}
+
+}  // namespace
+
+bool tFile::readAll(tString& text) {
+  const std::size_t before = text.size();
+  const std::size_t most = std::max(tString::maxSize(), before);
+  const auto failed = [&] {
+    text.resize(before);
+    return false;
+  };
+
+  // First what the file says it holds, straight into its place.
+  const std::int64_t stated = size();
+  std::size_t missing = stated < 0 ? 0 : static_cast<std::size_t>(stated);
+  missing = std::min(missing, most - before);
+  if (missing > 0) {
+    text.reserve(before + missing);
+    char* to = text.extend(missing);
+    std::int64_t got;
+    while (missing > 0 && (got = read(to, missing)) != 0) {
+      if (got < 0) return failed();
+      to += got;
+      missing -= static_cast<std::size_t>(got);
+    }
+    text.resize(text.size() - missing);
+    if (missing > 0) return true;
+  }
+
+  // Then what has come since; usually this only meets the end.
+  char more[4096];
+  std::int64_t got;
+  while ((got = read(more, sizeof more)) > 0) {
+    const auto count = static_cast<std::size_t>(got);
+    if (count > most - text.size()) return failed();
+    text.append({more, count});
+  }
+  return got == 0 || failed();
+}
+
+std::unique_ptr<tFile> tDiskManLocal::open(const char* name) {
+  if (!name) return nullptr;
+  // Without O_NONBLOCK opening a pipe would wait for its writer.
+  const int handle = ::open(name, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (handle < 0) return nullptr;
+  auto file = std::make_unique<tLocalFile>(handle);
+  struct stat status {};
+  if (::fstat(handle, &status) != 0 || !isRegular(status)) return nullptr;
+  return file;
+}
+
+std::unique_ptr<tFile> tDiskManLocal::create(const char* name) {
+  return name ? openLocal(name, O_WRONLY | O_CREAT | O_TRUNC) : nullptr;
+}
+
+std::unique_ptr<tFile> tDiskManLocal::createNew(const char* name, bool& exists) {
+  exists = false;
+  if (!name) return nullptr;
+  auto file = openLocal(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+  exists = !file && errno == EEXIST;
+  return file;
+}
+
+bool tDiskManLocal::exists(const char* name) {
+  struct stat status {};
+  return name && ::stat(name, &status) == 0 && isRegular(status);
+}
+
+bool tDiskManLocal::remove(const char* name) {
+  return name && ::unlink(name) == 0;
+}
+
+bool tDiskManLocal::rename(const char* from, const char* to) {
+  return from && to && std::rename(from, to) == 0;
+}
+
+tString tDiskManLocal::resolve(const char* name) {
+  char* path = name ? ::realpath(name, nullptr) : nullptr;
+  if (!path) return {};
+  const std::unique_ptr<char, decltype(&std::free)> owner(path, &std::free);
+  return {path};
+}

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+
+/// The untyped part of the pointer arrays: storage, growth and index checks.
+///
+/// A full array grows by 2 below 9 elements, by 16 below 65, otherwise by a quarter, and by a
+/// tenth once the pointer storage exceeds 1 MiB. An index outside the array is the fatal error
+/// "array index out of bounds".
+class tPointerArray {
+ public:
+  tPointerArray(const tPointerArray&) = delete;
+  tPointerArray& operator=(const tPointerArray&) = delete;
+
+  int count() const noexcept { return count_; }
+  bool empty() const noexcept { return count_ == 0; }
+  int capacity() const noexcept { return capacity_; }
+  /// The capacity to which a full array of `capacity` elements grows.
+  static int grownCapacity(int capacity) noexcept;
+  /// Makes room for `capacity` elements at once.
+  void reserve(int capacity);
+
+ protected:
+  tPointerArray() noexcept = default;
+  ~tPointerArray();
+
+  void* at(int index) const {
+    if (static_cast<unsigned>(index) >= static_cast<unsigned>(count_)) outOfBounds();
+    return items_[index];
+  }
+  /// Inserts before `index`, which may be count().
+  void insertPointer(int index, void* item);
+  /// Removes and returns the pointer at `index`.
+  void* removePointer(int index);
+  void setPointer(int index, void* item) {
+    at(index);
+    items_[index] = item;
+  }
+  void dropAll() noexcept { count_ = 0; }
+  /// Puts all pointers of `other` in the place of the `removed` ones from `index` on and leaves
+  /// `other` empty. `index` + `removed` must not exceed count().
+  void splicePointers(int index, int removed, tPointerArray& other) {
+    const int added = other.count_;
+    const int after = count_ - index - removed;
+    if (index < 0 || removed < 0 || after < 0) outOfBounds();
+    if (count_ - removed + added > capacity_) {
+      const int grown = grownCapacity(capacity_);
+      reserve(grown > count_ - removed + added ? grown : count_ - removed + added);
+    }
+    if (after > 0 && added != removed) {
+      std::memmove(items_ + index + added, items_ + index + removed,
+                   static_cast<std::size_t>(after) * sizeof(void*));
+    }
+    if (added > 0) {
+      std::memcpy(items_ + index, other.items_, static_cast<std::size_t>(added) * sizeof(void*));
+    }
+    count_ += added - removed;
+    other.count_ = 0;
+  }
+  void swapWith(tPointerArray& other) noexcept;
+
+ private:
+  [[noreturn]] static void outOfBounds();
+
+  void** items_ = nullptr;
+  int count_ = 0;
+  int capacity_ = 0;
+};
+
+/// An array of pointers that it does not own. Indexes count from 0.
+template <class T>
+class tArray : public tPointerArray {
+ public:
+  tArray() noexcept = default;
+  virtual ~tArray() = default;
+
+  T& operator[](int index) const { return *static_cast<T*>(at(index)); }
+  T* get(int index) const { return static_cast<T*>(at(index)); }
+  T* last() const { return get(count() - 1); }
+
+  void add(T* item) { insertPointer(count(), item); }
+  void insertAt(int index, T* item) { insertPointer(index, item); }
+  /// Removes the pointer; the element itself stays alive.
+  T* takeAt(int index) { return static_cast<T*>(removePointer(index)); }
+  /// Forgets all pointers and keeps the storage.
+  void dropElements() noexcept { dropAll(); }
+  /// The index of `item`, or -1.
+  int indexOf(const T* item) const noexcept {
+    for (int i = 0; i < count(); ++i) {
+      if (get(i) == item) return i;
+    }
+    return -1;
+  }
+};
+
+/// An array that owns its elements: they are destroyed when they are removed or the array is.
+template <class T>
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): it is virtual, through the base
+class tAutoArray : public tArray<T> {
+ public:
+  tAutoArray() noexcept = default;
+  ~tAutoArray() override { destroyElements(); }
+
+  /// Destroys every element and leaves the array empty.
+  virtual void Destroy() { destroyElements(); }
+  void removeAt(int index) { delete this->takeAt(index); }
+  /// Destroys the element at `index` and puts `item` in its place.
+  void replaceAt(int index, T* item) {
+    T* old = this->get(index);
+    this->setPointer(index, item);
+    delete old;
+  }
+  void swap(tAutoArray& other) noexcept { this->swapWith(other); }
+  /// Destroys the `removed` elements from `index` on and puts all elements of `other` in their
+  /// place; `other` is empty afterwards.
+  void splice(int index, int removed, tAutoArray& other) {
+    for (int i = index; i < index + removed; ++i) delete this->get(i);
+    this->splicePointers(index, removed, other);
+  }
+
+ private:
+  void destroyElements() {
+    while (this->count() > 0) delete this->takeAt(this->count() - 1);
+  }
+};

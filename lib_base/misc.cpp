@@ -1,0 +1,80 @@
+#include "lib_base/misc.h"
+
+#include <algorithm>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+/// The plain search; `what` is not empty.
+std::size_t findByFirst(std::string_view text, std::string_view what, std::size_t from) noexcept {
+  while (from + what.size() <= text.size()) {
+    const std::size_t starts = text.size() - what.size() + 1 - from;
+    const void* hit = std::memchr(text.data() + from, what.front(), starts);
+    if (!hit) break;
+    const auto at = static_cast<std::size_t>(static_cast<const char*>(hit) - text.data());
+    if (std::memcmp(text.data() + at, what.data(), what.size()) == 0) return at;
+    from = at + 1;
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+bool equalNoCase(std::string_view a, std::string_view b) noexcept {
+  return a.size() == b.size() && startsWithNoCase(a, b);
+}
+
+bool startsWithNoCase(std::string_view text, std::string_view start) noexcept {
+  return text.size() >= start.size() &&
+         std::equal(start.begin(), start.end(), text.begin(),
+                    [](char a, char b) { return upperAscii(a) == upperAscii(b); });
+}
+
+int compareNoCase(std::string_view a, std::string_view b) noexcept {
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    const auto left = static_cast<unsigned char>(upperAscii(a[i]));
+    const auto right = static_cast<unsigned char>(upperAscii(b[i]));
+    if (left != right) return left < right ? -1 : 1;
+  }
+  return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+}
+
+std::string_view trimmedRight(std::string_view text) noexcept {
+  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+std::string_view trimmed(std::string_view text) noexcept {
+  text = trimmedRight(text);
+  return text.substr(std::min(text.find_first_not_of(kBlanks), text.size()));
+}
+
+std::size_t findText(std::string_view text, std::string_view what, std::size_t from) noexcept {
+  if (from > text.size() || what.size() > text.size() - from) return std::string_view::npos;
+  if (what.empty()) return from;
+#if defined(__SSE2__)
+  // Sixteen starting points at a time: those whose first and last byte both fit are compared.
+  const std::size_t toLast = what.size() - 1;
+  const __m128i first = _mm_set1_epi8(what.front());
+  const __m128i last = _mm_set1_epi8(what.back());
+  for (; text.size() - from >= toLast + 16; from += 16) {
+    const char* start = text.data() + from;
+    const auto load = [](const char* at) {
+      return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    };
+    auto fits = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(
+        _mm_cmpeq_epi8(load(start), first), _mm_cmpeq_epi8(load(start + toLast), last))));
+    for (; fits != 0; fits &= fits - 1) {
+      const auto at = static_cast<unsigned>(__builtin_ctz(fits));
+      if (std::memcmp(start + at, what.data(), what.size()) == 0) return from + at;
+    }
+  }
+#endif
+  return findByFirst(text, what, from);
+}

@@ -1,0 +1,49 @@
+#include "lib_base/pathname.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// Where the bare name begins.
+std::size_t bareStart(std::string_view name) {
+  return name.rfind('/') + 1;  // npos + 1 is 0
+}
+
+}  // namespace
+
+void SplitPath(std::string_view name, tPathParts& parts) {
+  const std::size_t start = bareStart(name);
+  const std::string_view bare = name.substr(start);
+  const std::size_t firstLetter = bare.find_first_not_of('.');
+  std::size_t dot = bare.rfind('.');
+  // Dots in front belong to the name: ".profile", "..".
+  if (dot == std::string_view::npos || firstLetter > dot) dot = bare.size();
+
+  // Made aside, because `name` may be one of the parts.
+  tPathParts result;
+  result.directory = tString(name.substr(0, start));
+  result.base = tString(bare.substr(0, dot));
+  result.extension = tString(bare.substr(dot));
+  parts = std::move(result);
+}
+
+tString bareName(std::string_view name) {
+  return tString(name.substr(bareStart(name)));
+}
+
+tString joinPath(std::string_view directory, std::string_view name) {
+  tString path;
+  path.reserve(directory.size() + 1 + name.size());
+  path.append(directory);
+  if (!directory.empty() && directory.back() != '/') path.append('/');
+  path.append(name);
+  return path;
+}
+
+tString normaliseFileName(std::string_view name) {
+  constexpr std::string_view kDropped = " \t\"";
+  const std::size_t start = std::min(name.find_first_not_of(kDropped), name.size());
+  const std::size_t end = name.find_last_not_of(kDropped) + 1;
+  return start < end ? tString(name.substr(start, end - start)) : tString();
+}

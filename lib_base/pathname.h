@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string_view>
+
+#include "lib_base/stringz.h"
+
+/// The parts of a file name. Joined in order they give the name again.
+struct tPathParts {
+  tString drive;      // empty on this platform
+  tString directory;  // up to and including the last '/'; may be empty
+  tString base;       // without directory and extension
+  tString extension;  // from the last '.' of the bare name on, dot included; may be empty
+};
+
+/// Splits a name. A leading dot of the bare name starts no extension (".profile" is all base).
+/// A backslash is an ordinary character.
+void SplitPath(std::string_view name, tPathParts& parts);
+
+/// Base and extension.
+tString bareName(std::string_view name);
+
+/// `directory`, a '/' when it does not end with one, and `name`. An empty directory gives the name.
+tString joinPath(std::string_view directory, std::string_view name);
+
+/// A file name as the file layer wants it: surrounding blanks and double quotes removed.
+tString normaliseFileName(std::string_view name);

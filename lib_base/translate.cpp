@@ -1,0 +1,87 @@
+#include "lib_base/translate.h"
+
+#include <dlfcn.h>
+#include <link.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <memory>
+#include <mutex>
+
+#include "lib_base/fatal.h"
+#include "lib_base/pathname.h"
+#include "lib_base/translateqt.h"
+
+namespace {
+
+using tTranslateFunction = decltype(&krpreQtTranslate);
+
+/// The directory, with its '/', of the program or library that this code has been linked into;
+/// empty when it cannot be told.
+tString ownDirectory() {
+  Dl_info info{};
+  void* extra = nullptr;
+  static const char here = 0;
+  if (dladdr1(&here, &info, &extra, RTLD_DL_LINKMAP) == 0 || !extra) return {};
+  // The program itself has no name in the loader's list.
+  const char* name = static_cast<const link_map*>(extra)->l_name;
+  if (!name || *name == '\0') name = "/proc/self/exe";
+  const std::unique_ptr<char, decltype(&std::free)> path(::realpath(name, nullptr), &std::free);
+  if (!path) return {};
+  tPathParts parts;
+  SplitPath(path.get(), parts);
+  return parts.directory;
+}
+
+/// Null when the module is not there or does not fit.
+tTranslateFunction loadModule() {
+  const tString directory = ownDirectory();
+  if (directory.empty()) return nullptr;
+  for (const char* place : {"libkrpre-qt.so", "../lib/libkrpre-qt.so"}) {
+    void* module = dlopen(joinPath(directory, place).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!module) continue;
+    if (void* symbol = dlsym(module, "krpreQtTranslate")) {
+      return reinterpret_cast<tTranslateFunction>(symbol);
+    }
+    dlclose(module);
+  }
+  return nullptr;
+}
+
+bool qtIsLoaded() {
+  void* qt = dlopen("libQt5Core.so.5", RTLD_LAZY | RTLD_NOLOAD);
+  if (!qt) return false;
+  dlclose(qt);  // gives back only what this look-up has counted
+  return true;
+}
+
+/// Null as long as the host does without Qt. The module is looked for once and then kept, for the
+/// host may be using what it handed out.
+tTranslateFunction translateFunction() {
+  static std::atomic<tTranslateFunction> found{nullptr};
+  static std::once_flag searched;
+  const tTranslateFunction known = found.load(std::memory_order_acquire);
+  if (known || !qtIsLoaded()) return known;
+  std::call_once(searched, [] { found.store(loadModule(), std::memory_order_release); });
+  return found.load(std::memory_order_acquire);
+}
+
+}  // namespace
+
+tString translate(const char* text) {
+  const tTranslateFunction ask = translateFunction();
+  if (!ask) return tString::borrow(text ? text : "");
+  tString translated;
+  std::size_t size = 256;
+  // Again when it did not fit; the translator may have changed in between, so until it does.
+  for (;;) {
+    translated.resize(size);
+    const std::size_t length = ask(text, translated.writable(), size);
+    if (length == 0) return tString::borrow(text ? text : "");
+    if (length <= size) {
+      translated.resize(length);
+      return translated;
+    }
+    size = length;
+  }
+}

@@ -1,0 +1,253 @@
+#include "lib_base/diskman.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// The whole content of a file, or "<none>".
+std::string readFile(tDiskMan& disk, const std::string& name) {
+  const auto file = disk.open(name.c_str());
+  tString text;
+  if (!file || !file->readAll(text)) return "<none>";
+  return std::string(text.view());
+}
+
+bool writeFile(tDiskMan& disk, const std::string& name, std::string_view bytes) {
+  const auto file = disk.create(name.c_str());
+  return file && file->write(bytes) && file->close();
+}
+
+class LocalDisk : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (std::filesystem::temp_directory_path() / "diskmanXXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    root_ = pattern + "/";
+  }
+  void TearDown() override { std::filesystem::remove_all(root_); }
+  std::string in(const char* name) const { return root_ + name; }
+
+  tDiskManLocal local_;
+  std::string root_;
+};
+
+/// What every file system does alike. `root` is "" or a directory with its '/'.
+void expectCommonBehaviour(tDiskMan& disk, const std::string& root) {
+  const std::string a = root + "a", b = root + "b", odd = root + ".//a";
+  bool exists = true;
+  EXPECT_EQ(disk.open(a.c_str()), nullptr);
+  EXPECT_EQ(disk.open(""), nullptr);
+  EXPECT_EQ(disk.open(nullptr), nullptr);
+  EXPECT_EQ(disk.create(""), nullptr);
+  EXPECT_EQ(disk.resolve(a.c_str()), "");
+  EXPECT_FALSE(disk.exists(a.c_str()) || disk.remove(a.c_str()) ||
+               disk.rename(a.c_str(), b.c_str()));
+
+  {
+    const auto file = disk.createNew(a.c_str(), exists);
+    ASSERT_NE(file, nullptr);
+    EXPECT_FALSE(exists);
+    EXPECT_TRUE(file->write("one\0") && file->write("") && file->write("two"));
+    EXPECT_TRUE(file->close() && file->close());
+    EXPECT_FALSE(file->write("late"));
+  }
+  EXPECT_EQ(disk.createNew(a.c_str(), exists), nullptr);
+  EXPECT_TRUE(exists);
+  EXPECT_TRUE(disk.exists(odd.c_str()));
+  EXPECT_EQ(disk.resolve(odd.c_str()), disk.resolve(a.c_str()));
+  EXPECT_NE(disk.resolve(a.c_str()), "");
+
+  {
+    const auto file = disk.open(odd.c_str());
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(file->size(), 6);
+    char bytes[4] = {};
+    EXPECT_EQ(file->read(bytes, 4), 4);
+    EXPECT_EQ(std::memcmp(bytes, "onet", 4), 0);
+    tString text("text: ");
+    EXPECT_TRUE(file->readAll(text));
+    EXPECT_EQ(text, "text: wo");
+    EXPECT_EQ(file->read(bytes, 4), 0);
+  }
+  EXPECT_TRUE(writeFile(disk, b, "a longer file") && writeFile(disk, b, "short"));
+  EXPECT_TRUE(writeFile(disk, a, "new"));
+  EXPECT_TRUE(disk.rename(a.c_str(), b.c_str()));
+  EXPECT_FALSE(disk.exists(a.c_str()));
+  EXPECT_EQ(readFile(disk, b), "new");
+  EXPECT_TRUE(disk.rename(b.c_str(), b.c_str()) && disk.remove(b.c_str()));
+  EXPECT_EQ(readFile(disk, b), "<none>");
+}
+
+TEST_F(LocalDisk, DoesWhatEveryFileSystemDoes) {
+  expectCommonBehaviour(local_, root_);
+}
+
+TEST(MemoryDisk, DoesWhatEveryFileSystemDoes) {
+  tDiskManMemory memory;
+  expectCommonBehaviour(memory, "");
+  expectCommonBehaviour(memory, "/src/");
+}
+
+TEST_F(LocalDisk, OpensRegularFilesOnlyAndNeverWaits) {
+  ASSERT_EQ(mkfifo(in("pipe").c_str(), 0600), 0);
+  ASSERT_EQ(symlink("missing", in("dangling").c_str()), 0);
+  ASSERT_EQ(symlink("pipe", in("topipe").c_str()), 0);
+  for (const std::string& name :
+       {in("pipe"), in("topipe"), in("dangling"), root_, std::string("/dev/null")}) {
+    EXPECT_EQ(local_.open(name.c_str()), nullptr) << name;
+    EXPECT_FALSE(local_.exists(name.c_str())) << name;
+  }
+  EXPECT_FALSE(local_.remove(root_.c_str()));
+}
+
+TEST_F(LocalDisk, NeverCreatesANewFileThroughALink) {
+  ASSERT_EQ(symlink("target", in("link").c_str()), 0);
+  bool exists = false;
+  EXPECT_EQ(local_.createNew(in("link").c_str(), exists), nullptr);
+  EXPECT_TRUE(exists);
+  EXPECT_EQ(local_.createNew(in("no/such/directory").c_str(), exists), nullptr);
+  EXPECT_FALSE(exists);
+  EXPECT_FALSE(local_.exists(in("target").c_str()));
+  EXPECT_TRUE(writeFile(local_, in("target"), "x"));
+  EXPECT_EQ(local_.resolve(in("link").c_str()), local_.resolve(in("target").c_str()));
+}
+
+TEST_F(LocalDisk, TellsThatAFullDiskLostBytes) {
+  const auto file = local_.create("/dev/full");
+  if (!file) GTEST_SKIP() << "no such device here";
+  EXPECT_FALSE(file->write("x"));
+  EXPECT_FALSE(file->close());
+}
+
+/// A file whose size says something else than reading gives, in small reads.
+class tLyingFile : public tFile {
+ public:
+  tLyingFile(std::int64_t stated, std::string bytes, bool broken = false)
+      : bytes_(std::move(bytes)), stated_(stated), broken_(broken) {}
+  std::int64_t size() override { return stated_; }
+  std::int64_t read(void* bytes, std::size_t count) override {
+    const std::string part = bytes_.substr(position_, std::min<std::size_t>(count, 1000));
+    if (part.empty() && broken_) return -1;
+    std::memcpy(bytes, part.data(), part.size());
+    position_ += part.size();
+    return static_cast<std::int64_t>(part.size());
+  }
+  bool seek(std::int64_t) override { return false; }
+  bool write(std::string_view) override { return false; }
+  bool close() override { return true; }
+
+ private:
+  std::string bytes_;
+  std::size_t position_ = 0;
+  std::int64_t stated_;
+  bool broken_;
+};
+
+TEST(File, ReadsToTheEndWhateverItsSizeSays) {
+  const std::size_t before = tString::maxSize();
+  tString::setMaxSize(20000);
+  struct tCase {
+    std::int64_t stated;
+    std::size_t bytes;
+    bool broken, readable;
+  };
+  const tCase kCases[] = {
+      {0, 0, false, true},
+      {-1, 9000, false, true},
+      {10000, 10000, false, true},
+      {10000, 10001, false, true},
+      {10000, 19998, false, true},
+      {10000, 500, false, true},
+      {10000, 0, false, true},
+      {19998, 19998, false, true},
+      {19999, 19999, false, false},
+      {19998, 19999, false, false},
+      {0, 30000, false, false},
+      {std::int64_t{1} << 50, 30000, false, false},
+      {std::int64_t{1} << 50, 700, false, true},
+      {10000, 5000, true, false},
+      {100, 5000, true, false},
+  };
+  for (const tCase& c : kCases) {
+    std::string bytes(c.bytes, 'x');
+    for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7);
+    tLyingFile file(c.stated, bytes, c.broken);
+    tString text("ab");
+    EXPECT_EQ(file.readAll(text), c.readable) << c.stated << ' ' << c.bytes;
+    EXPECT_EQ(text.view(), c.readable ? "ab" + bytes : "ab") << c.stated << ' ' << c.bytes;
+  }
+  tString::setMaxSize(before);
+}
+
+TEST(MemoryDisk, FailsOnOrder) {
+  tDiskManMemory memory;
+  memory.put("./in//a", "text");
+  ASSERT_NE(memory.bytes("in/a"), nullptr);
+  const auto open = memory.open("in/a");
+  memory.put("in/a", "other");
+  tString text;
+  EXPECT_TRUE(open->readAll(text));
+  EXPECT_EQ(text, "text");
+  EXPECT_EQ(readFile(memory, "in/a") + readFile(memory, "in/a"), "otherother");
+
+  memory.refuseCreate("out");
+  bool exists = true;
+  EXPECT_EQ(memory.create("./out"), nullptr);
+  EXPECT_EQ(memory.createNew("out", exists), nullptr);
+  EXPECT_FALSE(exists);
+
+  memory.limitWrites("full", 5);
+  const auto file = memory.create("full");
+  EXPECT_TRUE(file->write("1234"));
+  EXPECT_FALSE(file->write("567"));
+  EXPECT_FALSE(file->close());
+  EXPECT_EQ(*memory.bytes("full"), "12345");
+
+  memory.refuseRename("in/a");
+  EXPECT_FALSE(memory.rename("in/a", "b"));
+  EXPECT_EQ(memory.fileCount(), 2u);
+}
+
+TEST(OverlayDisk, KeepsSomeNamesInMemoryAndPassesTheOthersOn) {
+  tDiskManMemory below;
+  tDiskManOverlay disk(below);
+  expectCommonBehaviour(disk, "");
+  for (const char* name : {"k/a", "./k/b"}) disk.keepInMemory(name);
+  expectCommonBehaviour(disk, "k/");
+  EXPECT_EQ(below.fileCount(), 0u);
+
+  below.put("k/a", "hidden");
+  EXPECT_FALSE(disk.exists("k/a"));
+  EXPECT_TRUE(writeFile(disk, "k/a", "kept") && writeFile(disk, "plain", "passed"));
+  EXPECT_FALSE(disk.rename("k/a", "plain") || disk.rename("plain", "k/a"));
+  EXPECT_EQ(*below.bytes("plain") + *below.bytes("k/a"), "passedhidden");
+  disk.release("k/a");
+  EXPECT_EQ(readFile(disk, "k/a"), "hidden");
+}
+
+TEST(OverlayDisk, HandsItsBytesOverOnce) {
+  tDiskManMemory below;
+  tDiskManOverlay disk(below);
+  disk.keepInMemory("a");
+  bool exists = true;
+  const std::string bytes(100000, 'x');
+  const auto writer = disk.createNew("a", exists);
+  ASSERT_NE(writer, nullptr);
+  EXPECT_TRUE(writer->write(bytes));
+  tString first, second;
+  EXPECT_TRUE(disk.open("a")->readAll(first));
+  EXPECT_EQ(first.view(), bytes);
+  EXPECT_TRUE(disk.open("a")->readAll(second));
+  EXPECT_EQ(second, "");
+  EXPECT_TRUE(disk.exists("a"));
+}
+
+}  // namespace

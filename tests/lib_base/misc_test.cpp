@@ -1,0 +1,161 @@
+#include "lib_base/misc.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <thread>
+
+#include "lib_base/autochar.h"
+#include "lib_base/output.h"
+#include "lib_base/pathname.h"
+#include "lib_base/translate.h"
+#include "tests/lib_base/fatalof.h"
+
+namespace {
+
+TEST(Misc, FindsWhatThePlainSearchFinds) {
+  std::mt19937 random(7);
+  for (int i = 0; i < 20000; ++i) {
+    // Exactly as many bytes as the text has, so that a read past its end is seen.
+    std::string letters(random() % 100, 'a');
+    for (char& c : letters) c = "aaab"[random() % 4];
+    const std::vector<char> bytes(letters.begin(), letters.end());
+    const std::string_view text(bytes.data(), bytes.size());
+    const std::string what = letters.substr(random() % (letters.size() + 1), random() % 24);
+    const std::string other = what + "ab"[random() % 2];
+    const std::size_t from = random() % (letters.size() + 3);
+    ASSERT_EQ(findText(text, what, from), text.find(what, from)) << letters << ' ' << what;
+    ASSERT_EQ(findText(text, other, from), text.find(other, from)) << letters << ' ' << other;
+  }
+}
+
+TEST(Misc, FoldsAsciiLettersOnly) {
+  struct tCase {
+    const char *a, *b;
+    int order;
+  };
+  const tCase kCases[] = {
+      {"", "", 0},         {"aBc", "AbC", 0}, {"ab", "abc", -1}, {"b", "A", 1},
+      {"_", "Z", 1},       {"_", "z", 1},     {"[", "a", 1},     {"@", "`", -1},
+      {"\xe1", "\xc1", 1}, {"{", "[", 1},     {"a", "\xe1", -1},
+  };
+  for (const tCase& c : kCases) {
+    EXPECT_EQ(compareNoCase(c.a, c.b), c.order) << c.a << ' ' << c.b;
+    EXPECT_EQ(compareNoCase(c.b, c.a), -c.order) << c.a << ' ' << c.b;
+    EXPECT_EQ(equalNoCase(c.a, c.b), c.order == 0) << c.a << ' ' << c.b;
+  }
+  EXPECT_TRUE(startsWithNoCase("#ZIPped", "#zip"));
+  EXPECT_FALSE(startsWithNoCase("#zi", "#zip"));
+  EXPECT_EQ(trimmed(" \t a b\r\n"), "a b");
+  EXPECT_EQ(trimmed(" \r\n"), "");
+}
+
+TEST(PathName, SplitsIntoPartsThatGiveTheNameAgain) {
+  struct tCase {
+    const char *name, *directory, *base, *extension;
+  };
+  const tCase kCases[] = {
+      {"", "", "", ""},
+      {"a.prw", "", "a", ".prw"},
+      {"src/a.b.prw", "src/", "a.b", ".prw"},
+      {"/a", "/", "a", ""},
+      {"dir.d/a", "dir.d/", "a", ""},
+      {"dir/", "dir/", "", ""},
+      {"a.", "", "a", "."},
+      {".profile", "", ".profile", ""},
+      {"x/.profile.ch", "x/", ".profile", ".ch"},
+      {"x/..", "x/", "..", ""},
+      {"..a.b", "", "..a", ".b"},
+      {"c:\\x\\a.prw", "", "c:\\x\\a", ".prw"},
+  };
+  for (const tCase& c : kCases) {
+    tPathParts parts;
+    SplitPath(c.name, parts);
+    EXPECT_EQ(parts.directory, c.directory) << c.name;
+    EXPECT_EQ(parts.base, c.base) << c.name;
+    EXPECT_EQ(parts.extension, c.extension) << c.name;
+    EXPECT_EQ(bareName(c.name), std::string(c.base) + c.extension);
+  }
+  EXPECT_EQ(joinPath("inc", "a.ch"), "inc/a.ch");
+  EXPECT_EQ(joinPath("inc/", "a.ch"), "inc/a.ch");
+  EXPECT_EQ(joinPath("", "a.ch"), "a.ch");
+  EXPECT_EQ(normaliseFileName(" \"my file.ch\" "), "my file.ch");
+  EXPECT_EQ(normaliseFileName(" \"\" "), "");
+}
+
+TEST(AutoChar, FindsOverrunsAndRefusesBadSizes) {
+  constexpr char kOverrun[] = "tAutoChar::CheckBuffer() ERROR - *** BUFFER OVERRUN ***";
+  constexpr char kInvalid[] = "tAutoChar::setSize() ERROR - invalid size";
+  tAutoChar buffer;
+  buffer.CheckBuffer();
+  EXPECT_EQ(buffer.text(), "");
+  EXPECT_EQ(fatalOf([&] { buffer.setSize(0); }), kInvalid);
+  EXPECT_EQ(fatalOf([&] { buffer.setSize(tString::maxSize() + 2); }), kInvalid);
+  buffer.setText(std::string_view("ab\0cdefgh", 9));
+  EXPECT_EQ(buffer.size(), 10u);
+  buffer.setText(buffer.text().substr(1));
+  EXPECT_EQ(buffer.text(), std::string_view("b\0cdefgh", 8));
+  buffer.setSize(100);
+  EXPECT_STREQ(buffer.data() + 2, "cdefgh");
+  buffer.data()[99] = 'x';
+  buffer.CheckBuffer();
+  buffer.data()[100] = 'x';
+  EXPECT_EQ(fatalOf([&] { buffer.CheckBuffer(); }), kOverrun);
+  EXPECT_EQ(fatalOf([&] { buffer.setSize(200); }), kOverrun);
+}
+
+class tCollector : public tOutputSink {
+ public:
+  void write(std::string_view text) override { collected += text; }
+  std::string collected;
+};
+
+TEST(Output, GoesToTheInnermostSinkOfTheThread) {
+  tCollector outer, inner, other;
+  const tOutputScope outerScope(outer);
+  qdprintf("%d%%", 1);
+  {
+    const tOutputScope innerScope(inner);
+    writeOutput(std::string_view("2\0", 2));
+    std::thread([&] {
+      const tOutputScope otherScope(other);
+      qdprintf("3");
+    }).join();
+  }
+  std::string expected = "1%";
+  for (std::size_t width : {1023u, 1024u, 5000u}) {
+    qdprintf("%*d", static_cast<int>(width), 4);
+    expected += std::string(width - 1, ' ') + "4";
+  }
+  EXPECT_EQ(inner.collected, std::string("2\0", 2));
+  EXPECT_EQ(other.collected, "3");
+  EXPECT_EQ(outer.collected, expected);
+}
+
+TEST(Output, IsStandardOutputByDefault) {
+  testing::internal::CaptureStdout();
+  qdprintf("line %d\n", 1);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "line 1\n");
+}
+
+TEST(Fatal, NamesItsPlaceAndCutsLongTexts) {
+  try {
+    krpreAssert(1 > 2, std::string(1000, 'x').c_str(), "lib_base/some");
+    FAIL();
+  } catch (const tFatalError& error) {
+    EXPECT_EQ(error.text(), std::string(255, 'x'));
+    EXPECT_STREQ(error.unit(), "lib_base/some");
+    EXPECT_EQ(error.line(), __LINE__ - 5u);
+  }
+  EXPECT_EQ(fatalOf([] { fatalAllocation(std::size_t{5} << 32, "lib_base/some", 1); }),
+            "Memory Allocation Failure ( 21474836480 Bytes )");
+}
+
+TEST(Translate, LoadsNothingForAHostWithoutQt) {
+  EXPECT_EQ(translate("Compiling"), "Compiling");
+  EXPECT_EQ(dlopen("libQt5Core.so.5", RTLD_LAZY | RTLD_NOLOAD), nullptr);
+}
+
+}  // namespace
