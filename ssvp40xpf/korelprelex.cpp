@@ -1,0 +1,73 @@
+#include "ssvp40xpf/korelprelex.h"
+
+#include "ssvp40xpf/builtintables.h"
+
+namespace {
+
+using namespace korelpre;
+
+void cut(const SSLexConsumer& consumer, SSLexMark& mark, std::size_t characters) {
+  mark = consumer.markAt(consumer.start() + characters * consumer.unitSize());
+}
+
+/// Whether the character at an index of the buffer, in either byte order, is `c`.
+bool standsAt(const SSLexConsumer& consumer, std::size_t index, unsigned char c) {
+  if (index + consumer.unitSize() > consumer.dataEnd()) return false;
+  const unsigned char* unit = consumer.buffer() + index;
+  if (consumer.unitSize() == 1) return unit[0] == c;
+  return (unit[0] == c && unit[1] == 0) || (unit[0] == 0 && unit[1] == c);
+}
+
+}  // namespace
+
+const SSLexTable& KorelPreLexClass::builtinTable() {
+  static const SSLexTable table(builtin::korelpreDfa.words, builtin::korelpreDfa.bytes,
+                                builtin::korelpreDfa.name);
+  return table;
+}
+
+const char* KorelPreLexClass::tokenToConstChar(unsigned token) {
+  if (token == sstable::kTokenEof) return "eof";
+  if (token == sstable::kTokenError) return "%error";
+  const char* spelling = tokenSpelling(token);
+  return spelling != nullptr ? spelling : "SSLexTokenNotFound";
+}
+
+SSLexLexeme* KorelPreLexClass::complete(SSLexConsumer& consumer, unsigned token, SSLexMark& mark) {
+  switch (token) {
+    case kTokArrow:
+      cut(consumer, mark, kArrowLength);
+      break;
+    case kTokNullStr:
+      if (mark.lineFeeds > 0) cut(consumer, mark, kQuoteLength);
+      break;
+    case kTokSpc:
+    case kTokStar:
+    case kTokStarAssign:
+      if (opensStarComment(consumer, token, mark)) {
+        pushExpressionList(*table()->expressionList(kListLineComment));
+        return ignore(consumer, kTokDropStarComment, mark);
+      }
+      break;
+    default:
+      break;
+  }
+  followsComment_ = commentDropped_;
+  commentDropped_ = false;
+  return SSLex::complete(consumer, token, mark);
+}
+
+// The table finds a comment line by the line feed before it, which the first line of a text lacks.
+bool KorelPreLexClass::opensStarComment(const SSLexConsumer& consumer, unsigned token,
+                                        SSLexMark& mark) const {
+  if (consumer.startOffset() != 0 || consumer.startLine() != 1) return false;
+  const std::size_t star = token == kTokSpc ? mark.index : consumer.start();
+  if (!standsAt(consumer, star, '*')) return false;
+  mark = consumer.markAt(star + consumer.unitSize());
+  return true;
+}
+
+SSLexLexeme* KorelPreLexClass::ignore(SSLexConsumer& consumer, unsigned token, SSLexMark& mark) {
+  if (token == kTokDropBlockClose) commentDropped_ = true;
+  return SSLex::ignore(consumer, token, mark);
+}

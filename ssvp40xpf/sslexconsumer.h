@@ -1,0 +1,236 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "ssvp40xpf/sssto.h"
+
+/// The last accepting point of a scan.
+struct SSLexMark {
+  std::size_t index = 0;   // in the consumer's buffer, past the accepted character
+  unsigned lineFeeds = 0;  // from the start of the lexeme
+  unsigned column = 1;     // of the character at the mark
+};
+
+/// An input source. It keeps a buffer that holds at least the pending lexeme: the text from
+/// start() to next(), which the scanner has read but not yet accepted.
+class SSLexConsumer : public SSObject, public SSExceptionPresent {
+ public:
+  enum SSLexConsumerType {
+    charType = 0,  // 8-bit characters
+    wideType = 1,  // 16-bit units
+    textType = 2,  // 8-bit characters read in text mode
+  };
+
+  virtual ~SSLexConsumer() = default;
+
+  /// Reads the next character into current(). Returns 0 at the end of the input.
+  virtual int operator++();
+  /// Puts new bytes at freeSpace() and returns their number, at most freeSize(); 0 at the end.
+  virtual std::size_t nextBuffer() = 0;
+
+  SSLexConsumerType type() const { return type_; }
+  unsigned current() const { return current_; }
+  bool endOfData() const { return endOfData_; }
+  /// The buffer and the byte indices in it.
+  const unsigned char* buffer() const { return data_; }
+  std::size_t bufferSize() const { return bufferSize_; }
+  std::size_t increment() const { return increment_; }
+  std::size_t start() const { return start_; }
+  std::size_t next() const { return next_; }
+  std::size_t dataEnd() const { return dataEnd_; }
+  std::size_t shiftedBytes() const { return shifted_; }
+  /// Characters read so far, from the start of the input; a byte-order mark does not count.
+  std::size_t absoluteOffset() const { return position(next_); }
+  /// Position of the pending lexeme, in characters from the start of the input.
+  std::size_t startOffset() const { return position(start_); }
+  /// Line and column of the next character, and of the first one of the pending lexeme; all from 1.
+  unsigned line() const { return line_; }
+  unsigned column() const { return column_; }
+  unsigned startLine() const { return startLine_; }
+  unsigned startColumn() const { return startColumn_; }
+  /// Where the input begins, for a text that is part of a larger one.
+  void setPosition(unsigned line, unsigned column);
+
+  /// The point after the last character read.
+  SSLexMark mark() const { return {next_, line_ - startLine_, column_}; }
+  /// The text of the pending lexeme and its characters up to a mark.
+  const unsigned char* lexemeText() const { return data_ + start_; }
+  std::size_t lexemeLength(const SSLexMark& to) const { return (to.index - start_) / unitSize(); }
+  /// Moves the start of the pending lexeme to a mark; what was read beyond it is unread.
+  void acceptTo(const SSLexMark& to);
+  /// Drops the pending lexeme: the next one starts with the next character.
+  void discard();
+  /// Unreads the pending lexeme.
+  void rewind();
+
+  /// Whether the whole input is 8-bit text in the buffer, so that it may be scanned there without
+  /// operator++. A derived class that overrides operator++ over such a text calls
+  /// setWholeInMemory(false).
+  bool wholeInMemory() const { return wholeInMemory_; }
+  /// Marks the text up to `index` as read; for a scan in memory.
+  void readTo(std::size_t index);
+  /// The mark at `index`, not before start(); the text up to there need not have been read.
+  SSLexMark markAt(std::size_t index) const;
+
+  std::size_t unitSize() const { return unitSize(type_); }
+  /// Whether the units are in the other byte order than the machine's.
+  bool swapped() const { return swapped_; }
+
+ protected:
+  /// A buffer of `size` bytes that grows by `increment` (0: never; below 512: SSErrorIncrement).
+  SSLexConsumer(SSLexConsumerType type, std::size_t size, std::size_t increment);
+  /// A text of `bytes` bytes: a copy of it, or the text itself, which the caller keeps alive.
+  SSLexConsumer(SSLexConsumerType type, const void* text, std::size_t bytes, bool copied);
+
+  /// Whether nextBuffer() is known to have nothing more; then a full buffer need not grow.
+  virtual bool atEnd() { return false; }
+
+  unsigned char* freeSpace() { return storage_.data() + dataEnd_; }
+  std::size_t freeSize() const { return bufferSize_ - dataEnd_; }
+  /// Drops what lies before the pending lexeme. False when there is nothing.
+  bool shift();
+  /// Makes the buffer larger by the increment. False when there is none.
+  bool grow();
+  /// Makes room for `bytes` bytes at least. False when the buffer may not grow that far.
+  bool makeRoom(std::size_t bytes);
+  void append(const void* bytes, std::size_t count);
+  static std::size_t unitSize(SSLexConsumerType type) { return type == wideType ? 2 : 1; }
+  void setWholeInMemory(bool whole) { wholeInMemory_ = whole; }
+
+ private:
+  bool refill();
+  bool available();
+  unsigned unitAt(std::size_t index) const;
+  void skipByteOrderMark();
+  std::size_t position(std::size_t index) const {
+    return (shifted_ + index - markBytes_) / unitSize();
+  }
+
+  SSLexConsumerType type_;
+  std::vector<unsigned char> storage_;
+  const unsigned char* data_;
+  std::size_t bufferSize_;
+  std::size_t increment_;
+  bool wholeInMemory_ = false;
+
+  // The state of the reading.
+  std::size_t start_ = 0;
+  std::size_t next_ = 0;
+  std::size_t dataEnd_ = 0;
+  std::size_t shifted_ = 0;
+  std::size_t markBytes_ = 0;  // of a byte-order mark that was skipped
+  unsigned current_ = 0;
+  unsigned line_ = 1;
+  unsigned column_ = 1;
+  unsigned startLine_ = 1;
+  unsigned startColumn_ = 1;
+  bool endOfData_ = false;
+  bool begun_ = false;
+  bool swapped_ = false;
+};
+
+inline void SSLexConsumer::acceptTo(const SSLexMark& to) {
+  start_ = next_ = to.index;
+  line_ = startLine_ += to.lineFeeds;
+  column_ = startColumn_ = to.column;
+}
+
+inline void SSLexConsumer::discard() {
+  start_ = next_;
+  startLine_ = line_;
+  startColumn_ = column_;
+}
+
+inline void SSLexConsumer::rewind() {
+  next_ = start_;
+  line_ = startLine_;
+  column_ = startColumn_;
+}
+
+/// A text in memory. An 8-bit text is scanned where it lies.
+class SSLexStringConsumer : public SSLexConsumer {
+ public:
+  enum eText {
+    kCopied,
+    kBorrowed,  // the caller keeps the text alive and unchanged as long as the consumer
+  };
+
+  /// A zero-terminated text, copied. A null pointer is an empty text.
+  explicit SSLexStringConsumer(const char* text, SSLexConsumerType type = charType);
+  /// A text of `length` characters; zeros in it are ordinary characters. With `wideType` the text
+  /// is a run of 16-bit units, `length` of them.
+  SSLexStringConsumer(const void* text, std::size_t length, SSLexConsumerType type = charType,
+                      eText keep = kCopied);
+  /// Zero-terminated wide texts, read as 16-bit units; a code above 0xFFFF becomes two of them.
+  explicit SSLexStringConsumer(const char16_t* text);
+  explicit SSLexStringConsumer(const wchar_t* text);
+
+  std::size_t nextBuffer() override { return 0; }
+
+ protected:
+  bool atEnd() override { return true; }
+};
+
+/// A file, read in pieces of the buffer's size.
+class SSLexFileConsumer : public SSLexConsumer {
+ public:
+  static constexpr std::size_t kBufferSize = 16384;
+  static constexpr std::size_t kIncrement = 4096;
+
+  /// Raises SSErrorOpenFile when the file cannot be opened.
+  explicit SSLexFileConsumer(const char* path, SSLexConsumerType type = charType,
+                             std::size_t size = kBufferSize, std::size_t increment = kIncrement);
+  /// An open file that the caller closes; `name` is used in messages only.
+  SSLexFileConsumer(std::FILE* file, const char* name, SSLexConsumerType type = charType,
+                    std::size_t size = kBufferSize, std::size_t increment = kIncrement);
+  ~SSLexFileConsumer() override;
+
+  /// Raises SSErrorReadFile when reading fails or half a 16-bit unit ends the file.
+  std::size_t nextBuffer() override;
+
+ protected:
+  bool atEnd() override;
+  std::FILE* file() const { return file_; }
+  const char* path() const { return path_.c_str(); }
+
+ private:
+  std::string path_;
+  std::FILE* file_ = nullptr;
+  bool ownsFile_ = true;
+};
+
+/// A file whose kind shows in its first two bytes: with a byte-order mark it is read as 16-bit
+/// units, otherwise as the given type. The buffer is never larger than the file.
+class SSLexAutoFileConsumer : public SSLexFileConsumer {
+ public:
+  explicit SSLexAutoFileConsumer(const char* path, SSLexConsumerType type = charType,
+                                 std::size_t size = kBufferSize,
+                                 std::size_t increment = kIncrement);
+
+ private:
+  struct tKind {
+    SSLexConsumerType type;
+    std::size_t size;
+  };
+  SSLexAutoFileConsumer(const char* path, tKind kind, std::size_t increment);
+  static tKind detect(const char* path, SSLexConsumerType type, std::size_t size);
+};
+
+/// A buffer that the caller fills. The scanner takes the end of what has been added for the end of
+/// the input; it goes on after more has been added.
+class SSLexDataConsumer : public SSLexConsumer {
+ public:
+  explicit SSLexDataConsumer(std::size_t size, std::size_t increment = 0)
+      : SSLexConsumer(textType, size, increment) {}
+
+  /// Adds a copy of the data. False (SSErrorAddTooLong) when the buffer may not grow that far.
+  bool addBuffer(const void* data, std::size_t size);
+  std::size_t nextBuffer() override { return 0; }
+
+ protected:
+  bool atEnd() override { return true; }
+};

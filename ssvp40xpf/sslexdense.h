@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "ssvp40xpf/sstableformat.h"
+
+/// What the table says about a match that ends in a state.
+struct SSLexFinal {
+  std::uint32_t token;
+  std::uint32_t list;   // for push and goto
+  std::uint32_t flags;  // sstable::eLexFlag
+  std::uint32_t keywordTable;
+  std::uint32_t type;
+  bool lineFeeds;  // whether any text that leads to the state holds a line feed
+
+  bool accepts() const { return (flags & sstable::kLexAccept) != 0; }
+  bool drops() const { return (flags & sstable::kLexDrop) != 0; }
+  bool switchesList() const { return (flags & (sstable::kLexPush | sstable::kLexPop)) != 0; }
+  bool pushes() const {
+    return (flags & (sstable::kLexPush | sstable::kLexPop)) == sstable::kLexPush;
+  }
+  bool pops() const { return (flags & (sstable::kLexPush | sstable::kLexPop)) == sstable::kLexPop; }
+  bool replaces() const {
+    return (flags & (sstable::kLexPush | sstable::kLexPop)) ==
+           (sstable::kLexPush | sstable::kLexPop);
+  }
+};
+
+/// The longest match from some position of a text.
+struct SSLexMatch {
+  const char* end;          // past the match, a character given back not counted
+  const char* reached;      // where the automaton stopped: at the character without a transition
+  const SSLexFinal* final;  // null: nothing matches here
+};
+
+/// An automaton laid out for direct look-up by 8-bit code. It is a view into its table, cheap to
+/// copy, and lives as long as the table. A tokenizer loop over a text in memory is:
+///
+///     while (at != end) {
+///       const SSLexMatch match = dense.longestMatch(at, end);
+///       if (match.final == nullptr || match.end == at) ...  // a character that starts nothing
+///       if (!match.final->drops()) ...                      // match.final->token, [at, match.end)
+///       at = match.end;
+///     }
+class SSLexDense {
+ public:
+  static constexpr std::uint16_t kDead = 0xFFFF;
+
+  SSLexDense() = default;
+  SSLexDense(const std::uint16_t* next, const SSLexFinal* finals) : next_(next), finals_(finals) {}
+
+  /// The state after `code`, or kDead.
+  unsigned next(unsigned state, unsigned char code) const {
+    return next_[(static_cast<std::size_t>(state) << 8) | code];
+  }
+  const SSLexFinal& final(unsigned state) const { return finals_[state]; }
+
+  /// The longest match that starts at `first`. May be empty when state 0 accepts the empty text.
+  SSLexMatch longestMatch(const char* first, const char* end) const {
+    const char* at = first;
+    unsigned state = 0;
+    for (; at != end; ++at) {
+      const unsigned entered = next(state, static_cast<unsigned char>(*at));
+      if (entered == kDead) break;
+      state = entered;
+    }
+    const SSLexFinal& final = finals_[state];
+    if (at == first ||
+        (final.flags & (sstable::kLexAccept | sstable::kLexGiveBack)) != sstable::kLexAccept) {
+      return lastAccepted(first, at);
+    }
+    return {at, at, &final};
+  }
+
+  /// The record of state 0 when it accepts the empty text; else null.
+  const SSLexFinal* emptyMatch() const {
+    return finals_[0].token != 0 && finals_[0].accepts() ? finals_ : nullptr;
+  }
+
+ private:
+  /// The uncommon ends of longestMatch: the automaton stopped at `reached` in a state that does not
+  /// accept or that gives a character back.
+  SSLexMatch lastAccepted(const char* first, const char* reached) const;
+
+  const std::uint16_t* next_ = nullptr;
+  const SSLexFinal* finals_ = nullptr;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "ssvp40xpf/sslex.h"
+
+/// Reads lexemes to the end and writes each as "token text line:column@position", one a line.
+namespace scanning {
+
+inline std::string textOf(const SSLexLexeme& lexeme) {
+  if (lexeme.isByteText()) return std::string(lexeme.text(), lexeme.length());
+  std::string text;
+  for (std::size_t i = 0; i < lexeme.length(); ++i) {
+    text += static_cast<char>(lexeme.wideText()[i]);
+  }
+  return text;
+}
+
+inline std::string describe(const SSLexLexeme& lexeme) {
+  return std::to_string(lexeme.token()) + " " + textOf(lexeme) + " " +
+         std::to_string(lexeme.line()) + ":" + std::to_string(lexeme.offset()) + "@" +
+         std::to_string(lexeme.absoluteOffset());
+}
+
+inline std::string scanAll(SSLex& lex) {
+  std::string out;
+  while (true) {
+    const SSRef<SSLexLexeme> lexeme(++lex);
+    if (!lexeme) return out;
+    out += describe(*lexeme) + "\n";
+  }
+}
+
+inline std::string scanAll(SSLexConsumer& consumer, const SSLexTable& table) {
+  SSLex lex(consumer, table);
+  return scanAll(lex);
+}
+
+}  // namespace scanning

@@ -1,0 +1,207 @@
+#include "ssvp40xpf/ssflat.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "ssvp40xpf/sslexlexeme.h"
+#include "tests/ssvp40xpf/samples.h"
+
+namespace {
+
+using samples::tModes;
+
+std::string reports;
+
+/// The objects of one parse, made and destroyed by the functions.
+class FlatFunctions : public testing::Test {
+ protected:
+  void SetUp() override {
+    reports.clear();
+    SSSetBadCorrelatorCallback(
+        [](void*, const char* text) { reports += text + std::string("\n"); });
+    lexImage_ = samples::lexImage();
+    yaccImage_ = samples::expressionImage();
+    lexTable_ = SSLexTableCreate(lexImage_.data(), tableimage::bytes(lexImage_), "lex");
+    yaccTable_ = SSYaccTableCreate(yaccImage_.data(), tableimage::bytes(yaccImage_), "yacc");
+  }
+  void TearDown() override {
+    close();
+    SSLexTableDestroy(lexTable_);
+    SSYaccTableDestroy(yaccTable_);
+    SSSetBadCorrelatorCallback(nullptr);
+  }
+  void open(const std::string& text) {
+    close();
+    consumer_ = SSLexConsumerCreate(text.data(), text.size(), 0);
+    lex_ = SSLexCreate(consumer_, lexTable_);
+  }
+  void openParser(const std::string& text, SSYaccReduceCallback reduce, void* user) {
+    open(text);
+    yacc_ = SSYaccCreate(lex_, yaccTable_, reduce, user, sizeof(int));
+  }
+  void close() {
+    if (yacc_ != nullptr) SSYaccDestroy(yacc_);
+    if (lex_ != nullptr) SSLexDestroy(lex_);
+    if (consumer_ != nullptr) SSLexConsumerDestroy(consumer_);
+    yacc_ = lex_ = consumer_ = nullptr;
+  }
+  /// Tokens up to the end or the first failure.
+  std::string tokens() {
+    std::string out;
+    while (SSObject* const lexeme = SSLexGetNextLexeme(lex_)) {
+      out += std::to_string(SSLexLexemeGetToken(lexeme)) + " ";
+      SSLexLexemeRefDec(lexeme, 1);
+    }
+    return out;
+  }
+
+  tableimage::tImage lexImage_;
+  tableimage::tImage yaccImage_;
+  SSObject* lexTable_ = nullptr;
+  SSObject* yaccTable_ = nullptr;
+  SSObject* consumer_ = nullptr;
+  SSObject* lex_ = nullptr;
+  SSObject* yacc_ = nullptr;
+};
+
+TEST_F(FlatFunctions, ReportHandlesOfTheWrongKind) {
+  open("a");
+  SSObject* const lexeme = SSLexGetNextLexeme(lex_);
+  EXPECT_EQ(SSLexGetNextLexeme(lexeme), nullptr);
+  EXPECT_EQ(SSLexLexemeGetToken(lex_), 0u);
+  EXPECT_EQ(SSYaccParse(lexTable_), 1);
+  EXPECT_EQ(SSLexCreate(lexTable_, consumer_), nullptr);
+  EXPECT_EQ(SSYaccStackElementGetState(nullptr), 0u);
+  EXPECT_EQ(SSYaccCreate(lex_, lexTable_, nullptr, nullptr, 0), nullptr);
+  SSLexLexemeRefDec(lexeme, 2);
+  EXPECT_EQ(reports,
+            "Bad correlator, SSLX expected\nBad correlator, SSLM expected\n"
+            "Bad correlator, SSYC expected\nBad correlator, SSCO expected\n"
+            "Bad correlator, SSLT expected\nBad correlator, SSSE expected\n"
+            "Bad correlator, SSYT expected\nSSRef0001e: Reference count less than zero\n");
+  SSLexLexemeRefInc(lexeme);
+  SSLexLexemeRefDec(lexeme, 2);
+}
+
+TEST_F(FlatFunctions, ReadAndChangeLexemes) {
+  open("\n  name");
+  SSObject* const lexeme = SSLexGetNextLexeme(lex_);
+  EXPECT_EQ(SSLexLexemeGetLine(lexeme), 2u);
+  EXPECT_EQ(SSLexLexemeGetOffset(lexeme), 3u);
+  EXPECT_EQ(SSLexLexemeGetLength(lexeme), 4u);
+  EXPECT_STREQ(static_cast<const char*>(SSLexLexemeGetBuffer(lexeme)), "name");
+  EXPECT_EQ(SSLexLexemeSetLength(lexeme, 5), 0);
+  EXPECT_EQ(SSLexLexemeSetBuffer(lexeme, "other", 5), 1);
+  SSLexLexemeSetType(lexeme, 9);
+  EXPECT_EQ(SSLexLexemeGetType(lexeme), 9u);
+  EXPECT_STREQ(static_cast<const char*>(SSLexLexemeGetBuffer(lexeme)), "other");
+  SSLexLexemeRefDec(lexeme, 1);
+}
+
+TEST_F(FlatFunctions, KeepExceptionsOfEveryMode) {
+  for (const bool pointer : {false, true}) {
+    const tModes modes(true, pointer);
+    open("a ? b");
+    EXPECT_EQ(tokens(), "1 ");
+    SSExceptionObject* const exception = SSLexGetLastException(lex_);
+    EXPECT_EQ(SSExceptionGetErrorId(exception), 5);
+    EXPECT_STREQ(SSExceptionGetMessage(exception),
+                 "SSLex0105e: Invalid token, Line 1, Offset 3, ?");
+    SSLexClearLastException(lex_);
+    EXPECT_EQ(SSLexGetLastException(lex_), nullptr);
+    SSExceptionDestroy(exception);
+    EXPECT_EQ(SSLexPopExpressionList(lex_), 0);
+    EXPECT_EQ(SSLexPopExpressionList(lex_), 0);  // frees the exception before it
+    SSLexReset(lex_);
+    EXPECT_EQ(tokens(), "1 ");
+    openParser("a +", nullptr, nullptr);
+    EXPECT_EQ(SSYaccParse(yacc_), 1);  // kept by the parser, and freed with it
+  }
+  EXPECT_EQ(SSLexTableCreate("damaged", 7, "table"), nullptr);
+  EXPECT_EQ(SSYaccTableCreate(nullptr, 0, "/no/such/table"), nullptr);
+  EXPECT_EQ(SSLexFileConsumerCreate("/no/such/file", 0, 100, 512), nullptr);
+}
+
+TEST_F(FlatFunctions, CallBackFromTheLexer) {
+  unsigned dropped = samples::kName;
+  open("a?1");
+  SSLexSetErrorCallback(
+      lex_, [](SSObject*, SSObject*, void*) -> SSObject* { return nullptr; }, nullptr);
+  SSLexSetCompleteCallback(
+      lex_,
+      [](SSObject*, SSObject* lexeme, void* token) {
+        return static_cast<int>(SSLexLexemeGetToken(lexeme) != *static_cast<unsigned*>(token));
+      },
+      &dropped);
+  EXPECT_EQ(tokens(), "2 ");
+  EXPECT_EQ(SSLexPushExpressionList(lex_, 1), 1);
+  EXPECT_EQ(SSLexIsCurrentExpressionList(lex_, 1), 1);
+  EXPECT_EQ(SSLexGotoExpressionList(lex_, 9), 0);
+  SSExceptionDestroy(SSLexGetLastException(lex_));
+}
+
+/// Counts the names below each element in the element's own bytes.
+SSObject* countNames(SSObject* yacc, unsigned, unsigned size, void* user) {
+  SSObject* const made = SSYaccStackElementCreate(sizeof(int));
+  int& total = *static_cast<int*>(SSYaccStackElementGetExtra(made));
+  for (unsigned i = 0; i < size; ++i) {
+    SSObject* const part = SSYaccGetElementFromProduction(yacc, i);
+    SSObject* const lexeme = SSYaccStackElementGetLexeme(part);
+    total += lexeme != nullptr && SSLexLexemeGetToken(lexeme) == samples::kName ? 1 : 0;
+    total += *static_cast<int*>(SSYaccStackElementGetExtra(part));
+  }
+  *static_cast<int*>(user) = total;
+  return made;
+}
+
+TEST_F(FlatFunctions, ParseWithCallbacks) {
+  int names = 0;
+  openParser("a*(b+c)", countNames, &names);
+  EXPECT_EQ(SSYaccParse(yacc_), 0);
+  EXPECT_EQ(names, 3);
+  EXPECT_EQ(SSYaccGetShiftedSinceError(yacc_), 7u);
+  unsigned count = 0;
+  unsigned* const valid = SSYaccGetValidLookaheads(yacc_, 0, &count);
+  EXPECT_EQ(count, 2u);
+  SSYaccFreeValidLookaheads(valid);
+  SSYaccReset(yacc_);
+  EXPECT_EQ(SSYaccPopStackElement(yacc_), 0);  // nothing is left below
+  SSExceptionDestroy(SSYaccGetLastException(yacc_));
+  SSYaccClearLastException(yacc_);
+  EXPECT_EQ(SSYaccPushStackElement(yacc_, SSYaccStackElementCreate(0)), 1);
+  EXPECT_NE(SSYaccGetElementFromStack(yacc_, 0), nullptr);
+
+  openParser("a b", countNames, &names);
+  SSYaccSetErrorCallback(
+      yacc_,
+      [](SSObject* yacc, unsigned, SSObject*, void*) {
+        SSYaccSetAbort(yacc, 1);
+        return SSYaccProcessError(yacc);
+      },
+      nullptr);
+  EXPECT_EQ(SSYaccParse(yacc_), 1);
+  EXPECT_EQ(SSYaccGetError(yacc_), 1);
+  EXPECT_EQ(SSYaccGetAbort(yacc_), 1);
+  EXPECT_EQ(SSExceptionGetErrorId(SSYaccGetLastException(yacc_)), 16);
+  SSExceptionDestroy(SSYaccGetLastException(yacc_));
+
+  openParser("", countNames, &names);
+  int left = 1;
+  SSYaccSetNextLexemeCallback(
+      yacc_,
+      [](SSObject* yacc, void* user) -> SSObject* {
+        EXPECT_EQ(SSYaccGetError(yacc), 0);
+        return --*static_cast<int*>(user) < 0 ? nullptr
+                                              : new SSLexLexeme(1, samples::kName, "n", 1, 1);
+      },
+      &left);
+  SSYaccSetShiftCallback(
+      yacc_, [](SSObject*, SSObject*, void*) { return SSYaccStackElementCreate(sizeof(int)); },
+      nullptr);
+  EXPECT_EQ(SSYaccParse(yacc_), 0);
+  EXPECT_EQ(names, 1);
+  EXPECT_EQ(reports, "");
+}
+
+}  // namespace

@@ -1,0 +1,219 @@
+#include "ssvp40xpf/sslex.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/ssvp40xpf/samples.h"
+#include "tests/ssvp40xpf/scanning.h"
+
+namespace {
+
+using samples::raised;
+using samples::tModes;
+using scanning::scanAll;
+using tableimage::tAutomaton;
+
+const SSLexTable& table() {
+  static const tableimage::tImage image = samples::lexImage();
+  static const SSLexTable loaded(image.data(), "sample");
+  return loaded;
+}
+
+SSLexTable tableOf(const std::vector<tAutomaton>& lists) {
+  const tableimage::tImage image = tableimage::lexImage(lists);
+  return SSLexTable(image.data(), tableimage::bytes(image), "small");
+}
+
+/// A text consumer that the scanner has to ask for each character.
+class tSlowConsumer : public SSLexStringConsumer {
+ public:
+  explicit tSlowConsumer(const std::string& text) : SSLexStringConsumer(text.data(), text.size()) {
+    setWholeInMemory(false);
+  }
+};
+
+struct tCase {
+  const char* text;
+  const char* lexemes;
+};
+
+const tCase kScans[] = {
+    {"", ""},
+    {"  \n ", ""},
+    {"{ never closed", ""},
+    {"12.a", nullptr},  // "12", then "." starts nothing
+    {"12.5a", "3 12.5 1:1@0\n1 a 1:5@4\n"},
+    {"12.", nullptr},
+    {"\"x", "20 x 1:2@1\n"},
+    {"\"\"a", "1 a 1:3@2\n"},
+    {"=ab", "10 = 1:1@0\n1 ab 1:2@1\n"},
+    {"a{\n\n}b\n{\n}c", "1 a 1:1@0\n1 b 3:2@5\n1 c 5:2@10\n"},
+    {"\"a\nb\"c", "20 a\nb 1:2@1\n1 c 2:3@5\n"},
+};
+
+TEST(Scanner, FindsTheSameLexemesInMemoryAndByCharacter) {
+  for (const tCase& row : kScans) {
+    SSLexStringConsumer inMemory(row.text);
+    tSlowConsumer byCharacter(row.text);
+    std::string fast;
+    std::string slow;
+    const std::string fastError = raised([&] { fast = scanAll(inMemory, table()); });
+    const std::string slowError = raised([&] { slow = scanAll(byCharacter, table()); });
+    EXPECT_EQ(fast, slow) << row.text;
+    EXPECT_EQ(fastError, slowError) << row.text;
+    EXPECT_EQ(fastError == "none", row.lexemes != nullptr) << row.text;
+    if (row.lexemes != nullptr) {
+      EXPECT_EQ(fast, row.lexemes) << row.text;
+    }
+  }
+}
+
+TEST(Scanner, ReportsTheTextItReadAndGoesOnBehindIt) {
+  SSLexStringConsumer consumer("a\n 12.x?%");
+  SSLex lex(consumer, table());
+  const char* const expected[] = {"none",
+                                  "none",  // a, 12
+                                  "5 SSLex0105e: Invalid token, Line 2, Offset 4, .",
+                                  "none",
+                                  "5 SSLex0105e: Invalid token, Line 2, Offset 6, ?",
+                                  "5 SSLex0105e: Invalid token, Line 2, Offset 7, %"};
+  for (const char* const error : expected) {
+    EXPECT_EQ(raised([&] { SSRef<SSLexLexeme>(++lex); }), error);
+  }
+  EXPECT_EQ(++lex, nullptr);
+  EXPECT_EQ(lex.lexemeCount(), 3u);
+
+  SSLexStringConsumer partial("=5");  // "=" alone accepts nothing: both characters were read
+  EXPECT_EQ(raised([&] { scanAll(partial, table()); }),
+            "5 SSLex0105e: Invalid token, Line 1, Offset 1, =5");
+}
+
+TEST(Scanner, SkipsBadTextWhileExceptionsAreDisabled) {
+  const tModes modes(false, false);
+  SSLexStringConsumer consumer("a ?? b");
+  EXPECT_EQ(scanAll(consumer, table()), "1 a 1:1@0\n1 b 1:6@5\n");
+  SSLex incomplete;
+  EXPECT_EQ(++incomplete, nullptr);
+  EXPECT_EQ(table().expressionList(3), nullptr);
+}
+
+TEST(Scanner, KeepsThrownPointersInItsSlot) {
+  const tModes modes(true, true);
+  SSLexStringConsumer consumer("?");
+  SSLex lex(consumer, table());
+  EXPECT_EQ(raised([&] { ++lex; }), "pointer 5 SSLex0105e: Invalid token, Line 1, Offset 1, ?");
+  EXPECT_NE(lex.lastException(), nullptr);
+  lex.clearLastException();
+  EXPECT_EQ(lex.lastException(), nullptr);
+}
+
+TEST(Scanner, SwitchesExpressionListsByHand) {
+  SSLexStringConsumer consumer("a b\" c ^ d");
+  SSLex lex(consumer, table());
+  lex.pushExpressionList(*table().expressionList(1));
+  EXPECT_TRUE(lex.isCurrentExpressionList(1));
+  EXPECT_EQ(SSRef<SSLexLexeme>(++lex)->length(), 3u);
+  EXPECT_EQ(SSRef<SSLexLexeme>(++lex)->token(), samples::kName);  // the quote popped
+  lex.gotoExpressionList(*table().expressionList(2));
+  EXPECT_EQ(lex.getCurrentExpressionList(), 2u);
+  lex.gotoExpressionList(*table().expressionList(0));
+  EXPECT_EQ(raised([&] { ++lex; }), "9 SSLifo0002e: No top, stack empty");
+  EXPECT_EQ(raised([&] { lex.popExpressionList(); }), "10 SSLifo0004e: Cannot pop empty stack");
+  EXPECT_EQ(raised([&] { lex.getCurrentExpressionList(); }),
+            "47 SSLex0111e: getExpressionList failed");
+  lex.reset();
+  EXPECT_TRUE(lex.isCurrentExpressionList(0));
+  EXPECT_EQ(raised([&] { (void)table().expressionList(3); }),
+            "6 SSLex0106e: Invalid expression list index, 3");
+  EXPECT_EQ(raised([] { ++SSLex(); }), "7 SSLex0107e: Table or consumer missing, required");
+}
+
+TEST(Scanner, SetsTypesAndLooksUpKeywords) {
+  SSLexStringConsumer consumer("@$");
+  SSLex lex(consumer, table());
+  const SSRef<SSLexLexeme> typed(++lex);
+  EXPECT_EQ(typed->type(), samples::kStoredType);
+  EXPECT_EQ(raised([&] { ++lex; }), "44 SSLex0110e: Invalid keyword index, 0");
+}
+
+/// Delivers dropped text and errors as lexemes of their own, and drops names.
+class tCuriousLex : public SSLex {
+ public:
+  using SSLex::SSLex;
+  SSLexLexeme* ignore(SSLexConsumer& from, unsigned, SSLexMark& mark) override {
+    return SSLex::complete(from, 100, mark);
+  }
+  SSLexLexeme* complete(SSLexConsumer& from, unsigned token, SSLexMark& mark) override {
+    if (token != samples::kName) return SSLex::complete(from, token, mark);
+    from.acceptTo(mark);
+    return nullptr;
+  }
+  SSLexLexeme* error(SSLexConsumer& from) override {
+    return SSLexLexeme::make(from.lexemeText(), from.lexemeLength(from.mark()), 101,
+                             from.startLine(), from.startColumn());
+  }
+};
+
+TEST(Scanner, LetsOverridesDecide) {
+  SSLexStringConsumer consumer("a 1?%b");
+  tCuriousLex lex(consumer, table());
+  EXPECT_EQ(scanAll(lex), "100   1:2@1\n2 1 1:3@2\n101 ? 1:4@0\n101 % 1:5@0\n");
+  EXPECT_STREQ(lex.tokenToConstChar(1), "SSLexTokenNotFound");
+}
+
+TEST(Scanner, NeverStaysAtAnEmptyMatch) {
+  for (const std::uint32_t flags :
+       {samples::kAccept, samples::kDropped, samples::kDropped | sstable::kLexPush}) {
+    tAutomaton list;
+    list.setFinal(0, 7, flags);
+    const unsigned letter = list.state(1, samples::kAccept);
+    list.on(0, 'a', letter);
+    const SSLexTable small = tableOf({list});
+    for (const bool inMemory : {true, false}) {
+      SSLexStringConsumer fast("a?a");
+      tSlowConsumer slow("a?a");
+      SSLex lex(inMemory ? static_cast<SSLexConsumer&>(fast) : slow, small);
+      std::string tokens;
+      std::string errors;
+      for (int calls = 0; calls < 10; ++calls) {
+        const std::string error = raised([&] {
+          if (const SSRef<SSLexLexeme> lexeme{++lex}) tokens += std::to_string(lexeme->token());
+        });
+        if (error != "none") errors += error;
+      }
+      EXPECT_EQ(tokens, flags == samples::kAccept ? "171" : "11");
+      EXPECT_EQ(errors, "5 SSLex0105e: Invalid token, Line 1, Offset 2, ?");
+    }
+  }
+}
+
+TEST(Scanner, OwnsWhatItOpensByName) {
+  const samples::tFile image(samples::lexImage());
+  const samples::tFile text("one 2");
+  SSLex lex(text.path(), image.path());
+  EXPECT_EQ(scanAll(lex), "1 one 1:1@0\n2 2 1:5@4\n");
+  EXPECT_EQ(raised([] { SSLexTable("/no/such/table"); }),
+            "1 SSLex0101e: Error opening file, /no/such/table, 2");
+}
+
+TEST(DenseAutomaton, MatchesWithoutLexemes) {
+  const SSLexDense dense = table().expressionList(0)->dense();
+  const std::string text = "12.x=y";
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  const SSLexMatch number = dense.longestMatch(begin, end);
+  EXPECT_EQ(number.final->token, samples::kNumber);
+  EXPECT_EQ(number.end - begin, 2);
+  EXPECT_EQ(number.reached - begin, 3);
+  EXPECT_EQ(dense.longestMatch(begin + 2, end).final, nullptr);
+  const SSLexMatch given = dense.longestMatch(begin + 4, end);
+  EXPECT_EQ(given.final->token, samples::kEquals);
+  EXPECT_EQ(given.end - begin, 5);
+  EXPECT_EQ(dense.longestMatch(end, end).final, nullptr);
+  EXPECT_FALSE(number.final->lineFeeds);
+  EXPECT_TRUE(dense.longestMatch(" ", " " + 1).final->drops());
+}
+
+}  // namespace

@@ -1,0 +1,141 @@
+#include "ssvp40xpf/ssyacctable.h"
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ssvp40xpf/ssyacc.h"
+#include "tests/ssvp40xpf/samples.h"
+
+namespace {
+
+using samples::raised;
+
+const char kInvalid[] = "22 SSYacc0111e: Error reading table, image";
+
+/// Recovers from its first errors by whatever strategy the table allows.
+class tRecovering : public SSYacc {
+ public:
+  using SSYacc::SSYacc;
+  SSYaccStackElement* reduce(unsigned, unsigned size) override {
+    if (size != 0 && size < 10) elementFromProduction(0);
+    return stackElement();
+  }
+  int error(unsigned, SSLexLexeme&) override {
+    if (++errors_ > 3) return 1;
+    pushStackElement(stackElement());
+    return errorToken();
+  }
+
+ private:
+  int errors_ = 0;
+};
+
+std::string loadAndParse(const std::vector<char>& bytes) {
+  static const tableimage::tImage lexImage = samples::lexImage();
+  static const SSLexTable lexTable(lexImage.data(), "sample");
+  std::unique_ptr<SSYaccTable> table;
+  const std::string error =
+      raised([&] { table = std::make_unique<SSYaccTable>(bytes.data(), bytes.size(), "image"); });
+  if (!table) return error;
+  for (const char* const text : {"a+b*(c+d)", "a; b; + c;", ")", ""}) {
+    SSLexStringConsumer consumer(text);
+    SSLex lex(consumer, lexTable);
+    tRecovering parser(lex, *table);
+    raised([&] { parser.parse(); });
+  }
+  unsigned count = 0;
+  SSYacc parser;
+  parser.setTable(*table);
+  for (unsigned state = 0; state < table->stateCount(); ++state) {
+    delete[] parser.validLookaheads(state, count);
+  }
+  return error;
+}
+
+std::vector<char> bytesOf(const tableimage::tImage& image) {
+  std::vector<char> bytes(tableimage::bytes(image));
+  std::memcpy(bytes.data(), image.data(), bytes.size());
+  return bytes;
+}
+
+TEST(ParserTable, RefusesEveryTruncation) {
+  for (const tableimage::tImage& image : {samples::expressionImage(), samples::linesImage()}) {
+    const std::vector<char> whole = bytesOf(image);
+    ASSERT_EQ(loadAndParse(whole), "none");
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+      ASSERT_EQ(loadAndParse({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}),
+                kInvalid)
+          << size;
+    }
+  }
+}
+
+TEST(ParserTable, SurvivesEveryFlippedBit) {
+  for (const tableimage::tImage& image : {samples::expressionImage(), samples::linesImage()}) {
+    std::vector<char> bytes = bytesOf(image);
+    std::size_t refused = 0;
+    for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
+      bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
+      if (loadAndParse(bytes) != "none") ++refused;
+      bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
+    }
+    EXPECT_GT(refused, 3 * bytes.size());
+    EXPECT_LT(refused, 8 * bytes.size());
+  }
+}
+
+TEST(ParserTable, ChecksWhatTheImageSays) {
+  const tableimage::tImage sound = samples::linesImage();
+  const std::size_t row = sound[sstable::kYaccFirstRow] / sstable::kWordSize;
+  const std::size_t action = row + sstable::kRowPairs;
+  const std::size_t productions = sound[sstable::kYaccProductions] / sstable::kWordSize;
+  struct tDamage {
+    std::size_t word;
+    std::uint32_t value;
+    const char* error;
+  };
+  const tDamage damages[] = {
+      {sstable::kYaccHeaderMagic, 0, "none"},
+      {sstable::kYaccHeaderMagic, 1, "none"},
+      {sstable::kYaccHeaderMagic, 2, kInvalid},
+      {sstable::kYaccCounts, 0x10005, kInvalid},  // a lookahead automaton
+      {sstable::kYaccCounts, 4, kInvalid},        // a production is reduced that does not exist
+      {sstable::kYaccStateCount, 0, kInvalid},
+      {sstable::kYaccFirstRow, 3, kInvalid},
+      {row + sstable::kRowFlags, sstable::kRowEmpty, kInvalid},
+      {action, sstable::kActionShift | 999, kInvalid},
+      {action, sstable::kActionReduce | 999, kInvalid},
+      {action, sstable::kActionConflict, kInvalid},
+      {action, sstable::kActionShift | sstable::kActionReduce, kInvalid},
+      {action, 0x80000000u, kInvalid},
+      {action, 12345, "none"},  // no action at all
+      {action + 1, 0x1000, kInvalid},
+      {productions + 3, 0x4000, kInvalid},
+  };
+  for (const tDamage& damage : damages) {
+    tableimage::tImage image = sound;
+    image[damage.word] = damage.value;
+    EXPECT_EQ(loadAndParse(bytesOf(image)), damage.error) << damage.word << " " << damage.value;
+  }
+}
+
+TEST(ParserTable, TakesTheFirstOfSeveralPairsForASymbol) {
+  tableimage::tImage image = samples::expressionImage();
+  const std::size_t row = image[sstable::kYaccFirstRow] / sstable::kWordSize;
+  const std::size_t pair = row + sstable::kRowPairs;
+  ASSERT_EQ(image[row + sstable::kRowActionCount], 2u);
+  image[pair + 3] = image[pair + 1];
+  const SSYaccTable table(image.data(), tableimage::bytes(image), "image");
+  EXPECT_EQ(table.action(0, image[pair + 1]), image[pair]);
+  EXPECT_EQ(table.action(0, samples::kOpen), 0u);
+  EXPECT_EQ(table.action(0, 0x7FFFFFFFu), 0u);
+  EXPECT_EQ(table.gotoState(0, samples::kLines + 999), sstable::kNone);
+  const samples::tFile file(image);
+  EXPECT_EQ(SSYaccTable(file.path()).stateCount(), table.stateCount());
+}
+
+}  // namespace

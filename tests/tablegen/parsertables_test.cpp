@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ssvp40xpf/sstableformat.h"
+#include "tools/tablegen/generror.h"
+#include "tools/tablegen/yaccimage.h"
+
+namespace tablegen {
+namespace {
+
+/// The start of a report: everything the generator reads of it but the states.
+constexpr const char* kGrammar =
+    "<bison-xml-report><filename>t.y</filename><grammar><rules>"
+    "<rule number='0'><lhs>$accept</lhs><rhs><symbol>list</symbol><symbol>$end</symbol></rhs>"
+    "</rule><rule number='1'><lhs>list</lhs><rhs><symbol>list</symbol><symbol>\"x\"</symbol>"
+    "<symbol>tail</symbol></rhs></rule>"
+    "<rule number='2'><lhs>list</lhs><rhs><empty/></rhs></rule>"
+    "<rule number='3'><lhs>tail</lhs><rhs><empty/></rhs></rule>"
+    "</rules><terminals><terminal token-number='0' name='$end'/>"
+    "<terminal token-number='90' name='\"x\"'/><terminal token-number='70' name='\"y\"'/>"
+    "</terminals></grammar>\n";
+
+std::string transition(const std::string& type, const std::string& symbol, int state) {
+  return "<transition type='" + type + "' symbol='" + symbol + "' state='" + std::to_string(state) +
+         "'/>";
+}
+
+std::string reduction(const std::string& symbol, const std::string& rule, bool enabled = true) {
+  return "<reduction symbol='" + symbol + "' rule='" + rule + "' enabled='" +
+         (enabled ? "true" : "false") + "'/>";
+}
+
+std::string state(int number, const std::string& transitions, const std::string& reductions) {
+  return "<state number='" + std::to_string(number) + "'><itemset/><actions><transitions>" +
+         transitions + "</transitions><errors/><reductions>" + reductions +
+         "</reductions></actions><solved-conflicts/></state>\n";
+}
+
+tBisonReport report(const std::string& states) {
+  return readBisonReport(kGrammar + ("<automaton>" + states + "</automaton></bison-xml-report>"),
+                         "t.xml");
+}
+
+const std::string kShiftX = transition("shift", "\"x\"", 2);
+
+TEST(ParserTables, ImageHasTheLayoutOfTheRuntime) {
+  using namespace sstable;
+  const tImage image = buildYaccImage(
+      report(state(0, kShiftX + transition("shift", "\"y\"", 1) + transition("goto", "list", 1),
+                   reduction("$end", "2")) +
+             state(1, transition("shift", "$end", 3), "") +
+             state(2, "", reduction("\"x\"", "3", false) + reduction("\"y\"", "3")) +
+             state(3, "", reduction("$default", "accept"))));
+  const tImage kExpected = {kYaccMagic,
+                            4,
+                            4,
+                            36,
+                            132,
+                            36,
+                            80,
+                            100,
+                            120,
+                            0,
+                            1,
+                            3,
+                            kActionShift | 1,
+                            70,
+                            kActionShift | 2,
+                            90,
+                            kActionReduce | 2,
+                            kTokenEof,
+                            1,
+                            0x4001,
+                            0,
+                            0,
+                            1,
+                            kActionAccept,
+                            kTokenEof,
+                            0,
+                            0,
+                            1,
+                            kActionReduce | 3,
+                            70,
+                            0,
+                            0,
+                            0,
+                            2,
+                            0,
+                            3,
+                            0x4001,
+                            0,
+                            0x4001,
+                            0,
+                            0x4002};
+  EXPECT_EQ(image, kExpected);
+}
+
+TEST(ParserTables, CountsConflictsByStateAndToken) {
+  EXPECT_EQ(countShiftConflicts(
+                report(state(0, kShiftX + transition("shift", "\"y\"", 1),
+                             reduction("\"x\"", "2", false) + reduction("\"y\"", "2", false)) +
+                       state(1, kShiftX, reduction("\"x\"", "2", false) + reduction("\"y\"", "2")) +
+                       state(2, kShiftX, ""))),
+            3);
+}
+
+struct tFailure {
+  std::string states;
+  const char* message;
+};
+
+TEST(ParserTables, FaultsNameFileAndLine) {
+  const tFailure kCases[] = {
+      {state(0, "", "") + state(1, "", reduction("\"x\"", "2") + reduction("\"x\"", "3", false)),
+       "t.xml:3: reduce/reduce conflict in state 1 on \"x\" between productions 2 and 3"},
+      {state(0, kShiftX, reduction("\"x\"", "2", false) + reduction("\"x\"", "3", false)),
+       "t.xml:2: reduce/reduce conflict in state 0 on \"x\" between productions 2 and 3"},
+      {state(0, "", reduction("$default", "2")),
+       "t.xml:2: a reduction on $default; the grammar needs %define lr.default-reduction "
+       "accepting"},
+      {state(1, "", ""), "t.xml:2: states are out of order"},
+      {"<state number='x'/>", "t.xml:2: attribute \"number\" is no number"},
+      {"", "t.xml:2: the report has no automaton"},
+  };
+  for (const tFailure& test : kCases) {
+    try {
+      const tBisonReport faulty = report(test.states);
+      countShiftConflicts(faulty);
+      buildYaccImage(faulty);
+      ADD_FAILURE() << "accepted: " << test.states;
+    } catch (const tGenError& error) {
+      EXPECT_STREQ(error.what(), test.message);
+    }
+  }
+  EXPECT_THROW(readBisonReport("<bison-xml-report><grammar>", "t.xml"), tGenError);
+}
+
+}  // namespace
+}  // namespace tablegen

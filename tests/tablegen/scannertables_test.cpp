@@ -1,0 +1,236 @@
+#include <gtest/gtest.h>
+
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "tests/tablegen/imagewalk.h"
+#include "tools/tablegen/generror.h"
+#include "tools/tablegen/leximage.h"
+
+namespace tablegen {
+namespace {
+
+constexpr const char* kTokens =
+    "%token One 51 \"one\"\n"
+    "%token Two 52 \"two\"\n"
+    "%token Three 53\n"
+    "%%\n"
+    "%token Ignored";
+
+tLexSpec readSpec(const std::string& source) {
+  std::istringstream grammar(kTokens);
+  const tGrammarTokens tokens(grammar, "t.y");
+  std::istringstream lex(source);
+  return readLexSpec(lex, "t.lex", tokens);
+}
+
+/// All places where a match of `expr` that begins at `from` can end, by trying every way.
+std::set<std::size_t> matchEnds(const tCharExpr& expr, std::string_view text, std::size_t from) {
+  std::set<std::size_t> ends;
+  switch (expr.kind) {
+    case tCharExpr::kSet:
+      for (const tCharRange& range : expr.ranges) {
+        if (from == text.size()) break;
+        const auto code = static_cast<unsigned char>(text[from]);
+        if (range.low <= code && code <= range.high) ends.insert(from + 1);
+      }
+      break;
+    case tCharExpr::kSequence:
+      ends = {from};
+      for (const tCharExpr& part : expr.parts) {
+        std::set<std::size_t> further;
+        for (const std::size_t end : ends) further.merge(matchEnds(part, text, end));
+        ends = further;
+      }
+      break;
+    case tCharExpr::kChoice:
+      for (const tCharExpr& part : expr.parts) ends.merge(matchEnds(part, text, from));
+      break;
+    case tCharExpr::kOptional:
+      ends = matchEnds(expr.parts.front(), text, from);
+      ends.insert(from);
+      break;
+    case tCharExpr::kMany:
+      for (const std::size_t end : matchEnds(expr.parts.front(), text, from)) {
+        ends.insert(end);
+        if (end > from) ends.merge(matchEnds(expr, text, end));
+      }
+      break;
+  }
+  return ends;
+}
+
+/// The longest match of a list by its rules; of equally long ones the first.
+std::pair<std::size_t, const tLexRule*> naiveMatch(const tLexList& list, std::string_view text) {
+  std::pair<std::size_t, const tLexRule*> best{0, nullptr};
+  for (const tLexRule& rule : list.rules) {
+    const std::set<std::size_t> ends = matchEnds(rule.expr, text, 0);
+    if (!ends.empty() && *ends.rbegin() > best.first) best = {*ends.rbegin(), &rule};
+  }
+  return best;
+}
+
+template <class Visit>
+void forEachText(std::string_view alphabet, std::size_t maxLength, const Visit& visit,
+                 std::string text = "") {
+  visit(text);
+  if (text.size() == maxLength) return;
+  for (const char c : alphabet) forEachText(alphabet, maxLength, visit, text + c);
+}
+
+TEST(ScannerTables, MatchExactlyWhatTheRulesSay) {
+  const char* const kSpecs[] = {
+      "%list a\n'AB~CA' One\n[a-c]+ Two\n\"-\" Three\n",
+      "%list a\n(ab|a)(c|bc)*  One\na(b?c)+- Two\n[^a]-? Three\n",
+      "%let x a|bc\n%list a\n{x}+-{x} One\n{x}+ Two\n({x}|-)*c Three\n",
+      "%list a\n(a+|b)c? One\n(b|(c-)+)+a Two\n[^c] Three\n",
+      "%list a\n(a*b*)*c One\n((a|b)(a|b))+ Two\n- - drop\n",
+      "%list a\n\"a\"\"b\" One\na(b(c(-)?)?)? Two\n[b-c\\-]+ Three\n",
+  };
+  for (const char* source : kSpecs) {
+    const tLexSpec spec = readSpec(source);
+    const tImage image = buildLexImage(spec);
+    const tImageWalk walk(image.data(), image.size());
+    forEachText("aBbc-", 6, [&](const std::string& text) {
+      const auto [length, rule] = naiveMatch(spec.lists[0], text);
+      const tImageWalk::tMatch match = walk.longestMatch(0, text);
+      ASSERT_EQ(match.length, length) << source << text;
+      if (rule == nullptr) return;
+      ASSERT_EQ(walk.final(0, match.state, sstable::kFinalToken), rule->decision.token)
+          << source << text;
+    });
+  }
+}
+
+struct tWholeMatch {
+  const char* expr;
+  std::string text;
+  bool matches;
+};
+
+TEST(ScannerTables, ExpressionNotation) {
+  const tWholeMatch kCases[] = {
+      {"'PROC~EDURE'", "pROcEd", true},
+      {"'PROC~EDURE'", "PRO", false},
+      {"'PROC~EDURE'", "PROCD", false},
+      {"\"Ab\"", "Ab", true},
+      {"\"Ab\"", "AB", false},
+      {"'a[~1'", "A[", true},
+      {"\"a~b\"", "a~b", true},
+      {"\"a b\"", "a b", true},
+      {"( a | b )c", "bc", true},
+      {"[a b]+", "a b", true},
+      {"[]a]", "]", false},  // an empty class is refused, see below
+      {"[\\]^-]+", "^]-", true},
+      {"[^\\n]", "\xFF", true},
+      {"[^\\n]", "\n", false},
+      {"\\x41\\x{42}\\t\\\\", "AB\t\\", true},
+      {"[\\x00-\\x02]+", std::string("\0\1\2", 3), true},
+  };
+  for (const tWholeMatch& test : kCases) {
+    std::string_view text = test.expr;
+    bool matches = false;
+    try {
+      const tCharExpr expr = parseCharExpr(text, {});
+      EXPECT_EQ(text, "") << test.expr;
+      matches = matchEnds(expr, test.text, 0).count(test.text.size()) > 0;
+    } catch (const tCharExprError&) {
+    }
+    EXPECT_EQ(matches, test.matches) << test.expr << " on " << test.text;
+  }
+}
+
+TEST(ScannerTables, ImageHasTheLayoutOfTheRuntime) {
+  const tImage image =
+      buildLexImage(readSpec("%list main\n[a-cx]|d One push inner\nb+b Two drop pop\n"
+                             "%list inner\n[^y] - drop goto main\ny Two\n"));
+  const tImageWalk walk(image.data(), image.size());
+  ASSERT_EQ(walk.block(2), image.size());
+  EXPECT_EQ(image[sstable::kLexListCount], 2u);
+  EXPECT_EQ(image[sstable::kLexHeaderMagic], sstable::kLexMagic);
+
+  // The start, "a" to "d" and "x", "b" apart (it can go on), "bb".
+  EXPECT_EQ(walk.stateCount(0), 4u);
+  const tImage row(image.begin() + static_cast<std::ptrdiff_t>(walk.row(0, 0)),
+                   image.begin() + static_cast<std::ptrdiff_t>(walk.row(0, 0)) + 13);
+  EXPECT_EQ(row, (tImage{4, 'a', 'a', 1, 'b', 'b', 2, 'c', 'd', 1, 'x', 'x', 1}));
+
+  const std::uint32_t kFinals[][5] = {// list, state, token, list, flags
+                                      {0, 0, 0, 0, 0},
+                                      {0, 1, 51, 1, 0x30},
+                                      {0, 2, 51, 1, 0x30},
+                                      {0, 3, 52, 0, 0x58},
+                                      {1, 1, sstable::kNone, 0, 0x78},
+                                      {1, 2, 52, 0, 0x10}};
+  for (const auto& [list, state, token, target, flags] : kFinals) {
+    EXPECT_EQ(walk.final(list, state, sstable::kFinalToken), token);
+    EXPECT_EQ(walk.final(list, state, sstable::kFinalList), target);
+    EXPECT_EQ(walk.final(list, state, sstable::kFinalFlags), flags);
+  }
+  EXPECT_EQ(walk.next(1, 0, kMaxCode), 1u);
+  EXPECT_EQ(walk.next(1, 0, kMaxCode + 1), sstable::kNone);
+}
+
+TEST(ScannerTables, EqualDecisionsShareTheirStates) {
+  const tImage image = buildLexImage(readSpec("%list a\nxa+ One\nya+ One\nz One\n"));
+  EXPECT_EQ(tImageWalk(image.data(), image.size()).stateCount(0), 4u);
+}
+
+struct tFailure {
+  const char* source;
+  const char* message;
+};
+
+TEST(ScannerTables, FaultsNameFileAndLine) {
+  const tFailure kCases[] = {
+      {"%list a\n[a-z]+ One\nabc Two\n", "t.lex:3: the rule can never match, line 2 comes first"},
+      {"%list a\na One\n\n(b)? Two\n", "t.lex:4: the rule matches the empty text"},
+      {"%list a\na One\n%list b\n", "t.lex: list \"b\" is empty"},
+      {"%list a\na Four\n", "t.lex:2: the grammar declares no token \"Four\""},
+      {"%list a\na One push b\n", "t.lex:2: there is no list \"b\""},
+      {"%list a\na One pop push a\n", "t.lex:2: a rule changes the list once at most"},
+      {"%list a\na One dorp\n", "t.lex:2: \"dorp\" is no action"},
+      {"%list a\na -\n", "t.lex:2: a rule without a token must drop its text"},
+      {"%list a\n{x} One\n", "t.lex:2: \"x\" is not defined"},
+      {"%list a\n(a One\n", "t.lex:2: \")\" is missing"},
+      {"%list a\n'a One\n", "t.lex:2: the closing quote is missing"},
+      {"%list a\n[z-a] One\n", "t.lex:2: a range goes downwards"},
+      {"%list a\n[] One\n", "t.lex:2: a class is empty"},
+      {"%list a\n\\x1 One\n", "t.lex:2: a hexadecimal code is malformed"},
+      {"%list a\n+a One\n", "t.lex:2: \"+\" is out of place"},
+      {"%let x a\n%let x b\n", "t.lex:2: \"x\" is defined twice"},
+      {"a One\n", "t.lex:1: a rule stands before the first %list"},
+      {"%lst a\n", "t.lex:1: \"%lst\" is neither %let nor %list"},
+  };
+  for (const tFailure& test : kCases) {
+    try {
+      buildLexImage(readSpec(test.source));
+      ADD_FAILURE() << "accepted: " << test.source;
+    } catch (const tGenError& error) {
+      EXPECT_STREQ(error.what(), test.message);
+    }
+  }
+}
+
+TEST(ScannerTables, TokenDeclarationsAreChecked) {
+  const tFailure kCases[] = {
+      {"%token A 5 \"a\"\n%token A 6\n", "t.y:2: name, number or spelling of A stands twice"},
+      {"\n%token A 5\n%token B 5\n", "t.y:3: name, number or spelling of B stands twice"},
+      {"%token A 5 \"a\" b\n", "t.y:1: expected %token Name number \"spelling\""},
+      {"%token A 5 \"\\\"\n", "t.y:1: expected %token Name number \"spelling\""},
+      {"%token A\n", "t.y:1: expected %token Name number \"spelling\""},
+  };
+  for (const tFailure& test : kCases) {
+    std::istringstream grammar(test.source);
+    try {
+      const tGrammarTokens tokens(grammar, "t.y");
+      ADD_FAILURE() << "accepted: " << test.source;
+    } catch (const tGenError& error) {
+      EXPECT_STREQ(error.what(), test.message);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tablegen
