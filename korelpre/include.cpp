@@ -1,0 +1,19 @@
+#include "korelpre/include.h"
+
+#include "korelpre/korelprecls.h"
+
+namespace precomp {
+
+tInclude::tInclude(int line, const tString& name, KorelPreYaccClass& includer)
+    : line_(line),
+      name_(name),
+      processor_(std::make_unique<KorelPreYaccClass>(KorelPreYaccClass::tIncludedBy{includer})) {}
+
+tInclude::~tInclude() = default;
+
+bool tInclude::process() {
+  tString scratch;
+  return processor_->compile(name_.c_str(), nullptr, scratch, 1);
+}
+
+}  // namespace precomp

@@ -1,0 +1,160 @@
+#include "korelpre/korelpre.h"
+
+#include <cstdlib>
+#include <memory>
+
+#include "lib_base/fatal.h"
+#include "lib_base/output.h"
+#include "lib_base/pathname.h"
+#include "lib_base/translate.h"
+
+namespace precomp {
+
+namespace {
+
+enum class eOption { kFile, kUser, kIgnored, kDirectories, kDefine };
+
+struct tOptionGroup {
+  eOption option;
+  std::string_view spellings[4];
+};
+
+// In the order in which an option is searched for them. Kept on purpose: a spelling counts wherever
+// it stands in the option.
+constexpr tOptionGroup kOptionGroups[] = {
+    {eOption::kFile, {"-F"}},
+    {eOption::kUser, {"/U", "/u", "-U", "-u"}},
+    {eOption::kIgnored, {"/N", "/n", "-N", "-n"}},
+    {eOption::kIgnored, {"/S", "/s", "-S", "-s"}},
+    {eOption::kDirectories, {"/I", "/i", "-I", "-i"}},
+    {eOption::kIgnored, {"/P", "/p", "-P", "-p"}},
+    {eOption::kDefine, {"/D", "/d", "-D", "-d"}},
+};
+
+constexpr std::size_t kLongestValue = 255;
+
+// A list of directories is full of what looks like other markers ("/I/usr/inc" holds "/u"), so an
+// option that starts as one is one, a "-F" inside it aside.
+bool namesDirectories(std::string_view option) {
+  return option.size() >= 2 && (option[0] == '/' || option[0] == '-') &&
+         (option[1] == 'I' || option[1] == 'i');
+}
+
+}  // namespace
+
+void KorelPre16::Init(const tAutoArray<tString>& options, unsigned char skipEnvironment) {
+  clear();
+  clearErrors();
+  fileList_.Destroy();
+  if (skipEnvironment == 0) {
+    const char* directories = std::getenv("INCLUDE");
+    if (directories != nullptr) addDirectories(directories);
+  }
+  for (int i = 0; i < options.count(); ++i) takeOption(options[i]);
+}
+
+void KorelPre16::takeOption(std::string_view option) {
+  const bool directories = namesDirectories(option);
+  for (const tOptionGroup& group : kOptionGroups) {
+    if (directories && (group.option == eOption::kUser || group.option == eOption::kIgnored)) {
+      continue;
+    }
+    for (const std::string_view spelling : group.spellings) {
+      const std::size_t at = spelling.empty() ? tString::npos : option.find(spelling);
+      if (at == tString::npos) continue;
+      const std::string_view whole = option.substr(at + spelling.size());
+      const std::string_view rest = whole.substr(0, kLongestValue);
+      switch (group.option) {
+        case eOption::kFile:
+          // A name that stands at the start is the run's own and is not cut.
+          fileList_.add(new tString(normaliseFileName(at == 0 ? whole : rest)));
+          break;
+        case eOption::kUser:
+          userValue_ = tString(rest);
+          break;
+        case eOption::kDirectories:
+          addDirectories(rest);
+          break;
+        case eOption::kDefine:
+          addDefine(rest);
+          break;
+        case eOption::kIgnored:
+          break;
+      }
+      return;
+    }
+  }
+}
+
+void KorelPre16::addDirectories(std::string_view list) {
+  for (;;) {
+    const std::size_t end = list.find(';');
+    const std::string_view directory = list.substr(0, end);
+    if (!directory.empty()) IncludePath().add(new tString(directory));
+    if (end == std::string_view::npos) return;
+    list.remove_prefix(end + 1);
+  }
+}
+
+void KorelPre16::addDefine(std::string_view text) {
+  const std::size_t equals = text.find('=');
+  tSpcString name;
+  name.setText(tString(text.substr(0, equals)));
+  tAutoArray<tSpcString> value;
+  if (equals != std::string_view::npos) {
+    auto* token = new tSpcString;
+    token->setText(tString(text.substr(equals + 1)));
+    value.add(token);
+  }
+  defines()->Add(new tTranslate(this, name, value));
+}
+
+void KorelPre16::doIt(tString& output, tString& errorText) {
+  try {
+    for (int i = 0; i < fileList_.count(); ++i) {
+      if (!doFile(fileList_[i], output, errorText)) return;
+    }
+  } catch (const SSException& failure) {
+    const tString name = shownName_.empty() ? bareName(currentFile_) : shownName_;
+    fail(tString::format("%s(%d) %s %s\n", name.c_str(), errLine(), translate("Error").c_str(),
+                         failure.message()),
+         errorText);
+    qdprintf("%s", errorText.c_str());
+  } catch (const tFatalError& failure) {
+    fail(tString::format("%s %s %s %s %u", failure.text(), translate("in file").c_str(),
+                         failure.unit(), translate("at line").c_str(), failure.line()),
+         errorText);
+    qdprintf("%s\n", errorText.c_str());
+  }
+}
+
+bool KorelPre16::doFile(const tString& name, tString& output, tString& errorText) {
+  currentFile_ = name;
+  tPathParts parts;
+  SplitPath(name, parts);
+  parts.drive.append(parts.directory);
+  if (!files().exists(name.c_str()) && !hasExtLoadFile()) {
+    fail(tString::format("%s %s\n", translate("File not found").c_str(), bareName(name).c_str()),
+         errorText);
+    qdprintf("%s", errorText.c_str());
+    return false;
+  }
+  if (compile(name.c_str(), parts.drive.c_str(), errorText, 0)) {
+    int depth = 0;
+    processLines(output, depth);
+  }
+  return true;
+}
+
+void KorelPre16::fail(const tString& message, tString& errorText) {
+  ++errorCount_;
+  errorText = message;
+  errString() = message;
+}
+
+void KorelPre16::clearErrors() {
+  errorCount_ = 0;
+  errString().clear();
+}
+
+}  // namespace precomp

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "korelpre/korelprecls.h"
+#include "lib_base/list.h"
+#include "lib_base/stringz.h"
+
+namespace precomp {
+
+/// A preprocessing session: a root processor together with the files to preprocess, as options
+/// name them.
+class KorelPre16 : public KorelPreYaccClass {
+ public:
+  /// `files` must outlive the session; null means the machine's file system.
+  explicit KorelPre16(tDiskMan* files = nullptr) : KorelPreYaccClass(files) {}
+  explicit KorelPre16(tDiskMan& files) : KorelPreYaccClass(&files) {}
+
+  /// Empties the session and reads its options. Include directories come from the environment
+  /// variable INCLUDE first, unless `skipEnvironment` is set. No option is an error.
+  void Init(const tAutoArray<tString>& options, unsigned char skipEnvironment);
+  /// Preprocesses the files in order. Appends the generated lines to `output`, separated by "\n";
+  /// `errorText` holds the message when something failed, which is printed too.
+  void doIt(tString& output, tString& errorText);
+
+  /// The name that messages show instead of that of the file that is read.
+  void setShownName(const tString& name) { shownName_ = name; }
+  /// Failures since the last clearErrors().
+  int errorCount() const { return errorCount_; }
+  void clearErrors();
+  const tString& userValue() const { return userValue_; }
+  const tAutoArray<tString>& fileList() const { return fileList_; }
+
+ private:
+  void takeOption(std::string_view option);
+  void addDirectories(std::string_view list);
+  void addDefine(std::string_view text);
+  bool doFile(const tString& name, tString& output, tString& errorText);
+  void fail(const tString& message, tString& errorText);
+
+  tAutoArray<tString> fileList_;
+  tString userValue_;
+  tString shownName_;
+  tString currentFile_;
+  int errorCount_ = 0;
+};
+
+}  // namespace precomp

@@ -1,0 +1,215 @@
+#include "korelpre/korelprecls.h"
+
+#include <cstring>
+
+#include "lib_base/fatal.h"
+#include "lib_base/misc.h"
+#include "lib_base/output.h"
+#include "lib_base/translate.h"
+#include "ssvp40xpf/builtintables.h"
+
+namespace precomp {
+
+namespace {
+
+const SSYaccTable& parserTable() {
+  static const SSYaccTable table(builtin::korelpreLlr.words, builtin::korelpreLlr.bytes,
+                                 builtin::korelpreLlr.name);
+  return table;
+}
+
+// Kept on purpose: only the first occurrence of the extension counts, so "a.zorb.zorb" is no
+// extended source.
+bool hasExtension(const tString& name, std::string_view extension) {
+  const std::size_t first = name.findNoCase(extension);
+  return first != tString::npos && first + extension.size() == name.size();
+}
+
+constexpr const char* kMissingHeaders = "KRSQLDEF.CH or KRCTLDEF.CH";
+constexpr std::string_view kOptionalHeaders[] = {"std.ch", "KRCTLDEF.CH", "KRSQLDEF.CH"};
+
+}  // namespace
+
+KorelPreYaccClass::KorelPreYaccClass(tDiskMan* files)
+    : root_(this), ownShared_(std::make_unique<tSharedState>()), shared_(*ownShared_) {
+  if (files == nullptr) {
+    shared_.ownFiles = std::make_unique<tDiskManLocal>();
+    files = shared_.ownFiles.get();
+  }
+  shared_.files = files;
+  setTable(parserTable());
+}
+
+KorelPreYaccClass::KorelPreYaccClass(tIncludedBy includer)
+    : root_(&includer.processor.root()),
+      includer_(&includer.processor),
+      shared_(includer.processor.shared_),
+      depth_(includer.processor.depth_ + 1) {
+  setTable(parserTable());
+}
+
+KorelPreYaccClass::~KorelPreYaccClass() {
+  // Rules of line entries stand in dynDefines too, which outlives them.
+  if (root_ == this) shared_.dynDefines.dropRules();
+}
+
+void KorelPreYaccClass::clear() {
+  held_.reset();
+  reset();
+  lexer_.reset();
+  consumer_.reset();
+  IncludePath().Destroy();
+  if (root_ == this) {
+    shared_.dynDefines.dropRules();
+    shared_.defines.Destroy();
+    shared_.commands.Destroy();
+    shared_.translates.Destroy();
+    shared_.errorString.clear();
+    shared_.errorLine = shared_.errorColumn = 0;
+    shared_.errorPlaced = false;
+    shared_.includedFiles = 0;
+    shared_.includedBytes = 0;
+  }
+  source_.clear();
+  includes_.Destroy();
+  conditionals_.Destroy();
+  skip_ = 0;
+  currentLine_ = 0;
+}
+
+bool KorelPreYaccClass::compile(const char* name, const char* directory, tString& passedOn,
+                                unsigned char includeMode) {
+  includeMode_ = includeMode;
+  if (includeMode == 0) markExtendedSource(name);
+  const tString savedDirectory = currentDirectory_;
+  tString scratch;
+  if (!loadfile(name, directory, passedOn, scratch)) {
+    if (isOptionalHeader(scratch)) {
+      root().headerMissing_ = 1;
+      return false;
+    }
+    exception(2090, nullptr, name);
+  }
+  if (inCycle_) return false;
+  takeText(true);
+  parseText();
+  if (!savedDirectory.empty()) SetCurDir(savedDirectory);
+  finishText();
+  return true;
+}
+
+bool KorelPreYaccClass::compileStr(const char* name, std::string_view text, tString& /*output*/) {
+  includeMode_ = 0;
+  requestedName_ = fileName_ = tString(name);
+  text_ = tString();
+  text_.append(text);
+  takeText(false);
+  parseText();
+  finishText();
+  return true;
+}
+
+// Kept on purpose: deciding about the extended source also forgets that a header was missing.
+void KorelPreYaccClass::markExtendedSource(const char* name) {
+  const tString text(name);
+  KorelPreYaccClass& marked = root();
+  if (hasExtension(text, ".zorb") || hasExtension(text, ".pzorb_")) {
+    marked.extendedSource_ = 1;
+    marked.headerMissing_ = 0;
+    return;
+  }
+  const bool headerMissing = headerMissing_ != 0;
+  marked.extendedSource_ = 0;
+  marked.headerMissing_ = 0;
+  if (!headerMissing) return;
+  currentLine_ = 0;
+  exception(2090, nullptr, kMissingHeaders);
+}
+
+bool KorelPreYaccClass::isOptionalHeader(const tString& name) const {
+  if (includer_ == nullptr || root_->extendedSource_ == 0) return false;
+  for (const std::string_view header : kOptionalHeaders) {
+    if (equalNoCase(name, header)) return true;
+  }
+  return false;
+}
+
+void KorelPreYaccClass::parseText() {
+  source_.clear();
+  atLineStart_ = true;
+  anyDelivered_ = inSql_ = false;
+  lastTokenLine_ = 0;
+  reset();
+  consumer_ = std::make_unique<SSLexStringConsumer>(
+      text_.data(), text_.size(), SSLexConsumer::textType, SSLexStringConsumer::kBorrowed);
+  lexer_ = std::make_unique<KorelPreLexClass>(*consumer_);
+  setLex(*lexer_);
+  try {
+    parse();
+  } catch (const SSException& failure) {
+    placeScannerError(failure);
+    throw;
+  }
+  source_.extendTo(lineCount());
+  reset();
+  lexer_.reset();
+}
+
+// An error of the scanner or the parser itself does not know about files yet.
+void KorelPreYaccClass::placeScannerError(const SSException& failure) {
+  if (shared_.errorPlaced) return;
+  int line = static_cast<int>(consumer_->startLine());
+  if (failure.errorId() == SSErrorToken) line = static_cast<int>(failure.argument(0).number());
+  tString text(failure.message());
+  placeError(line, text);
+  throw SSException(failure.errorId(), text.c_str());
+}
+
+void KorelPreYaccClass::finishText() {
+  if (conditionals_.empty()) return;
+  errCol() = 0;
+  exceptionAt(2069, conditionals_.last()->line, nullptr);
+}
+
+int KorelPreYaccClass::error(unsigned /*state*/, SSLexLexeme& lookahead) {
+  // A line feed may stand behind comment lines; what is wrong stands before it.
+  const bool atEnd = lookahead.token() == sstable::kTokenEof;
+  const bool atLineEnd = lookahead.token() == korelpre::kTokLineFeed && lastTokenLine_ > 0;
+  int line = static_cast<int>(lookahead.line());
+  if (atEnd) line = ownLineCount();
+  if (atLineEnd) line = lastTokenLine_;
+  exceptionAt(2001, line, nullptr);
+}
+
+// Without the empty line that the line end added behind the text makes.
+int KorelPreYaccClass::ownLineCount() const {
+  const bool lineAdded = text_.view().ends_with("\r\n\r\n");
+  return lineAdded ? lineCount() - 1 : lineCount();
+}
+
+SSYaccStackElement* KorelPreYaccClass::stackElement() {
+  return new tKorelPreStackElement;
+}
+
+void KorelPreYaccClass::includeStandardHeader() {
+  if (root_ != this || headerDone_) return;
+  headerDone_ = true;
+  if (!includes_.empty()) return;
+  auto header = std::make_unique<tInclude>(0, shared_.standardHeader, *this);
+  const bool read = header->process();
+  if (read) includes_.add(header.release());
+}
+
+void KorelPreYaccClass::printLine(const tTknString& statement, unsigned char original) {
+  tString text;
+  statement.appendText(text, original != 0);
+  const tAutoArray<tTknString>& continuations = statement.continuations();
+  for (int i = 0; i < continuations.count(); ++i) {
+    if (text.empty() || text[text.size() - 1] != ';') text.append(';');
+    continuations[i].appendText(text, false);
+  }
+  qdprintf("%s", text.c_str());
+  qdprintf("\n");
+}
+
+}  // namespace precomp

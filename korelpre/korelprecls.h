@@ -1,0 +1,244 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "korelpre/include.h"
+#include "korelpre/linescan.h"
+#include "korelpre/ruletable.h"
+#include "korelpre/sourcecode.h"
+#include "korelpre/stackelement.h"
+#include "lib_base/diskman.h"
+#include "lib_base/list.h"
+#include "lib_base/stringz.h"
+#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/ssyacc.h"
+
+namespace precomp {
+
+class tPlainWriter;
+
+/// An open #ifdef or #ifndef.
+struct tIFDef {
+  int kind = 1;
+  tString name;            // "ignore" when it was opened in a skipped region
+  int line = 0;            // 0 when it was opened in a skipped region
+  std::uint8_t state = 0;  // the skip flag that holds inside the block
+};
+
+/// What the processors of a file and of all that it includes have in common; the root owns it.
+struct tSharedState {
+  ~tSharedState() { dynDefines.dropRules(); }
+
+  tAutoArray<tString> includePath;
+  tXChgArray dynDefines;  // its rules belong to line entries
+  tXChgArray defines;
+  tXChgArray commands;
+  tXChgArray translates;
+  std::unique_ptr<tDiskMan> ownFiles;
+  tDiskMan* files = nullptr;
+  tString standardHeader = tString::borrow("std.ch");
+  bool plainLines = true;
+
+  // The last error.
+  tString errorString;
+  int errorLine = 0;
+  int errorColumn = 0;
+  bool errorPlaced = false;
+
+  // What has been included.
+  int includedFiles = 0;
+  std::int64_t includedBytes = 0;
+};
+
+/// The directive processor of one source file.
+///
+/// compile() reads the file and carries out its directives; processLines() walks over its lines,
+/// enters rules into the tables where their line is reached and writes the rewritten statements.
+/// The processor of an included file points to the root, the processor of the main file, and all
+/// of them share the root's rule tables and include path.
+///
+/// Errors leave as SSException with the number of the error; the text and the line are kept in
+/// errString() and errLine() of the root.
+class KorelPreYaccClass : public SSYacc {
+ public:
+  /// A root. `files` must outlive it; null means the machine's file system.
+  explicit KorelPreYaccClass(tDiskMan* files = nullptr);
+  struct tIncludedBy {
+    KorelPreYaccClass& processor;
+  };
+  /// The processor of a file that the given processor's file includes.
+  explicit KorelPreYaccClass(tIncludedBy includer);
+  ~KorelPreYaccClass() override;
+
+  /// Reads a file and carries out its directives. `directory` (may be null) becomes the current
+  /// directory and goes to the front of the include path. `includeMode` is set for every file but
+  /// the main one. False when the file is an optional header that is missing or one that is already
+  /// being compiled up the chain.
+  bool compile(const char* name, const char* directory, tString& passedOn,
+               unsigned char includeMode);
+  /// As compile for a main source that is held in memory. True when no conditional is left open.
+  bool compileStr(const char* name, std::string_view text, tString& output);
+  /// Finds and reads a file into the source text; `scratch` receives its bare name in upper case.
+  bool loadfile(const char* name, const char* directory, tString& passedOn, tString& scratch);
+
+  /// Appends the generated lines to `output`, without a line feed at its end. `depth` counts the
+  /// nested calls and is 0 outside of them.
+  void processLines(tString& output, int& depth);
+  /// Rewrites a statement until no rule applies and appends it and a line feed to `output`.
+  void processLine(tTknString& statement, tString& output);
+  /// Writes a statement to standard output.
+  void printLine(const tTknString& statement, unsigned char original);
+
+  /// Raises the numbered error `code`; the line is that of `token`, or the current line when it is
+  /// null. `extra` (may be null) completes the text of some codes.
+  [[noreturn]] void exception(int code, const tSpcString* token, const char* extra);
+  /// As above at a line of this processor's file, from 1.
+  [[noreturn]] void exceptionAt(int code, int line, const char* extra);
+
+  void SetCurDir(const tString& directory) { currentDirectory_ = directory; }
+  const tString& GetCurDir() const { return currentDirectory_; }
+
+  // The shared tables; made on first use. Each answers the root's.
+  tAutoArray<tString>& IncludePath() { return shared_.includePath; }
+  tXChgArray* dynDefines() { return &shared_.dynDefines; }
+  tXChgArray* defines() { return &shared_.defines; }
+  tXChgArray* commands() { return &shared_.commands; }
+  tXChgArray* xcommands() { return commands(); }
+  tXChgArray* translates() { return &shared_.translates; }
+  tXChgArray* xtranslates() { return translates(); }
+
+  // The last error.
+  tString& errString() { return shared_.errorString; }
+  int& errLine() { return shared_.errorLine; }
+  int& errCol() { return shared_.errorColumn; }
+
+  /// True when the host supplies the texts of files itself; extLoadFile is then asked instead of
+  /// the file system.
+  virtual bool hasExtLoadFile() { return root_ != this && root().hasExtLoadFile(); }
+  /// The text of the file `name`; false when there is none.
+  virtual bool extLoadFile(const tString& name, tString& text) {
+    return root_ != this && root().extLoadFile(name, text);
+  }
+
+  /// Back to the state after construction, the standard header's name aside.
+  void clear();
+
+  /// The header that is read ahead of every main file; "std.ch" at first.
+  void setStandardHeader(const tString& name) { shared_.standardHeader = name; }
+  /// Whether plain lines are kept as spans of the source (the default) or all lines go through
+  /// scanner and grammar. The output is the same.
+  void setPlainLines(bool plain) { shared_.plainLines = plain; }
+
+  // Conditional compilation. A null name means that the directive lies in a skipped region.
+  std::uint8_t doIfDef(const tSpcString* name, int line);
+  std::uint8_t doIfNDef(const tSpcString* name, int line);
+  void doElseIF(int line);
+  void doEndIF(int line);
+  /// `element`, emptied in a skipped region.
+  tKorelPreStackElement* ifValid(tKorelPreStackElement* element);
+  bool skipping() const { return skip_ != 0; }
+
+  // The parser's operations.
+  SSLexLexeme* nextLexeme() override;
+  SSYaccStackElement* stackElement() override;
+  SSYaccStackElement* reduce(unsigned production, unsigned size) override;
+  int error(unsigned state, SSLexLexeme& lookahead) override;
+
+ protected:
+  KorelPreYaccClass& root() { return *root_; }
+  tDiskMan& files() { return *shared_.files; }
+
+ private:
+  friend class tInclude;
+
+  // Loading (korelpreload.cpp).
+  bool findAndRead(const tString& bare);
+  bool readFrom(const tString& directory, const tString& name);
+  bool beingCompiledAbove(const tString& path) const;
+  void countInclude(std::int64_t bytes);
+  void takeText(bool mayBePacked);
+  void markExtendedSource(const char* name);
+  bool isOptionalHeader(const tString& name) const;
+  [[noreturn]] void raiseIncludeLimit(const char* limit);
+
+  // Phase 1.
+  void parseText();
+  void finishText();
+  void includeStandardHeader();
+  void placeError(int line, tString& text);
+  void placeScannerError(const SSException& failure);
+  void passPlainLines();
+  void countSkippedDirective(eConditional directive, int line);
+  void takeConditional(eConditional directive, std::string_view name, int line);
+  SSLexLexeme* scannedLexeme();
+  void noteDelivered(const SSLexLexeme& lexeme);
+  int lineCount() const;
+  int ownLineCount() const;
+
+  // Directive actions (korelprered.cpp).
+  tKorelPreStackElement& part(unsigned index);
+  int lineOf(unsigned index);
+  tKorelPreStackElement* makeToken(unsigned production);
+  tKorelPreStackElement* takeOver(unsigned index);
+  tKorelPreStackElement* makeName(unsigned index);
+  tKorelPreStackElement* reduceValue(unsigned production, unsigned size);
+  void reduceDirective(unsigned production);
+  void reduceSkipped(unsigned production);
+  void attachStatement(tKorelPreStackElement& list);
+  void doInclude(int line, const tString& name);
+  void doDefine(int line, const tSpcString& name, tAutoArray<tSpcString>& value);
+  void removeSingleDefine(const tString& name);
+  void removeDynamicDefines(const tString& name);
+  bool searchInclude(const tString& name) const;
+  void noteIncluded(const tString& name);
+
+  // Phase 2.
+  void walkIncludesOnly(tString& output, int& depth);
+  void walkLines(tString& output, int& depth);
+  void writeOpeningMarker(tString& output);
+  void enterDefine(tSourceLine& entry);
+  void processPlain(int line, tPlainWriter& writer, tString& output);
+  bool rewriteOnce(tTknString& statement);
+  bool applyAt(tXChgArray& table, tTknString& statement, int index);
+
+  KorelPreYaccClass* root_;
+  KorelPreYaccClass* includer_ = nullptr;
+  std::unique_ptr<tSharedState> ownShared_;  // in the root
+  tSharedState& shared_;
+
+  // The file.
+  tString fileName_;
+  tString foundDirectory_;
+  tString requestedName_;
+  tString resolvedName_;
+  tString currentDirectory_;
+  tString text_;
+  tSourceCode source_;
+  tAutoArray<tInclude> includes_;
+  std::unordered_set<std::string> includedNames_;  // here and below, in upper case
+  int depth_ = 0;                                  // of includes; 0 for the main file
+  int currentLine_ = 0;
+  std::uint8_t includeMode_ = 0;
+  // Kept next to each other: who writes the first also clears the second.
+  std::uint8_t extendedSource_ = 0;
+  std::uint8_t headerMissing_ = 0;
+  std::uint8_t skip_ = 0;
+  bool inCycle_ = false;
+  bool headerDone_ = false;
+  tAutoArray<tIFDef> conditionals_;
+
+  // The scan of the file.
+  std::unique_ptr<SSLexConsumer> consumer_;
+  std::unique_ptr<KorelPreLexClass> lexer_;
+  SSRef<SSLexLexeme> held_;  // to be delivered next
+  bool atLineStart_ = true;
+  bool anyDelivered_ = false;
+  bool inSql_ = false;
+  int lastTokenLine_ = 0;
+};
+
+}  // namespace precomp

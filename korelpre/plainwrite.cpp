@@ -1,0 +1,216 @@
+// The statement is copied in stretches as long as possible. `copied` is the point up to which the
+// source has been written; words are only looked at for their first two bytes, which is enough to
+// dismiss nearly all of them. A comment or a continuation opens a gap: the blanks around it are
+// collected in the output and count as the spacing of the token that follows; at the statement's
+// end they vanish.
+
+#include "korelpre/plainwrite.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "korelpre/bytekinds.h"
+#include "korelpre/expansion.h"
+#include "korelpre/korelprecls.h"
+#include "korelpre/ruletable.h"
+#include "lib_base/misc.h"
+
+namespace precomp {
+
+namespace {
+
+enum eByte : std::uint8_t {
+  kOther,
+  kWordStart,
+  kDigit,
+  kQuote,
+  kMaybeComment,
+  kSemicolon,
+  kLineEnd
+};
+
+constexpr std::array<eByte, 256> makeBytes() {
+  std::array<eByte, 256> bytes{};
+  for (unsigned c = 0; c < 256; ++c) {
+    const char byte = static_cast<char>(c);
+    if (isLetter(byte) || byte == '_') bytes[c] = kWordStart;
+    if (isDigit(byte)) bytes[c] = kDigit;
+  }
+  bytes['"'] = bytes['\''] = kQuote;
+  bytes['/'] = bytes['&'] = kMaybeComment;
+  bytes[';'] = kSemicolon;
+  bytes['\r'] = bytes['\n'] = kLineEnd;
+  return bytes;
+}
+
+constexpr std::array<eByte, 256> kBytes = makeBytes();
+
+eByte byteAt(const char* p) {
+  return kBytes[static_cast<unsigned char>(*p)];
+}
+
+// Words that are part of a longer token: ".T.", "FIELD->", "M->", "->END".
+bool joinsLongerToken(const char* word, const char* wordEnd, const char* start) {
+  const std::string_view text(word, static_cast<std::size_t>(wordEnd - word));
+  if (word > start && word[-1] == '.' && *wordEnd == '.') return true;
+  if (word > start && word[-1] == '>' && equalNoCase(text, "end")) return true;
+  return wordEnd[0] == '-' && wordEnd[1] == '>' &&
+         (equalNoCase(text, "field") || equalNoCase(text, "m"));
+}
+
+// A statement that has been rewritten and grows past this goes the slow way, which knows the
+// limits.
+constexpr std::size_t kLargestQuick = 65536;
+
+void stripBlanks(tString& output, std::size_t from) {
+  std::size_t size = output.size();
+  while (size > from && isBlank(output.data()[size - 1])) --size;
+  output.resize(size);
+}
+
+}  // namespace
+
+struct tPlainWriter::tCursor {
+  const char* start;
+  const char* end;
+  const char* p;       // the next byte to look at
+  const char* copied;  // the source up to here has been written
+  tString& output;
+  std::size_t begin;                // of the statement in the output
+  std::size_t gap = tString::npos;  // where the open gap begins in the output
+  bool gapBehindToken = false;
+  int rewrites = 0;
+
+  void copyTo(const char* to) {
+    if (to > copied) output.append({copied, static_cast<std::size_t>(to - copied)});
+    copied = to;
+  }
+  void skipTo(const char* to) { p = copied = to; }
+};
+
+tPlainWriter::tPlainWriter(KorelPreYaccClass& processor) : defines_(*processor.defines()) {}
+
+bool tPlainWriter::write(const char* start, const char* end, tString& output) {
+  tCursor at{start, end, start, start, output, output.size()};
+  const std::size_t begin = output.size();
+  for (;;) {
+    if (at.gap != tString::npos) settleGap(at);
+    while (byteAt(at.p) == kOther) ++at.p;
+    switch (byteAt(at.p)) {
+      case kWordStart:
+      case kDigit:
+        if (!passWord(at)) {
+          output.resize(begin);
+          return false;
+        }
+        break;
+      case kLineEnd:
+        at.copyTo(at.p);
+        stripBlanks(output, begin);
+        output.append('\n');
+        return true;
+      default:
+        passSpecial(at);
+    }
+  }
+}
+
+bool tPlainWriter::passWord(tCursor& at) {
+  const char* word = at.p;
+  const char* p = word + 1;
+  while (isWordByte(*p)) ++p;
+  at.p = p;
+  if (isDigit(*word)) {
+    // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
+    for (const char* digit = word; digit < p; ++digit) {
+      if (!isDigit(*digit)) return false;
+    }
+    return true;
+  }
+  if (!defines_.index().gate().passes(word[0], p - word > 1 ? word[1] : '\0')) return true;
+  tIndexedName* name = defines_.index().find({word, static_cast<std::size_t>(p - word)});
+  if (name == nullptr) return true;
+  if (joinsLongerToken(word, p, at.start)) return false;
+  at.copyTo(word);
+  return replaceName(at, p, *name);
+}
+
+bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
+  if (!expandName(defines_.index(), name)) return false;
+  at.rewrites += name.rewrites;
+  if (at.rewrites > kMostRewrites) return false;
+  if (name.text.empty()) {
+    stripBlanks(at.output, at.begin);
+  } else {
+    at.output.append(name.text);
+  }
+  at.skipTo(wordEnd);
+  return at.output.size() - at.begin <= kLargestQuick;
+}
+
+void tPlainWriter::passSpecial(tCursor& at) {
+  const char* p = at.p;
+  switch (byteAt(p)) {
+    case kQuote: {
+      const void* closing = std::memchr(p + 1, *p, static_cast<std::size_t>(at.end - p - 1));
+      at.p = static_cast<const char*>(closing) + 1;
+      return;
+    }
+    case kMaybeComment:
+      if (p[0] == p[1]) {
+        openGap(at, static_cast<const char*>(
+                        std::memchr(p, '\n', static_cast<std::size_t>(at.end - p))));
+        return;
+      }
+      if (p[0] == '/' && p[1] == '*') {
+        for (p += 2; p[0] != '*' || p[1] != '/';) ++p;
+        openGap(at, p + 2);
+        return;
+      }
+      break;
+    case kSemicolon: {
+      const char* after = skipBlanks(p + 1, at.end);
+      const bool continues =
+          byteAt(after) == kLineEnd || (byteAt(after) == kMaybeComment && after[0] == after[1]);
+      if (continues) {
+        openGap(at, static_cast<const char*>(
+                        std::memchr(after, '\n', static_cast<std::size_t>(at.end - after))) +
+                        1);
+        return;
+      }
+      break;
+    }
+    default:
+      break;
+  }
+  if (at.gap != tString::npos) closeGap(at);
+  ++at.p;
+}
+
+void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
+  const bool behindToken = at.copied != at.start || skipBlanks(at.start, at.p) != at.p;
+  at.copyTo(at.p);
+  if (at.gap == tString::npos) {
+    at.gapBehindToken = behindToken;
+    std::size_t size = at.output.size();
+    while (size > at.begin && isBlank(at.output.data()[size - 1])) --size;
+    at.gap = size;
+  }
+  at.skipTo(gapEnd);
+}
+
+void tPlainWriter::settleGap(tCursor& at) {
+  at.p = skipBlanks(at.p, at.end);
+  const eByte byte = byteAt(at.p);
+  if (byte != kLineEnd && byte != kMaybeComment && byte != kSemicolon) closeGap(at);
+}
+
+void tPlainWriter::closeGap(tCursor& at) {
+  at.copyTo(at.p);
+  if (at.output.size() == at.gap && at.gapBehindToken) at.output.append(' ');
+  at.gap = tString::npos;
+}
+
+}  // namespace precomp

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+
+#include "lib_base/stringz.h"
+
+namespace precomp {
+
+class KorelPreYaccClass;
+class tXChgArray;
+struct tIndexedName;
+
+/// Writes statements that are still spans of their source, without making tokens of them.
+///
+/// The text written is what the statement's tokens would give: comments and continuations become
+/// the blanks between two tokens, blanks at the end vanish, and a name that a plain #define stands
+/// for is replaced by what it finally becomes.
+class tPlainWriter {
+ public:
+  explicit tPlainWriter(KorelPreYaccClass& processor);
+
+  /// Appends the statement that starts at `start` (a logical line that scanLine called plain) and a
+  /// line feed to `output`. Returns false, with `output` as it was, when a rule may apply that only
+  /// the token by token rewriting can judge.
+  bool write(const char* start, const char* end, tString& output);
+
+ private:
+  struct tCursor;
+
+  bool passWord(tCursor& at);
+  void passSpecial(tCursor& at);
+  void settleGap(tCursor& at);
+  void closeGap(tCursor& at);
+  void openGap(tCursor& at, const char* gapEnd);
+  bool replaceName(tCursor& at, const char* wordEnd, tIndexedName& name);
+
+  tXChgArray& defines_;
+};
+
+}  // namespace precomp

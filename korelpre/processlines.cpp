@@ -1,0 +1,115 @@
+// Phase 2: the walk over the lines. Every line gives one output line; "#line" markers are written
+// only where the output stops following the source: where an included file begins, and behind it.
+
+#include "korelpre/korelprecls.h"
+#include "korelpre/plainwrite.h"
+#include "korelpre/tokenise.h"
+
+namespace precomp {
+
+namespace {
+
+void endLine(tString& output) {
+  if (!output.empty() && output[output.size() - 1] != '\n') output.append('\n');
+}
+
+void removeTrailingLineFeeds(tString& output) {
+  std::size_t size = output.size();
+  while (size > 0 && output.data()[size - 1] == '\n') --size;
+  output.resize(size);
+}
+
+void appendMarker(tString& output, int line, std::string_view name) {
+  endLine(output);
+  output.append(tString::format("#line %d \"", line)).append(name).append("\"\n");
+}
+
+}  // namespace
+
+void KorelPreYaccClass::processLines(tString& output, int& depth) {
+  ++depth;
+  if (root_ == this) output.reserve(output.size() + text_.size() + text_.size() / 64);
+  if (includeMode_ != 0) writeOpeningMarker(output);
+  if (includeMode_ != 0 && !source_.hasStatements()) {
+    walkIncludesOnly(output, depth);
+  } else {
+    walkLines(output, depth);
+  }
+  removeTrailingLineFeeds(output);
+  --depth;
+}
+
+void KorelPreYaccClass::writeOpeningMarker(tString& output) {
+  removeTrailingLineFeeds(output);
+  tString name = fileName_;
+  if (name.find(foundDirectory_) == tString::npos) name.insert(0, foundDirectory_);
+  appendMarker(output, 1, name);
+}
+
+void KorelPreYaccClass::walkIncludesOnly(tString& output, int& depth) {
+  bool pending = false;
+  for (int line = 1; line <= source_.count(); ++line) {
+    if (!source_.hasContent(line)) continue;
+    if (pending) appendMarker(output, line, requestedName_);
+    pending = false;
+    if (source_.kind(line) != tSourceCode::kEntry) continue;
+    tInclude* include = source_.entryAt(line).include;
+    if (include == nullptr) continue;
+    include->processor().processLines(output, depth);
+    pending = true;
+  }
+}
+
+void KorelPreYaccClass::walkLines(tString& output, int& depth) {
+  const tString& name = root_ == this ? fileName_ : requestedName_;
+  tPlainWriter writer(*this);
+  bool pending = false;
+  for (int line = 1; line <= source_.count(); ++line) {
+    if (pending && source_.hasContent(line)) {
+      appendMarker(output, line, name);
+      pending = false;
+    }
+    switch (source_.kind(line)) {
+      case tSourceCode::kPlain:
+        processPlain(line, writer, output);
+        continue;
+      case tSourceCode::kEntry:
+        break;
+      default:
+        output.append('\n');
+        continue;
+    }
+    tSourceLine& entry = source_.entryAt(line);
+    currentLine_ = line;
+    if (entry.pendingDefine != nullptr) {
+      enterDefine(entry);
+      output.append('\n');
+    } else if (entry.include != nullptr) {
+      entry.include->processor().processLines(output, depth);
+      pending = true;
+    } else {
+      processLine(entry, output);
+    }
+  }
+  if (pending) appendMarker(output, source_.count() + 1, name);
+}
+
+void KorelPreYaccClass::enterDefine(tSourceLine& entry) {
+  tBaseXChg* rule = entry.pendingDefine.get();
+  removeSingleDefine(rule->key());
+  dynDefines()->forget(rule);
+  rule->setLineEntry(nullptr);
+  defines()->Add(entry.pendingDefine.release());
+}
+
+void KorelPreYaccClass::processPlain(int line, tPlainWriter& writer, tString& output) {
+  const char* const end = text_.data() + text_.size();
+  const char* const start = text_.data() + source_.offset(line);
+  if (writer.write(start, end, output)) return;
+  currentLine_ = line;
+  tTknString statement(line);
+  tokenisePlain(start, end, line, statement);
+  processLine(statement, output);
+}
+
+}  // namespace precomp

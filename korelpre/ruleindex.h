@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "korelpre/wordgate.h"
+#include "lib_base/stringz.h"
+
+namespace precomp {
+
+class tBaseXChg;
+
+/// What a table of defines knows of one name.
+struct tIndexedName {
+  tString name;
+  std::uint32_t hash = 0;
+  int rules = 0;              // rules of that name in the table
+  tBaseXChg* rule = nullptr;  // the only one, or the latest
+
+  // The text that a use of the name finally becomes, worked out when first asked for and valid
+  // for one generation of the table.
+  std::uint64_t generation = 0;
+  bool plain = false;  // false: uses have to be rewritten token by token
+  int rewrites = 0;    // how many rewrites lead to the text
+  tString text;        // without the spacing of its first token
+};
+
+/// Finds the rules of a word at once, byte for byte, and dismisses most words by their first two
+/// bytes. Belongs to a rule table, which tells it of every change.
+class tRuleIndex {
+ public:
+  const tWordGate& gate() const { return gate_; }
+  /// Null when the table has no rule of that name.
+  tIndexedName* find(std::string_view name);
+  /// Changes whenever the table does; never 0.
+  std::uint64_t generation() const { return generation_; }
+
+  void added(tBaseXChg* rule);
+  /// `latest` is the rule of the same key that now stands last, or null.
+  void removed(tBaseXChg* rule, tBaseXChg* latest);
+  void clear();
+
+ private:
+  tIndexedName& entryFor(std::string_view name, std::uint32_t hash);
+  void grow();
+
+  tWordGate gate_;
+  std::vector<tIndexedName> names_;
+  std::vector<std::uint32_t> slots_;  // index into names_ + 1; 0 for none
+  std::uint64_t generation_ = 1;
+};
+
+}  // namespace precomp

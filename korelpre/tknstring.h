@@ -1,0 +1,132 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "lib_base/list.h"
+#include "lib_base/stringz.h"
+
+namespace precomp {
+
+class KorelPreYaccClass;
+
+/// One token of a statement: its text, the blanks that stood before it, and what it is.
+class tSpcString : public tString {
+ public:
+  tSpcString() noexcept = default;
+  explicit tSpcString(const tString& text) : tString(text) {}
+  tSpcString(std::size_t count, char c) : tString(count, c) {}
+  /// Copies text, kind, spacing and line.
+  // Kept on purpose: aux is not copied.
+  tSpcString(const tSpcString& other)
+      : tString(other), spacing_(other.spacing_), kind_(other.kind_), line_(other.line_) {}
+  tSpcString& operator=(const tSpcString& other);
+  virtual ~tSpcString() = default;
+
+  const tString& spacing() const { return spacing_; }
+  void setSpacing(const tString& spacing) { spacing_ = spacing; }
+  void setText(const tString& text) { tString::operator=(text); }
+
+  /// The production that made the token (see tokenkinds.h); 0 for a token made from bare text.
+  std::uint32_t kind() const { return kind_; }
+  void setKind(std::uint32_t kind) { kind_ = kind; }
+  /// The scanner's number of the token.
+  std::uint32_t aux() const { return aux_; }
+  void setAux(std::uint32_t aux) { aux_ = aux; }
+  /// The line of its source on which the token stood, from 1; 0 when a rule made it.
+  std::uint32_t line() const { return line_; }
+  void setLine(std::uint32_t line) { line_ = line; }
+
+  static void* operator new(std::size_t size);
+  static void operator delete(void* block) noexcept;
+
+ private:
+  tString spacing_;
+  std::uint32_t kind_ = 0;
+  std::uint32_t aux_ = 0;
+  std::uint32_t line_ = 0;
+};
+
+/// A statement: its tokens, a cursor that the matcher moves, and the replacement being built.
+class tTknString {
+ public:
+  /// `origin` is a number of the owner's; the line of the statement, from 1, in a line list.
+  explicit tTknString(int origin = 0) : origin_(origin) {}
+  /// An empty statement with the other's origin.
+  explicit tTknString(const tTknString& other) : origin_(other.origin_) {}
+  tTknString& operator=(const tTknString&) = delete;
+  virtual ~tTknString() = default;
+
+  /// The cursor when it is below the token count, otherwise -1.
+  int curTokenIdx() const { return cursor_ < count() ? cursor_ : -1; }
+  /// Stores `index` when it is a token's, otherwise -1.
+  void curTokenIdx(int index) { cursor_ = index >= 0 && index < count() ? index : -1; }
+  /// Steps the stored cursor, which is not clamped: stepping on from -1 lands on the first token,
+  /// stepping back from one past the end on the last.
+  int nextTokenIdx() {
+    ++cursor_;
+    return curTokenIdx();
+  }
+  int prevTokenIdx() {
+    --cursor_;
+    return curTokenIdx();
+  }
+  bool endOfTokens() const { return cursor_ >= count(); }
+
+  int count() const { return tokens_.count(); }
+  /// A token that does not exist is answered by an empty one, emptied again at each such answer.
+  tSpcString& getToken(int index) {
+    return index >= 0 && index < count() ? tokens_[index] : emptyToken();
+  }
+  /// A negative cursor is a fatal error.
+  tSpcString& curToken() { return cursor_ < count() ? tokens_[cursor_] : emptyToken(); }
+  tSpcString& nextToken() { return cursor_ + 1 < count() ? tokens_[cursor_ + 1] : emptyToken(); }
+  tSpcString& lastNewToken() {
+    return newTokens_.empty() ? emptyToken() : newTokens_[newTokens_.count() - 1];
+  }
+
+  tAutoArray<tSpcString>& tokens() { return tokens_; }
+  const tAutoArray<tSpcString>& tokens() const { return tokens_; }
+  tAutoArray<tSpcString>& newTokens() { return newTokens_; }
+
+  int origin() const { return origin_; }
+  void setOrigin(int origin) { origin_ = origin; }
+  /// The index at which the replacement in progress began; -1 when none is in progress or its
+  /// first literal has been written.
+  int replacementStart() const { return replacementStart_; }
+  void setReplacementStart(int start) { replacementStart_ = start; }
+
+  /// Puts the new tokens in the place of the matched stretch, which reaches from `start` to the
+  /// token before the cursor (to the end when there is no token before it), or in the place of the
+  /// whole statement when `start` is negative; the first new token then takes the spacing of the
+  /// statement's first. The new-token list is empty afterwards.
+  void doReset(KorelPreYaccClass* processor, int start);
+
+  /// Appends each token's spacing and text: the tokens as they are, or as they were when
+  /// keepOriginal() was called (if it was).
+  void appendText(tString& text, bool original = false) const;
+  /// Keeps a copy of the tokens as they are now.
+  void keepOriginal();
+  /// Statements that continue this one. Owned.
+  tAutoArray<tTknString>& continuations() { return continuations_; }
+  const tAutoArray<tTknString>& continuations() const { return continuations_; }
+  /// The sum of the tokens' sizes and spacings, in bytes.
+  std::size_t textSize() const;
+
+ private:
+  tSpcString& emptyToken() {
+    emptyToken_.clear();
+    return emptyToken_;
+  }
+
+  int cursor_ = 0;
+  tSpcString emptyToken_;
+  int origin_;
+  int replacementStart_ = -1;
+  tAutoArray<tSpcString> tokens_;
+  tAutoArray<tSpcString> newTokens_;
+  tAutoArray<tSpcString> original_;
+  tAutoArray<tTknString> continuations_;
+};
+
+}  // namespace precomp

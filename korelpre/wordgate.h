@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace precomp {
+
+/// Dismisses words that no rule can start with by their first two bytes.
+class tWordGate {
+ public:
+  void clear() { bits_.fill(0); }
+  void add(std::string_view word) {
+    if (word.empty()) return;
+    const unsigned pair = pairOf(word[0], word.size() > 1 ? word[1] : '\0');
+    bits_[pair >> 6] |= std::uint64_t{1} << (pair & 63);
+  }
+  /// `second` is 0 for a word of one byte. False when no added word begins so.
+  bool passes(char first, char second) const {
+    const unsigned pair = pairOf(first, second);
+    return ((bits_[pair >> 6] >> (pair & 63)) & 1) != 0;
+  }
+
+ private:
+  static unsigned pairOf(char first, char second) {
+    return static_cast<unsigned>(static_cast<unsigned char>(first)) << 8 |
+           static_cast<unsigned char>(second);
+  }
+
+  std::array<std::uint64_t, 1024> bits_{};
+};
+
+}  // namespace precomp

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "korelpre/korelpre.h"
+#include "lib_base/diskman.h"
+#include "lib_base/output.h"
+
+/// What came out of a session.
+struct tPreprocessed {
+  std::string text;     // lines separated by "\n"
+  std::string error;    // empty when nothing failed
+  std::string printed;  // what the session wrote to its sink
+};
+
+using tFiles = std::initializer_list<std::pair<std::string_view, std::string_view>>;
+
+class tStringSink : public tOutputSink {
+ public:
+  void write(std::string_view written) override { text.append(written); }
+  std::string text;
+};
+
+/// Preprocesses "main.prw" of the given files; "std.ch" is empty unless it is among them.
+inline tPreprocessed preprocessFiles(tFiles files, std::initializer_list<const char*> options = {},
+                                     bool plainLines = true) {
+  tDiskManMemory disk;
+  disk.put("std.ch", "");
+  for (const auto& [name, text] : files) disk.put(name, text);
+  tAutoArray<tString> list;
+  for (const char* option : options) list.add(new tString(option));
+  list.add(new tString("-Fmain.prw"));
+
+  tStringSink sink;
+  const tOutputScope scope(sink);
+  precomp::KorelPre16 session(disk);
+  session.setPlainLines(plainLines);
+  session.Init(list, 1);
+  tString output;
+  tString error;
+  session.doIt(output, error);
+  return {std::string(output.view()), std::string(error.view()), sink.text};
+}
+
+inline tPreprocessed preprocess(std::string_view source,
+                                std::initializer_list<const char*> options = {}) {
+  return preprocessFiles({{"main.prw", source}}, options);
+}
