@@ -196,8 +196,9 @@ void KorelPreYaccClass::includeStandardHeader() {
   headerDone_ = true;
   if (!includes_.empty()) return;
   auto header = std::make_unique<tInclude>(0, shared_.standardHeader, *this);
-  const bool read = header->process();
-  if (read) includes_.add(header.release());
+  if (!header->process()) return;
+  noteIncluded(header->name());
+  includes_.add(header.release());
 }
 
 void KorelPreYaccClass::printLine(const tTknString& statement, unsigned char original) {

@@ -31,6 +31,13 @@ enum eProduction : unsigned {
   kElse = 24,
   kEndif = 25,
   kStdoutAlone = 27,
+  kMatchPatternStart = 28,
+  kMatchPatternMore = 29,
+  kMatchToken = 31,
+  kResultPattern = 32,
+  kResultElementsStart = 35,
+  kResultElementsMore = 36,
+  kResultToken = 38,
   kTokenListStart = 39,
   kTokenListMore = 40,
   kSpcIdentSpc = 41,
@@ -49,6 +56,26 @@ enum eProduction : unsigned {
 bool isDirectiveProduction(unsigned production) {
   return (production >= kInclude && production <= kDefineParams) ||
          (production >= kUndef && production <= kStdoutAlone);
+}
+
+bool startsList(unsigned production) {
+  return production == kTokenListStart || production == kParamListStart ||
+         production == kMatchPatternStart || production == kResultElementsStart;
+}
+
+bool continuesList(unsigned production) {
+  return production == kTokenListMore || production == kParamListMore ||
+         production == kMatchPatternMore || production == kResultElementsMore;
+}
+
+// Whether every "[" that opens a group has its "]".
+bool groupsAreBalanced(const tAutoArray<tSpcString>& elements) {
+  int depth = 0;
+  for (int i = 0; i < elements.count() && depth >= 0; ++i) {
+    if (elements[i].kind() == kKindBracketOpen) ++depth;
+    if (elements[i].kind() == kKindBracketClose) --depth;
+  }
+  return depth == 0;
 }
 
 // Of productions 41 to 52 the even ones have no blanks in front.
@@ -138,14 +165,18 @@ tKorelPreStackElement* KorelPreYaccClass::makeName(unsigned index) {
 }
 
 tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsigned size) {
-  if (production == kTokenListMore || production == kParamListMore) {
+  if (continuesList(production)) {
     part(0).add(part(size - 1).token());
     return takeOver(0);
   }
-  if (production == kTokenListStart || production == kParamListStart) {
+  if (startsList(production)) {
     auto* result = new tKorelPreStackElement;
     result->add(part(0).token());
     return result;
+  }
+  if (production == kMatchToken || production == kResultToken ||
+      (production >= kResultPattern && production <= kResultPattern + 1)) {
+    return takeOver(0);
   }
   if (production == kTokenKeyword) {
     part(0).token().setKind(kKindKeyword);
@@ -215,7 +246,12 @@ void KorelPreYaccClass::reduceDirective(unsigned production) {
       break;
     default:
       // #undef, #error and #stdout have no effect. Kept on purpose: #undef removes no rule.
-      if (production >= kCommand && production <= kXTranslate) source_.addDirective(line);
+      if (production >= kCommand && production <= kXTranslate) {
+        if (!groupsAreBalanced(part(1).list()) || !groupsAreBalanced(part(3).list())) {
+          exceptionAt(2001, line, nullptr);
+        }
+        source_.addDirective(line);
+      }
       break;
   }
 }
