@@ -1,6 +1,7 @@
 #include "lib_base/diskman.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,7 +16,10 @@ namespace {
 class tLocalFile : public tFile {
  public:
   explicit tLocalFile(int handle) : handle_(handle) {}
-  ~tLocalFile() override { closeHandle(); }
+  ~tLocalFile() override {
+    closeHandle();
+    if (lock_ >= 0) ::close(lock_);
+  }
   tLocalFile(const tLocalFile&) = delete;
   tLocalFile& operator=(const tLocalFile&) = delete;
 
@@ -52,6 +56,16 @@ class tLocalFile : public tFile {
     return !lost_;
   }
 
+  /// Locks the file until this object goes. False when it has been removed meanwhile. A file system
+  /// without locks does without.
+  bool lock() {
+    while (::flock(handle_, LOCK_EX) != 0 && errno == EINTR) {
+    }
+    lock_ = ::fcntl(handle_, F_DUPFD_CLOEXEC, 0);
+    struct stat status {};
+    return ::fstat(handle_, &status) != 0 || status.st_nlink > 0;
+  }
+
  private:
   void closeHandle() {
     if (handle_ >= 0 && ::close(handle_) != 0) lost_ = true;
@@ -59,10 +73,11 @@ class tLocalFile : public tFile {
   }
 
   int handle_;
+  int lock_ = -1;  // shares the lock of handle_ and outlives it
   bool lost_ = false;
 };
 
-std::unique_ptr<tFile> openLocal(const char* name, int flags) {
+std::unique_ptr<tLocalFile> openLocal(const char* name, int flags) {
   constexpr mode_t kMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
   int handle;
   do {
@@ -131,9 +146,26 @@ std::unique_ptr<tFile> tDiskManLocal::create(const char* name) {
 std::unique_ptr<tFile> tDiskManLocal::createNew(const char* name, bool& exists) {
   exists = false;
   if (!name) return nullptr;
-  auto file = openLocal(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
-  exists = !file && errno == EEXIST;
-  return file;
+  for (;;) {
+    auto file = openLocal(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+    exists = !file && errno == EEXIST;
+    // Before it was locked, someone may have taken it for a leftover.
+    if (!file || file->lock()) return file;
+  }
+}
+
+bool tDiskManLocal::removeLeftover(const char* name) {
+  if (!name) return false;
+  struct stat named {};
+  if (::lstat(name, &named) != 0) return false;
+  if (!isRegular(named)) return ::unlink(name) == 0;  // a link, say: never made by createNew
+  const int handle = ::open(name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (handle < 0) return false;
+  const tLocalFile file(handle);
+  struct stat opened {};
+  return ::flock(handle, LOCK_EX | LOCK_NB) == 0 && ::fstat(handle, &opened) == 0 &&
+         ::lstat(name, &named) == 0 && named.st_dev == opened.st_dev &&
+         named.st_ino == opened.st_ino && ::unlink(name) == 0;
 }
 
 bool tDiskManLocal::exists(const char* name) {

@@ -41,8 +41,12 @@ class tDiskMan {
   /// Creates a file for writing and empties an existing one; null on failure.
   virtual std::unique_ptr<tFile> create(const char* name) = 0;
   /// Creates a file that must not exist yet, never through a link; null on failure, with `exists`
-  /// telling whether something of that name stood in the way.
+  /// telling whether something of that name stood in the way. While the returned object lives,
+  /// closed or not, removeLeftover leaves the file alone.
   virtual std::unique_ptr<tFile> createNew(const char* name, bool& exists) = 0;
+  /// Removes a file that createNew made and no living object holds any more: what a killed process
+  /// has left. False when it is in use or cannot be removed.
+  virtual bool removeLeftover(const char* name) = 0;
   /// True for a regular file.
   virtual bool exists(const char* name) = 0;
   virtual bool remove(const char* name) = 0;
@@ -59,6 +63,7 @@ class tDiskManLocal : public tDiskMan {
   std::unique_ptr<tFile> open(const char* name) override;
   std::unique_ptr<tFile> create(const char* name) override;
   std::unique_ptr<tFile> createNew(const char* name, bool& exists) override;
+  bool removeLeftover(const char* name) override;
   bool exists(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
@@ -72,6 +77,7 @@ class tDiskManMemory : public tDiskMan {
   std::unique_ptr<tFile> open(const char* name) override;
   std::unique_ptr<tFile> create(const char* name) override;
   std::unique_ptr<tFile> createNew(const char* name, bool& exists) override;
+  bool removeLeftover(const char* name) override;
   bool exists(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
@@ -114,6 +120,7 @@ class tDiskManOverlay : public tDiskMan {
   std::unique_ptr<tFile> open(const char* name) override;
   std::unique_ptr<tFile> create(const char* name) override;
   std::unique_ptr<tFile> createNew(const char* name, bool& exists) override;
+  bool removeLeftover(const char* name) override;
   bool exists(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;

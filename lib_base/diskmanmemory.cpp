@@ -98,6 +98,13 @@ std::unique_ptr<tFile> tDiskManMemory::createNew(const char* name, bool& exists)
   return exists ? nullptr : create(name);
 }
 
+bool tDiskManMemory::removeLeftover(const char* name) {
+  const auto at = files_.find(normalised(name));
+  if (at == files_.end() || at->second.bytes.use_count() > 1) return false;
+  files_.erase(at);
+  return true;
+}
+
 bool tDiskManMemory::exists(const char* name) {
   return files_.contains(normalised(name));
 }
@@ -234,6 +241,12 @@ std::unique_ptr<tFile> tDiskManOverlay::createNew(const char* name, bool& exists
   if (!file) return below_.createNew(name, exists);
   exists = file->bytes != nullptr;
   return exists ? nullptr : create(name);
+}
+
+bool tDiskManOverlay::removeLeftover(const char* name) {
+  const tKept* file = kept(name);
+  if (!file) return below_.removeLeftover(name);
+  return file->bytes.use_count() == 1 && remove(name);
 }
 
 bool tDiskManOverlay::exists(const char* name) {
