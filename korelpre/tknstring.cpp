@@ -39,7 +39,7 @@ thread_local tTokenPool tokenPool;
 
 }  // namespace
 
-void* tSpcString::operator new(std::size_t size) {
+[[gnu::noinline]] void* tSpcString::operator new(std::size_t size) {
   if (kPooled && size == sizeof(tSpcString) && tokenPool.free != nullptr) {
     tTokenPool::tBlock* block = tokenPool.free;
     tokenPool.free = block->next;
@@ -50,7 +50,7 @@ void* tSpcString::operator new(std::size_t size) {
   return block;
 }
 
-void tSpcString::operator delete(void* block) noexcept {
+[[gnu::noinline]] void tSpcString::operator delete(void* block) noexcept {
   if (!kPooled || block == nullptr) {
     std::free(block);
     return;
