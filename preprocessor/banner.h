@@ -1,0 +1,4 @@
+#pragma once
+
+/// Prints name, version, build time and owner.
+void printBanner();

@@ -1,0 +1,21 @@
+#include "preprocessor/failure.h"
+
+#include <exception>
+
+#include "lib_base/fatal.h"
+#include "lib_base/output.h"
+#include "lib_base/translate.h"
+
+void reportException() {
+  try {
+    throw;
+  } catch (const tFatalError& error) {
+    qdprintf("%s %s %s %s %u\n", error.text(), translate("in file").c_str(), error.unit(),
+             translate("at line").c_str(), error.line());
+  } catch (const std::exception& error) {
+    qdprintf("KOREL %s: %s\n", translate("Preprocessor").c_str(), error.what());
+  } catch (...) {
+    qdprintf("KOREL %s: %s\n", translate("Preprocessor").c_str(),
+             translate("unknown failure").c_str());
+  }
+}

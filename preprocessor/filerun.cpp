@@ -1,0 +1,227 @@
+#include "preprocessor/filerun.h"
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
+#include "korelpre/korelpre.h"
+#include "lib_base/misc.h"
+#include "lib_base/output.h"
+#include "lib_base/pathname.h"
+#include "lib_base/translate.h"
+#include "preprocessor/failure.h"
+#include "preprocessor/foreign.h"
+#include "preprocessor/linemarkers.h"
+#include "preprocessor/normalise.h"
+#include "preprocessor/outputfile.h"
+#include "preprocessor/sourcekind.h"
+
+namespace {
+
+enum eResult { kDone = 0, kSessionError = 1, kNotNormalised = 15, kInternalFailure = -1 };
+
+/// The names of one file's run. The temporary ones are made from the run's tag.
+struct tFileNames {
+  tString source;           // as the user knows it
+  tString copy;             // the normalised copy, which never leaves the memory
+  tString temporaryOutput;  // until the output is whole
+  tString output;
+  tString temporaryErrors;  // of a host that collects error texts
+  tString errors;
+  bool foreign = false;
+};
+
+tFileNames composeNames(const tRunOptions& options, const tString& sourceName) {
+  tPathParts parts;
+  SplitPath(sourceName, parts);
+  const tSourceKind& kind = sourceKind(parts.extension);
+  tString directory = options.outputDirectory;
+  if (directory.empty()) directory = tString(parts.drive).append(parts.directory);
+  if (!directory.empty() && !directory.view().ends_with('/')) directory += '/';
+
+  const auto composed = [&](const char* pattern, const tString& name, const char* extension) {
+    return tString::format(pattern, directory.c_str(), name.c_str(), extension);
+  };
+  constexpr const char* kTagged = "%skrpre%s%s";
+  constexpr const char* kNamed = "%s%s%s";
+  tFileNames names;
+  names.source = sourceName;
+  // The session takes the name of the copy as an option and cleans it like one.
+  names.copy = normaliseFileName(composed(kTagged, options.tag, kind.temporary));
+  names.temporaryOutput = composed(kTagged, options.tag, ".ppo");
+  names.output = composed(kNamed, parts.base, kind.output);
+  names.temporaryErrors = composed(kTagged, options.tag, kind.error);
+  names.errors = composed(kNamed, parts.base, kind.error);
+  names.foreign = kind.foreign;
+  return names;
+}
+
+/// The run of one file. Each step prints what went wrong in it and returns a result.
+class tFileRun {
+ public:
+  tFileRun(tDiskMan& disk, const tRunOptions& options, const tString& readName,
+           const tString& sourceName)
+      : disk_(disk),
+        options_(options),
+        readName_(readName),
+        names_(composeNames(options, sourceName)) {}
+
+  int run();
+
+ private:
+  int process();
+  int normalise(tDiskManOverlay& files);
+  int preprocess(tDiskManOverlay& files, tString& text);
+  void addIncludePaths(precomp::KorelPre16& session);
+  int write(const tString& text);
+  void finish(int result);
+  bool outputIsSource();
+
+  tDiskMan& disk_;
+  const tRunOptions& options_;
+  tString readName_;
+  tFileNames names_;
+  bool outputIsOurs_ = false;  // and may be removed after a failure
+};
+
+int tFileRun::run() {
+  int result = kInternalFailure;
+  try {
+    result = process();
+  } catch (...) {
+    reportException();
+  }
+  finish(result);
+  return result;
+}
+
+int tFileRun::process() {
+  // A name with a zero byte would be cut by the file layer and mean another file.
+  if (readName_.find(std::string_view("\0", 1)) != tString::npos || outputIsSource()) {
+    qdprintf("KOREL %s %s %s %s...\n", translate("Preprocessor: Cannot copy").c_str(),
+             names_.source.c_str(), translate("to").c_str(), names_.output.c_str());
+    return kNotNormalised;
+  }
+  outputIsOurs_ = true;
+  if (names_.foreign) {
+    const int code = convertForeignSource(readName_, options_.includePath);
+    if (code != 0) return code;
+  }
+  tString text;
+  {
+    tDiskManOverlay files(disk_);
+    files.keepInMemory(names_.copy);
+    if (const int result = normalise(files); result != kDone) return result;
+    if (const int result = preprocess(files, text); result != kDone) return result;
+  }
+  finishLineMarkers(text, names_.copy, names_.source);
+  return write(text);
+}
+
+int tFileRun::normalise(tDiskManOverlay& files) {
+  if (options_.trace) {
+    qdprintf("%s %s %s %s...\n", translate("[TRACE] copying").c_str(), names_.source.c_str(),
+             translate("to").c_str(), names_.copy.c_str());
+  }
+  unsigned char dialogFound = 0;
+  const bool done = AdjustCRLF_and_CreateTemp(files, readName_.c_str(), names_.copy.c_str(),
+                                              dialogFound, names_.source.c_str());
+  return done ? kDone : kNotNormalised;
+}
+
+int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
+  tAutoArray<tString> sessionOptions;
+  for (int i = 0; i < options_.sessionOptions.count(); ++i) {
+    sessionOptions.add(new tString(options_.sessionOptions[i]));
+  }
+  sessionOptions.add(new tString(tString("-F") += names_.copy));
+
+  precomp::KorelPre16 session(files);
+  session.Init(sessionOptions, 0);
+  session.setShownName(names_.source);
+  addIncludePaths(session);
+  if (options_.trace) {
+    qdprintf("%s... %s\n", translate("[TRACE] preprocessing").c_str(), names_.source.c_str());
+  }
+  tString errorText;
+  session.doIt(text, errorText);
+  const bool failed = session.errorCount() > 0 || !errorText.empty();
+  if (options_.trace && failed) {
+    qdprintf("%s %s\n", translate("[TRACE] pre-processor error msg").c_str(), errorText.c_str());
+  }
+  if (options_.trace && !failed) {
+    const std::string_view lines = text;
+    const auto count = std::count(lines.begin(), lines.end(), '\n') + (lines.empty() ? 0 : 1);
+    qdprintf("%s %d\n", translate("[TRACE] generated lines").c_str(), static_cast<int>(count));
+  }
+  return failed ? kSessionError : kDone;
+}
+
+void tFileRun::addIncludePaths(precomp::KorelPre16& session) {
+  if (options_.includePath.empty()) return;
+  if (options_.trace) qdprintf("%s\n", translate("[TRACE] adding include paths").c_str());
+  tAutoArray<tString> directories;
+  splitAt(options_.includePath, ';', directories);
+  while (!directories.empty()) {
+    std::unique_ptr<tString> directory(directories.takeAt(0));
+    if (!directory->empty()) session.IncludePath().add(directory.release());
+  }
+}
+
+int tFileRun::write(const tString& text) {
+  if (options_.trace) {
+    qdprintf("%s %s...\n", translate("[TRACE] creating file").c_str(), names_.output.c_str());
+  }
+  tOutputFile output(disk_, names_.temporaryOutput, names_.output);
+  if (!output.create()) {
+    qdprintf("%s %s. %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
+             translate("Error creating out file").c_str(), names_.output.c_str());
+    return kInternalFailure;
+  }
+  bool done = output.write(text);
+  if (done) {
+    if (options_.trace) {
+      // Kept on purpose: no line end, the report on the file follows on the same line.
+      qdprintf("%s %s %s %s...", translate("[TRACE] Renaming files").c_str(),
+               names_.temporaryOutput.c_str(), translate("to").c_str(), names_.output.c_str());
+    }
+    done = output.rename();
+  }
+  if (done) return kDone;
+  qdprintf("%s %s: %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
+           translate("Error creating").c_str(), names_.output.c_str());
+  return kInternalFailure;
+}
+
+/// Prints the report on the file and leaves nothing of a failed run behind.
+void tFileRun::finish(int result) {
+  if (result != kDone && outputIsOurs_) disk_.remove(names_.output.c_str());
+  if (disk_.exists(names_.temporaryErrors.c_str())) {
+    disk_.rename(names_.temporaryErrors.c_str(), names_.errors.c_str());
+  }
+  const tString korel = translate("KOREL");
+  const tString preprocessor = translate("Preprocessor");
+  const tString precompilation = translate("Precompilation of file");
+  if (result == kDone) {
+    qdprintf("%s %s: %s %s %s.\n", korel.c_str(), preprocessor.c_str(), precompilation.c_str(),
+             names_.source.c_str(), translate("ok").c_str());
+  } else {
+    qdprintf("%s %s. %s %s %s. %s %d\n", korel.c_str(), preprocessor.c_str(),
+             precompilation.c_str(), names_.source.c_str(), translate("with error").c_str(),
+             translate("Exitecode equal to").c_str(), result);
+  }
+}
+
+/// True when the output would take the place of the source.
+bool tFileRun::outputIsSource() {
+  if (!equalNoCase(bareName(names_.source), bareName(names_.output))) return false;
+  const tString source = disk_.resolve(readName_.c_str());
+  return !source.empty() && source == disk_.resolve(names_.output.c_str());
+}
+
+}  // namespace
+
+int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& readName,
+                   const tString& sourceName) {
+  return tFileRun(disk, options, readName, sourceName).run();
+}

@@ -1,0 +1,5 @@
+#include "preprocessor/foreign.h"
+
+int convertForeignSource(tString&, const tString&) {
+  return 0;
+}

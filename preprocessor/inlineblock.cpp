@@ -1,0 +1,7 @@
+#include "preprocessor/inlineblock.h"
+
+bool DoBCPreprocessor(tDiskMan&, tAutoArray<tString>&) {
+  return false;
+}
+
+void ClearTempBCFiles(tDiskMan&, tAutoArray<tString>&) {}

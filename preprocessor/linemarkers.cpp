@@ -1,0 +1,96 @@
+#include "preprocessor/linemarkers.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "lib_base/misc.h"
+#include "lib_base/pathname.h"
+#include "preprocessor/debugsync.h"
+
+namespace {
+
+/// A part of the text to be replaced.
+struct tSpan {
+  std::size_t begin;
+  std::size_t end;
+};
+
+/// Replaces spans around the occurrences of `needle`, from left to right. `measure(at, span)` makes
+/// the span of the occurrence at `at` larger and appends what replaces it to the output; false
+/// leaves that occurrence alone. Most texts hold no occurrence and are only read.
+template <class tMeasure>
+void replaceAround(tString& text, std::string_view needle, tMeasure measure) {
+  std::size_t at = findText(text, needle);
+  if (at == tString::npos) return;
+  tString output;
+  output.reserve(text.size() + text.size() / 64 + 256);
+  const std::string_view whole = text;
+  std::size_t copied = 0;
+  while (at != tString::npos) {
+    tSpan span = {at, at + needle.size()};
+    tString replacement;
+    if (measure(whole, copied, span, replacement)) {
+      output += whole.substr(copied, span.begin - copied);
+      output += replacement;
+      copied = span.end;
+    }
+    at = findText(whole, needle, span.end);
+  }
+  output += whole.substr(copied);
+  text = std::move(output);
+}
+
+void replaceCopyName(tString& text, const tString& copyName, const tString& sourceName) {
+  const tString bare = bareName(copyName);
+  const std::string_view directory = copyName.view().substr(0, copyName.size() - bare.size());
+  replaceAround(text, bare,
+                [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
+                  if (whole.substr(from, span.begin - from).ends_with(directory)) {
+                    span.begin -= directory.size();
+                  }
+                  replacement = sourceName;
+                  return true;
+                });
+}
+
+/// Reads digits between blanks up to ")", from `at` on. Returns the index behind the ")", or npos
+/// when there is anything else. A number that does not fit saturates.
+std::size_t readLineNumber(std::string_view text, std::size_t at, std::int32_t& line) {
+  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+  std::int64_t value = 0;
+  bool digits = false;
+  for (; at < text.size(); ++at) {
+    const char c = text[at];
+    if (c == ' ') continue;
+    if (c == ')' && digits) {
+      line = static_cast<std::int32_t>(value);
+      return at + 1;
+    }
+    if (c < '0' || c > '9') break;
+    value = std::min(value * 10 + (c - '0'), kMost);
+    digits = true;
+  }
+  return tString::npos;
+}
+
+void replaceSynchronizeMarkers(tString& text, const tString& sourceName) {
+  replaceAround(text, kSynchronizeMarker,
+                [&](std::string_view whole, std::size_t, tSpan& span, tString& replacement) {
+                  std::int32_t line = 0;
+                  const std::size_t end = readLineNumber(whole, span.end, line);
+                  if (end == tString::npos) return false;
+                  span.end = end;
+                  replacement = tString::format("#line %d \"%s\"", line, sourceName.c_str());
+                  return true;
+                });
+}
+
+}  // namespace
+
+void finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName) {
+  replaceCopyName(text, copyName, sourceName);
+  text.replaceAll(kIgnoreMarker, tString::format("#line 0 \"%s\"", sourceName.c_str()));
+  replaceSynchronizeMarkers(text, sourceName);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <ctime>
+
+#include "lib_base/autochar.h"
+#include "lib_base/diskman.h"
+
+/// A line of a source may hold this many bytes before its line end.
+constexpr std::size_t kLongestLine = 4095;
+
+/// The clock of the time stamp: the current local time.
+using tClock = std::tm (*)();
+std::tm localTime();
+
+/// Copies a source to `tempName`: BeforePreProcessor rewrites the text, and every line of the copy
+/// ends in "\r\n". An empty source gives an empty copy. Returns false after printing why: the two
+/// names are the same (without regard to case), the source cannot be read, the copy cannot be
+/// written, or a line is longer than kLongestLine; in the last case the lines before it stay in the
+/// copy. `dialogFound` is set when a dialog block was expanded. Messages show `shownName` for the
+/// source when it is given.
+bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
+                               unsigned char& dialogFound, const char* shownName = nullptr);
+
+/// Rewrites the text in `buffer` (which ends in a zero byte): expands the dialog blocks, setting
+/// `dialogFound` when there was one, and puts the time for "__COMPTIMESTAMP__".
+void BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock clock = localTime);

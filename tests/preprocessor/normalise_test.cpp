@@ -1,0 +1,206 @@
+#include "preprocessor/normalise.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "preprocessor/debugsync.h"
+#include "preprocessor/linemarkers.h"
+#include "testrun.h"
+
+namespace {
+
+std::tm januaryThird() {
+  std::tm time = {};
+  time.tm_year = 125;
+  time.tm_mday = 3;
+  time.tm_hour = 7;
+  time.tm_sec = 9;
+  return time;
+}
+
+/// The normalised copy of a source, after a failure the message and what the copy holds.
+std::string normalised(const std::string& source) {
+  tDiskManMemory disk;
+  disk.put("a.prw", source);
+  unsigned char dialogFound = 0;
+  tPrinted printed;
+  const bool done = AdjustCRLF_and_CreateTemp(disk, "a.prw", "a.pw_", dialogFound);
+  EXPECT_EQ(done, printed.text().empty());
+  return printed.text() + fileText(disk, "a.pw_");
+}
+
+std::string rewritten(const std::string& source, bool expectDialog = false) {
+  tAutoChar buffer;
+  buffer.setText(source);
+  unsigned char dialogFound = 0;
+  BeforePreProcessor(buffer, dialogFound, januaryThird);
+  EXPECT_EQ(dialogFound != 0, expectDialog) << source;
+  EXPECT_EQ(buffer.data()[buffer.size() - 1], '\0');
+  return std::string(buffer.text());
+}
+
+std::string hexOf(std::string_view text) {
+  std::string hex;
+  for (const char c : text) hex += tString::format("%02X", static_cast<unsigned char>(c)).view();
+  return hex;
+}
+
+std::string dialog(std::string_view code) {
+  return "//$BEGINDIALOGDEF_X //$DIALOGCODE=" + hexOf(code) + "//$ENDDIALOGDEF_X\r\n";
+}
+
+/// Line ends made alike, one byte at a time.
+std::string withLineEnds(const std::string& text) {
+  std::string result;
+  std::size_t lineStart = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n' && i > 0 && text[i - 1] == '\r') continue;
+    const bool ends = text[i] == '\r' || text[i] == '\n';
+    ends ? result += "\r\n" : result += text[i];
+    if (ends) lineStart = result.size();
+  }
+  return lineStart == result.size() ? result : result + "\r\n";
+}
+
+}  // namespace
+
+TEST(Normalise, EveryLineEndBecomesThePair) {
+  const struct {
+    std::string source, expected;
+  } rows[] = {
+      {"", ""},
+      {"a", "a\r\n"},
+      {"\r\r\n\n\ra\n\r", "\r\n\r\n\r\n\r\na\r\n\r\n"},
+      {std::string("a\0b\n", 4), std::string("a\0b\r\n", 5)},
+      {"a line of more than sixteen bytes\nand\ranother one of that kind\r\n",
+       "a line of more than sixteen bytes\r\nand\r\nanother one of that kind\r\n"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(normalised(row.source), row.expected);
+}
+
+TEST(Normalise, RandomBytesMatchThePlainPass) {
+  std::mt19937 random(4096);
+  for (int round = 0; round < 200; ++round) {
+    const bool large = round % 20 == 0;  // larger than a slice of the copy
+    std::string source(random() % (large ? 150000 : 300), ' ');
+    const auto rarity = 2 + random() % 60;
+    for (char& c : source) {
+      c = random() % rarity == 0 ? "\r\n"[random() % 2] : static_cast<char>(random() % 256);
+    }
+    ASSERT_EQ(normalised(source), withLineEnds(source)) << "round " << round;
+  }
+}
+
+TEST(Normalise, LinesAreLimited) {
+  const std::string longest(4095, 'x');
+  const std::string message = "KOREL Preprocessor: source line TOO BIG - file a.prw line ";
+  EXPECT_EQ(normalised(longest), longest + "\r\n");
+  EXPECT_EQ(normalised(longest + "\n" + longest + "\n"), longest + "\r\n" + longest + "\r\n");
+  EXPECT_EQ(normalised(longest + "x"), message + "0\n");
+  EXPECT_EQ(normalised("a\r\nb\n" + longest + "x\nc\n"), message + "2\na\r\nb\r\n");
+  // The line runs over several slices of the copy.
+  EXPECT_EQ(normalised("a\n" + std::string(100000, 'x')), message + "1\na\r\n");
+}
+
+TEST(Normalise, FailuresSayWhy) {
+  tDiskManMemory disk;
+  disk.put("A.PW_", "text");
+  disk.refuseCreate("b.pw_");
+  unsigned char dialogFound = 0;
+  tPrinted printed;
+  EXPECT_FALSE(AdjustCRLF_and_CreateTemp(disk, "A.PW_", "a.pw_", dialogFound));
+  EXPECT_FALSE(AdjustCRLF_and_CreateTemp(disk, "A.PW_", "b.pw_", dialogFound, "shown"));
+  EXPECT_FALSE(AdjustCRLF_and_CreateTemp(disk, "none", "c.pw_", dialogFound));
+  EXPECT_EQ(printed.text(),
+            "KOREL Preprocessor:  A.PW_ and a.pw_ are the same file....\n"
+            "KOREL Preprocessor: Cannot copy shown to b.pw_...\n"
+            "KOREL Preprocessor: Cannot copy none to c.pw_...\n");
+  EXPECT_EQ(disk.fileCount(), 1U);
+}
+
+TEST(Normalise, TimeStampCountsMonthsFromZero) {
+  EXPECT_EQ(rewritten("a __COMPTIMESTAMP____COMPTIMESTAMP__\nb"),
+            "a \"20250003 07:00:09\"\"20250003 07:00:09\"\nb");
+  EXPECT_EQ(rewritten("__COMPTIMESTAMP_"), "__COMPTIMESTAMP_");
+  // Wherever the parts are cut in which a source is read.
+  for (std::size_t filler = 32748; filler < 32772; ++filler) {
+    const std::string copy = normalised(std::string(filler, '\n') + "__COMPTIMESTAMP__");
+    ASSERT_EQ(copy.find("__COMP"), std::string::npos) << filler;
+  }
+}
+
+TEST(Normalise, DialogBlocksAreExpanded) {
+  const std::string code = "A()\r\nB;\r\nC()\r\nx:activate()\r\n";
+  const auto expanded = [](int line) {
+    return "__IGNOREDEBUGLINE__()\r\nA()\r\n__IGNOREDEBUGLINE__()\r\nB;\r\nC()\r\n"
+           "__SYNCHRONIZEDEBUG__(" +
+           std::to_string(line) + ")\r\nx:activate()\r\n";
+  };
+  EXPECT_EQ(rewritten("first\r\n" + dialog(code) + "a\n" + dialog(code) + "last", true),
+            "first\r\n" + expanded(2) + "a\n" + expanded(10) + "last");
+  EXPECT_EQ(
+      rewritten("//$BEGINDIALOGDEF_\n//$DIALOGCODE=" + hexOf(code) + "\n//$ENDDIALOGDEF_", true),
+      expanded(1));
+  // A block in the code of a block counts the lines before it in the rewritten text.
+  EXPECT_EQ(rewritten(dialog("Z()\r\n" + dialog(code)), true),
+            "__IGNOREDEBUGLINE__()\r\nZ()\r\n__IGNOREDEBUGLINE__()\r\n" + expanded(4));
+  for (const char* incomplete :
+       {"//$BEGINDIALOGDEF_ //$DIALOGCODE=41", "//$BEGINDIALOGDEF_ //$ENDDIALOGDEF_",
+        "//$BEGINDIALOGDEF_ //$ENDDIALOGDEF_ //$DIALOGCODE=41", "//$DIALOGCODE=//$ENDDIALOGDEF_"}) {
+    EXPECT_EQ(rewritten(incomplete), incomplete);
+  }
+  // Lower-case digits are no encoding, and the block right behind is not seen.
+  const std::string broken = "//$BEGINDIALOGDEF_//$DIALOGCODE=4a//$ENDDIALOGDEF_\r\n";
+  EXPECT_EQ(rewritten(broken + dialog(code) + broken, true), dialog(code));
+}
+
+TEST(Normalise, ManyUnfinishedBlocksTakeLinearTime) {
+  std::string marks;
+  for (int i = 0; i < 400000; ++i) marks += "//$BEGINDIALOGDEF_";
+  EXPECT_EQ(rewritten(marks).size(), marks.size());
+}
+
+TEST(DebugSync, HexadecimalPairs) {
+  EXPECT_EQ(HexToStr("41420D0A43"), "AB\r\nC");
+  EXPECT_EQ(HexToStr("41\r\n42\n4"), "A\r\nB\n4");
+  EXPECT_EQ(HexToStr("41\n"), "A\n");
+  EXPECT_EQ(HexToStr("414"), "");
+  EXPECT_EQ(HexToStr("4a"), "");
+}
+
+TEST(DebugSync, OnlyWholeLinesAreKept) {
+  tString text("A();  \r\nB()\r\nACTIVATE()\nC()");
+  SynchronizeDebugger(text, 7);
+  EXPECT_EQ(text, "__IGNOREDEBUGLINE__()\r\nA();  \r\nB()\r\n");
+}
+
+TEST(DebugSync, LinesAreCountedUpToThePosition) {
+  EXPECT_EQ(CalcCurLine("a\nb\nc", 4), 2);
+  EXPECT_EQ(CalcCurLine("a\nb\nc", 1), 1);
+  EXPECT_EQ(CalcCurLine("a\nb\nc", 0), 0);
+  EXPECT_EQ(CalcCurLine("\n", -1), 0);
+  EXPECT_EQ(CalcCurLine("\n", 100), 1);
+}
+
+TEST(LineMarkers, MarkersNameTheSource) {
+  const struct {
+    const char *text, *expected;
+  } rows[] = {
+      {"plain", "plain"},
+      {"#line 3 \"krpre0.pw_\"\nx", "#line 3 \"src/a.prw\"\nx"},
+      {"krpre0.pw_ out/krpre0.pw_krpre0.pw_ ut/krpre0.pw_",
+       "src/a.prw src/a.prwsrc/a.prw ut/src/a.prw"},
+      {"  __IGNOREDEBUGLINE__()\n__IGNOREDEBUGLINE__( )",
+       "  #line 0 \"src/a.prw\"\n__IGNOREDEBUGLINE__( )"},
+      {"__SYNCHRONIZEDEBUG__( 1 2 )x\n__SYNCHRONIZEDEBUG__(99999999999999999999)",
+       "#line 12 \"src/a.prw\"x\n#line 2147483647 \"src/a.prw\""},
+      {"__SYNCHRONIZEDEBUG__()__SYNCHRONIZEDEBUG__(a)__SYNCHRONIZEDEBUG__(1__SYNCHRONIZEDEBUG__(2)",
+       "__SYNCHRONIZEDEBUG__()__SYNCHRONIZEDEBUG__(a)__SYNCHRONIZEDEBUG__(1#line 2 \"src/a.prw\""},
+  };
+  for (const auto& row : rows) {
+    tString text(row.text);
+    finishLineMarkers(text, tString("out/krpre0.pw_"), tString("src/a.prw"));
+    EXPECT_EQ(text, row.expected);
+  }
+}

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "lib_base/misc.h"
+#include "lib_base/pathname.h"
+#include "preprocessor/outputfile.h"
+#include "testrun.h"
+
+namespace {
+
+const char kOk[] = "KOREL Preprocessor: Precompilation of file ";
+const char kFailed[] = "KOREL Preprocessor. Precompilation of file ";
+
+std::string ok(const std::string& name) {
+  return kOk + name + " ok.\n";
+}
+std::string failed(const std::string& name, int code) {
+  return kFailed + name + " with error. Exitecode equal to " + std::to_string(code) + "\n";
+}
+
+}  // namespace
+
+TEST(Run, VersionRequestPrintsTheBanner) {
+  tSources disk;
+  disk.put("-v", "x");
+  const tRun run = runOver(disk, {"-V"});
+  EXPECT_EQ(run.result, 0);
+  EXPECT_TRUE(run.printed.starts_with("\n" + std::string(70, '-') + "\nKOREL Preprocessor 9.x - "));
+  EXPECT_NE(run.printed.find("Build 7.00.240223P - "), std::string::npos);
+  EXPECT_TRUE(run.printed.ends_with(" \nThe krpre authors - Released under the MIT licence.\n\n"));
+  EXPECT_EQ(disk.count(), 1U);
+  EXPECT_EQ(runOver(disk, {"-v", "-v"}).printed, "");
+}
+
+TEST(Run, NoFilesIsSuccess) {
+  tSources disk;
+  EXPECT_EQ(runOver(disk, {}).result, 0);
+  EXPECT_EQ(runOver(disk, {"@F", "@F  ", "-T"}).printed, "");
+  EXPECT_EQ(runPreprocessor(disk, -3, nullptr), 0);
+  EXPECT_EQ(runPreprocessor(disk, 3, nullptr), 0);
+}
+
+TEST(Run, OutputStandsBesideTheSourceOrInTheDirectory) {
+  const struct {
+    const char *source, *directory, *output;
+  } rows[] = {
+      {"a.prw", "", "a.ppo"},
+      {"src/a.b.PRG", "", "src/a.b.ppo"},
+      {" /x/page.krh\n", "", "/x/page.ppo"},
+      {"src/a.zorb", "@Oout", "out/a.ppx_"},
+      {"src/a", "@Oout/", "out/a.ppo"},
+      {"a.p", "", "a.ppx_"},
+  };
+  for (const auto& row : rows) {
+    tSources disk;
+    const std::string name(trimmed(row.source));
+    disk.put(name, "x := 1\n");
+    const tRun run = runOver(disk, {std::string("@F") + row.source, row.directory});
+    EXPECT_EQ(run.printed, ok(name));
+    EXPECT_EQ(fileText(disk, row.output), "x := 1\r\n");
+    EXPECT_EQ(disk.count(), 2U) << name;
+  }
+}
+
+TEST(Run, TraceTellsEachStep) {
+  tSources disk;
+  disk.put("s/a.prw", "x := 1\n\ny := 2\n");
+  const tRun run = runOver(disk, {"@Fs/a.prw", "-T", "-Iinc;;lib", "@Oo", "@I7"});
+  EXPECT_EQ(run.printed,
+            "[TRACE] copying s/a.prw to o/krpre7.pw_...\n"
+            "[TRACE] adding include paths\n"
+            "[TRACE] preprocessing... s/a.prw\n"
+            "[TRACE] generated lines 3\n"
+            "[TRACE] creating file o/a.ppo...\n"
+            "[TRACE] Renaming files o/krpre7.ppo to o/a.ppo..." +
+                ok("s/a.prw"));
+}
+
+TEST(Run, IncludesComeFromThePathAndMarkersNameTheSource) {
+  tSources disk;
+  disk.put("src/a.prw", "#include \"h.ch\"\nx := SIZE\n");
+  disk.put("lib/h.ch", "#define SIZE 7\ny := SIZE\n");
+  const tRun run = runOver(disk, {"@Fsrc/a.prw", "-Iinc;;lib", "@Oout", "/DUNUSED=1"});
+  EXPECT_EQ(run.printed, ok("src/a.prw"));
+  EXPECT_EQ(fileText(disk, "out/a.ppo"),
+            "#line 1 \"lib/h.ch\"\r\n\r\ny := 7\r\n#line 2 \"src/a.prw\"\r\nx := 7\r\n");
+  disk.put("h.ch", "#else\n");
+  EXPECT_EQ(runOver(disk, {"@Fsrc/a.prw"}).printed.substr(0, 19), "src/a.prw(1) Error ");
+}
+
+TEST(Run, FailedFilesLeaveNothingAndTheOthersAreDone) {
+  tSources disk;
+  disk.put("a.prw", "\n#endif\n");
+  disk.put("a.ppo", "older");
+  disk.put("b.prw", "fine := 1\n");
+  disk.put("c.prw", std::string(5000, 'x'));
+  disk.put("c.ppo", "older");
+  disk.put("e.ppo", "older, of a source that is gone");
+  const std::string message = "a.prw(2) Error C2068  #ifdef/#ifndef without #endif\n";
+  tRun run = runOver(disk, {"@Fa.prw", "@Fb.prw", "-T"});
+  EXPECT_EQ(run.result, 1);
+  EXPECT_NE(run.printed.find(message + "[TRACE] pre-processor error msg " + message),
+            std::string::npos)
+      << run.printed;
+  run = runOver(disk, {"@Fa.prw", "@Fb.prw", "@Fc.prw", "@Fe.prw"});
+  EXPECT_EQ(run.result, 15);
+  EXPECT_EQ(run.printed, message + failed("a.prw", 1) + ok("b.prw") +
+                             "KOREL Preprocessor: source line TOO BIG - file c.prw line 0\n" +
+                             failed("c.prw", 15) +
+                             "KOREL Preprocessor: Cannot copy e.prw to krpre0.pw_...\n" +
+                             failed("e.prw", 15));
+  EXPECT_EQ(fileText(disk, "b.ppo"), "fine := 1\r\n");
+  EXPECT_EQ(disk.count(), 4U);
+}
+
+TEST(Run, OutputFailuresAreReported) {
+  tSources disk;
+  for (const char* name : {"a", "b", "c"}) {
+    disk.put(std::string(name) + "/x.prw", "x := 1\n");
+    disk.put(std::string(name) + "/x.ppo", "older");
+  }
+  disk.refuseCreate("a/krpre0.ppo");
+  disk.limitWrites("b/krpre0.ppo", 3);
+  disk.refuseRename("c/krpre0.ppo");
+  const tRun run = runOver(disk, {"@Fa/x.prw", "@Fb/x.prw", "@Fc/x.prw"});
+  EXPECT_EQ(run.result, -1);
+  EXPECT_EQ(run.printed,
+            "KOREL Preprocessor. Error creating out file a/x.ppo.\n" + failed("a/x.prw", -1) +
+                "KOREL Preprocessor: Error creating b/x.ppo.\n" + failed("b/x.prw", -1) +
+                "KOREL Preprocessor: Error creating c/x.ppo.\n" + failed("c/x.prw", -1));
+  EXPECT_EQ(disk.count(), 3U);
+}
+
+TEST(Run, LeftoverOfAKilledRunGivesWay) {
+  tSources disk;
+  disk.put("a.prw", "x := 1\n");
+  disk.put("a.ppo", "older");
+  disk.put("krpre0.ppo", "half a li");
+  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, 0);
+  EXPECT_EQ(fileText(disk, "a.ppo"), "x := 1\r\n");
+  disk.put("a.prw", "");
+  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, 0);
+  EXPECT_EQ(fileText(disk, "a.ppo"), "");
+  EXPECT_EQ(disk.count(), 2U);
+}
+
+TEST(Run, OutputOfARunGoingOnIsLeftAlone) {
+  const std::string directory = ::testing::TempDir() + "krpre_lock_test/";
+  std::filesystem::create_directory(directory);
+  tDiskManLocal local;
+  tDiskManMemory memory;
+  for (tDiskMan* disk : {static_cast<tDiskMan*>(&local), static_cast<tDiskMan*>(&memory)}) {
+    const tString temporary = joinPath(directory, "krpre0.ppo");
+    tOutputFile first(*disk, temporary, joinPath(directory, "a.ppo"));
+    tOutputFile second(*disk, temporary, joinPath(directory, "b.ppo"));
+    ASSERT_TRUE(first.create());
+    EXPECT_FALSE(second.create());
+    ASSERT_TRUE(first.write("first"));
+    EXPECT_FALSE(second.create());
+    ASSERT_TRUE(first.rename());
+    ASSERT_TRUE(second.create());
+    EXPECT_TRUE(second.write("second") && second.rename());
+  }
+  std::filesystem::remove_all(directory);
+}
+
+TEST(Run, SourceIsNeverOverwritten) {
+  tSources disk;
+  disk.put("a.ppo", "precious");
+  disk.put("krpre0.pw_", "precious");
+  EXPECT_EQ(runOver(disk, {"@Fa.ppo", "@Fkrpre0.pw_"}).result, 15);
+  EXPECT_EQ(runOver(disk, {"@F./a.ppo", "@O."}).result, 15);
+  // A name with a zero byte would be cut to that of another file.
+  disk.put("list", std::string_view("a\0.prw", 6));
+  EXPECT_EQ(runOver(disk, {"@Llist"}).result, 15);
+  disk.remove("list");
+  EXPECT_EQ(fileText(disk, "a.ppo"), "precious");
+  EXPECT_EQ(fileText(disk, "krpre0.pw_"), "precious");
+  EXPECT_EQ(disk.count(), 2U);
+}
+
+TEST(Run, ErrorTextOfAHostGetsTheNameOfTheSource) {
+  tSources disk;
+  disk.put("a.zorb", "#endif\n");
+  disk.put("krpre0.erx_", "text");
+  runOver(disk, {"@Fa.zorb"});
+  EXPECT_EQ(fileText(disk, "a.erx_"), "text");
+  EXPECT_EQ(disk.count(), 2U);
+}
+
+TEST(Run, DialogCodeIsTiedToItsBlock) {
+  tSources disk;
+  disk.put("a.prw",
+           "x := 1\n//$BEGINDIALOGDEF_1\n//$DIALOGCODE=4128290D0A414354495641544528290D0A\n"
+           "//$ENDDIALOGDEF_1\ny := 2\n");
+  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, 0);
+  EXPECT_EQ(fileText(disk, "a.ppo"),
+            "x := 1\r\n#line 0 \"a.prw\"\r\nA()\r\n#line 2 \"a.prw\"\r\nACTIVATE()\r\ny := 2\r\n");
+}

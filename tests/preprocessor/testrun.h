@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "lib_base/diskman.h"
+#include "lib_base/output.h"
+#include "preprocessor/preprocessor.h"
+
+/// Collects what is printed while it lives.
+class tPrinted : public tOutputSink {
+ public:
+  void write(std::string_view text) override { text_ += text; }
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+  tOutputScope scope_{*this};
+};
+
+/// Files in memory, an empty standard header among them.
+class tSources : public tDiskManMemory {
+ public:
+  tSources() { put("std.ch", ""); }
+  /// How many files there are besides the header.
+  std::size_t count() const { return fileCount() - 1; }
+};
+
+/// What one run over files in memory came to.
+struct tRun {
+  int result;
+  std::string printed;
+};
+
+inline tRun runOver(tDiskMan& disk, std::vector<std::string> arguments) {
+  std::vector<char*> vector = {nullptr};
+  for (std::string& argument : arguments) vector.push_back(argument.data());
+  tPrinted printed;
+  const int result = runPreprocessor(disk, static_cast<int>(vector.size()), vector.data());
+  return {result, printed.text()};
+}
+
+/// The bytes of a file, or "(none)".
+inline std::string fileText(const tDiskManMemory& disk, std::string_view name) {
+  const std::string* bytes = disk.bytes(name);
+  return bytes == nullptr ? "(none)" : *bytes;
+}
