@@ -1,0 +1,72 @@
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <list>
+#include <optional>
+
+#include "cli/commandline.h"
+#include "cli/messagecapture.h"
+#include "cli/runarguments.h"
+#include "cli/shippedheaders.h"
+#include "include/krpre.h"
+
+namespace {
+
+enum eExit { kAllPreprocessed = 0, kSomeFailed = 1, kWrongUsage = 2 };
+
+int run(int count, char** arguments) {
+  return doPreProc(count, arguments) == 0 ? kAllPreprocessed : kSomeFailed;
+}
+
+int showVersion() {
+  char program[] = "krpre";
+  char request[] = "-v";
+  char* arguments[] = {program, request, nullptr};
+  return run(2, arguments);
+}
+
+int refuse(const std::string& reason) {
+  std::fprintf(stderr, "krpre: %s\nTry 'krpre --help'.\n", reason.c_str());
+  return kWrongUsage;
+}
+
+int preprocess(const tCommandLine& line) {
+  const std::string shipped = shippedHeaders();
+  std::list<tRunArguments> runs;
+  for (const tCommandLine& part : runsOf(line)) {
+    runs.emplace_back(part, shipped);
+    if (!runs.back().refusal().empty()) return refuse(runs.back().refusal());
+  }
+
+  std::optional<tMessageCapture> capture;
+  if (line.quiet) capture.emplace();
+  int result = kAllPreprocessed;
+  for (tRunArguments& arguments : runs) {
+    if (run(arguments.count(), arguments.vector()) != kAllPreprocessed) result = kSomeFailed;
+  }
+  if (capture && result != kAllPreprocessed) capture->release();
+  return result;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  // A reader of the messages that goes away must not leave the other files undone.
+  std::signal(SIGPIPE, SIG_IGN);
+
+  if (count > 1 && std::strcmp(arguments[1], "--classic") == 0) {
+    return run(count - 1, arguments + 1);  // The library does not read its slot 0.
+  }
+  const tCommandLine line = readCommandLine(count, arguments);
+  switch (line.request) {
+    case tCommandLine::kShowHelp:
+      return std::fputs(kHelpText, stdout) < 0 ? kSomeFailed : 0;
+    case tCommandLine::kShowVersion:
+      return showVersion();
+    case tCommandLine::kWrongUsage:
+      return refuse(line.complaint);
+    case tCommandLine::kPreprocess:
+      break;
+  }
+  return preprocess(line);
+}

@@ -1,0 +1,36 @@
+#include "cli/shippedheaders.h"
+
+#include <climits>
+#include <cstddef>
+#include <string_view>
+
+#include <unistd.h>
+
+namespace {
+
+// Empty when there is no such path or it is longer than any path can be.
+std::string programPath() {
+  char path[PATH_MAX];
+  const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+  if (length <= 0 || static_cast<std::size_t>(length) == sizeof path) return {};
+  return std::string(path, static_cast<std::size_t>(length));
+}
+
+void dropLastPart(std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  path.erase(slash == std::string::npos ? 0 : slash);
+}
+
+}  // namespace
+
+std::string shippedHeaders() {
+  std::string path = programPath();
+  if (path.empty()) return {};
+  dropLastPart(path);
+  std::string_view way = KRPRE_HEADERS_FROM_PROGRAM;
+  while (way.substr(0, 3) == "../") {
+    dropLastPart(path);
+    way.remove_prefix(3);
+  }
+  return path.append("/").append(way);
+}
