@@ -1,0 +1,6 @@
+#ifndef A
+#ifdef B
+#endif
+
+  #ifndef C
+x := 1

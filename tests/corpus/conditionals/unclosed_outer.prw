@@ -1,0 +1,6 @@
+#ifndef A
+#ifdef B
+#ifdef C
+#endif
+#endif
+x := 1

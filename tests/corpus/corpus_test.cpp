@@ -1,0 +1,163 @@
+// Runs every source of the corpus through the program and compares whole files.
+//
+// A case is <topic>/<case>.prw (or .zorb, ...). Beside it stands what must come of it:
+//   <case>.ppo   the output file, byte for byte (.ppx_ for the extended language), or
+//   <case>.err   for a source that must fail: everything printed; there must then be no output;
+//   <case>.opt   when there are any: arguments of the library, one on each line.
+// The other files of a topic are its headers. A case runs in a copy of its topic, with the shipped
+// headers in INCLUDE, so that names and messages depend on no path. An older output stands there
+// before, and nothing but the new output may stand there after it.
+//
+// With KRPRE_ACCEPT=1 in the environment the expectations are written instead. Read the difference.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <iterator>
+#include <sstream>
+
+#include "tests/support/childprocess.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const fs::path kCorpus = KRPRE_CORPUS;
+
+struct tKind {
+  const char* source;
+  const char* output;
+};
+const tKind kKinds[] = {{".prw", ".ppo"}, {".prg", ".ppo"}, {".prx", ".ppo"}, {".zorb", ".ppx_"}};
+
+// Null when the file is no source.
+const char* outputExtension(const fs::path& source) {
+  for (const tKind& kind : kKinds) {
+    if (source.extension() == kind.source) return kind.output;
+  }
+  return nullptr;
+}
+
+bool isExpectation(const fs::path& file) {
+  const std::string extension = file.extension();
+  return extension == ".ppo" || extension == ".ppx_" || extension == ".err" || extension == ".opt";
+}
+
+fs::path withExtension(fs::path file, const char* extension) {
+  return file.replace_extension(extension);
+}
+
+// Paths from the corpus folder, sorted.
+std::vector<fs::path> allCases() {
+  std::vector<fs::path> cases;
+  for (const auto& topic : fs::directory_iterator(kCorpus)) {
+    if (!topic.is_directory()) continue;
+    for (const auto& file : fs::directory_iterator(topic)) {
+      if (outputExtension(file.path()) != nullptr) {
+        cases.push_back(fs::relative(file.path(), kCorpus));
+      }
+    }
+  }
+  std::sort(cases.begin(), cases.end());
+  return cases;
+}
+
+void copyTopic(const fs::path& topic, const fs::path& to) {
+  for (const auto& entry : fs::recursive_directory_iterator(topic)) {
+    const fs::path target = to / fs::relative(entry.path(), topic);
+    if (entry.is_directory()) {
+      fs::create_directories(target);
+    } else if (!isExpectation(entry.path())) {
+      fs::copy_file(entry.path(), target);
+    }
+  }
+}
+
+std::vector<std::string> commandFor(const fs::path& source) {
+  std::vector<std::string> command = {KRPRE_PROGRAM, "--classic"};
+  const fs::path options = withExtension(source, ".opt");
+  if (fs::exists(options)) {
+    std::istringstream lines(readBytes(options));
+    for (std::string line; std::getline(lines, line);) command.push_back(line);
+  }
+  command.push_back("@F" + source.filename().string());
+  return command;
+}
+
+// What must not differ from the expectation: the output file, or the messages when there is none.
+std::string outcome(const tChildResult& result, const fs::path& output) {
+  return fs::exists(output) ? readBytes(output) : result.output;
+}
+
+int fileCount(const fs::path& directory) {
+  const fs::recursive_directory_iterator all(directory);
+  return static_cast<int>(std::distance(begin(all), end(all)));
+}
+
+class Corpus : public testing::TestWithParam<fs::path> {
+ protected:
+  void accept(const fs::path& source, const tChildResult& result, const fs::path& output) {
+    const char* kept = result.status == 0 ? outputExtension(source) : ".err";
+    fs::remove(withExtension(source, outputExtension(source)));
+    fs::remove(withExtension(source, ".err"));
+    writeBytes(withExtension(source, kept), outcome(result, output));
+  }
+
+  void compare(const fs::path& source, const tChildResult& result, const fs::path& output) {
+    const fs::path expectedErrors = withExtension(source, ".err");
+    const bool mustFail = fs::exists(expectedErrors);
+    EXPECT_EQ(result.status, mustFail ? 1 : 0) << result.output;
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(fs::exists(output), !mustFail);
+    const fs::path expected =
+        mustFail ? expectedErrors : withExtension(source, outputExtension(source));
+    ASSERT_TRUE(fs::exists(expected)) << "nothing says what must come of this case";
+    EXPECT_EQ(outcome(result, output), readBytes(expected));
+    if (!mustFail) {
+      const std::string name = source.filename();
+      EXPECT_EQ(result.output, "KOREL Preprocessor: Precompilation of file " + name + " ok.\n");
+    }
+  }
+};
+
+TEST_P(Corpus, MatchesItsExpectation) {
+  const fs::path source = kCorpus / GetParam();
+  const tTemporaryDirectory directory;
+  copyTopic(source.parent_path(), directory.path());
+  const fs::path output =
+      directory.path() / withExtension(source.filename(), outputExtension(source));
+
+  const int inputs = fileCount(directory.path());
+  writeBytes(output, "from an earlier run");
+
+  const tChildResult result = runChild(commandFor(source), directory.path(), KRPRE_HEADERS);
+  EXPECT_EQ(fileCount(directory.path()), fs::exists(output) ? inputs + 1 : inputs);
+  const bool accepting = std::getenv("KRPRE_ACCEPT") != nullptr;
+  accepting ? accept(source, result, output) : compare(source, result, output);
+}
+
+TEST(CorpusFolder, HoldsNoExpectationWithoutSource) {
+  const std::vector<fs::path> cases = allCases();
+  ASSERT_FALSE(cases.empty());
+  for (const auto& entry : fs::recursive_directory_iterator(kCorpus)) {
+    if (!isExpectation(entry.path())) continue;
+    const fs::path stem = withExtension(fs::relative(entry.path(), kCorpus), "");
+    EXPECT_TRUE(std::any_of(cases.begin(), cases.end(), [&](const fs::path& source) {
+      return withExtension(source, "") == stem;
+    })) << entry.path();
+  }
+}
+
+std::string caseName(const testing::TestParamInfo<fs::path>& info) {
+  std::string name = withExtension(info.param, "").string();
+  for (char& c : name) {
+    if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
+  }
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, Corpus, testing::ValuesIn(allCases()), caseName);
+
+}  // namespace

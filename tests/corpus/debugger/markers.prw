@@ -1,0 +1,5 @@
+x := 1
+__SYNCHRONIZEDEBUG__( 12 )
+x := 2
+__IGNOREDEBUGLINE__()
+x := 3

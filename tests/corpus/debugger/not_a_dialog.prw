@@ -1,0 +1,4 @@
+x := 1
+//$BEGINDIALOGDEF_main
+//$DIALOGCODE=41
+x := 2

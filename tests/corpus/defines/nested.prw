@@ -1,0 +1,6 @@
+#define SUM PART + PART
+#define PART LEAF
+#define LEAF 7
+x := SUM
+#define LEAF 8
+y := SUM * LEAF

@@ -1,0 +1,2 @@
+#define FINE 1
+#ifdef

@@ -1,0 +1,1 @@
+#include "bad_token.ch"

@@ -1,0 +1,2 @@
+x := 1
+#command SAVE [ TO <x> => Save( <x> )

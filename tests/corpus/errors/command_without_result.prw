@@ -1,0 +1,2 @@
+
+#command SAVE <x>

@@ -1,0 +1,3 @@
+#ifndef A
+#include "endif.ch"
+#endif

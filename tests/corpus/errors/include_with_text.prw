@@ -1,0 +1,1 @@
+#include "defs.ch" LIMIT

@@ -1,0 +1,2 @@
+
+#include defs.ch

@@ -1,0 +1,3 @@
+#define FINE 1
+
+#include "bad_syntax.ch"

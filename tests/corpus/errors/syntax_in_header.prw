@@ -1,0 +1,2 @@
+
+#include "bad_syntax.ch"

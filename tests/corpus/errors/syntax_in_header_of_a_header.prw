@@ -1,0 +1,3 @@
+
+
+#include "includes_bad.ch"

@@ -1,0 +1,1 @@
+#translate A <x => B

@@ -1,0 +1,2 @@
+#include "unclosed.ch"
+#endif

@@ -1,0 +1,1 @@
+#define A 1#define B 2x := A + B

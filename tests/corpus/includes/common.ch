@@ -1,0 +1,4 @@
+#ifndef COMMON_CH
+#define COMMON_CH
+#define COMMON 100
+#endif

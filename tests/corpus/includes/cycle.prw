@@ -1,0 +1,2 @@
+#include "ring_a.ch"
+x := RING_A + RING_B

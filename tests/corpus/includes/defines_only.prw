@@ -1,0 +1,3 @@
+#include "defs.ch"
+Function A()
+Return LIMIT

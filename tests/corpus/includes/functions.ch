@@ -1,0 +1,3 @@
+// helpers
+Function Twice( n )
+Return n * FACTOR

@@ -1,0 +1,3 @@
+#include "deep.ch"
+#define PATH 1
+x := "in path"

@@ -1,0 +1,2 @@
+#include "common.ch"
+#define LEFT COMMON + 1

@@ -1,0 +1,3 @@
+#include "carriage_returns.ch"
+#include "empty.ch"
+x := B

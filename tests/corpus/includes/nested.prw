@@ -1,0 +1,3 @@
+#include "outer.ch"
+Function Main()
+Return INNER

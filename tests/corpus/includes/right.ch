@@ -1,0 +1,2 @@
+#define RIGHT COMMON + 2
+#include "common.ch"

@@ -1,0 +1,2 @@
+#include "ring_b.ch"
+#define RING_A 1

@@ -1,0 +1,2 @@
+#include "ring_a.ch"
+#define RING_B 2

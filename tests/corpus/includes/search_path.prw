@@ -1,0 +1,3 @@
+#include "path.ch"
+#include "defs.ch"
+x := PATH + DEEP + LIMIT

@@ -1,0 +1,2 @@
+#include "selfish.ch"
+x := SELF + AFTER

@@ -1,0 +1,3 @@
+#define SELF 1
+#include "selfish.ch"
+#define AFTER 2

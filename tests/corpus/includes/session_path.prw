@@ -1,0 +1,2 @@
+#include "deep.ch"
+x := DEEP

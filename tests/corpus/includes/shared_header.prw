@@ -1,0 +1,3 @@
+#include "left.ch"
+#include "right.ch"
+x := LEFT * RIGHT

@@ -1,0 +1,2 @@
+#include "inc/deep.ch"
+x := DEEP

@@ -1,0 +1,2 @@
+#define ONE 1
+Return ONE

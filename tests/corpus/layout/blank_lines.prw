@@ -1,0 +1,10 @@
+
+   
+	
+Function Blank()
+
+  
+Return 1
+
+  
+

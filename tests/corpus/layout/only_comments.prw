@@ -1,0 +1,4 @@
+// nothing
+/* at
+all */
+

@@ -1,0 +1,4 @@
+* a heading
+Function Star()
+Return 2 *;
+ 3

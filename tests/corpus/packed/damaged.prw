@@ -1,0 +1,2 @@
+
+#include "damaged.ch"

@@ -1,0 +1,4 @@
+#include "packed.ch"
+#include "capitals.ch"
+Function Main()
+Return PACKED

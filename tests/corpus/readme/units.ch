@@ -1,0 +1,2 @@
+// Units of measure
+#define UNIT "m"

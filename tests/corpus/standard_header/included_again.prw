@@ -1,0 +1,2 @@
+#include "STD.CH"
+x := STD

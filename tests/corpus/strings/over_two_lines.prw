@@ -1,0 +1,5 @@
+a := "one" + ;
+"two"
+b := "three;"
+c := 'four' ; // a note
+ + "five"

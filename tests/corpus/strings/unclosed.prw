@@ -1,0 +1,3 @@
+a := "never closed // kept  
+b := '
+c := 1
