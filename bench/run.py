@@ -1,0 +1,415 @@
+#!/usr/bin/env python3
+"""Times krpre against GNU cpp and clang -E on the same programs; `./dev bench` runs this.
+
+Every timed run of krpre and of clang has a run of cpp just before it, and ratios are taken pair by
+pair, so a machine that drifts or shares its cores does not move their median much. Times are wall
+times of whole processes, read outside them. A run counts only when it exits with 0 and leaves the
+output that was checked before: every landmark of the live text, and no name that should have been
+replaced.
+"""
+import argparse
+import json
+import os
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+from pathlib import Path
+
+sys.dont_write_bytecode = True  # no byte code in the source folder
+import workloads
+
+ROOT = Path(__file__).resolve().parent.parent
+FULL = 200_000  # the targets hold for sources of this many lines
+NOISE = 1.05  # what "no more than" allows for the clock
+DIRECTIVE = re.compile(rb"(?m)^#.*$")
+
+# Workload: wall time to that of cpp (must reach, aim), peak memory likewise where it has a target.
+TARGETS = {
+    "tiny": ((0.60, 0.25), None),
+    "plain": ((0.70, 0.40), (2.0, 1.35)),
+    "conds": ((0.70, 0.45), None),
+    "defines": ((0.70, 0.45), (1.0, 0.70)),
+    "includes": ((0.80, 0.50), None),
+    "fdefines": ((0.90, 0.40), None),
+}
+RULE_ROWS = ("fdefines",)
+SECTIONS = (*TARGETS, "growth", "files")
+
+
+class Failure(Exception):
+    """A run that does not count: a wrong exit status or a wrong output."""
+
+
+class Tool:
+    """A program under the clock: its dialect and how it is called."""
+
+    def __init__(self, name, dialect, words):
+        self.name, self.dialect, self.words = name, dialect, words
+
+    def command(self, work, outdir):
+        return self.words(work["dialects"][self.dialect], outdir)
+
+
+def c_preprocessor(name, program):
+    return Tool(
+        name,
+        "c",
+        lambda work, outdir: [
+            *program,
+            *("-I" + folder for folder in work["includes"]),
+            *work["inputs"],
+            "-o",
+            outdir + "main.i",
+        ],
+    )
+
+
+def krpre(program):
+    return Tool(
+        "krpre",
+        "korel",
+        lambda work, outdir: [
+            program,
+            "--classic",
+            *("@F" + path for path in work["inputs"]),
+            "@O" + outdir,
+            "-I" + ";".join(work["includes"]),
+        ],
+    )
+
+
+def check_output(work, outdir):
+    """Raises Failure unless the files in `outdir` hold the live text, expanded. Returns their size."""
+    texts = [path.read_bytes() for path in sorted(Path(outdir).iterdir())]
+    body = b"\n".join(DIRECTIVE.sub(b"", text) for text in texts)
+    found, wanted = body.count(workloads.LANDMARK.encode()), work["landmarks"]
+    if found != wanted:
+        raise Failure("%d of %d landmarks in the output" % (found, wanted))
+    if work["prefix"] and work["prefix"].encode() in body.upper():
+        raise Failure("names with %s left in the output" % work["prefix"])
+    return sum(map(len, texts))
+
+
+class Clock:
+    """Runs commands through the small launcher and checks what they leave."""
+
+    def __init__(self, folder):
+        self.folder, self.launcher = folder, folder / "measure"
+        self.environment = {"PATH": os.environ["PATH"], "LC_ALL": "C"}
+        self.sizes = {}  # output size that was checked, by tool and workload
+        source = Path(__file__).with_name("measure.c")
+        folder.mkdir(parents=True, exist_ok=True)
+        if not self.launcher.exists() or self.launcher.stat().st_mtime < source.stat().st_mtime:
+            subprocess.run(["cc", "-O2", "-o", self.launcher, source], check=True)
+
+    def run(self, tool, work):
+        """Wall time in milliseconds and peak memory in megabytes."""
+        outdir = self.folder / ("out-" + tool.name)
+        shutil.rmtree(outdir, ignore_errors=True)
+        outdir.mkdir()
+        command = [str(self.launcher), *tool.command(work, "%s/" % outdir)]
+        done = subprocess.run(
+            command, stdout=subprocess.PIPE, env=self.environment, timeout=120, check=True
+        )
+        status, nanoseconds, kibibytes = map(int, done.stdout.split())
+        if status != 0:
+            raise Failure("%s: exit status %d" % (tool.name, status))
+        known = self.sizes.get((tool.name, work["folder"]))
+        if known is None:
+            self.sizes[tool.name, work["folder"]] = check_output(work, outdir)
+        elif sum(path.stat().st_size for path in outdir.iterdir()) != known:
+            raise Failure("%s: the output changed" % tool.name)
+        return nanoseconds / 1e6, kibibytes / 1024
+
+    def pairs(self, baseline, tool, work, rounds):
+        """Wall and peak of the baseline and of the tool for each round, after a warm-up pair."""
+        rows = [self.run(baseline, work) + self.run(tool, work) for _ in range(rounds + 1)]
+        return rows[1:]
+
+    def best(self, tool, works, rounds):
+        """For each workload in turn, round by round, the least wall time and the largest peak."""
+        rows = [[self.run(tool, work) for work in works] for _ in range(rounds)]
+        return [
+            (min(wall for wall, _ in runs), max(peak for _, peak in runs)) for runs in zip(*rows)
+        ]
+
+
+class Bench:
+    def __init__(self, options):
+        self.options, self.folder = options, Path(options.work)
+        self.clock = Clock(self.folder)
+        self.rounds = options.rounds or (3 if options.quick else 9)
+        self.cpp = c_preprocessor("cpp", ["cpp"])
+        self.clang = c_preprocessor("clang", ["clang", "-E"]) if shutil.which("clang") else None
+        self.ours = None if options.peers_only else krpre(options.program)
+        self.missed, self.failed = [], []
+        self.results = {"lines": options.lines, "rounds": self.rounds, "workloads": {}}
+
+    def workload(self, name, lines, files=1):
+        return workloads.generate(
+            name,
+            lines,
+            self.folder / ("%s-%d-%d" % (name, lines, files)),
+            seed=self.options.seed,
+            files=files,
+        )
+
+    def verdict(self, what, value, target):
+        """The target and how `value` stands to it, for the end of a row."""
+        must, aim = target
+        judged = self.options.lines == FULL or what == "tiny"
+        if judged and value > must:
+            self.missed.append(what)
+        mark = (
+            ""
+            if not judged
+            else "**MISSED**"
+            if value > must
+            else "ok"
+            if value > aim
+            else "aim reached"
+        )
+        return "%.2f / %.2f | %s" % (must, aim, mark)
+
+    # ---- the workloads against the peers
+
+    def compare(self, name):
+        lines = 12 if name == "tiny" else self.options.lines
+        work = self.workload(name, lines)
+        rounds = self.rounds * (3 if name == "tiny" else 1)
+        base, row = [], {}
+        for tool in filter(None, (self.ours, self.clang)):
+            runs = self.clock.pairs(self.cpp, tool, work, rounds)
+            base += runs
+            ratios = [wall / base_wall for base_wall, _, wall, _ in runs]
+            row[tool.name] = {
+                "wall": statistics.median(run[2] for run in runs),
+                "peak": max(run[3] for run in runs),
+                "ratio": statistics.median(ratios),
+                "least": min(ratios),
+                "most": max(ratios),
+            }
+        base = base or [self.clock.run(self.cpp, work) for _ in range(rounds)]
+        row["cpp"] = {
+            "wall": statistics.median(run[0] for run in base),
+            "least": min(run[0] for run in base),
+            "most": max(run[0] for run in base),
+            "peak": max(run[1] for run in base),
+        }
+        row["megabytes"] = work["dialects"]["korel"]["bytes"] / 1e6
+        self.results["workloads"][name] = row
+        self.print_row(name, row)
+
+    def print_row(self, name, row):
+        wall, memory = TARGETS[name]
+        ours, cpp, clang = row.get("krpre"), row["cpp"], row.get("clang")
+        cells = [
+            "%.1f" % cpp["wall"],
+            "%.1f" % cpp["peak"],
+            "%.2f" % clang["ratio"] if clang else "",
+        ]
+        if ours:
+            share = ours["peak"] / cpp["peak"]
+            cells += [
+                "%.1f" % ours["wall"],
+                "%.1f" % (row["megabytes"] / ours["wall"] * 1e3),
+                "%.2f" % ours["ratio"],
+                "%.2f-%.2f" % (ours["least"], ours["most"]),
+                self.verdict(name, ours["ratio"], wall),
+                "%.1f" % ours["peak"],
+                "%.2f" % share,
+                self.verdict(name + " memory", share, memory) if memory else " | ",
+            ]
+        print("| %s | %s |" % (name, " | ".join(cells)), flush=True)
+
+    def table(self):
+        names = [
+            name
+            for name in TARGETS
+            if self.wanted(name) and (self.options.rules or name not in RULE_ROWS)
+        ]
+        if not names:
+            return
+        head = ["workload", "cpp ms", "cpp MB", "clang / cpp"]
+        if self.ours:
+            head += [
+                "krpre ms",
+                "MB/s",
+                "krpre / cpp",
+                "min-max",
+                "must / aim",
+                "",
+                "krpre MB",
+                "MB / cpp",
+                "must / aim",
+                "",
+            ]
+        print("\n| %s |\n|%s" % (" | ".join(head), "---|" * len(head)))
+        for name in names:
+            self.guarded(name, lambda: self.compare(name))
+
+    # ---- growth with the size and with the number of sources
+
+    def growth(self):
+        """Cost of a line in a source of a tenth of the lines and in a whole one. The headers and the
+        start, timed with a source of next to nothing, are taken off."""
+        print(
+            "\n| cost of a line | us at %d lines | us at %d lines | ratio | must / aim | |\n|%s"
+            % (self.options.lines // 10, self.options.lines, "---|" * 6)
+        )
+        for name in ("plain", "defines"):
+            sizes = (100, self.options.lines // 10, self.options.lines)
+            runs = self.clock.best(
+                self.ours, [self.workload(name, size) for size in sizes], 3 * self.rounds
+            )
+            small, large = [
+                (wall - runs[0][0]) / (size - sizes[0]) * 1e3
+                for (wall, _), size in zip(runs[1:], sizes[1:])
+            ]
+            self.results["growth " + name] = {"small": small, "large": large}
+            print(
+                "| %s | %.3f | %.3f | %.2f | %s |"
+                % (
+                    name,
+                    small,
+                    large,
+                    large / small,
+                    self.verdict("growth of " + name, large / small, (NOISE, 1.0)),
+                ),
+                flush=True,
+            )
+
+    def files(self):
+        """Ten sources in one run, each as long as the one they are set against."""
+        print(
+            "\n| sources in one run | us a line, one | ten | ratio | must / aim | "
+            "| MB, one | ten | ratio | must / aim | |\n|%s" % ("---|" * 11)
+        )
+        works = [self.workload("defines", self.options.lines, files) for files in (1, 10)]
+        (wall, peak), (walls, peaks) = self.clock.best(self.ours, works, max(3, self.rounds // 2))
+        cost, costs = (t / work["lines"] * 1e3 for t, work in zip((wall, walls), works))
+        self.results["files"] = {"cost": [cost, costs], "peak": [peak, peaks]}
+        print(
+            "| defines | %.3f | %.3f | %.2f | %s | %.1f | %.1f | %.2f | %s |"
+            % (
+                cost,
+                costs,
+                costs / cost,
+                self.verdict("ten sources", costs / cost, (NOISE, 1.0)),
+                peak,
+                peaks,
+                peaks / peak,
+                self.verdict("memory of ten sources", peaks / peak, (NOISE, 1.0)),
+            ),
+            flush=True,
+        )
+
+    # ---- the whole
+
+    def wanted(self, section):
+        return not self.options.only or section in self.options.only
+
+    def guarded(self, section, action):
+        try:
+            action()
+        except (Failure, subprocess.SubprocessError) as failure:
+            self.failed.append(section)
+            print("| %s | **FAILS**: %s |" % (section, failure), flush=True)
+
+    def machine(self):
+        version = lambda *command: subprocess.run(
+            command, capture_output=True, text=True
+        ).stdout.splitlines()[0]
+        self.results["machine"] = {
+            "cores": len(os.sched_getaffinity(0)),
+            "load": os.getloadavg()[0],
+            "cpp": version("cpp", "--version"),
+            "clang": version("clang", "--version") if self.clang else None,
+        }
+        print(
+            "%d lines a source, %d rounds; %s"
+            % (
+                self.options.lines,
+                self.rounds,
+                "; ".join(
+                    "%s: %s" % (name, value)
+                    for name, value in self.results["machine"].items()
+                    if value is not None
+                ),
+            )
+        )
+
+    def main(self):
+        self.machine()
+        self.table()
+        if self.ours:
+            for section in ("growth", "files"):
+                if self.wanted(section):
+                    self.guarded(section, getattr(self, section))
+        print()
+        if self.options.lines != FULL:
+            print("Targets are for %d lines; here only tiny is judged." % FULL)
+        if not self.options.rules:
+            print("Left out without --rules: %s." % ", ".join(RULE_ROWS))
+        print("Not timed yet: manyrules, samekey, translates, growth with the number of rules.")
+        if self.missed:
+            print("Missed: %s." % ", ".join(self.missed))
+        if self.failed:
+            print("Failed: %s." % ", ".join(self.failed))
+        self.results.update(missed=self.missed, failed=self.failed)
+        if self.options.json:
+            Path(self.options.json).write_text(json.dumps(self.results, indent=1) + "\n")
+        return 1 if self.failed or (self.missed and self.options.check) else 0
+
+
+def parse():
+    options = argparse.ArgumentParser(
+        prog="./dev bench",
+        description=__doc__,
+        formatter_class=argparse.RawDescriptionHelpFormatter,
+    )
+    options.add_argument(
+        "--lines", type=int, help="lines of a source (%d; with --quick a tenth)" % FULL
+    )
+    options.add_argument("--quick", action="store_true", help="short sources and few rounds")
+    options.add_argument("--rounds", type=int, default=0, help="pairs of runs (9; with --quick 3)")
+    options.add_argument(
+        "--only",
+        type=lambda text: text.split(","),
+        default=[],
+        metavar="NAME,...",
+        help="some of: " + " ".join(SECTIONS),
+    )
+    options.add_argument(
+        "--rules", action="store_true", help="the rows that need user-defined rules too"
+    )
+    options.add_argument("--peers-only", action="store_true", help="time cpp and clang alone")
+    options.add_argument(
+        "--check",
+        action="store_true",
+        help="exit with 1 when a target that must be reached is missed",
+    )
+    options.add_argument("--json", metavar="FILE", help="write the figures there too")
+    options.add_argument("--program", help="the krpre to time (that of the bench or release build)")
+    options.add_argument(
+        "--work", default=str(ROOT / "build" / "workloads"), help="folder for sources and outputs"
+    )
+    options.add_argument("--seed", type=int, default=1)
+    given = options.parse_args()
+    given.lines = given.lines or (FULL // 10 if given.quick else FULL)
+    unknown = set(given.only) - set(SECTIONS)
+    if unknown:
+        options.error("no such section: " + " ".join(sorted(unknown)))
+    if given.check and (given.lines != FULL or given.peers_only):
+        options.error("--check needs krpre and %d lines" % FULL)
+    builds = [ROOT / "build" / build / "bin" / "krpre" for build in ("bench", "release")]
+    given.program = given.program or next((str(path) for path in builds if path.exists()), None)
+    if not given.program and not given.peers_only:
+        options.error("no krpre is built; ./dev bench builds it")
+    return given
+
+
+if __name__ == "__main__":
+    sys.exit(Bench(parse()).main())
