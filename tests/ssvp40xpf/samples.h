@@ -27,6 +27,7 @@ enum eToken : unsigned {
   kEquals,
   kKeyword,
   kSemicolon,
+  kJoined,
   kText = 20,
 };
 
@@ -35,8 +36,9 @@ constexpr std::uint32_t kAccept = sstable::kLexAccept;
 constexpr std::uint32_t kDropped = sstable::kLexAccept | sstable::kLexDrop;
 
 /// List 0: names, numbers, fractions, operators, dropped blanks, "=" before a letter (which is
-/// given back), `"` pushing list 1, "{" replacing by list 2, "^" popping. List 1: text up to a
-/// quote, which pops. List 2: everything dropped up to "}", which replaces by list 0.
+/// given back), "#", line feed and "x" as one lexeme, `"` pushing list 1, "{" replacing by list 2,
+/// "^" popping. List 1: text up to a quote, which pops. List 2: everything dropped up to "}", which
+/// replaces by list 0.
 inline tableimage::tImage lexImage() {
   using tableimage::tAutomaton;
   tAutomaton main;
@@ -55,11 +57,15 @@ inline tableimage::tImage lexImage() {
   const unsigned assign = main.state(kEquals, kAccept | sstable::kLexGiveBack);
   const unsigned keyword = main.state(kKeyword, kAccept | sstable::kLexKeyword);
   const unsigned semicolon = main.state(kSemicolon, kAccept);
+  const unsigned hash = main.state(0, 0);
+  const unsigned joining = main.state(0, 0);
+  const unsigned joined = main.state(kJoined, kAccept);
   const unsigned quote = main.state(sstable::kNone, kDropped | sstable::kLexPush, 1);
   const unsigned brace =
       main.state(sstable::kNone, kDropped | sstable::kLexPush | sstable::kLexPop, 2);
   const unsigned pop = main.state(sstable::kNone, kDropped | sstable::kLexPop);
   main.on(0, '\t', blank).on(0, '\n', blank).on(0, ' ', blank).on(0, '"', quote);
+  main.on(0, '#', hash).on(hash, '\n', joining).on(joining, 'x', joined);
   main.on(0, '$', keyword).on(0, '(', open).on(0, ')', close).on(0, '*', times);
   main.on(0, '+', plus).on(0, '0', '9', number).on(0, ';', semicolon).on(0, '=', equals);
   main.on(0, '@', typed).on(0, 'A', 'Z', name).on(0, '^', pop).on(0, 'a', 'z', name);

@@ -110,6 +110,9 @@ TEST(ScannerTable, ChecksWhatTheImageSays) {
   pushing[kFinal + sstable::kFinalWords + sstable::kFinalFlags] |= sstable::kLexPush;
   pushing[kFinal + sstable::kFinalWords + sstable::kFinalList] = 1;
   EXPECT_EQ(loadAndScan(bytesOf(pushing)), kInvalid);
+  tableimage::tImage longer = sound;
+  longer.push_back(0);
+  EXPECT_EQ(loadAndScan(bytesOf(longer)), kInvalid);
 }
 
 TEST(ScannerTable, IndexesWhatItsRowsSay) {

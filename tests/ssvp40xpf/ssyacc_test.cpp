@@ -142,6 +142,7 @@ TEST(Parser, ReadsAgainAfterReset) {
   SSLexStringConsumer consumer("b");
   SSLex lex(consumer, lexTable());
   parser.setLex(lex);
+  parser.giveBack(*parser.lookahead());
   parser.reset();
   EXPECT_FALSE(parser.errorMet());
   EXPECT_EQ(parser.parse(), 0);
