@@ -49,6 +49,7 @@ enum eProduction : unsigned {
   kTokenFirst = 73,
   kTokenKeyword = 125,
   kTokenLast = 133,
+  kSqlBlock = 134,
   kKeywordFirst = 151,
   kKeywordLast = 204,
 };
@@ -191,6 +192,7 @@ tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsig
   if (production == kDoubleQuoted || production == kSingleQuoted || production == kParamName) {
     return makeName(0);
   }
+  if (production == kSqlBlock) exceptionAt(2003, lineOf(0), nullptr);  // not supported yet
   if (production == kStatementLine && !skipping()) attachStatement(part(0));
   return new tKorelPreStackElement;
 }

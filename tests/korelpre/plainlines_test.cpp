@@ -165,6 +165,19 @@ TEST(PlainLines, GiveWhatScannerAndGrammarGive) {
   EXPECT_GT(withoutError, 2000);
 }
 
+// A program with everything in it, cut anywhere.
+TEST(PlainLines, GiveTheSameForEveryTruncationOfAProgram) {
+  const std::string program =
+      "* first\n#include \"h.ch\"\n#define Two (One + ;\n  2) // c\nFunction f(a, b)\n"
+      "#ifdef One\n\tLocal x := {'it', \"is\"} ; y := Two\n\t#ifndef No /* c\n c */\n"
+      "  a->END := .T. && c\n\t#else\n) nothing ~\n#endif\n#else\nskipped ;\n#endif\n#endif\n"
+      "#xcommand A <x> [B <y: C, D &>] => f( <x>, #<y> ) ;\n  [ <.y.> ]\nReturn %notdel% /* c */\n";
+  for (std::size_t size = 0; size <= program.size(); ++size) {
+    const std::string source = program.substr(0, size);
+    ASSERT_EQ(throughBoth(source, false), throughBoth(source, true)) << "source:\n" << source;
+  }
+}
+
 TEST(PlainLines, KeepTheLayoutOfTheStatement) {
   const struct {
     const char* source;
