@@ -136,6 +136,7 @@ bool KorelPreYaccClass::isOptionalHeader(const tString& name) const {
 
 void KorelPreYaccClass::parseText() {
   source_.clear();
+  source_.expect(text_.size());
   atLineStart_ = true;
   anyDelivered_ = inSql_ = false;
   lastTokenLine_ = 0;

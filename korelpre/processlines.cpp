@@ -28,7 +28,7 @@ void appendMarker(tString& output, int line, std::string_view name) {
 
 void KorelPreYaccClass::processLines(tString& output, int& depth) {
   ++depth;
-  if (root_ == this) output.reserve(output.size() + text_.size() + text_.size() / 64);
+  if (root_ == this) output.reserve(output.size() + text_.size() + text_.size() / 2);
   if (includeMode_ != 0) writeOpeningMarker(output);
   if (includeMode_ != 0 && !source_.hasStatements()) {
     walkIncludesOnly(output, depth);

@@ -4,6 +4,11 @@
 
 namespace precomp {
 
+void tSourceCode::expect(std::size_t bytes) {
+  constexpr std::size_t kShortLine = 24;  // most sources have longer ones on average
+  lines_.reserve(bytes / kShortLine + 1);
+}
+
 void tSourceCode::extendTo(int lines) {
   const auto size = static_cast<std::size_t>(std::max(lines, 0));
   if (lines_.size() < size) lines_.resize(size, kNothing);

@@ -40,6 +40,8 @@ class tSourceCode {
     kEntry,      // see entry()
   };
 
+  /// Makes room for the lines of a text of `bytes` bytes.
+  void expect(std::size_t bytes);
   /// Lines known so far.
   int count() const { return static_cast<int>(lines_.size()); }
   /// Lines count from 1 everywhere here. Makes the list at least `lines` long.

@@ -20,6 +20,8 @@ class tFile {
   /// end of the file, -1 on an error.
   virtual std::int64_t read(void* bytes, std::size_t count) = 0;
   virtual bool seek(std::int64_t position) = 0;
+  /// Says how many bytes are about to be written; a memory file makes room for them at once.
+  virtual void expect(std::int64_t /*bytes*/) {}
   /// True when all bytes were written.
   virtual bool write(std::string_view bytes) = 0;
   /// Closes the file. False when anything written may be lost. Closing twice is allowed.

@@ -170,6 +170,10 @@ class tKeptFile : public tFile {
     position_ = static_cast<std::size_t>(position);
     return true;
   }
+  void expect(std::int64_t bytes) override {
+    const auto most = static_cast<std::int64_t>(tString::maxSize());
+    if (writable_ && bytes > 0) bytes_->reserve(static_cast<std::size_t>(std::min(bytes, most)));
+  }
   bool write(std::string_view bytes) override {
     if (!open_ || !writable_) return false;
     if (bytes.size() > tString::maxSize() - std::min(tString::maxSize(), bytes_->size())) {

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 
 #include "lib_base/fatal.h"
 #include "lib_base/misc.h"
+#include "lib_base/textblock.h"
 
 // Storage is one allocation: the header, the bytes, a zero. Only the single owner of a storage
 // writes to its bytes, and strings of different sizes can share one (a part that starts at 0), so
@@ -55,8 +55,8 @@ void tString::requireWritable() const {
 
 tString::tStorage* tString::allocate(std::size_t capacity) {
   if (capacity > maxSize()) tooLong();
-  const std::size_t bytes = sizeof(tStorage) + capacity + 1;
-  auto* storage = static_cast<tStorage*>(std::malloc(bytes));
+  const std::size_t bytes = blockSize(capacity);
+  auto* storage = static_cast<tStorage*>(allocateTextBlock(bytes));
   if (!storage) fatalAllocation(bytes, kUnit, __LINE__);
   storage->references = 1;
   storage->capacity = static_cast<std::uint32_t>(capacity);
@@ -66,7 +66,7 @@ tString::tStorage* tString::allocate(std::size_t capacity) {
 
 void tString::release() noexcept {
   tStorage* own = storage();
-  if (--own->references == 0) std::free(own);
+  if (--own->references == 0) releaseTextBlock(own, blockSize(own->capacity));
 }
 
 void tString::makeOwned(std::size_t capacity) {
@@ -75,8 +75,9 @@ void tString::makeOwned(std::size_t capacity) {
   if (unshared()) {
     if (storage()->capacity >= capacity) return;
     if (capacity > maxSize()) tooLong();
-    const std::size_t bytes = sizeof(tStorage) + capacity + 1;
-    auto* larger = static_cast<tStorage*>(std::realloc(storage(), bytes));
+    const std::size_t bytes = blockSize(capacity);
+    void* resized = resizeTextBlock(storage(), blockSize(storage()->capacity), bytes);
+    auto* larger = static_cast<tStorage*>(resized);
     if (!larger) fatalAllocation(bytes, kUnit, __LINE__);
     larger->capacity = static_cast<std::uint32_t>(capacity);
     char* start = reinterpret_cast<char*>(larger + 1);

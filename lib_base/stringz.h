@@ -150,6 +150,9 @@ class tString {
     if (text.size() > maxSize()) tooLong();
   }
 
+  static constexpr std::size_t blockSize(std::size_t capacity) {
+    return sizeof(tStorage) + capacity + 1;
+  }
   tStorage* storage() const noexcept {
     return reinterpret_cast<tStorage*>(const_cast<char*>(data_)) - 1;
   }

@@ -199,6 +199,8 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
   std::unique_ptr<tFile> copy = source ? disk.create(tempName) : nullptr;
   if (!copy) return reportNoCopy(shownName, tempName);
 
+  // An eighth covers the carriage returns of all but very short lines.
+  copy->expect(source->size() + source->size() / 8 + 256);
   bool marked = false;
   std::optional<tLineWriter> lines(std::in_place, *copy, kLongestLine);
   bool read = copyPlainSource(*source, *lines, marked);
