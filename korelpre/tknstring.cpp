@@ -60,15 +60,6 @@ thread_local tTokenPool tokenPool;
   tokenPool.free = freed;
 }
 
-tSpcString& tSpcString::operator=(const tSpcString& other) {
-  tString::operator=(other);
-  spacing_ = other.spacing_;
-  kind_ = other.kind_;
-  aux_ = other.aux_;
-  line_ = other.line_;
-  return *this;
-}
-
 void tTknString::doReset(KorelPreYaccClass* /*processor*/, int start) {
   if (start < 0) {
     cursor_ = 0;

@@ -20,7 +20,7 @@ class tSpcString : public tString {
   // Kept on purpose: aux is not copied.
   tSpcString(const tSpcString& other)
       : tString(other), spacing_(other.spacing_), kind_(other.kind_), line_(other.line_) {}
-  tSpcString& operator=(const tSpcString& other);
+  tSpcString& operator=(const tSpcString& other) = default;
   virtual ~tSpcString() = default;
 
   const tString& spacing() const { return spacing_; }

@@ -214,7 +214,8 @@ TEST(DenseAutomaton, MatchesWithoutLexemes) {
   EXPECT_EQ(given.end - begin, 5);
   EXPECT_EQ(dense.longestMatch(end, end).final, nullptr);
   EXPECT_FALSE(number.final->lineFeeds);
-  EXPECT_TRUE(dense.longestMatch(" ", " " + 1).final->drops());
+  const char blank = ' ';
+  EXPECT_TRUE(dense.longestMatch(&blank, &blank + 1).final->drops());
 }
 
 }  // namespace
