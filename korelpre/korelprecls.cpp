@@ -145,6 +145,7 @@ void KorelPreYaccClass::parseText() {
       text_.data(), text_.size(), SSLexConsumer::textType, SSLexStringConsumer::kBorrowed);
   lexer_ = std::make_unique<KorelPreLexClass>(*consumer_);
   setLex(*lexer_);
+  includeStandardHeader();
   try {
     parse();
   } catch (const SSException& failure) {

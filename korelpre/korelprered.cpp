@@ -91,7 +91,6 @@ unsigned includeNameIndex(unsigned production) {
 }  // namespace
 
 SSYaccStackElement* KorelPreYaccClass::reduce(unsigned production, unsigned size) {
-  includeStandardHeader();
   const int line = size > 0 ? lineOf(0) : 0;
   tKorelPreStackElement* result = nullptr;
   if (!isDirectiveProduction(production)) {

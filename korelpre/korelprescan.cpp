@@ -198,7 +198,6 @@ void KorelPreYaccClass::countSkippedDirective(eConditional directive, int line) 
 }
 
 void KorelPreYaccClass::takeConditional(eConditional directive, std::string_view name, int line) {
-  includeStandardHeader();
   tSpcString token;
   token.setText(tString::borrow(name));
   switch (directive) {

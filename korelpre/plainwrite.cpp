@@ -6,6 +6,7 @@
 
 #include "korelpre/plainwrite.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -122,17 +123,13 @@ bool tPlainWriter::passWord(tCursor& at) {
   const char* p = word + 1;
   while (isWordByte(*p)) ++p;
   at.p = p;
-  if (isDigit(*word)) {
-    // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
-    for (const char* digit = word; digit < p; ++digit) {
-      if (!isDigit(*digit)) return false;
-    }
-    return true;
-  }
+  // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
+  if (isDigit(*word) && !std::all_of(word, p, isDigit)) return false;
   if (!defines_.index().gate().passes(word[0], p - word > 1 ? word[1] : '\0')) return true;
   tIndexedName* name = defines_.index().find({word, static_cast<std::size_t>(p - word)});
   if (name == nullptr) return true;
-  if (joinsLongerToken(word, p, at.start)) return false;
+  // A number of which this may be a part, or a token of several words.
+  if (isDigit(*word) || joinsLongerToken(word, p, at.start)) return false;
   at.copyTo(word);
   return replaceName(at, p, *name);
 }
