@@ -20,5 +20,7 @@ namespace builtin {
 
 extern const sstable::tImage korelpreDfa;  // the scanner of the directive processor
 extern const sstable::tImage korelpreLlr;  // its parser
+extern const sstable::tImage korelDfa;     // the scanner of the language
+extern const sstable::tImage korelLlr;     // its parser
 
 }  // namespace builtin

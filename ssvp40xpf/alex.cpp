@@ -1,0 +1,16 @@
+#include "ssvp40xpf/alex.h"
+
+#include "ssvp40xpf/builtintables.h"
+
+const SSLexTable& ALexClass::builtinTable() {
+  static const SSLexTable table(builtin::korelDfa.words, builtin::korelDfa.bytes,
+                                builtin::korelDfa.name);
+  return table;
+}
+
+const char* ALexClass::tokenToConstChar(unsigned token) {
+  if (token == sstable::kTokenEof) return "eof";
+  if (token == sstable::kTokenError) return "%error";
+  const char* spelling = korel::tokenSpelling(token);
+  return spelling != nullptr ? spelling : "SSLexTokenNotFound";
+}
