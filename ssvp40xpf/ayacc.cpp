@@ -2,7 +2,7 @@
 
 #include "ssvp40xpf/builtintables.h"
 
-AYaccClass::AYaccClass() {
+AYaccClass::AYaccClass() : walk_(builtinTable()) {
   setTable(builtinTable());
 }
 

@@ -6,6 +6,7 @@
 #include "lib_base/stringz.h"
 #include "ssvp40xpf/alex.h"
 #include "ssvp40xpf/ssyacc.h"
+#include "ssvp40xpf/ssyaccwalk.h"
 
 /// The parser of the language: it recognises a line with a list of expressions and makes nothing
 /// of it. Its grammar stands in tools/grammars/korel.y.
@@ -27,6 +28,8 @@ class AYaccClass : public SSYacc {
 
   /// A buffer for the texts that a caller composes.
   tString& textBuffer() { return textBuffer_; }
+  /// Recognises without a text; independent of compile().
+  SSYaccWalk& walk() { return walk_; }
 
   /// Notes where the lookahead stands and raises SSErrorLanguage with its offset as the argument,
   /// so the first syntax error ends the parse.
@@ -36,6 +39,7 @@ class AYaccClass : public SSYacc {
 
  private:
   tString textBuffer_;
+  SSYaccWalk walk_;
 
   // The current compile.
   tString text_;

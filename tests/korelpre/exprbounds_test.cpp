@@ -1,0 +1,296 @@
+#include "korelpre/exprbounds.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "korelpre/tokenise.h"
+#include "korelpre/tokenkinds.h"
+
+namespace {
+
+using namespace precomp;
+
+/// The tokens of a source line; the text is kept, because they refer to it.
+struct tLine {
+  explicit tLine(const std::string& source) : text(source + "\n") {
+    tokenisePlain(text.data(), text.data() + text.size(), 1, tokens);
+  }
+  std::string text;
+  tTknString tokens;
+};
+
+void add(tTknString& tokens, const char* spacing, const char* text, std::uint32_t kind = 0) {
+  auto* const token = new tSpcString(tString(text));
+  token->setSpacing(tString(spacing));
+  token->setKind(kind);
+  tokens.tokens().add(token);
+}
+
+std::uint32_t kindOf(const std::string& text) {
+  if (text == "(") return kKindParenOpen;
+  if (text == ")") return kKindParenClose;
+  return 0;
+}
+
+/// The end of the expression in `first` to `last`, found in both ways.
+int bound(AYaccClass& parser, tTknString& tokens, int first, int last) {
+  int byText = last;
+  validateExprByText(&parser, &tokens, first, byText);
+  validateExpr(&parser, &tokens, first, last);
+  EXPECT_EQ(last, byText);
+  return last;
+}
+
+int bound(tTknString& tokens) {
+  AYaccClass parser;
+  return bound(parser, tokens, 0, tokens.count() - 1);
+}
+
+TEST(ExpressionBounds, CutBeforeWhatCannotContinue) {
+  struct tCase {
+    const char* source;
+    int last;
+  };
+  const tCase kCases[] = {
+      {"a + b", 2},
+      {"a + b c", 2},
+      {"f ( x ) ) y", 3},
+      {"f ( x + ) ) y", 4},  // an unbalanced parenthesis goes before everything else
+      {") a", -1},
+      {"* a", -1},
+      {"a, b := 1, , @c d", 8},
+      {"\"text\" \"more\"", 0},
+      {"'it' + \"a ) b\" 5", 2},
+      {"&m. + &m.x + &(a) b", 12},
+      {"a <> b ** c != d e", 8},
+      {"o:end:next(1) ::x", 7},
+      {"SA1->EndDate + FIELD->x to y", 5},
+      {"f(a, b[1,{|x|x}]", 14},  // unfinished at the end
+      {"f(a .and.", 3},
+      {"a +", 0},    // the ")" fails one character behind the "+"
+      {"x[1]y", 2},  // so does the name behind the "]"
+      {"x[1] y", 3},
+      {"x[1]\"y\"", 3},
+      {"a ? b c", 3},  // "?" has no meaning: the parse ends there
+      {"a b ? c", 0},
+      {"LOCAL + Static(if)", 5},
+  };
+  for (const tCase& test : kCases) {
+    tLine line(test.source);
+    EXPECT_EQ(bound(line.tokens), test.last) << test.source;
+  }
+}
+
+TEST(ExpressionBounds, LieInsideTheRange) {
+  AYaccClass parser;
+  tLine line("a b + c d");
+  EXPECT_EQ(bound(parser, line.tokens, 1, 3), 3);
+  EXPECT_EQ(bound(parser, line.tokens, 1, 4), 3);
+  EXPECT_EQ(bound(parser, line.tokens, 2, 1), 1);
+  EXPECT_EQ(bound(parser, line.tokens, 2, 2), 1);
+  EXPECT_EQ(bound(parser, line.tokens, 3, 3), 3);
+}
+
+TEST(ExpressionBounds, ReadTokensAsTheirTextsRunTogether) {
+  tTknString name;  // ab + 1.5 c
+  for (const char* part : {"a", "b", "", "+", "1", ".", "5"}) add(name, "", part);
+  add(name, " ", "c");
+  EXPECT_EQ(bound(name), 6);
+
+  tTknString quoted;  // "a b )" "c"
+  add(quoted, "", "\"");
+  add(quoted, "", "a");
+  add(quoted, " ", "b");
+  add(quoted, " ", ")");
+  add(quoted, "", "\"");
+  add(quoted, " ", "\"c\"");
+  EXPECT_EQ(bound(quoted), 4);
+
+  tTknString several;  // the failing name is no token of its own
+  add(several, "", "f(a b)");
+  add(several, " ", "c");
+  EXPECT_EQ(bound(several), 1);
+
+  tTknString empty;  // and begins where an empty token does
+  add(empty, "", "a");
+  add(empty, " ", "");
+  add(empty, "", "");
+  add(empty, "", "b");
+  EXPECT_EQ(bound(empty), 0);
+
+  tTknString comment;
+  add(comment, "", "a");
+  add(comment, "", "/");
+  add(comment, "", "*b c*");
+  add(comment, "", "/");
+  add(comment, "", "d");
+  EXPECT_EQ(bound(comment), 2);
+}
+
+/// Expressions with faults in them: a random expression of which some tokens are then dropped,
+/// doubled, replaced or pushed together.
+class tRandomTokens {
+ public:
+  /// A new statement; it lives until the next call.
+  tTknString& next() {
+    parts_.clear();
+    for (int items = pick(2); items >= 0; --items) {
+      expression(2);
+      if (items > 0) parts_.emplace_back(",");
+    }
+    for (int faults = pick(3); faults > 0; --faults) spoil();
+    tokens_.tokens().Destroy();
+    static const char* const kSpacings[] = {"", "", "", " ", " ", " ", "\t", "  "};
+    for (const std::string& part : parts_) {
+      const bool plain = pick(40) == 0;  // a parenthesis that is not known as one
+      add(tokens_, kSpacings[pick(8)], part.c_str(), plain ? 0 : kindOf(part));
+    }
+    return tokens_;
+  }
+  int pick(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
+
+ private:
+  template <std::size_t count>
+  void put(const char* const (&choices)[count]) {
+    parts_.emplace_back(choices[pick(static_cast<int>(count))]);
+  }
+  void put(std::initializer_list<const char*> parts) {
+    parts_.insert(parts_.end(), parts.begin(), parts.end());
+  }
+  void expression(int depth) {
+    static const char* const kOperators[] = {
+        "+", "-", "*", "/", "%", "^", "=", "==", "#", "<", ">=", "$", ".and.", ".OR.", ":=", "+=",
+    };
+    static const char* const kPrefixes[] = {"-", "!", ".not.", "++", "--", "@"};
+    if (pick(8) == 0) put(kPrefixes);
+    operand(depth);
+    for (int more = pick(3); more > 0; --more) {
+      if (pick(10) == 0) {
+        put({"<", ">"});
+      } else {
+        put(kOperators);
+      }
+      operand(depth);
+    }
+  }
+  void list(int depth, const char* open, const char* close) {
+    put({open});
+    for (int items = pick(3); items > 0; --items) {
+      if (pick(6) != 0) expression(depth - 1);
+      if (items > 1) put({","});
+    }
+    put({close});
+  }
+  void operand(int depth) {
+    static const char* const kNames[] = {"a", "cName", "M", "FIELD", "END", "next", "If", "x~1"};
+    static const char* const kConstants[] = {"1",     "12.5", ".5",  "\"t\"",
+                                             "'a b'", "\"\"", ".T.", "nil"};
+    switch (depth > 0 ? pick(12) : pick(4)) {
+      case 0:
+        return put(kConstants);
+      case 1:
+      case 2:
+      case 3:
+        return put(kNames);
+      case 4:
+        put(kNames);
+        return list(depth, "(", ")");
+      case 5:
+        put(kNames);
+        return list(depth, "[", "]");
+      case 6:
+        put(kNames);
+        put({pick(2) == 0 ? "->" : ":"});
+        return put(kNames);
+      case 7:
+        put({"&"});
+        put(kNames);
+        return pick(2) == 0 ? put({"."}) : void();
+      case 8:
+        return list(depth, pick(2) == 0 ? "(" : "{", pick(2) == 0 ? ")" : "}");
+      case 9:
+        put({"{", "|", "x", "|"});
+        expression(depth - 1);
+        return put({"}"});
+      case 10:
+        put(kNames);
+        return put({pick(2) == 0 ? "++" : "--"});
+      default:
+        static const char* const kWhole[] = {"M->", "FIELD->", ":", "&(", "->END", "& a"};
+        put(kWhole);
+        return operand(depth - 1);
+    }
+  }
+  void spoil() {
+    static const char* const kOdd[] = {
+        "",   "a",  "5",  ".",    "...", "?",   "\\x", ";",    "=>", "\"", "'",  "a b", "->",
+        "::", "::", "/",  "/*",   "*/",  "&",   "&&",  "//",   "*",  "*=", "\t", "\n",  "\r",
+        "(",  ")",  ")]", "f(x)", "1.",  "%~!", ":=",  "\xC3", "<>", "!=", "{",  "}",   "|",
+    };
+    if (parts_.empty()) return;
+    const auto at = parts_.begin() + pick(static_cast<int>(parts_.size()));
+    switch (pick(4)) {
+      case 0:
+        parts_.erase(at);
+        break;
+      case 1:
+        parts_.insert(at, std::string(*at));
+        break;
+      case 2:
+        *at = kOdd[pick(static_cast<int>(std::size(kOdd)))];
+        break;
+      default:
+        parts_.insert(at, kOdd[pick(static_cast<int>(std::size(kOdd)))]);
+        break;
+    }
+  }
+
+  std::mt19937 random_{20};
+  std::vector<std::string> parts_;
+  tTknString tokens_;
+};
+
+TEST(ExpressionBounds, AreThoseOfThePrintedText) {
+  constexpr int kRanges = 200000;
+  AYaccClass parser;
+  tRandomTokens random;
+  int cut = 0;
+  int whole = 0;
+  for (int i = 0; i < kRanges && !HasFailure(); ++i) {
+    tTknString& tokens = random.next();
+    const int first = random.pick(4) == 0 ? random.pick(tokens.count() + 1) : 0;
+    const int last = tokens.count() - 1 - (random.pick(4) == 0 ? random.pick(3) : 0);
+    const int end = bound(parser, tokens, first, last);
+    ++(end < last ? cut : whole);
+    if (HasFailure()) {
+      tString text;
+      tokens.appendText(text);
+      ADD_FAILURE() << "range " << first << ".." << last << " of: " << text.view();
+    }
+  }
+  EXPECT_GT(cut, kRanges / 5);
+  EXPECT_GT(whole, kRanges / 5);
+}
+
+TEST(ExpressionBounds, NestAsDeepAsMemoryGoes) {
+  AYaccClass parser;
+  const auto nested = [&parser](int depth, const char* open, const char* close) {
+    std::string text;
+    for (int i = 0; i < depth; ++i) text += open;
+    text += "a";
+    for (int i = 0; i < depth; ++i) text += close;
+    tLine line(text + " b");
+    int first = 0;
+    int last = line.tokens.count() - 1;
+    validateExpr(&parser, &line.tokens, first, last);
+    EXPECT_EQ(last, line.tokens.count() - 2) << open;
+  };
+  nested(1000000, "(", ")");
+  nested(100000, "f(a[{|x|-+x->(&({", "}))}])");
+}
+
+}  // namespace
