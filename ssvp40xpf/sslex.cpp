@@ -122,7 +122,7 @@ SSLex::eScan SSLex::scan(const SSLexFinal*& decision, SSLexMark& mark) {
   }
   if (++emptyMatches_ <= table_->listCount()) return kMatch;
   emptyMatches_ = 0;  // See note [empty match].
-  consumer_->readTo(std::max(consumer_->next(), mark.index + consumer_->unitSize()));
+  consumer_->readTo(mark.index + consumer_->unitSize());
   return kNoMatch;
 }
 
