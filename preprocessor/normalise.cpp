@@ -10,6 +10,7 @@
 #include "lib_base/output.h"
 #include "lib_base/stringz.h"
 #include "lib_base/translate.h"
+#include "lib_gzip/zipsource.h"
 #include "preprocessor/debugsync.h"
 #include "preprocessor/linewriter.h"
 
@@ -146,6 +147,23 @@ bool copyPlainSource(tFile& source, tLineWriter& lines, bool& marked) {
   }
 }
 
+bool isPacked(tFile& source) {
+  char start[4];
+  return source.read(start, sizeof start) == sizeof start && isZipSource({start, sizeof start});
+}
+
+/// Reads a packed source into `buffer`, unpacked, as readSource does. One that is damaged goes into
+/// the copy as it is, with `raw` set: the session says what is wrong with it.
+bool readPacked(tFile& source, tFile& copy, tAutoChar& buffer, bool& raw) {
+  tString packed;
+  if (!source.seek(0) || !source.readAll(packed)) return false;
+  tString text;
+  raw = unpackZipSource(packed, tString::maxSize(), text) != eZipResult::kOk;
+  if (raw) return copy.write(packed) && copy.close();
+  buffer.setText(text);
+  return true;
+}
+
 bool reportSameFile(const char* sourceName, const char* tempName) {
   qdprintf("KOREL %s %s %s %s %s...\n", translate("Preprocessor: ").c_str(), sourceName,
            translate("and").c_str(), tempName, translate("are the same file.").c_str());
@@ -199,15 +217,22 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
   std::unique_ptr<tFile> copy = source ? disk.create(tempName) : nullptr;
   if (!copy) return reportNoCopy(shownName, tempName);
 
-  // An eighth covers the carriage returns of all but very short lines.
-  copy->expect(source->size() + source->size() / 8 + 256);
-  bool marked = false;
+  tAutoChar buffer;
   std::optional<tLineWriter> lines(std::in_place, *copy, kLongestLine);
-  bool read = copyPlainSource(*source, *lines, marked);
-  if (marked) {
-    tAutoChar buffer;
-    read = readSource(*source, buffer);
-    if (read) BeforePreProcessor(buffer, dialogFound);
+  bool whole = isPacked(*source);  // and not copied part by part
+  bool raw = false;
+  bool read = source->seek(0);
+  if (whole) {
+    read = read && readPacked(*source, *copy, buffer, raw);
+    if (read && raw) return true;
+  } else {
+    // An eighth covers the carriage returns of all but very short lines.
+    copy->expect(source->size() + source->size() / 8 + 256);
+    read = read && copyPlainSource(*source, *lines, whole);
+    if (whole) read = readSource(*source, buffer);
+  }
+  if (whole && read) {
+    BeforePreProcessor(buffer, dialogFound);
     copy = disk.create(tempName);
     if (!copy) return reportNoCopy(shownName, tempName);
     lines.emplace(*copy, kLongestLine);

@@ -4,6 +4,7 @@
 
 #include "lib_base/misc.h"
 #include "lib_base/pathname.h"
+#include "lib_gzip/zipsource.h"
 #include "preprocessor/outputfile.h"
 #include "testrun.h"
 
@@ -36,7 +37,7 @@ TEST(Run, VersionRequestPrintsTheBanner) {
 TEST(Run, NoFilesIsSuccess) {
   tSources disk;
   EXPECT_EQ(runOver(disk, {}).result, 0);
-  EXPECT_EQ(runOver(disk, {"@F", "@F  ", "-T"}).printed, "");
+  EXPECT_EQ(runOver(disk, {"@F", "@F  ", "@Lnone", "-T"}).printed, "");
   EXPECT_EQ(runPreprocessor(disk, -3, nullptr), 0);
   EXPECT_EQ(runPreprocessor(disk, 3, nullptr), 0);
 }
@@ -98,8 +99,8 @@ TEST(Run, FailedFilesLeaveNothingAndTheOthersAreDone) {
   disk.put("c.ppo", "older");
   disk.put("e.ppo", "older, of a source that is gone");
   const std::string message = "a.prw(2) Error C2068  #ifdef/#ifndef without #endif\n";
-  tRun run = runOver(disk, {"@Fa.prw", "@Fb.prw", "-T"});
-  EXPECT_EQ(run.result, 1);
+  tRun run = runOver(disk, {"@Fc.prw", "@Fa.prw", "@Fb.prw", "-T"});
+  EXPECT_EQ(run.result, 1);  // that of the last one that failed
   EXPECT_NE(run.printed.find(message + "[TRACE] pre-processor error msg " + message),
             std::string::npos)
       << run.printed;
@@ -163,6 +164,31 @@ TEST(Run, OutputOfARunGoingOnIsLeftAlone) {
     EXPECT_TRUE(second.write("second") && second.rename());
   }
   std::filesystem::remove_all(directory);
+}
+
+TEST(Run, PackedSourceIsReadAsItsText) {
+  // Long enough for line ends to stand in the packed bytes.
+  std::string text = "t := __COMPTIMESTAMP__\n";
+  std::string expected;
+  for (int i = 0; i < 3000; ++i) {
+    const std::string line = "x" + std::to_string(i * i * 7919) + " := '" + std::to_string(i) + "'";
+    text += line + "\n";
+    expected += line + "\r\n";
+  }
+  const tString packed = packZipSource(text);
+  ASSERT_NE(packed.find("\n"), tString::npos);
+  tSources disk;
+  disk.put("a.prw", packed);
+  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).printed, ok("a.prw"));
+  ASSERT_NE(disk.bytes("a.ppo"), nullptr);
+  const std::string output = *disk.bytes("a.ppo");
+  EXPECT_EQ(output.substr(output.find('\n') + 1), expected);
+  EXPECT_EQ(output.find("t := \"20"), 0U) << output.substr(0, 40);
+
+  disk.put("b.prw", packed.view().substr(0, packed.size() - 2));
+  const tRun damaged = runOver(disk, {"@Fb.prw"});
+  EXPECT_EQ(damaged.result, 1);
+  EXPECT_NE(damaged.printed.find("C9999  ERRO generico: damaged file"), std::string::npos);
 }
 
 TEST(Run, SourceIsNeverOverwritten) {
