@@ -28,6 +28,7 @@ TEST(Defines, ReplaceNames) {
       {"A\n#define A 1\nA\n#define A 2\nA\n#undef A\nA", "A\n\n1\n\n2\n\n2"},
       {"#define 1 2\nx := 1 + 1.5 + 11 + 1", "\nx := 2 + 1.5 + 11 + 2"},
       {"#define If When\nif a\nIf a", "\nif a\nWhen a"},
+      {"#define A \\< 'b\\<'\n\\< A", "\n\\< < 'b\\<'"},
   };
   for (const tCase& row : kCases) {
     const tPreprocessed result = preprocess(row.source);
@@ -37,7 +38,7 @@ TEST(Defines, ReplaceNames) {
 }
 
 TEST(Defines, OfTheCommandLineAreReplacedByTheirText) {
-  EXPECT_EQ(preprocess("A B", {"/DA=1 + 2", "-dB"}).text, "1 + 2");
+  EXPECT_EQ(preprocess("A B", {"/DA=B + 2", "-dB"}).text, "B + 2");
   // A later one stands behind the earlier and wins.
   EXPECT_EQ(preprocess("A", {"/DA=1", "/DA=2"}).text, "2");
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "lib_gzip/zipsource.h"
 #include "tests/support/preprocess.h"
@@ -53,6 +54,28 @@ TEST(Directives, FailAtTheirLine) {
   }
 }
 
+TEST(Directives, FailByACodeThatTheTextNeedNotRepeat) {
+  const struct {
+    int code;
+    const char* text;
+  } kCases[] = {
+      {2028, "C2029  ENDDO does not match WHILE"},
+      {2069, "C2068  #ifdef/#ifndef without #endif"},
+      {2002, "C2002  Statement unterminated at end of line/unbalanced parentesis/brackets"},
+      {9999, "C9999  ERRO generico"},
+  };
+  tDiskManMemory disk;
+  precomp::KorelPreYaccClass processor(&disk);
+  for (const auto& row : kCases) {
+    try {
+      processor.exceptionAt(row.code, 1, nullptr);
+    } catch (const SSException& failure) {
+      EXPECT_EQ(failure.errorId(), row.code);
+      EXPECT_STREQ(failure.message(), row.text);
+    }
+  }
+}
+
 TEST(Includes, FailAtTheLineOfTheMainFile) {
   const tFiles files = {
       {"main.prw", "x\n#include \"a.ch\"\n"},
@@ -84,6 +107,15 @@ TEST(Includes, AreMarkedInTheOutput) {
   EXPECT_EQ(result.text,
             "a\n#line 1 \"inc/one.ch\"\n#line 1 \"two.ch\"\nt\n#line 3 \"one.ch\"\no\n"
             "#line 4 \"main.prw\"\nb\n\nc");
+}
+
+TEST(Includes, OfTheirOwnNameInOtherCaseAreRead) {
+  EXPECT_EQ(preprocessFiles({{"main.prw", "#include \"a.ch\"\nx"},
+                             {"a.ch", "#include \"a.ch\"\n#include \"A.CH\"\ny"},
+                             {"A.CH", "z"}})
+                .text,
+            "#line 1 \"a.ch\"\n#line 1 \"A.CH\"\nz\n#line 3 \"a.ch\"\ny\n"
+            "#line 2 \"main.prw\"\nx");
 }
 
 TEST(Includes, StopAtCyclesAndDepth) {
@@ -157,17 +189,19 @@ TEST(Session, ReadsOptionsWhereverTheirMarkerStands) {
   tDiskManMemory disk;
   precomp::KorelPre16 session(disk);
   tAutoArray<tString> options;
-  for (const char* option : {"/I/usr/inc;/opt/inc", "/Ux", "-Uy", "/DX=-F1", "/DP=/N", "zzz",
-                             "-dLEVEL= a b", "/DDEBUG", "-F\"a b.prw\""}) {
+  for (const char* option :
+       {"/I/usr/inc;/opt/inc", "/Ux", "-Uy", "/DX=-F1", "/DP=/N", "zzz", "-dLEVEL= a b", "/DDEBUG",
+        "-F\"a b.prw\"", "/S/DA", "-p/DB", "/Ix-F2"}) {
     options.add(new tString(option));
   }
   session.Init(options, 1);
   ASSERT_EQ(session.IncludePath().count(), 2);
   EXPECT_EQ(session.IncludePath()[1], "/opt/inc");
   EXPECT_EQ(session.userValue(), "y");
-  ASSERT_EQ(session.fileList().count(), 2);
+  ASSERT_EQ(session.fileList().count(), 3);
   EXPECT_EQ(session.fileList()[0], "1");
   EXPECT_EQ(session.fileList()[1], "a b.prw");
+  EXPECT_EQ(session.fileList()[2], "2");
   int first = 0;
   int last = 0;
   EXPECT_EQ(session.defines()->count(), 2);
@@ -176,40 +210,70 @@ TEST(Session, ReadsOptionsWhereverTheirMarkerStands) {
   EXPECT_EQ(session.IncludePath().count(), 2);
 }
 
-TEST(Session, ReportsAMissingFile) {
-  tDiskManMemory disk;
-  precomp::KorelPre16 session(disk);
-  tAutoArray<tString> options;
-  options.add(new tString("-Fd/no.prw"));
-  session.Init(options, 1);
+/// Preprocesses the files that the options name; the error, or the output when there is none.
+std::string runSession(precomp::KorelPre16& session, const std::vector<std::string>& options) {
+  tAutoArray<tString> list;
+  for (const std::string& option : options) list.add(new tString(option));
+  session.Init(list, 1);
   tStringSink sink;
   const tOutputScope scope(sink);
   tString output;
   tString error;
   session.doIt(output, error);
-  EXPECT_EQ(error, "File not found no.prw\n");
-  EXPECT_EQ(sink.text, "File not found no.prw\n");
+  EXPECT_EQ(sink.text, error.view());
+  return std::string(error.empty() ? output.view() : error.view());
+}
+
+TEST(Session, CutsEveryValueButTheFileOfTheRun) {
+  tDiskManMemory disk;
+  precomp::KorelPre16 session(disk);
+  const std::string value(300, 'x');
+  runSession(session, {"-U" + value, "-F" + value, "/-F" + value});
+  EXPECT_EQ(session.userValue().size(), 255U);
+  EXPECT_EQ(session.fileList()[0].size(), 300U);
+  EXPECT_EQ(session.fileList()[1].size(), 255U);
+}
+
+TEST(Session, PutsTheDirectoryOfEachFileInFrontOfThePath) {
+  tDiskManMemory disk;
+  for (const char* name : {"std.ch", "d/a.prw", "d/b.prw"}) disk.put(name, "");
+  precomp::KorelPre16 session(disk);
+  runSession(session, {"/Ie", "-Fd/a.prw", "-Fd/b.prw"});
+  ASSERT_EQ(session.IncludePath().count(), 3);
+  EXPECT_EQ(session.IncludePath()[0], session.IncludePath()[1]);
+  EXPECT_EQ(session.IncludePath()[2], "e");
+}
+
+TEST(Session, ReportsAMissingFile) {
+  tDiskManMemory disk;
+  precomp::KorelPre16 session(disk);
+  EXPECT_EQ(runSession(session, {"-Fd/no.prw"}), "File not found no.prw\n");
   EXPECT_EQ(session.errorCount(), 1);
 }
 
+std::string withoutHeaders(tFiles files) {
+  tDiskManMemory disk;
+  std::vector<std::string> options;
+  for (const auto& [name, text] : files) {
+    disk.put(name, text);
+    options.push_back(std::string("-F").append(name));
+  }
+  precomp::KorelPre16 session(disk);
+  return runSession(session, options);
+}
+
 TEST(ExtendedSource, MayDoWithoutTheOptionalHeaders) {
-  const auto run = [](const char* name) {
-    tDiskManMemory disk;
-    disk.put(name, "#include \"krctldef.ch\"\nx\n");
-    precomp::KorelPre16 session(disk);
-    tAutoArray<tString> options;
-    options.add(new tString(std::string("-F").append(name).c_str()));
-    session.Init(options, 1);
-    tStringSink sink;
-    const tOutputScope scope(sink);
-    tString output;
-    tString error;
-    session.doIt(output, error);
-    return std::string(error.empty() ? output.view() : error.view());
-  };
-  EXPECT_EQ(run("a.ZORB"), "\nx");
-  EXPECT_EQ(run("a.zorb.zorb"), "a.zorb.zorb(0) Error C2090  File not found std.ch\n");
-  EXPECT_EQ(run("a.prw"), "a.prw(0) Error C2090  File not found std.ch\n");
+  const char* const text = "#include \"krctldef.ch\"\nx\n";
+  EXPECT_EQ(withoutHeaders({{"a.ZORB", text}}), "\nx");
+  EXPECT_EQ(withoutHeaders({{"a.zorb.zorb", text}}),
+            "a.zorb.zorb(0) Error C2090  File not found std.ch\n");
+  EXPECT_EQ(withoutHeaders({{"a.prw", text}}), "a.prw(0) Error C2090  File not found std.ch\n");
+}
+
+TEST(ExtendedSource, LeavesAMissingHeaderToTheNextFileOnly) {
+  EXPECT_EQ(withoutHeaders({{"a.zorb", "x"}, {"b.prw", "y"}, {"c.prw", "z"}}),
+            "b.prw(0) Error C2090  File not found KRSQLDEF.CH or KRCTLDEF.CH\n");
+  EXPECT_EQ(withoutHeaders({{"a.zorb", "x"}, {"b.zorb", "y"}, {"c.prw", "z"}}), "xyz");
 }
 
 }  // namespace

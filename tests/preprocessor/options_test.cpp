@@ -57,7 +57,7 @@ TEST(Options, FirstRuleThatFitsDecides) {
       {{"@F\"my file.prw\"", "@Fmy file.prw", "@F"}, "files<my file.prw><my file.prw><>"},
       {{"@I7", "@Ijob", "@Oout", "@O\"x\""}, "tag=job out=\"x\""},
       {{"@X", "-v", "-Fa", "-i.", "@f"}, "session<@X><-v><-Fa><-i.><@f>"},
-      {{"/DA=1 /DB=2", "\t x  y"}, "session</DA=1></DB=2><><x><><y>"},
+      {{"/DA=\"1 /DB=2\"", "\t x  y"}, "session</DA=\"1></DB=2\"><><x><><y>"},
       {{nullptr, "@Fa", nullptr, ""}, "files<a> session<>"},
       {{"@Lfour.lst"}, "files<a.prw><><b.prw><>"},
       {{"@Llines.lst", "@Lempty.lst", "@Lmissing.lst"}, "files<a.prw><\n \"b c.prw\"\n>"},

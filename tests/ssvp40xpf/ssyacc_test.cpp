@@ -234,6 +234,10 @@ TEST(Parser, RecoversByTheErrorToken) {
   EXPECT_EQ(parser.result(), "1[1[1[2[]3[a;]]4[%error;]]3[c;]]");
   EXPECT_EQ(parser.shiftedSinceError(), 3u);  // the ";" behind the error token, "c", ";"
 
+  tParser unrestored("a; b ( ) ; c;", lines());
+  EXPECT_EQ(raised([&] { unrestored.parse(); }),
+            "16 SSYacc0105e: Error token failed, no valid token");
+
   tParser ending("a; b (", lines());
   ending.keepsStack = true;
   ending.onError = [&](unsigned, SSLexLexeme&) {
