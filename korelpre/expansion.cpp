@@ -1,7 +1,5 @@
 #include "korelpre/expansion.h"
 
-#include "korelpre/rule.h"
-
 namespace precomp {
 
 namespace {
@@ -11,7 +9,7 @@ constexpr std::size_t kLargestExpansion = 65536;
 // Follows the names in a value to their own values. Its depth is bounded by the rewrites allowed.
 class tExpander {
  public:
-  tExpander(tRuleIndex& index, tString& text) : index_(index), text_(text) {}
+  tExpander(tNameTables tables, tString& text) : tables_(tables), text_(text) {}
 
   bool expand(const tIndexedName& name, std::string_view spacing) {
     if (name.rules != 1 || name.rule->firstMatch()->next() != nullptr) return false;
@@ -28,24 +26,28 @@ class tExpander {
 
  private:
   bool add(const tSpcString& token, std::string_view spacing) {
-    if (const tIndexedName* name = index_.find(token)) return expand(*name, spacing);
+    if (const tIndexedName* name = tables_.defines.index().find(token)) {
+      return expand(*name, spacing);
+    }
+    if (tables_.translates.lookUp(token) != nullptr) return false;
     text_.append(spacing);
     text_.append(token);
     return text_.size() <= kLargestExpansion;
   }
 
-  tRuleIndex& index_;
+  tNameTables tables_;
   tString& text_;
   int rewrites_ = 0;
 };
 
 }  // namespace
 
-bool expandName(tRuleIndex& index, tIndexedName& name) {
-  if (name.generation == index.generation()) return name.plain;
-  name.generation = index.generation();
+bool expandName(tNameTables tables, tIndexedName& name) {
+  const std::uint64_t generation = tables.generation();
+  if (name.generation == generation) return name.plain;
+  name.generation = generation;
   name.text.clear();
-  tExpander expander(index, name.text);
+  tExpander expander(tables, name.text);
   name.plain = expander.expand(name, {});
   name.rewrites = expander.rewrites();
   return name.plain;

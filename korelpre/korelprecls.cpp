@@ -64,6 +64,7 @@ void KorelPreYaccClass::clear() {
     shared_.defines.Destroy();
     shared_.commands.Destroy();
     shared_.translates.Destroy();
+    shared_.language.reset();
     shared_.errorString.clear();
     shared_.errorLine = shared_.errorColumn = 0;
     shared_.errorPlaced = false;
@@ -75,6 +76,11 @@ void KorelPreYaccClass::clear() {
   conditionals_.Destroy();
   skip_ = 0;
   currentLine_ = 0;
+}
+
+AYaccClass* KorelPreYaccClass::KorelYacc() {
+  if (shared_.language == nullptr) shared_.language = std::make_unique<AYaccClass>();
+  return shared_.language.get();
 }
 
 bool KorelPreYaccClass::compile(const char* name, const char* directory, tString& passedOn,

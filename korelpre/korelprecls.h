@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "korelpre/include.h"
 #include "korelpre/linescan.h"
@@ -14,6 +15,7 @@
 #include "lib_base/diskman.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
+#include "ssvp40xpf/ayacc.h"
 #include "ssvp40xpf/korelprelex.h"
 #include "ssvp40xpf/ssyacc.h"
 
@@ -42,6 +44,7 @@ struct tSharedState {
   tDiskMan* files = nullptr;
   tString standardHeader = tString::borrow("std.ch");
   bool plainLines = true;
+  std::unique_ptr<AYaccClass> language;
 
   // The last error.
   tString errorString;
@@ -110,6 +113,9 @@ class KorelPreYaccClass : public SSYacc {
   tXChgArray* xcommands() { return commands(); }
   tXChgArray* translates() { return &shared_.translates; }
   tXChgArray* xtranslates() { return translates(); }
+
+  /// The language's parser, which bounds expressions; made on first use and shared like the tables.
+  AYaccClass* KorelYacc();
 
   // The last error.
   tString& errString() { return shared_.errorString; }
@@ -182,28 +188,39 @@ class KorelPreYaccClass : public SSYacc {
   // Directive actions (korelprered.cpp).
   tKorelPreStackElement& part(unsigned index);
   int lineOf(unsigned index);
-  tKorelPreStackElement* makeToken(unsigned production);
-  tKorelPreStackElement* takeOver(unsigned index);
-  tKorelPreStackElement* makeName(unsigned index);
-  tKorelPreStackElement* reduceValue(unsigned production, unsigned size);
+  std::string_view directiveText();
   void reduceDirective(unsigned production);
   void reduceSkipped(unsigned production);
   void attachStatement(tKorelPreStackElement& list);
   void doInclude(int line, const tString& name);
   void doDefine(int line, const tSpcString& name, tAutoArray<tSpcString>& value);
+  void doDefineWithParameters(int line, const tAutoArray<tSpcString>& parameters,
+                              tAutoArray<tSpcString>& value);
+  void enterDefineDirective(int line, std::unique_ptr<tTranslate> rule);
+  void doRule(unsigned production, int line);
+  void enterRule(std::unique_ptr<tBaseXChg> rule);
   void removeSingleDefine(const tString& name);
   void removeDynamicDefines(const tString& name);
   bool searchInclude(const tString& name) const;
   void noteIncluded(const tString& name);
 
+  // Values of the grammar's symbols (reducevalues.cpp).
+  tKorelPreStackElement* reduceValue(unsigned production, unsigned size);
+  tKorelPreStackElement* makeToken(unsigned production);
+  tKorelPreStackElement* makeSpace(const SSLexLexeme& lexeme);
+  tKorelPreStackElement* takeOver(unsigned index);
+  tKorelPreStackElement* makeName(unsigned index);
+  tKorelPreStackElement* makeMarker(unsigned production);
+  tKorelPreStackElement* addWord(unsigned production);
+  tKorelPreStackElement* startChain(tChainBuilder::eSide side);
+  void addElement(tChainBuilder& chain, tKorelPreStackElement& element);
+
   // Phase 2.
   void walkIncludesOnly(tString& output, int& depth);
   void walkLines(tString& output, int& depth);
   void writeOpeningMarker(tString& output);
-  void enterDefine(tSourceLine& entry);
+  bool enterPending(tSourceLine& entry);
   void processPlain(int line, tPlainWriter& writer, tString& output);
-  bool rewriteOnce(tTknString& statement);
-  bool applyAt(tXChgArray& table, tTknString& statement, int index);
 
   KorelPreYaccClass* root_;
   KorelPreYaccClass* includer_ = nullptr;
@@ -230,6 +247,8 @@ class KorelPreYaccClass : public SSYacc {
   bool inCycle_ = false;
   bool headerDone_ = false;
   tAutoArray<tIFDef> conditionals_;
+
+  std::vector<int> failedPositions_;  // of the statement being rewritten
 
   // The scan of the file.
   std::unique_ptr<SSLexConsumer> consumer_;

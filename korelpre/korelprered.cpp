@@ -1,5 +1,5 @@
-// The semantic actions of the directive grammar. A production number is its place in
-// tools/grammars/korelpre.y.
+// What the directives do. A production number is its place in tools/grammars/korelpre.y; for what
+// the symbols stand for see reducevalues.cpp.
 
 #include <algorithm>
 
@@ -9,83 +9,29 @@
 
 namespace precomp {
 
-using namespace korelpre;
-
 namespace {
 
 enum eProduction : unsigned {
-  kStatementLine = 5,
   kInclude = 6,
   kCommand = 7,
+  kXCommand = 8,
+  kTranslate = 9,
   kXTranslate = 10,
   kDefineValue = 11,
   kDefine = 12,
   kDefineParamsValue = 13,
   kDefineParams = 14,
-  kParamListStart = 15,
-  kParamListMore = 16,
-  kParamName = 17,
   kUndef = 19,
   kIfdef = 22,
   kIfndef = 23,
   kElse = 24,
   kEndif = 25,
   kStdoutAlone = 27,
-  kMatchPatternStart = 28,
-  kMatchPatternMore = 29,
-  kMatchToken = 31,
-  kResultPattern = 32,
-  kResultElementsStart = 35,
-  kResultElementsMore = 36,
-  kResultToken = 38,
-  kTokenListStart = 39,
-  kTokenListMore = 40,
-  kSpcIdentSpc = 41,
-  kKeyword = 48,
-  kSpcStringSpc = 49,
-  kStringAlone = 52,
-  kDoubleQuoted = 53,
-  kSingleQuoted = 54,
-  kTokenFirst = 73,
-  kTokenKeyword = 125,
-  kTokenLast = 133,
-  kSqlBlock = 134,
-  kKeywordFirst = 151,
-  kKeywordLast = 204,
 };
 
 bool isDirectiveProduction(unsigned production) {
   return (production >= kInclude && production <= kDefineParams) ||
          (production >= kUndef && production <= kStdoutAlone);
-}
-
-bool startsList(unsigned production) {
-  return production == kTokenListStart || production == kParamListStart ||
-         production == kMatchPatternStart || production == kResultElementsStart;
-}
-
-bool continuesList(unsigned production) {
-  return production == kTokenListMore || production == kParamListMore ||
-         production == kMatchPatternMore || production == kResultElementsMore;
-}
-
-// Whether every "[" that opens a group has its "]".
-bool groupsAreBalanced(const tAutoArray<tSpcString>& elements) {
-  int depth = 0;
-  for (int i = 0; i < elements.count() && depth >= 0; ++i) {
-    if (elements[i].kind() == kKindBracketOpen) ++depth;
-    if (elements[i].kind() == kKindBracketClose) --depth;
-  }
-  return depth == 0;
-}
-
-// Of productions 41 to 52 the even ones have no blanks in front.
-unsigned nameIndex(unsigned production) {
-  return production % 2 != 0 ? 1 : 0;
-}
-
-unsigned includeNameIndex(unsigned production) {
-  return production == kSpcStringSpc || production == kSpcStringSpc + 2 ? 1 : 0;
 }
 
 }  // namespace
@@ -94,7 +40,7 @@ SSYaccStackElement* KorelPreYaccClass::reduce(unsigned production, unsigned size
   const int line = size > 0 ? lineOf(0) : 0;
   tKorelPreStackElement* result = nullptr;
   if (!isDirectiveProduction(production)) {
-    result = reduceValue(production, size);
+    result = skipping() ? new tKorelPreStackElement : reduceValue(production, size);
   } else {
     // See conditional.cpp: in a skipped region only the four conditionals act, without a name.
     if (skipping()) {
@@ -123,77 +69,6 @@ tKorelPreStackElement* KorelPreYaccClass::takeOver(unsigned index) {
   tKorelPreStackElement& element = part(index);
   element.refInc();
   return &element;
-}
-
-// The token that a lexeme makes, as the output must show it: a string has its quotes and an escaped
-// character its backslash again.
-tKorelPreStackElement* KorelPreYaccClass::makeToken(unsigned production) {
-  const SSLexLexeme& lexeme = *part(0).lexeme();
-  auto* result = new tKorelPreStackElement;
-  tSpcString& token = result->token();
-  token.setKind(production);
-  token.setAux(lexeme.token());
-  token.setLine(lexeme.line());
-  if (lexeme.token() == kTokSpc) {
-    token.setText(tString(lexeme.text(), lexeme.length()));
-    return result;
-  }
-  std::size_t begin = lexeme.absoluteOffset();
-  std::size_t length = lexeme.length();
-  if (lexeme.token() == kTokEspCh) {
-    --begin;
-    ++length;
-  } else if (lexeme.token() == kTokString || lexeme.token() == kTokSqString) {
-    --begin;
-    const bool closed = text_[begin] == text_[begin + 1 + length];
-    length += closed ? 2 : 1;
-  }
-  token.setText(tString::borrow(text_.view().substr(begin, length)));
-  return result;
-}
-
-tKorelPreStackElement* KorelPreYaccClass::makeName(unsigned index) {
-  if (part(index).lexeme() == nullptr) return takeOver(index);
-  const SSLexLexeme& lexeme = *part(index).lexeme();
-  auto* result = new tKorelPreStackElement;
-  result->token().setText(
-      tString::borrow({text_.data() + lexeme.absoluteOffset(), lexeme.length()}));
-  result->token().setKind(kKindIdentifier);
-  result->token().setAux(lexeme.token());
-  result->token().setLine(lexeme.line());
-  return result;
-}
-
-tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsigned size) {
-  if (continuesList(production)) {
-    part(0).add(part(size - 1).token());
-    return takeOver(0);
-  }
-  if (startsList(production)) {
-    auto* result = new tKorelPreStackElement;
-    result->add(part(0).token());
-    return result;
-  }
-  if (production == kMatchToken || production == kResultToken ||
-      (production >= kResultPattern && production <= kResultPattern + 1)) {
-    return takeOver(0);
-  }
-  if (production == kTokenKeyword) {
-    part(0).token().setKind(kKindKeyword);
-    return takeOver(0);
-  }
-  if (production >= kTokenFirst && production <= kTokenLast) return makeToken(production);
-  if (production >= kKeywordFirst && production <= kKeywordLast) return makeName(0);
-  if (production >= kSpcIdentSpc && production <= kKeyword) return makeName(nameIndex(production));
-  if (production >= kSpcStringSpc && production <= kStringAlone) {
-    return takeOver(includeNameIndex(production));
-  }
-  if (production == kDoubleQuoted || production == kSingleQuoted || production == kParamName) {
-    return makeName(0);
-  }
-  if (production == kSqlBlock) exceptionAt(2003, lineOf(0), nullptr);  // not supported yet
-  if (production == kStatementLine && !skipping()) attachStatement(part(0));
-  return new tKorelPreStackElement;
 }
 
 void KorelPreYaccClass::reduceSkipped(unsigned production) {
@@ -227,6 +102,18 @@ void KorelPreYaccClass::reduceDirective(unsigned production) {
     case kDefine:
       doDefine(line, part(1).token(), part(1).list());
       break;
+    case kDefineParamsValue:
+      doDefineWithParameters(line, part(2).list(), part(4).list());
+      break;
+    case kDefineParams:
+      doDefineWithParameters(line, part(2).list(), part(3).list());
+      break;
+    case kCommand:
+    case kXCommand:
+    case kTranslate:
+    case kXTranslate:
+      doRule(production, line);
+      break;
     case kIfdef:
     case kIfndef:
       source_.reset(line);
@@ -247,12 +134,6 @@ void KorelPreYaccClass::reduceDirective(unsigned production) {
       break;
     default:
       // #undef, #error and #stdout have no effect. Kept on purpose: #undef removes no rule.
-      if (production >= kCommand && production <= kXTranslate) {
-        if (!groupsAreBalanced(part(1).list()) || !groupsAreBalanced(part(3).list())) {
-          exceptionAt(2001, line, nullptr);
-        }
-        source_.addDirective(line);
-      }
       break;
   }
 }
@@ -294,17 +175,27 @@ void KorelPreYaccClass::noteIncluded(const tString& name) {
 }
 
 void KorelPreYaccClass::doDefine(int line, const tSpcString& name, tAutoArray<tSpcString>& value) {
-  // The rule outlives the text.
-  tSpcString key(name);
-  key.setText(tString(name.view()));
-  for (int i = 0; i < value.count(); ++i) {
-    const bool escaped = value[i].kind() == kKindEscaped;
-    value[i].setText(tString(escaped ? value[i].view().substr(1) : value[i].view()));
-  }
-  auto rule = std::make_unique<tTranslate>(&root(), key, value);
+  for (int i = 0; i < value.count(); ++i) unescape(value[i]);
+  enterDefineDirective(line, std::make_unique<tTranslate>(&root(), name, value));
+}
+
+void KorelPreYaccClass::doDefineWithParameters(int line, const tAutoArray<tSpcString>& parameters,
+                                               tAutoArray<tSpcString>& value) {
+  for (int i = 0; i < value.count(); ++i) unescape(value[i]);
+  const SSLexLexeme& lexeme = *part(1).lexeme();
+  tSpcString name;
+  name.setText(tString::borrow({text_.data() + lexeme.absoluteOffset(), lexeme.length()}));
+  name.setKind(kKindIdentifier);
+  name.setAux(lexeme.token());
+  enterDefineDirective(line, std::make_unique<tTranslate>(&root(), name, parameters, value));
+}
+
+void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslate> rule) {
+  rule->setOrigin(fileName_, line);
+  rule->keepText(directiveText());
   if (includeMode_ != 0) {
-    removeSingleDefine(key);
-    removeDynamicDefines(key);
+    removeSingleDefine(rule->key());
+    removeDynamicDefines(rule->key());
     defines()->Add(rule.release());
     return;
   }
@@ -312,6 +203,47 @@ void KorelPreYaccClass::doDefine(int line, const tSpcString& name, tAutoArray<tS
   rule->setLineEntry(&entry);
   dynDefines()->Add(rule.get());
   entry.pendingDefine = std::move(rule);
+}
+
+// The text of the directive being reduced.
+std::string_view KorelPreYaccClass::directiveText() {
+  const std::size_t begin = part(0).lexeme()->absoluteOffset();
+  return text_.view().substr(begin, consumer_->start() - begin);
+}
+
+// A pattern has to begin with a word, by which the rule is found.
+void KorelPreYaccClass::doRule(unsigned production, int line) {
+  tChainBuilder& pattern = *part(1).chain();
+  tChainBuilder* result = part(3).chain().get();
+  const bool sound = pattern.isBalanced() && (result == nullptr || result->isBalanced()) &&
+                     pattern.head() != nullptr && pattern.head()->isIdentifier();
+  if (!sound) exceptionAt(2001, line, nullptr);
+  const bool abbreviate = production == kCommand || production == kTranslate;
+  const tWordRule wordRule{.abbreviate = abbreviate, .caseSensitive = false};
+  const tString key = pattern.head()->token();
+  tMatchMarker* const match = pattern.release();
+  tMatchMarker* const replacement = result != nullptr ? result->release() : nullptr;
+  std::unique_ptr<tBaseXChg> rule;
+  if (production == kCommand || production == kXCommand) {
+    rule = std::make_unique<tCommand>(&root(), wordRule, match, replacement, key);
+  } else {
+    rule = std::make_unique<tTranslate>(&root(), wordRule, match, replacement, key);
+  }
+  rule->setOrigin(fileName_, line);
+  rule->keepText(directiveText());
+  if (includeMode_ != 0) {
+    enterRule(std::move(rule));
+    source_.addDirective(line);
+  } else {
+    tSourceLine& entry = source_.entry(line);
+    entry.pendingRules.push_back(std::move(rule));
+    entry.directive = true;
+  }
+}
+
+void KorelPreYaccClass::enterRule(std::unique_ptr<tBaseXChg> rule) {
+  tXChgArray& table = rule->isCmd() ? *commands() : *translates();
+  table.Add(rule.release());
 }
 
 // A #define takes the place of the only one of its name.

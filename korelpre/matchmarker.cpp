@@ -1,9 +1,24 @@
 #include "korelpre/matchmarker.h"
 
+#include <utility>
+
 #include "korelpre/keyword.h"
 #include "korelpre/rule.h"
+#include "korelpre/tokenkinds.h"
+#include "lib_base/misc.h"
 
 namespace precomp {
+
+void tMatchInfo::restore(tMatchMarker& marker) const {
+  marker.setCapture(first, last);
+  marker.clearIsMacro();
+  if (macro) marker.setIsMacro(nullptr);
+  marker.macroDot_ = macroDot;
+}
+
+tMatchMarker::tMatchMarker(const tSpcString& token, eRuleType kind) : kind_(kind) {
+  token_ = token;
+}
 
 tMatchMarker::~tMatchMarker() {
   // A chain can be very long, so it is taken apart link by link and not by recursion.
@@ -16,27 +31,215 @@ tMatchMarker::~tMatchMarker() {
   }
 }
 
-bool tMatchIdentifier::match(tTknString* t, tMatchMarker* /*parent*/) {
-  return compareKeyword(token(), t->curToken(), rule()->wordRule()) == 0;
+int tMatchMarker::getRecurLevel() const {
+  if (!infos_.empty()) return static_cast<int>(infos_.size());
+  return matched_ ? 1 : 0;
 }
 
-bool tMatchIdentifier::replace(tTknString* t, int /*level*/) {
-  t->newTokens().add(new tSpcString(token()));
+void tMatchMarker::link(tBaseXChg* /*rule*/, tMatchMarker& /*marker*/) {}
+
+bool tMatchMarker::checkMatch(tTknString* /*t*/) {
+  return false;
+}
+
+void tMatchMarker::resetMatch(unsigned char deep) {
+  for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
+    marker->repetitions_ = 0;
+    marker->macro_ = marker->macroDot_ = false;
+    marker->first_ = marker->last_ = -1;
+    marker->matched_ = false;
+    if (deep == 0) continue;
+    for (int i = 0; i < marker->groups_.count(); ++i) marker->groups_[i].resetMatch(deep);
+  }
+}
+
+void tMatchMarker::resetAll() {
+  for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
+    marker->repetitions_ = 0;
+    marker->macro_ = marker->macroDot_ = false;
+    marker->first_ = marker->last_ = -1;
+    marker->matched_ = false;
+    marker->infos_.clear();
+    for (int i = 0; i < marker->groups_.count(); ++i) marker->groups_[i].resetAll();
+  }
+}
+
+void tMatchMarker::setRecMatch(const tTknString& t) {
+  for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
+    if (marker->kind_ != kMatchIdentifier) {
+      marker->infos_.push_back(
+          {marker->first_, marker->last_, marker->macro_, marker->macroDot_, t.steps()});
+    }
+    marker->matched_ = false;
+    marker->first_ = -1;
+    marker->clearIsMacro();
+  }
+}
+
+void tMatchMarker::forgetSince(std::uint32_t step) {
+  for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
+    for (int i = 0; i < marker->groups_.count(); ++i) {
+      for (tMatchMarker* inner = &marker->groups_[i]; inner != nullptr; inner = inner->next_) {
+        while (!inner->infos_.empty() && inner->infos_.back().step > step) inner->infos_.pop_back();
+      }
+      marker->groups_[i].forgetSince(step);
+    }
+  }
+}
+
+void tMatchMarker::setIsMacro(tTknString* t) {
+  macro_ = true;
+  if (t == nullptr) return;
+  macroDot_ = last_ == first_ + 2 && t->getToken(first_).kind() == kKindAmpersand &&
+              t->getToken(first_ + 1).kind() == kKindIdentifier &&
+              t->getToken(first_ + 2).kind() == kKindDot;
+}
+
+void tMatchMarker::replay(int level) {
+  if (infos_.empty()) return;
+  if (level < static_cast<int>(infos_.size())) {
+    infos_[static_cast<std::size_t>(level)].restore(*this);
+  } else {
+    setCapture(-1, -1);
+    clearIsMacro();
+  }
+}
+
+bool tMatchMarker::copyCapture(tTknString* t) const {
+  for (int i = first_; i <= last_; ++i) {
+    auto* copy = new tSpcString(t->getToken(i));
+    if (i == first_) copy->setSpacing(token_.spacing());
+    if (!t->addNew(copy)) return false;
+  }
   return true;
 }
 
-bool rmatch(tMatchMarker* head, tTknString* t) {
-  return head == nullptr || rmatchCount(head, t) > 0;
+bool tMatchMarker::replace(tTknString* t, int level) {
+  replay(level);
+  return takesNothing() || copyCapture(t);
 }
 
-int rmatchCount(tMatchMarker* head, tTknString* t) {
-  int score = 0;
-  for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
-    if (t->curTokenIdx() < 0 || !marker->match(t, nullptr)) return 0;
-    ++score;
-    t->nextTokenIdx();
+bool tMatchIdentifier::matchesWord(std::string_view word) const {
+  // Most words differ in the first byte.
+  const tSpcString& keyword = token();
+  if (!word.empty() && !keyword.empty() && ((word[0] ^ keyword.data()[0]) & 0xDF) != 0) {
+    return false;
   }
-  return score;
+  return compareKeyword(keyword, word, rule()->wordRule()) == 0;
+}
+
+bool tMatchIdentifier::replace(tTknString* t, int /*level*/) {
+  return t->addNew(new tSpcString(token()));
+}
+
+bool tMatchMarkerList::replace(tTknString* t, int level) {
+  if (!t->collectsBoundaries()) return tMatchMarker::replace(t, level);
+  replay(level);
+  return takesNothing() || copyElements(t);
+}
+
+// Each comma between two elements gets an empty token on either side, which the quotes are later
+// written into. The blanks in front of an element belong in front of its opening quote.
+bool tMatchMarkerList::copyElements(tTknString* t) {
+  int depth = 0;
+  bool opensElement = false;
+  tString spacing = token().spacing();
+  const auto addBoundary = [&] {
+    auto* boundary = new tSpcString;
+    boundary->setSpacing(spacing);
+    spacing = tString();
+    t->boundaries().add(boundary);
+    return t->addNew(boundary);
+  };
+  for (int i = first(); i <= last(); ++i) {
+    const tSpcString& taken = t->getToken(i);
+    const bool separates = depth == 0 && taken.kind() == kKindComma;
+    if (taken == "(" || taken == "[" || taken == "{") ++depth;
+    if (taken == ")" || taken == "]" || taken == "}") --depth;
+    if (i > first()) spacing = taken.spacing();
+    if (opensElement && !addBoundary()) return false;
+    if (separates) {
+      tString before;
+      if (i > first() && !opensElement) std::swap(before, spacing);
+      if (!addBoundary()) return false;
+      spacing = before;
+    }
+    auto* copy = new tSpcString(taken);
+    copy->setSpacing(spacing);
+    if (!t->addNew(copy)) return false;
+    opensElement = separates;
+  }
+  spacing = tString();
+  return !opensElement || addBoundary();
+}
+
+void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative) {
+  auto* marker = new tMatchIdentifier(word);
+  if (newAlternative || lastWord_ == nullptr) {
+    alternatives_.add(marker);
+  } else {
+    lastWord_->setNext(marker);
+  }
+  lastWord_ = marker;
+}
+
+int tMatchMarkerRestrict::findAlternative(tTknString* t) const {
+  const int start = t->curTokenIdx();
+  const tWordRule wordRule = rule()->wordRule();
+  for (int i = 0; i < alternatives_.count() && t->step(); ++i) {
+    for (const tMatchMarker* word = alternatives_.get(i);; word = word->next()) {
+      if (t->curTokenIdx() < 0) break;
+      const std::string_view token = t->curToken();
+      if (!equalNoCase(word->token(), token) &&
+          compareKeyword(word->token(), token, wordRule) != 0) {
+        break;
+      }
+      if (word->next() == nullptr) return i;
+      t->nextTokenIdx();
+    }
+    t->curTokenIdx(start);
+  }
+  return -1;
+}
+
+bool tMatchMarkerRestrict::checkMatch(tTknString* t) {
+  const int start = t->curTokenIdx();
+  if (findAlternative(t) < 0) return false;
+  t->curTokenIdx(start);
+  return true;
+}
+
+bool tMatchMarkerRestrict::match(tTknString* t, tMatchMarker* /*parent*/) {
+  clearIsMacro();
+  setCapture(-1, -1);
+  const int alternative = findAlternative(t);
+  if (alternative < 0) return false;
+  setCapture(-1, alternative);
+  return true;
+}
+
+bool tMatchMarkerRestrict::replace(tTknString* t, int level) {
+  replay(level);
+  if (last() < 0) return true;
+  const tMatchMarker* word = alternatives_.get(last());
+  for (bool opens = true; word != nullptr; word = word->next(), opens = false) {
+    auto* copy = new tSpcString(word->token());
+    if (opens) copy->setSpacing(token().spacing());
+    if (!t->addNew(copy)) return false;
+  }
+  return true;
+}
+
+bool tMatchMarkerWild::match(tTknString* t, tMatchMarker* /*parent*/) {
+  const int first = t->curTokenIdx();
+  setCapture(first, first < 0 ? -1 : t->count() - 1);
+  if (first < 0) return false;
+  t->curTokenIdx(t->count() - 1);
+  return true;
+}
+
+bool tMatchMarkerOpt::replace(tTknString* /*t*/, int /*level*/) {
+  return true;
 }
 
 }  // namespace precomp

@@ -1,8 +1,9 @@
 // The statement is copied in stretches as long as possible. `copied` is the point up to which the
 // source has been written; words are only looked at for their first two bytes, which is enough to
-// dismiss nearly all of them. A comment or a continuation opens a gap: the blanks around it are
-// collected in the output and count as the spacing of the token that follows; at the statement's
-// end they vanish.
+// dismiss nearly all of them. A token that a translation could start with, or at the statement's
+// beginning a command, sends the statement the other way. A comment or a continuation opens a gap:
+// the blanks around it are collected in the output and count as the spacing of the token that
+// follows; at the statement's end they vanish.
 
 #include "korelpre/plainwrite.h"
 
@@ -29,7 +30,8 @@ enum eByte : std::uint8_t {
   kQuote,
   kMaybeComment,
   kSemicolon,
-  kLineEnd
+  kLineEnd,
+  kRuleStart  // no name, and a translation starts with it
 };
 
 constexpr std::array<eByte, 256> makeBytes() {
@@ -59,6 +61,16 @@ bool joinsLongerToken(const char* word, const char* wordEnd, const char* start) 
   if (word > start && word[-1] == '>' && equalNoCase(text, "end")) return true;
   return wordEnd[0] == '-' && wordEnd[1] == '>' &&
          (equalNoCase(text, "field") || equalNoCase(text, "m"));
+}
+
+// The definition of a name that means nothing without a "(" behind it.
+bool needsArguments(const tIndexedName& name) {
+  return name.rules == 1 && name.rule->firstMatch()->next() != nullptr;
+}
+
+bool mayOpenArguments(const char* p, const char* end) {
+  p = skipBlanks(p, end);
+  return *p == '(' || byteAt(p) == kMaybeComment || byteAt(p) == kSemicolon;
 }
 
 // A statement that has been rewritten and grows past this goes the slow way, which knows the
@@ -91,15 +103,44 @@ struct tPlainWriter::tCursor {
   void skipTo(const char* to) { p = copied = to; }
 };
 
-tPlainWriter::tPlainWriter(KorelPreYaccClass& processor) : defines_(*processor.defines()) {}
+tPlainWriter::tPlainWriter(KorelPreYaccClass& processor)
+    : defines_(*processor.defines()),
+      translates_(*processor.translates()),
+      commands_(*processor.commands()) {}
+
+void tPlainWriter::learnRules() {
+  const std::uint64_t generation = std::uint64_t{1} + translates_.lookup().generation();
+  if (generation_ == generation) return;
+  generation_ = generation;
+  for (unsigned c = 0; c < 256; ++c) {
+    const bool starts = translates_.lookup().startsOddToken(static_cast<char>(c));
+    bytes_[c] = starts && !translates_.empty() ? kRuleStart : kBytes[c];
+  }
+}
+
+// A name, or the first byte of another token, decides. What stands behind a comment is not looked
+// at.
+bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
+  const char* p = skipBlanks(start, end);
+  if (byteAt(p) == kSemicolon || (*p == '/' && p[1] == '*')) return true;
+  const tWordLookup& lookup = commands_.lookup();
+  if (byteAt(p) != kWordStart) return lookup.startsOddToken(*p);
+  const char* word = p++;
+  while (isWordByte(*p)) ++p;
+  if (!lookup.passes(word[0], p - word > 1 ? word[1] : '\0')) return false;
+  return joinsLongerToken(word, p, start) ||
+         commands_.lookUp({word, static_cast<std::size_t>(p - word)}) != nullptr;
+}
 
 bool tPlainWriter::write(const char* start, const char* end, tString& output) {
+  learnRules();
+  if (!commands_.empty() && mayStartCommand(start, end)) return false;
   tCursor at{start, end, start, start, output, output.size()};
   const std::size_t begin = output.size();
   for (;;) {
     if (at.gap != tString::npos) settleGap(at);
-    while (byteAt(at.p) == kOther) ++at.p;
-    switch (byteAt(at.p)) {
+    while (bytes_[static_cast<unsigned char>(*at.p)] == kOther) ++at.p;
+    switch (bytes_[static_cast<unsigned char>(*at.p)]) {
       case kWordStart:
       case kDigit:
         if (!passWord(at)) {
@@ -112,6 +153,9 @@ bool tPlainWriter::write(const char* start, const char* end, tString& output) {
         stripBlanks(output, begin);
         output.append('\n');
         return true;
+      case kRuleStart:
+        output.resize(begin);
+        return false;
       default:
         passSpecial(at);
     }
@@ -125,17 +169,25 @@ bool tPlainWriter::passWord(tCursor& at) {
   at.p = p;
   // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
   if (isDigit(*word) && !std::all_of(word, p, isDigit)) return false;
-  if (!defines_.index().gate().passes(word[0], p - word > 1 ? word[1] : '\0')) return true;
-  tIndexedName* name = defines_.index().find({word, static_cast<std::size_t>(p - word)});
-  if (name == nullptr) return true;
+  const char second = p - word > 1 ? word[1] : '\0';
+  const bool mayTranslate = translates_.lookup().passes(word[0], second);
+  const bool mayDefine = defines_.index().gate().passes(word[0], second);
+  if (!mayTranslate && !mayDefine) return true;
+  const std::string_view text(word, static_cast<std::size_t>(p - word));
+  tIndexedName* name = mayDefine ? defines_.index().find(text) : nullptr;
+  if (name == nullptr && !mayTranslate) return true;
   // A number of which this may be a part, or a token of several words.
   if (isDigit(*word) || joinsLongerToken(word, p, at.start)) return false;
+  if (mayTranslate && translates_.lookUp(text) != nullptr) return false;
+  if (name == nullptr) return true;
+  if (needsArguments(*name)) return !mayOpenArguments(p, at.end);
+  if (!commands_.empty() && skipBlanks(at.start, at.end) == word) return false;
   at.copyTo(word);
   return replaceName(at, p, *name);
 }
 
 bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
-  if (!expandName(defines_.index(), name)) return false;
+  if (!expandName({defines_, translates_}, name)) return false;
   at.rewrites += name.rewrites;
   if (at.rewrites > kMostRewrites) return false;
   if (name.text.empty()) {

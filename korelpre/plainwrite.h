@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 
 #include "lib_base/stringz.h"
 
@@ -27,6 +29,8 @@ class tPlainWriter {
  private:
   struct tCursor;
 
+  void learnRules();
+  bool mayStartCommand(const char* start, const char* end);
   bool passWord(tCursor& at);
   void passSpecial(tCursor& at);
   void settleGap(tCursor& at);
@@ -35,6 +39,12 @@ class tPlainWriter {
   bool replaceName(tCursor& at, const char* wordEnd, tIndexedName& name);
 
   tXChgArray& defines_;
+  tXChgArray& translates_;
+  tXChgArray& commands_;
+
+  // What the tables' rules can start with, at one generation of them.
+  std::uint64_t generation_ = 0;
+  std::array<std::uint8_t, 256> bytes_{};
 };
 
 }  // namespace precomp

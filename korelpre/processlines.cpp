@@ -81,12 +81,12 @@ void KorelPreYaccClass::walkLines(tString& output, int& depth) {
     }
     tSourceLine& entry = source_.entryAt(line);
     currentLine_ = line;
-    if (entry.pendingDefine != nullptr) {
-      enterDefine(entry);
-      output.append('\n');
-    } else if (entry.include != nullptr) {
+    const bool entered = enterPending(entry);
+    if (entry.include != nullptr) {
       entry.include->processor().processLines(output, depth);
       pending = true;
+    } else if (entered) {
+      output.append('\n');
     } else {
       processLine(entry, output);
     }
@@ -94,12 +94,19 @@ void KorelPreYaccClass::walkLines(tString& output, int& depth) {
   if (pending) appendMarker(output, source_.count() + 1, name);
 }
 
-void KorelPreYaccClass::enterDefine(tSourceLine& entry) {
-  tBaseXChg* rule = entry.pendingDefine.get();
-  removeSingleDefine(rule->key());
-  dynDefines()->forget(rule);
-  rule->setLineEntry(nullptr);
-  defines()->Add(entry.pendingDefine.release());
+// Enters the rules of a line into the tables. False when it has none.
+bool KorelPreYaccClass::enterPending(tSourceLine& entry) {
+  if (entry.pendingDefine == nullptr && entry.pendingRules.empty()) return false;
+  if (entry.pendingDefine != nullptr) {
+    tBaseXChg* rule = entry.pendingDefine.get();
+    removeSingleDefine(rule->key());
+    dynDefines()->forget(rule);
+    rule->setLineEntry(nullptr);
+    defines()->Add(entry.pendingDefine.release());
+  }
+  for (auto& rule : entry.pendingRules) enterRule(std::move(rule));
+  entry.pendingRules.clear();
+  return true;
 }
 
 void KorelPreYaccClass::processPlain(int line, tPlainWriter& writer, tString& output) {

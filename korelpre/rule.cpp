@@ -1,57 +1,196 @@
 #include "korelpre/rule.h"
 
 #include <algorithm>
+#include <cstring>
+#include <unordered_set>
 
-#include "korelpre/resultmarker.h"
+#include "korelpre/matchwalk.h"
+#include "korelpre/resultwalk.h"
+#include "lib_base/fatal.h"
+#include "lib_base/output.h"
+#include "lib_base/translate.h"
 
 namespace precomp {
 
+namespace {
+
+template <class Visitor>
+void visitChain(tMatchMarker* head, const Visitor& visit) {
+  for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
+    visit(*marker);
+    for (int i = 0; i < marker->groups().count(); ++i) visitChain(&marker->groups()[i], visit);
+    if (marker->kind() != kMatchMarkerRestrict) continue;
+    auto& alternatives = static_cast<tMatchMarkerRestrict&>(*marker).alternatives();
+    for (int i = 0; i < alternatives.count(); ++i) visitChain(&alternatives[i], visit);
+  }
+}
+
+// Leaves nothing of a replacement behind that did not come to its end.
+class tReplacement {
+ public:
+  tReplacement(tTknString& t, int start) : t_(t) { t_.setReplacementStart(start); }
+  ~tReplacement() {
+    t_.newTokens().Destroy();
+    t_.setReplacementStart(-1);
+    t_.endBoundaries();
+  }
+  tReplacement(const tReplacement&) = delete;
+  tReplacement& operator=(const tReplacement&) = delete;
+
+ private:
+  tTknString& t_;
+};
+
+tSpcString bareToken(std::string_view text) {
+  return tSpcString(tString::borrow(text));
+}
+
+// Appends markers to a chain.
+class tChain {
+ public:
+  void add(tMatchMarker* marker) {
+    if (last_ == nullptr) {
+      head_ = marker;
+    } else {
+      last_->setNext(marker);
+    }
+    last_ = marker;
+  }
+  tMatchMarker* head() const { return head_; }
+
+ private:
+  tMatchMarker* head_ = nullptr;
+  tMatchMarker* last_ = nullptr;
+};
+
+}  // namespace
+
 tBaseXChg::tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMarker* firstMatch,
                      tMatchMarker* firstResult, const tString& key)
-    : firstResult_(firstResult), key_(key), wordRule_(wordRule), processor_(processor) {
-  setFirstMatch(firstMatch);
+    : key_(key), wordRule_(wordRule), processor_(processor) {
+  setChains(firstMatch, firstResult);
 }
 
 tBaseXChg::~tBaseXChg() = default;
 
-void tBaseXChg::setFirstMatch(tMatchMarker* marker) {
-  firstMatch_.reset(marker);
-  for (; marker != nullptr; marker = marker->next()) marker->setRule(this);
+void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
+  firstMatch_.reset(firstMatch);
+  firstResult_.reset(firstResult);
+  if (firstMatch == nullptr) return;
+  visitChain(firstMatch, [this](tMatchMarker& marker) { marker.setRule(this); });
+  rlink(this, firstMatch, firstResult, linkCount_);
+}
+
+void tBaseXChg::keepText(std::string_view text) {
+  text_ = std::make_unique<char[]>(text.size());
+  std::memcpy(text_.get(), text.data(), text.size());
+  const auto keep = [&](const tString& kept) {
+    const bool inText = kept.data() >= text.data() && kept.data() < text.data() + text.size();
+    if (!inText) return kept;
+    return tString::borrow({text_.get() + (kept.data() - text.data()), kept.size()});
+  };
+  const auto keepToken = [&](tMatchMarker& marker) {
+    marker.token().setText(keep(marker.token()));
+  };
+  visitChain(firstMatch_.get(), keepToken);
+  visitChain(firstResult_.get(), keepToken);
+  key_ = keep(key_);
+}
+
+void tBaseXChg::resetMatch() {
+  if (!matchLeft_) return;
+  firstMatch_->resetAll();
+  if (firstResult_ != nullptr) firstResult_->resetAll();
+  matchLeft_ = false;
 }
 
 int tBaseXChg::matchCount(int start, tTknString* t) {
   t->curTokenIdx(std::max(start, 0));
-  return rmatchCount(firstMatch(), t);
+  // Most patterns that do not match fail in the words that they begin with, where nothing is
+  // captured and so nothing has to be forgotten.
+  int words = 0;
+  tMatchMarker* marker = firstMatch();
+  for (; marker->isIdentifier() && !marker->hasGroups() && marker->next() != nullptr; ++words) {
+    const int cursor = t->curTokenIdx();
+    if (cursor < 0 || !t->step() || !marker->match(t, nullptr)) {
+      t->noteFailure(marker, cursor);
+      return 0;
+    }
+    t->nextTokenIdx();
+    marker = marker->next();
+  }
+  if (t->curTokenIdx() < 0) {
+    t->noteFailure(marker, -1);
+    return 0;
+  }
+  resetMatch();
+  matchLeft_ = true;
+  const int score = rmatchCount(this, marker, t, nullptr);
+  return score > 0 ? words + score : 0;
 }
 
 bool tBaseXChg::replace(KorelPreYaccClass* processor, int start, tTknString* t) {
-  t->setReplacementStart(start);
-  t->curTokenIdx(std::max(start, 0));
-  if (!rmatch(firstMatch(), t) || !rreplace(firstResult(), t, 0)) {
-    t->newTokens().Destroy();
-    t->setReplacementStart(-1);
+  return matchCount(start, t) > 0 && replaceMatched(processor, start, t);
+}
+
+bool tBaseXChg::replaceMatched(KorelPreYaccClass* processor, int start, tTknString* t) {
+  const tReplacement scope(*t, start);
+  try {
+    if (!buildReplacement(start, t)) return false;
+    t->doReset(processor, start);
+    return true;
+  } catch (const tFatalError& failure) {
+    const char* text = *failure.text() != '\0' ? failure.text() : "assert failed";
+    qdprintf("%s %s %s %s %u\n", text, translate("in file").c_str(), failure.unit(),
+             translate("at line").c_str(), failure.line());
     return false;
   }
-  t->doReset(processor, start);
-  t->setReplacementStart(-1);
+}
+
+bool tBaseXChg::buildReplacement(int start, tTknString* t) {
+  if (!rreplace(this, firstResult(), t, 0)) return false;
+  if (start >= 0) return true;
+  for (; t->curTokenIdx() >= 0; t->nextTokenIdx()) {
+    if (!t->addNew(new tSpcString(t->curToken()))) return false;
+  }
   return true;
 }
 
 tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
                        const tAutoArray<tSpcString>& value)
     : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true}, name) {
-  setFirstMatch(new tMatchIdentifier(name));
-  tMatchMarker* last = nullptr;
-  for (int i = 0; i < value.count(); ++i) {
-    auto* marker = new tResultIdentifier(tSpcString());
-    marker->token() = value[i];
-    if (last == nullptr) {
-      setFirstResult(marker);
-    } else {
-      last->setNext(marker);
-    }
-    last = marker;
+  tChain result;
+  for (int i = 0; i < value.count(); ++i) result.add(new tResultIdentifier(value[i]));
+  setChains(new tMatchIdentifier(name), result.head());
+}
+
+tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
+                       const tAutoArray<tSpcString>& parameters,
+                       const tAutoArray<tSpcString>& value)
+    : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true},
+                name.substr(0, name.size() - (name.view().ends_with('(') ? 1 : 0))) {
+  tSpcString word;
+  word = name;
+  word.setText(key());
+  tChain pattern;
+  pattern.add(new tMatchIdentifier(word));
+  if (key().size() < name.size()) pattern.add(new tMatchIdentifier(bareToken("(")));
+  std::unordered_set<std::string_view> names;
+  for (int i = 0; i < parameters.count(); ++i) {
+    if (i > 0) pattern.add(new tMatchIdentifier(bareToken(",")));
+    pattern.add(new tMatchMarker(parameters[i]));
+    names.insert(parameters[i].view());
   }
+  pattern.add(new tMatchIdentifier(bareToken(")")));
+  tChain result;
+  for (int i = 0; i < value.count(); ++i) {
+    if (names.count(value[i].view()) > 0) {
+      result.add(new tResultMarker(value[i]));
+    } else {
+      result.add(new tResultIdentifier(value[i]));
+    }
+  }
+  setChains(pattern.head(), result.head());
 }
 
 }  // namespace precomp

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "korelpre/keyword.h"
 #include "korelpre/matchmarker.h"
@@ -24,14 +25,24 @@ class tBaseXChg {
 
   /// True for a command, which must account for a whole statement.
   virtual bool isCmd() const { return false; }
+  /// Appends the rule's form in a listing to `out`, or writes it to the output when that is null.
+  virtual void print(tString* out) const;
+  /// The same for a chain of markers.
+  virtual void rprint(tString* out, const tMatchMarker* head) const;
   /// Applies the rule at the token `start` of `t`, or to the whole statement when it is -1. False
-  /// when it does not match; `t` is then unchanged.
+  /// when it does not match or fails; `t` is then unchanged.
   virtual bool replace(KorelPreYaccClass* processor, int start, tTknString* t);
-  /// How well the pattern matches at `start`; 0 when it does not.
+  /// How well the pattern matches at `start`; 0 when it does not. The cursor stands behind the
+  /// match afterwards.
   int matchCount(int start, tTknString* t);
+  /// The second half of replace(), for a rule whose last matchCount() with these arguments was
+  /// above 0 and left the cursor where it is.
+  bool replaceMatched(KorelPreYaccClass* processor, int start, tTknString* t);
 
   const tString& key() const { return key_; }
   tWordRule wordRule() const { return wordRule_; }
+  /// How many pairs of a result marker and a match marker have one name.
+  int linkCount() const { return linkCount_; }
   /// The processor whose tables hold the rule.
   KorelPreYaccClass* processor() const { return processor_; }
   /// The line entry that will enter the rule into the tables, or null.
@@ -40,28 +51,61 @@ class tBaseXChg {
   tMatchMarker* firstMatch() const { return firstMatch_.get(); }
   tMatchMarker* firstResult() const { return firstResult_.get(); }
 
+  /// The file and the line, from 1, of the directive that made the rule; 0 when none did.
+  const tString& originFile() const { return originFile_; }
+  int originLine() const { return originLine_; }
+  void setOrigin(const tString& file, int line) {
+    originFile_ = file;
+    originLine_ = line;
+  }
+  /// Copies `text`, which the texts of the rule's markers refer to, and makes them refer to the
+  /// copy: the rule then outlives the text.
+  void keepText(std::string_view text);
+
  protected:
   /// For rules that build their chains themselves.
   tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, const tString& key)
       : tBaseXChg(processor, wordRule, nullptr, nullptr, key) {}
-  void setFirstMatch(tMatchMarker* marker);
-  void setFirstResult(tMatchMarker* marker) { firstResult_.reset(marker); }
+  void setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult);
 
  private:
+  void resetMatch();
+  bool buildReplacement(int start, tTknString* t);
+
+  std::unique_ptr<char[]> text_;
   std::unique_ptr<tMatchMarker> firstMatch_;
   std::unique_ptr<tMatchMarker> firstResult_;
+  int linkCount_ = 0;
   tString key_;
   tWordRule wordRule_;
+  bool matchLeft_ = false;  // the markers hold what a match left in them
   KorelPreYaccClass* processor_;
   tSourceLine* lineEntry_ = nullptr;
+  tString originFile_;
+  int originLine_ = 0;
 };
 
-/// The rule of a #define.
+/// The rule of a #command or #xcommand.
+class tCommand : public tBaseXChg {
+ public:
+  using tBaseXChg::tBaseXChg;
+  bool isCmd() const override { return true; }
+  void print(tString* out) const override;
+};
+
+/// The rule of a #translate, #xtranslate or #define.
 class tTranslate : public tBaseXChg {
  public:
+  using tBaseXChg::tBaseXChg;
   /// A #define without parameters: `name` is replaced by copies of `value`. The key is the name.
   tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
              const tAutoArray<tSpcString>& value);
+  /// A #define with parameters: `name`, of which a "(" at its end is no part, and arguments in
+  /// parentheses are replaced by copies of `value`, in which the parameters' names stand for the
+  /// arguments. The key is the name without the "(".
+  tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
+             const tAutoArray<tSpcString>& parameters, const tAutoArray<tSpcString>& value);
+  void print(tString* out) const override;
 };
 
 }  // namespace precomp

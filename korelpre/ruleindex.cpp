@@ -1,22 +1,13 @@
 #include "korelpre/ruleindex.h"
 
 #include "korelpre/rule.h"
+#include "korelpre/wordlookup.h"
 
 namespace precomp {
 
-namespace {
-
-std::uint32_t hashOf(std::string_view name) {
-  std::uint32_t hash = 2166136261u;
-  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
-  return hash ^ hash >> 15;
-}
-
-}  // namespace
-
 tIndexedName* tRuleIndex::find(std::string_view name) {
   if (slots_.empty()) return nullptr;
-  const std::uint32_t hash = hashOf(name);
+  const std::uint32_t hash = hashOfWord(name);
   const std::size_t mask = slots_.size() - 1;
   for (std::size_t slot = hash & mask; slots_[slot] != 0; slot = (slot + 1) & mask) {
     tIndexedName& entry = names_[slots_[slot] - 1];
@@ -28,14 +19,14 @@ tIndexedName* tRuleIndex::find(std::string_view name) {
 void tRuleIndex::added(tBaseXChg* rule) {
   ++generation_;
   gate_.add(rule->key());
-  tIndexedName& entry = entryFor(rule->key(), hashOf(rule->key()));
+  tIndexedName& entry = entryFor(rule->key(), hashOfWord(rule->key()));
   ++entry.rules;
   entry.rule = rule;
 }
 
 void tRuleIndex::removed(tBaseXChg* rule, tBaseXChg* latest) {
   ++generation_;
-  tIndexedName& entry = entryFor(rule->key(), hashOf(rule->key()));
+  tIndexedName& entry = entryFor(rule->key(), hashOfWord(rule->key()));
   --entry.rules;
   entry.rule = latest;
 }

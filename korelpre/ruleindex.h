@@ -19,7 +19,7 @@ struct tIndexedName {
   tBaseXChg* rule = nullptr;  // the only one, or the latest
 
   // The text that a use of the name finally becomes, worked out when first asked for and valid
-  // for one generation of the table.
+  // for one generation of the tables.
   std::uint64_t generation = 0;
   bool plain = false;  // false: uses have to be rewritten token by token
   int rewrites = 0;    // how many rewrites lead to the text

@@ -1,9 +1,47 @@
 #include "korelpre/ruletable.h"
 
+#include <algorithm>
+
 namespace precomp {
 
+namespace {
+
+// Runs below this length are tried rule by rule.
+constexpr int kLongRun = 16;
+
+// The rule that has scored best so far, and where its match ended.
+class tBestRule {
+ public:
+  tBestRule(int start, tTknString* t) : start_(start), t_(t) {}
+
+  // Kept on purpose: among equals the latest wins.
+  void meet(int index, tBaseXChg& rule) {
+    const int score = rule.matchCount(start_, t_);
+    if (score == 0 || score < score_ || (score == score_ && index < index_)) return;
+    rule_ = &rule;
+    score_ = score;
+    index_ = index;
+    cursor_ = t_->rawCursor();
+  }
+  bool apply(KorelPreYaccClass* processor) {
+    if (rule_ == nullptr || t_->overrun()) return false;
+    t_->setRawCursor(cursor_);
+    return rule_->replaceMatched(processor, start_, t_);
+  }
+
+ private:
+  int start_;
+  tTknString* t_;
+  tBaseXChg* rule_ = nullptr;
+  int score_ = 0;
+  int index_ = 0;
+  int cursor_ = 0;
+};
+
+}  // namespace
+
 void tXChgArray::Destroy() {
-  index_.clear();
+  forgetRules();
   tAutoArray<tBaseXChg>::Destroy();
 }
 
@@ -14,9 +52,9 @@ int tXChgArray::compare(int index, std::string_view word, bool exact) const {
   return compareKeyword(rule.key(), word, wordRule);
 }
 
-bool tXChgArray::search(std::string_view word, bool exact, int& position) const {
+bool tXChgArray::search(std::string_view word, bool exact, int count, int& position) const {
   int low = 0;
-  int high = count() - 1;
+  int high = count - 1;
   while (low <= high) {
     const int middle = low + (high - low) / 2;
     const int order = compare(middle, word, exact);
@@ -34,27 +72,41 @@ bool tXChgArray::search(std::string_view word, bool exact, int& position) const 
   return false;
 }
 
-int tXChgArray::Find(const tString& word, int& first, int& last, unsigned char exact) const {
+bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& last) const {
   int found = 0;
-  if (!search(word, exact != 0, found)) {
-    first = last = found;
-    return 0;
-  }
+  const bool any = search(word, exact, count(), found);
   first = last = found;
-  while (first > 0 && compare(first - 1, word, exact != 0) == 0) --first;
-  while (last + 1 < count() && compare(last + 1, word, exact != 0) == 0) ++last;
-  return 1;
+  if (!any) return false;
+  while (first > 0 && compare(first - 1, word, exact) == 0) --first;
+  while (last + 1 < count() && compare(last + 1, word, exact) == 0) ++last;
+  return true;
+}
+
+int tXChgArray::Find(const tString& word, int& first, int& last, unsigned char exact) const {
+  arrange();
+  return findRun(word, exact != 0, first, last) ? 1 : 0;
+}
+
+tFoundRules tXChgArray::findRules(std::string_view word) const {
+  arrange();
+  tFoundRules found;
+  if (!findRun(word, true, found.wholeFirst, found.wholeLast)) found.wholeLast = -1;
+  if (!abbreviating_) {
+    found.first = found.wholeFirst;
+    found.last = found.wholeLast;
+  } else if (!findRun(word, false, found.first, found.last)) {
+    found.last = -1;
+  }
+  return found;
 }
 
 void tXChgArray::Add(tBaseXChg* rule) {
-  int position = 0;
-  if (search(rule->key(), true, position)) {
-    do {
-      ++position;
-    } while (position < count() && compare(position, rule->key(), false) == 0);
-  }
-  insertAt(position, rule);
-  index_.added(rule);
+  const tWordRule wordRule = rule->wordRule();
+  if (wordRule.abbreviate) abbreviating_ = true;
+  if (!empty() && get(0)->wordRule().caseSensitive != wordRule.caseSensitive) mixed_ = true;
+  add(rule);
+  lookup_.added(*rule);
+  if (wordRule.caseSensitive && !wordRule.abbreviate) index_.added(rule);
 }
 
 void tXChgArray::removeRule(int index) {
@@ -62,7 +114,12 @@ void tXChgArray::removeRule(int index) {
 }
 
 tBaseXChg* tXChgArray::takeRule(int index) {
+  arrange();
   tBaseXChg* rule = takeAt(index);
+  placed_ = count();
+  lookup_.changed();
+  const tWordRule wordRule = rule->wordRule();
+  if (!wordRule.caseSensitive || wordRule.abbreviate) return rule;
   int first = 0;
   int last = 0;
   tBaseXChg* latest = Find(rule->key(), first, last, 1) != 0 ? get(last) : nullptr;
@@ -82,23 +139,41 @@ void tXChgArray::forget(const tBaseXChg* rule) {
   }
 }
 
-void tXChgArray::dropRules() {
+void tXChgArray::forgetRules() {
   index_.clear();
+  lookup_.clear();
+  placed_ = 0;
+  irregular_ = abbreviating_ = mixed_ = false;
+}
+
+void tXChgArray::dropRules() {
+  forgetRules();
   dropElements();
+}
+
+// Worth the trouble only when the run is asked for again before the table changes.
+const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
+  if (last - first < kLongRun) return nullptr;
+  if (run_.generation != lookup_.generation() || run_.first != first || run_.last != last) {
+    run_ = {lookup_.generation(), first, last, false, nullptr};
+  }
+  if (run_.words == nullptr && run_.asked) {
+    run_.words = std::make_unique<tSecondWords>(*this, first, last);
+  }
+  run_.asked = true;
+  return run_.words.get();
 }
 
 bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int start,
                          tTknString* t) {
-  tBaseXChg* best = nullptr;
-  int bestScore = 0;
-  for (int i = last; i >= first; --i) {
-    const int score = (*this)[i].matchCount(start, t);
-    if (score > bestScore) {
-      bestScore = score;
-      best = get(i);
-    }
+  tBestRule best(start, t);
+  if (const tSecondWords* words = secondWordsOf(first, last)) {
+    const tString& second = t->getToken(std::max(start, 0) + 1);
+    words->find(second, [&](int index) { best.meet(index, *get(index)); });
+  } else {
+    for (int i = last; i >= first; --i) best.meet(i, *get(i));
   }
-  return best != nullptr && best->replace(processor, start, t);
+  return best.apply(processor);
 }
 
 }  // namespace precomp

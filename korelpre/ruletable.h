@@ -1,15 +1,23 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <string_view>
 
 #include "korelpre/rule.h"
 #include "korelpre/ruleindex.h"
+#include "korelpre/secondwords.h"
+#include "korelpre/wordlookup.h"
 #include "lib_base/list.h"
 
 namespace precomp {
 
 /// Rules sorted by key; rules with equal keys stand next to each other in the order of arrival.
 /// Owns its rules.
+///
+/// Rules that have arrived since the last look into the table wait at its end; they get their
+/// places together when somebody looks. Before indexes are used arrange() must have been called;
+/// every operation that answers with an index has done so.
 class tXChgArray : public tAutoArray<tBaseXChg> {
  public:
   ~tXChgArray() override = default;
@@ -25,6 +33,14 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   /// highest score, the latest among equals. False when none matches.
   virtual bool replace(KorelPreYaccClass* processor, int first, int last, int start, tTknString* t);
 
+  /// Gives the rules that wait their places.
+  void arrange() const;
+  /// What Find answers for the word, with and without `exact`.
+  tFoundRules findRules(std::string_view word) const;
+  /// The same, kept for the next time the word comes; null when it starts no rule.
+  const tFoundRules* lookUp(std::string_view word) { return lookup_.find(*this, word); }
+  const tWordLookup& lookup() const { return lookup_; }
+
   /// Destroys the rule at `index`.
   void removeRule(int index);
   /// Removes the rule at `index` from the table; it stays alive.
@@ -34,18 +50,40 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   /// Forgets all rules without destroying them.
   void dropRules();
 
-  /// The look-up of single words, kept up with the table. For tables whose rules neither
-  /// abbreviate nor ignore case.
+  /// The look-up of names, kept up with those rules of the table that neither abbreviate nor ignore
+  /// case.
   tRuleIndex& index() { return index_; }
   const tRuleIndex& index() const { return index_; }
 
  private:
   int compare(int index, std::string_view word, bool exact) const;
   /// Sets `position` to the index of a rule whose key equals `word`, or to where it would be
-  /// inserted and returns false.
-  bool search(std::string_view word, bool exact, int& position) const;
+  /// inserted and returns false. Only the first `count` rules are looked at.
+  bool search(std::string_view word, bool exact, int count, int& position) const;
+  bool findRun(std::string_view word, bool exact, int& first, int& last) const;
+
+  // Giving rules their places (ruleorder.cpp).
+  void placeOneByOne();
+  bool placeTogether();
+  void forgetRules();
+  const tSecondWords* secondWordsOf(int first, int last);
 
   tRuleIndex index_;
+  tWordLookup lookup_;
+  int placed_ = 0;             // rules at the front that have their places
+  bool irregular_ = false;     // see ruleorder.cpp
+  bool abbreviating_ = false;  // there is a rule that lets words be abbreviated
+  bool mixed_ = false;         // some rules ignore case and some do not
+
+  // The last long run that was asked for, and what is known of its rules.
+  struct tRun {
+    std::uint32_t generation = 0;
+    int first = 0;
+    int last = -1;
+    bool asked = false;
+    std::unique_ptr<tSecondWords> words;
+  };
+  tRun run_;
 };
 
 }  // namespace precomp

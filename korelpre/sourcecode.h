@@ -22,10 +22,12 @@ class tSourceLine : public tTknString {
 
   tInclude* include = nullptr;               // owned by its processor's include list
   std::unique_ptr<tBaseXChg> pendingDefine;  // entered into the tables when the walk gets here
-  bool directive = false;                    // the line held a directive
+  std::vector<std::unique_ptr<tBaseXChg>> pendingRules;  // commands and translations, likewise
+  bool directive = false;                                // the line held a directive
 
   bool hasContent() const {
-    return count() > 0 || include != nullptr || pendingDefine != nullptr || directive;
+    return count() > 0 || include != nullptr || pendingDefine != nullptr || !pendingRules.empty() ||
+           directive;
   }
 };
 

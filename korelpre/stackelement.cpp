@@ -20,6 +20,8 @@ void tKorelPreStackElement::clearValues() {
   token_.clear();
   list_.Destroy();
   pendingSpacing_.clear();
+  marker_.reset();
+  chain_.reset();
 }
 
 }  // namespace precomp

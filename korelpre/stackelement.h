@@ -1,13 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
+#include "korelpre/matchmarker.h"
+#include "korelpre/rulebuild.h"
 #include "korelpre/tknstring.h"
 #include "ssvp40xpf/ssyaccstack.h"
 
 namespace precomp {
 
-/// What the directive grammar's symbols stand for: a name, a token, or a list of tokens.
+/// What the directive grammar's symbols stand for: a name or token, a list of tokens, a marker of a
+/// rule, or the chain of its pattern or result.
 class tKorelPreStackElement : public SSYaccStackElement {
  public:
   /// The line of the first lexeme of the symbol, from 1; 0 for an empty one.
@@ -18,6 +22,8 @@ class tKorelPreStackElement : public SSYaccStackElement {
   tAutoArray<tSpcString>& list() { return list_; }
   /// Appends a token; one of kind kKindSpace becomes the spacing of the next.
   void add(const tSpcString& token);
+  std::unique_ptr<tMatchMarker>& marker() { return marker_; }
+  std::unique_ptr<tChainBuilder>& chain() { return chain_; }
   /// Empties the values, as the gate of a skipped region does.
   void clearValues();
 
@@ -26,6 +32,8 @@ class tKorelPreStackElement : public SSYaccStackElement {
   tSpcString token_;
   tAutoArray<tSpcString> list_;
   tString pendingSpacing_;
+  std::unique_ptr<tMatchMarker> marker_;
+  std::unique_ptr<tChainBuilder> chain_;
 };
 
 }  // namespace precomp

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "korelpre/korelpreobjs.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
 
@@ -96,6 +97,55 @@ class tTknString {
   int replacementStart() const { return replacementStart_; }
   void setReplacementStart(int start) { replacementStart_ = start; }
 
+  /// The stored cursor as it is, for whoever has to put it back.
+  int rawCursor() const { return cursor_; }
+  void setRawCursor(int cursor) { cursor_ = cursor; }
+
+  /// Between these two calls list markers note, in boundaries(), the empty tokens that they put
+  /// around the commas between their elements. The tokens belong to the new-token list.
+  void startBoundaries() {
+    boundaries_.dropElements();
+    collecting_ = true;
+  }
+  void endBoundaries() { collecting_ = false; }
+  bool collectsBoundaries() const { return collecting_; }
+  tArray<tSpcString>& boundaries() { return boundaries_; }
+
+  /// Appends a token to the new ones and takes ownership. False when there are too many of them:
+  /// the replacement has failed.
+  bool addNew(tSpcString* token) {
+    newTokens_.add(token);
+    if (newTokens_.count() <= kMostTokens) return true;
+    overrun_ = true;
+    return false;
+  }
+
+  /// Counts `steps` of the matcher. False when the statement has used up what it may take; then
+  /// nothing matches any more.
+  bool step(std::uint32_t steps = 1) {
+    steps_ += steps;
+    if (steps_ <= kMostSteps) return true;
+    overrun_ = true;
+    steps_ = kMostSteps + 1;
+    return false;
+  }
+  std::uint32_t steps() const { return steps_; }
+  /// True when a limit ended a match or a replacement.
+  bool overrun() const { return overrun_; }
+  void startSteps() {
+    steps_ = 0;
+    overrun_ = false;
+  }
+
+  /// Where the last pattern that did not match gave up: the marker (null when the pattern ended
+  /// before the statement) and the index of the token at which it was tried, -1 for the end.
+  void noteFailure(const tMatchMarker* marker, int token) {
+    failedMarker_ = marker;
+    failedToken_ = token;
+  }
+  const tMatchMarker* failedMarker() const { return failedMarker_; }
+  int failedToken() const { return failedToken_; }
+
   /// Puts the new tokens in the place of the matched stretch, which reaches from `start` to the
   /// token before the cursor (to the end when there is no token before it), or in the place of the
   /// whole statement when `start` is negative; the first new token then takes the spacing of the
@@ -125,6 +175,15 @@ class tTknString {
   int replacementStart_ = -1;
   tAutoArray<tSpcString> tokens_;
   tAutoArray<tSpcString> newTokens_;
+
+  // The match or replacement in progress.
+  std::uint32_t steps_ = 0;
+  bool overrun_ = false;
+  bool collecting_ = false;
+  int failedToken_ = -1;
+  const tMatchMarker* failedMarker_ = nullptr;
+  tArray<tSpcString> boundaries_;
+
   tAutoArray<tSpcString> original_;
   tAutoArray<tTknString> continuations_;
 };

@@ -30,4 +30,29 @@ class tWordGate {
   std::array<std::uint64_t, 1024> bits_{};
 };
 
+/// The same without regard to bit 0x20 of the bytes, and so to case.
+class tFoldedGate {
+ public:
+  void clear() { bits_.fill(0); }
+  void add(std::string_view word) {
+    if (word.empty()) return;
+    const unsigned pair = pairOf(word[0], word.size() > 1 ? word[1] : '\0');
+    bits_[pair >> 6] |= std::uint64_t{1} << (pair & 63);
+  }
+  bool passes(char first, char second) const {
+    const unsigned pair = pairOf(first, second);
+    return ((bits_[pair >> 6] >> (pair & 63)) & 1) != 0;
+  }
+
+ private:
+  // Bits 0 to 4 and 6 of a byte.
+  static unsigned fold(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte & 0x1Fu) | (byte & 0x40u) >> 1;
+  }
+  static unsigned pairOf(char first, char second) { return fold(first) << 6 | fold(second); }
+
+  std::array<std::uint64_t, 64> bits_{};
+};
+
 }  // namespace precomp

@@ -1,0 +1,99 @@
+#include "korelpre/rulebuild.h"
+
+#include "korelpre/resultmarker.h"
+#include "korelpre/tokenkinds.h"
+
+namespace precomp {
+
+namespace {
+
+struct tByteKind {
+  char byte;
+  std::uint32_t kind;
+};
+
+// The characters that are tokens of their own; none else needs a backslash.
+constexpr tByteKind kByteKinds[] = {
+    {'$', 75},  {'>', 76},  {'<', 78},  {'.', 80},  {'&', 82},  {',', 83},  {'#', 84},
+    {'+', 85},  {'-', 88},  {'/', 89},  {'*', 90},  {'%', 91},  {'^', 92},  {'!', 98},
+    {'(', 99},  {')', 100}, {'[', 101}, {']', 102}, {'{', 103}, {'}', 104}, {'=', 105},
+    {':', 111}, {'|', 112}, {'@', 113}, {';', 114}, {'?', 118},
+};
+
+std::uint32_t kindOfByte(char byte) {
+  for (const tByteKind& entry : kByteKinds) {
+    if (entry.byte == byte) return entry.kind;
+  }
+  return kKindEscaped;
+}
+
+}  // namespace
+
+void unescape(tSpcString& token) {
+  if (token.kind() != kKindEscaped || token.size() != 2) return;
+  token.setText(tString::borrow(token.view().substr(1)));
+  token.setKind(kindOfByte(token.data()[0]));
+}
+
+void tChainBuilder::addToken(const tSpcString& token) {
+  if (token.kind() == kKindSpace) {
+    spacing_ = spacing_.empty() ? static_cast<const tString&>(token) : spacing_ += token;
+    return;
+  }
+  if (token.kind() == kKindBracketOpen) {
+    openGroup();
+  } else if (token.kind() == kKindBracketClose) {
+    closeGroup();
+  } else {
+    tSpcString literal;
+    literal = token;
+    unescape(literal);
+    if (side_ == kPattern) {
+      add(new tMatchIdentifier(literal));
+    } else {
+      add(new tResultIdentifier(literal));
+    }
+  }
+}
+
+void tChainBuilder::add(tMatchMarker* marker) {
+  marker->token().setSpacing(spacing_);
+  spacing_ = tString();
+  append(marker);
+}
+
+void tChainBuilder::append(tMatchMarker* marker) {
+  tMatchMarker* before = lastInChain();
+  if (before != nullptr) {
+    before->setNext(marker);
+    marker->setMayBeEmpty(before->isGroupHead());
+  } else if (open_.empty()) {
+    head_.reset(marker);
+  } else {
+    marker->setGroupHead(true);
+    open_.back().owner->groups().add(marker);
+  }
+  (open_.empty() ? last_ : open_.back().last) = marker;
+}
+
+void tChainBuilder::openGroup() {
+  if (open_.size() >= static_cast<std::size_t>(kDeepestGroup)) {
+    balanced_ = false;
+    return;
+  }
+  if (lastInChain() == nullptr) {
+    append(side_ == kPattern ? static_cast<tMatchMarker*>(new tMatchMarkerOpt)
+                             : new tResultMarkerOpt);
+  }
+  open_.push_back({lastInChain(), nullptr});
+}
+
+void tChainBuilder::closeGroup() {
+  if (open_.empty()) {
+    balanced_ = false;
+  } else {
+    open_.pop_back();
+  }
+}
+
+}  // namespace precomp

@@ -1,0 +1,51 @@
+#include "korelpre/secondwords.h"
+
+#include <algorithm>
+
+#include "korelpre/ruletable.h"
+#include "lib_base/misc.h"
+
+namespace precomp {
+
+namespace {
+
+// The literal that must follow the key, or null.
+const tMatchMarker* secondWordOf(const tBaseXChg& rule) {
+  const tMatchMarker* head = rule.firstMatch();
+  if (head->hasGroups() || head->next() == nullptr || !head->next()->isIdentifier()) return nullptr;
+  return head->next();
+}
+
+}  // namespace
+
+// Words that are equal whatever their case have one key; so may others.
+std::uint64_t tSecondWords::wholeKey(std::string_view word) {
+  std::uint64_t hash = 14695981039346656037u;
+  for (const char c : word)
+    hash = (hash ^ static_cast<unsigned char>(upperAscii(c))) * 1099511628211u;
+  return hash;
+}
+
+// So have a word and its abbreviations.
+std::uint64_t tSecondWords::abbreviatedKey(std::string_view word) {
+  std::uint64_t key = 0;
+  for (std::size_t i = 0; i < std::min<std::size_t>(word.size(), 4); ++i) {
+    key = key << 8 | (static_cast<unsigned char>(word[i]) & 0xDFu);
+  }
+  return key;
+}
+
+tSecondWords::tSecondWords(const tXChgArray& table, int first, int last) {
+  for (int i = first; i <= last; ++i) {
+    const tMatchMarker* word = secondWordOf(table[i]);
+    if (word == nullptr) {
+      others_.push_back(i);
+    } else if (table[i].wordRule().abbreviate) {
+      abbreviated_[abbreviatedKey(word->token())].push_back(i);
+    } else {
+      whole_[wholeKey(word->token())].push_back(i);
+    }
+  }
+}
+
+}  // namespace precomp
