@@ -9,6 +9,7 @@
 
 #include "korelpre/include.h"
 #include "korelpre/linescan.h"
+#include "korelpre/rulereader.h"
 #include "korelpre/ruletable.h"
 #include "korelpre/sourcecode.h"
 #include "korelpre/stackelement.h"
@@ -198,6 +199,9 @@ class KorelPreYaccClass : public SSYacc {
                               tAutoArray<tSpcString>& value);
   void enterDefineDirective(int line, std::unique_ptr<tTranslate> rule);
   void doRule(unsigned production, int line);
+  bool readRule(const char* start, const char* end, int line);
+  void addRule(bool command, bool abbreviate, tChainBuilder& pattern, tChainBuilder& result,
+               std::string_view text, int line);
   void enterRule(std::unique_ptr<tBaseXChg> rule);
   void removeSingleDefine(const tString& name);
   void removeDynamicDefines(const tString& name);
@@ -248,6 +252,8 @@ class KorelPreYaccClass : public SSYacc {
   bool headerDone_ = false;
   tAutoArray<tIFDef> conditionals_;
 
+  tRuleReader reader_;
+  tTknString scratch_;                // the plain statement being rewritten
   std::vector<int> failedPositions_;  // of the statement being rewritten
 
   // The scan of the file.

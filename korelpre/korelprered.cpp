@@ -214,23 +214,39 @@ std::string_view KorelPreYaccClass::directiveText() {
 // A pattern has to begin with a word, by which the rule is found.
 void KorelPreYaccClass::doRule(unsigned production, int line) {
   tChainBuilder& pattern = *part(1).chain();
-  tChainBuilder* result = part(3).chain().get();
-  const bool sound = pattern.isBalanced() && (result == nullptr || result->isBalanced()) &&
-                     pattern.head() != nullptr && pattern.head()->isIdentifier();
+  tChainBuilder none(tChainBuilder::kResult);
+  tChainBuilder& result = part(3).chain() != nullptr ? *part(3).chain() : none;
+  const bool sound = pattern.isBalanced() && result.isBalanced() && pattern.head() != nullptr &&
+                     pattern.head()->isIdentifier();
   if (!sound) exceptionAt(2001, line, nullptr);
+  const bool command = production == kCommand || production == kXCommand;
   const bool abbreviate = production == kCommand || production == kTranslate;
+  addRule(command, abbreviate, pattern, result, directiveText(), line);
+}
+
+bool KorelPreYaccClass::readRule(const char* start, const char* end, int line) {
+  if (!reader_.read(start, end)) return false;
+  includeStandardHeader();
+  addRule(reader_.isCommand(), reader_.abbreviates(), reader_.pattern(), reader_.result(),
+          reader_.text(), line);
+  currentLine_ = line;
+  return true;
+}
+
+// `text` is what the markers' texts refer to.
+void KorelPreYaccClass::addRule(bool command, bool abbreviate, tChainBuilder& pattern,
+                                tChainBuilder& result, std::string_view text, int line) {
   const tWordRule wordRule{.abbreviate = abbreviate, .caseSensitive = false};
   const tString key = pattern.head()->token();
-  tMatchMarker* const match = pattern.release();
-  tMatchMarker* const replacement = result != nullptr ? result->release() : nullptr;
   std::unique_ptr<tBaseXChg> rule;
-  if (production == kCommand || production == kXCommand) {
-    rule = std::make_unique<tCommand>(&root(), wordRule, match, replacement, key);
+  if (command) {
+    rule = std::make_unique<tCommand>(&root(), wordRule, pattern.release(), result.release(), key);
   } else {
-    rule = std::make_unique<tTranslate>(&root(), wordRule, match, replacement, key);
+    rule =
+        std::make_unique<tTranslate>(&root(), wordRule, pattern.release(), result.release(), key);
   }
   rule->setOrigin(fileName_, line);
-  rule->keepText(directiveText());
+  rule->keepText(text);
   if (includeMode_ != 0) {
     enterRule(std::move(rule));
     source_.addDirective(line);

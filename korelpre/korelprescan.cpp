@@ -3,7 +3,8 @@
 //   - Runs of blanks, dropped block comments and continuations become one "spc", which the grammar
 //     sees between tokens only, and before a directive or a line feed not at all.
 //   - Plain lines never reach the scanner. At the start of a line they are passed over and noted as
-//     spans of the text, so the grammar sees directives and unusual lines only.
+//     spans of the text, so the grammar sees directives and unusual lines only. The directives that
+//     headers are full of are read without it as well.
 //   - In a region that a conditional skips, lines are passed over too; only the conditional
 //     directives in it are counted.
 //
@@ -160,6 +161,10 @@ void KorelPreYaccClass::passPlainLines() {
     const tScannedLine scanned = scanLine(at, end);
     if (!shared_.plainLines && !isStarComment(at, end)) break;
     if (scanned.kind == eLineKind::kOther) {
+      if (readRule(at, end, line)) {
+        passTo(reader_.lineEnd(), reader_.lines());
+        continue;
+      }
       tConditionalLine conditional;
       if (!readConditional(at, end, conditional)) break;
       takeConditional(conditional.directive, conditional.name, line);

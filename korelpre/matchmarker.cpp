@@ -9,6 +9,8 @@
 
 namespace precomp {
 
+const tAutoArray<tMatchMarker> tMatchMarker::kNoGroups;
+
 void tMatchInfo::restore(tMatchMarker& marker) const {
   marker.setCapture(first, last);
   marker.clearIsMacro();
@@ -31,6 +33,11 @@ tMatchMarker::~tMatchMarker() {
   }
 }
 
+void tMatchMarker::addGroup(tMatchMarker* head) {
+  if (groups_ == nullptr) groups_ = std::make_unique<tAutoArray<tMatchMarker>>();
+  groups_->add(head);
+}
+
 int tMatchMarker::getRecurLevel() const {
   if (!infos_.empty()) return static_cast<int>(infos_.size());
   return matched_ ? 1 : 0;
@@ -48,8 +55,8 @@ void tMatchMarker::resetMatch(unsigned char deep) {
     marker->macro_ = marker->macroDot_ = false;
     marker->first_ = marker->last_ = -1;
     marker->matched_ = false;
-    if (deep == 0) continue;
-    for (int i = 0; i < marker->groups_.count(); ++i) marker->groups_[i].resetMatch(deep);
+    if (deep == 0 || !marker->hasGroups()) continue;
+    for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i].resetMatch(deep);
   }
 }
 
@@ -60,7 +67,8 @@ void tMatchMarker::resetAll() {
     marker->first_ = marker->last_ = -1;
     marker->matched_ = false;
     marker->infos_.clear();
-    for (int i = 0; i < marker->groups_.count(); ++i) marker->groups_[i].resetAll();
+    if (!marker->hasGroups()) continue;
+    for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i].resetAll();
   }
 }
 
@@ -78,11 +86,11 @@ void tMatchMarker::setRecMatch(const tTknString& t) {
 
 void tMatchMarker::forgetSince(std::uint32_t step) {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
-    for (int i = 0; i < marker->groups_.count(); ++i) {
-      for (tMatchMarker* inner = &marker->groups_[i]; inner != nullptr; inner = inner->next_) {
+    for (int i = 0; i < marker->groups().count(); ++i) {
+      for (tMatchMarker* inner = &marker->groups()[i]; inner != nullptr; inner = inner->next_) {
         while (!inner->infos_.empty() && inner->infos_.back().step > step) inner->infos_.pop_back();
       }
-      marker->groups_[i].forgetSince(step);
+      marker->groups()[i].forgetSince(step);
     }
   }
 }
@@ -106,10 +114,9 @@ void tMatchMarker::replay(int level) {
 }
 
 bool tMatchMarker::copyCapture(tTknString* t) const {
-  for (int i = first_; i <= last_; ++i) {
-    auto* copy = new tSpcString(t->getToken(i));
-    if (i == first_) copy->setSpacing(token_.spacing());
-    if (!t->addNew(copy)) return false;
+  if (!t->addNew(new tSpcString(t->getToken(first_), token_.spacing()))) return false;
+  for (int i = first_ + 1; i <= last_; ++i) {
+    if (!t->addNew(new tSpcString(t->getToken(i)))) return false;
   }
   return true;
 }

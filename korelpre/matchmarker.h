@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <string_view>
 #include <vector>
 
 #include "korelpre/korelpreobjs.h"
 #include "korelpre/tknstring.h"
+#include "ssvp40xpf/sssto.h"
 
 namespace precomp {
 
@@ -75,9 +77,10 @@ class tMatchMarker {
   tMatchMarker* next() const { return next_; }
   /// Takes ownership of `next` and of the chain behind it.
   void setNext(tMatchMarker* next) { next_ = next; }
-  tAutoArray<tMatchMarker>& groups() { return groups_; }
-  const tAutoArray<tMatchMarker>& groups() const { return groups_; }
-  bool hasGroups() const { return !groups_.empty(); }
+  const tAutoArray<tMatchMarker>& groups() const { return groups_ ? *groups_ : kNoGroups; }
+  bool hasGroups() const { return groups_ != nullptr; }
+  /// Adds a group, or a clause, and takes ownership of the chain.
+  void addGroup(tMatchMarker* head);
   const tSpcString& token() const { return token_; }
   tSpcString& token() { return token_; }
   /// The rule that owns the marker.
@@ -88,6 +91,10 @@ class tMatchMarker {
   void setGroupHead(bool head) { groupHead_ = head; }
   /// Whether the marker may take no token: the one behind the first of a group may.
   void setMayBeEmpty(bool may) { mayBeEmpty_ = may; }
+
+  // Rules come by the thousand, each with dozens of markers.
+  static void* operator new(std::size_t size) { return ssPoolAllocate(size); }
+  static void operator delete(void* storage, std::size_t size) { ssPoolRelease(storage, size); }
 
   /// The tokens taken, as indexes; `first` is -1 when there are none. A restricted marker keeps the
   /// index of the alternative in `last`.
@@ -118,8 +125,10 @@ class tMatchMarker {
   friend class tExpressionScan;
   friend struct tMatchInfo;
 
+  static const tAutoArray<tMatchMarker> kNoGroups;
+
   tMatchMarker* next_ = nullptr;
-  tAutoArray<tMatchMarker> groups_;
+  std::unique_ptr<tAutoArray<tMatchMarker>> groups_;  // null when there are none
   tSpcString token_;
   tBaseXChg* rule_ = nullptr;
   eRuleType kind_;

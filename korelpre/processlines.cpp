@@ -114,9 +114,10 @@ void KorelPreYaccClass::processPlain(int line, tPlainWriter& writer, tString& ou
   const char* const start = text_.data() + source_.offset(line);
   if (writer.write(start, end, output)) return;
   currentLine_ = line;
-  tTknString statement(line);
-  tokenisePlain(start, end, line, statement);
-  processLine(statement, output);
+  scratch_.setOrigin(line);
+  scratch_.tokens().Destroy();
+  tokenisePlain(start, end, line, scratch_);
+  processLine(scratch_, output);
 }
 
 }  // namespace precomp

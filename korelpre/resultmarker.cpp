@@ -11,29 +11,42 @@ bool tResultMarker::match(tTknString* /*t*/, tMatchMarker* /*parent*/) {
 }
 
 void tResultMarker::link(tBaseXChg* /*rule*/, tMatchMarker& marker) {
-  if (equalNoCase(token(), marker.token())) links_.add(&marker);
+  if (!equalNoCase(token(), marker.token())) return;
+  if (firstLink_ == nullptr) {
+    firstLink_ = &marker;
+    return;
+  }
+  if (moreLinks_ == nullptr) moreLinks_ = std::make_unique<tArray<tMatchMarker>>();
+  moreLinks_->add(&marker);
 }
 
 int tResultMarker::getRecurLevel() const {
-  const tArray<tMatchMarker>& links = driver_->links_;
-  if (links.empty()) return 1;
-  int level = 0;
-  for (int i = 0; i < links.count(); ++i) level = std::max(level, links[i].getRecurLevel());
+  if (!driver_->isLinked()) return 1;
+  int level = driver_->firstLink_->getRecurLevel();
+  if (driver_->moreLinks_ == nullptr) return level;
+  const tArray<tMatchMarker>& more = *driver_->moreLinks_;
+  for (int i = 0; i < more.count(); ++i) level = std::max(level, more[i].getRecurLevel());
   return level;
 }
 
 bool tResultMarker::copyLinks(tTknString* t, int level) {
-  for (int i = 0; i < links_.count(); ++i) {
-    tMatchMarker& marker = links_[i];
-    if (i == 0) marker.token().setSpacing(token().spacing());
-    // Heads of a clause lend the flag for this replacement only.
-    const bool wasHead = marker.isGroupHead();
-    marker.setGroupHead(isGroupHead());
-    const bool copied = marker.replace(t, level);
-    marker.setGroupHead(wasHead);
-    if (!copied && (isGroupHead() || t->overrun())) return false;
+  if (firstLink_ == nullptr) return true;
+  firstLink_->token().setSpacing(token().spacing());
+  if (!copyLink(*firstLink_, t, level)) return false;
+  if (moreLinks_ == nullptr) return true;
+  for (int i = 0; i < moreLinks_->count(); ++i) {
+    if (!copyLink((*moreLinks_)[i], t, level)) return false;
   }
   return true;
+}
+
+// The match marker has this marker's flag of a clause's head for this replacement only.
+bool tResultMarker::copyLink(tMatchMarker& marker, tTknString* t, int level) {
+  const bool wasHead = marker.isGroupHead();
+  marker.setGroupHead(isGroupHead());
+  const bool copied = marker.replace(t, level);
+  marker.setGroupHead(wasHead);
+  return copied || !(isGroupHead() || t->overrun());
 }
 
 bool tResultMarker::replace(tTknString* t, int level) {

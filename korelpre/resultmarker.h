@@ -22,18 +22,22 @@ class tResultMarker : public tMatchMarker {
   /// Adds `marker` to the linked ones when the names are equal, whatever their case.
   void link(tBaseXChg* rule, tMatchMarker& marker) override;
 
-  const tArray<tMatchMarker>& links() const { return links_; }
+  bool isLinked() const { return firstLink_ != nullptr; }
   /// Makes the clause that begins here follow what `driver` is linked with.
   void setDriver(const tResultMarker* driver) { driver_ = driver; }
 
  protected:
-  bool firstLinkMatched() const { return !links_.empty() && links_[0].isMatchOk(); }
-  bool firstLinkIsMacro() const { return !links_.empty() && links_[0].isMacro(); }
+  bool firstLinkMatched() const { return firstLink_ != nullptr && firstLink_->isMatchOk(); }
+  bool firstLinkIsMacro() const { return firstLink_ != nullptr && firstLink_->isMacro(); }
   /// The regular replacement.
   bool copyLinks(tTknString* t, int level);
 
  private:
-  tArray<tMatchMarker> links_;
+  bool copyLink(tMatchMarker& marker, tTknString* t, int level);
+
+  // The linked match markers; nearly always there is one.
+  tMatchMarker* firstLink_ = nullptr;
+  std::unique_ptr<tArray<tMatchMarker>> moreLinks_;
   const tResultMarker* driver_ = this;
 };
 

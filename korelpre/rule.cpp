@@ -57,6 +57,7 @@ class tChain {
     last_ = marker;
   }
   tMatchMarker* head() const { return head_; }
+  tMatchMarker* last() const { return last_; }
 
  private:
   tMatchMarker* head_ = nullptr;
@@ -160,7 +161,10 @@ tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
                        const tAutoArray<tSpcString>& value)
     : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true}, name) {
   tChain result;
-  for (int i = 0; i < value.count(); ++i) result.add(new tResultIdentifier(value[i]));
+  for (int i = 0; i < value.count(); ++i) {
+    result.add(new tResultIdentifier(value[i]));
+    result.last()->token().setLine(0);
+  }
   setChains(new tMatchIdentifier(name), result.head());
 }
 
@@ -189,6 +193,7 @@ tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
     } else {
       result.add(new tResultIdentifier(value[i]));
     }
+    result.last()->token().setLine(0);
   }
   setChains(pattern.head(), result.head());
 }

@@ -37,10 +37,8 @@ void unescape(tSpcString& token) {
 
 void tChainBuilder::addToken(const tSpcString& token) {
   if (token.kind() == kKindSpace) {
-    spacing_ = spacing_.empty() ? static_cast<const tString&>(token) : spacing_ += token;
-    return;
-  }
-  if (token.kind() == kKindBracketOpen) {
+    addSpacing(token);
+  } else if (token.kind() == kKindBracketOpen) {
     openGroup();
   } else if (token.kind() == kKindBracketClose) {
     closeGroup();
@@ -56,8 +54,17 @@ void tChainBuilder::addToken(const tSpcString& token) {
   }
 }
 
+void tChainBuilder::addSpacing(const tString& blanks) {
+  if (spacing_.empty()) {
+    spacing_ = blanks;
+  } else {
+    spacing_.append(blanks);
+  }
+}
+
 void tChainBuilder::add(tMatchMarker* marker) {
   marker->token().setSpacing(spacing_);
+  marker->token().setLine(0);
   spacing_ = tString();
   append(marker);
 }
@@ -71,7 +78,7 @@ void tChainBuilder::append(tMatchMarker* marker) {
     head_.reset(marker);
   } else {
     marker->setGroupHead(true);
-    open_.back().owner->groups().add(marker);
+    open_.back().owner->addGroup(marker);
   }
   (open_.empty() ? last_ : open_.back().last) = marker;
 }

@@ -20,6 +20,9 @@ class tChainBuilder {
   /// brackets open and close groups.
   void addToken(const tSpcString& token);
 
+  /// Adds blanks to the spacing of the next element.
+  void addSpacing(const tString& blanks);
+
   /// Whether all groups are closed, none closed that was not open, and none nested too deeply.
   bool isBalanced() const { return balanced_ && open_.empty(); }
   tMatchMarker* head() const { return head_.get(); }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "korelpre/korelpreobjs.h"
 #include "lib_base/list.h"
@@ -17,6 +18,12 @@ class tSpcString : public tString {
   tSpcString() noexcept = default;
   explicit tSpcString(const tString& text) : tString(text) {}
   tSpcString(std::size_t count, char c) : tString(count, c) {}
+  tSpcString(const tString& text, tString&& spacing, std::uint32_t kind, std::uint32_t aux,
+             std::uint32_t line) noexcept
+      : tString(text), spacing_(std::move(spacing)), kind_(kind), aux_(aux), line_(line) {}
+  /// A copy with another spacing; aux is not copied.
+  tSpcString(const tSpcString& other, const tString& spacing) noexcept
+      : tString(other), spacing_(spacing), kind_(other.kind_), line_(other.line_) {}
   /// Copies text, kind, spacing and line.
   // Kept on purpose: aux is not copied.
   tSpcString(const tSpcString& other)

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "korelpre/bytekinds.h"
 #include "korelpre/tokenkinds.h"
@@ -111,7 +112,7 @@ void tokenisePlain(const char* start, const char* end, int line, tTknString& sta
   const char* p = start;
   for (;;) {
     tGap gap(p, end);
-    const tString spacing = gap.pass(statement.count() > 0);
+    tString spacing = gap.pass(statement.count() > 0);
     p = gap.position();
     if (statement.count() > 0) line += gap.lines();
     if (endsStatement(p)) return;
@@ -128,13 +129,9 @@ void tokenisePlain(const char* start, const char* end, int line, tTknString& sta
       const std::string_view matched(p, static_cast<std::size_t>(match.end - p));
       tokenEnd = p + KorelPreLexClass::tokenLength(token, matched);
     }
-    auto* made = new tSpcString;
-    made->setText(tString::borrow({p, static_cast<std::size_t>(tokenEnd - p)}));
-    made->setSpacing(spacing);
-    made->setKind(kindOfToken(token));
-    made->setAux(token);
-    made->setLine(static_cast<std::uint32_t>(line));
-    statement.tokens().add(made);
+    const tString text = tString::borrow({p, static_cast<std::size_t>(tokenEnd - p)});
+    statement.tokens().add(new tSpcString(text, std::move(spacing), kindOfToken(token), token,
+                                          static_cast<std::uint32_t>(line)));
     p = tokenEnd;
   }
 }

@@ -1,0 +1,265 @@
+// The directive is first cut into pieces, the tokens and the gaps in front of them, by the
+// scanner's own automaton; then the pieces are put together by hand as the grammar would. Both
+// parts give up at the first thing that is not plain: a comment between tokens, an escaped
+// character, a directive at the end of the result, a "<" that opens no complete marker.
+
+#include "korelpre/rulereader.h"
+
+#include <cstring>
+#include <memory>
+
+#include "korelpre/bytekinds.h"
+#include "korelpre/resultmarker.h"
+#include "korelpre/tokenise.h"
+#include "korelpre/tokenkinds.h"
+#include "lib_base/misc.h"
+#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/sslexdense.h"
+
+namespace precomp {
+
+using namespace korelpre;
+
+namespace {
+
+constexpr std::uint32_t kKindLess = 78;
+constexpr std::uint32_t kKindGreater = 76;
+constexpr std::uint32_t kKindHash = 84;
+constexpr std::uint32_t kKindStar = 90;
+constexpr std::uint32_t kKindColon = 111;
+constexpr std::uint32_t kKindFileName = 124;
+
+struct tDirectiveWord {
+  std::string_view word;
+  bool command;
+  bool abbreviate;
+};
+
+constexpr tDirectiveWord kWords[] = {
+    {"#command", true, true},
+    {"#xcommand", true, false},
+    {"#translate", false, true},
+    {"#xtranslate", false, false},
+};
+
+bool isRuleToken(std::uint32_t kind) {
+  return kind != 0 && kind != kKindFileName && kind <= kKindKeyword &&
+         (kind < kKindEscaped || kind > kKindIgnoreComment);
+}
+
+bool endsDirective(const char* p) {
+  return *p == '\r' || *p == '\n' || ((*p == '/' || *p == '&') && p[0] == p[1]);
+}
+
+const char* lineFeedFrom(const char* p, const char* end) {
+  return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
+}
+
+}  // namespace
+
+bool tRuleReader::tPiece::isName() const {
+  return kind == kKindIdentifier || kind == kKindKeyword;
+}
+
+bool tRuleReader::tPiece::isString() const {
+  return kind == kKindString || kind == kKindSingleQuoted;
+}
+
+tSpcString tRuleReader::tPiece::make(std::string_view shown) const {
+  tSpcString made;
+  made.setText(tString::borrow(shown));
+  made.setKind(kind);
+  made.setAux(token);
+  return made;
+}
+
+bool tRuleReader::read(const char* start, const char* end) {
+  const char* p = skipBlanks(start, end);
+  const char* const directive = p;
+  if (!readWord(p, end) || !readPieces(p, end)) return false;
+  const char* const last = pieces_.back().text.data() + pieces_.back().text.size();
+  text_ = {directive, static_cast<std::size_t>(last - directive)};
+  pattern_ = tChainBuilder(tChainBuilder::kPattern);
+  result_ = tChainBuilder(tChainBuilder::kResult);
+  at_ = 0;
+  return buildPattern() && buildResult();
+}
+
+bool tRuleReader::readWord(const char*& p, const char* end) {
+  const std::string_view rest(p, static_cast<std::size_t>(end - p));
+  for (const tDirectiveWord& entry : kWords) {
+    if (!startsWithNoCase(rest, entry.word)) continue;
+    p += entry.word.size();
+    command_ = entry.command;
+    abbreviate_ = entry.abbreviate;
+    return isBlank(*p);
+  }
+  return false;
+}
+
+bool tRuleReader::readPieces(const char* p, const char* end) {
+  pieces_.clear();
+  lines_ = 1;
+  for (;;) {
+    tPiece piece;
+    const char* const gap = p;
+    p = skipBlanks(p, end);
+    piece.spacing = tString::borrow({gap, static_cast<std::size_t>(p - gap)});
+    bool joined = false;
+    while (*p == ';') {
+      const char* after = skipBlanks(p + 1, end);
+      if (!endsDirective(after)) break;
+      after = lineFeedFrom(after, end);
+      if (after == nullptr || after + 1 == end) return false;
+      p = skipBlanks(after + 1, end);
+      piece.spacing.append({after + 1, static_cast<std::size_t>(p - after - 1)});
+      ++lines_;
+      joined = true;
+    }
+    if (joined && piece.spacing.empty()) piece.spacing = tString::borrow(" ");
+    if (endsDirective(p)) break;
+    if (!readPiece(p, end, piece)) return false;
+    pieces_.push_back(piece);
+  }
+  const char* feed = lineFeedFrom(p, end);
+  if (feed == nullptr || pieces_.empty()) return false;
+  lineEnd_ = feed + 1;
+  return true;
+}
+
+bool tRuleReader::readPiece(const char*& p, const char* end, tPiece& piece) {
+  const char* tokenEnd = nullptr;
+  if (*p == '\\' || (*p == '/' && p[1] == '*')) return false;
+  if ((*p == '"' || *p == '\'') && p[1] != *p) {
+    tokenEnd = p + 1;
+    while (*tokenEnd != *p) {
+      if (*tokenEnd == '\r' || *tokenEnd == '\n') return false;
+      ++tokenEnd;
+    }
+    ++tokenEnd;
+    piece.token = *p == '"' ? kTokString : kTokSqString;
+  } else {
+    static const SSLexDense kDense =
+        KorelPreLexClass::builtinTable().expressionList(kListStatement)->dense();
+    const SSLexMatch match = kDense.longestMatch(p, end);
+    if (match.final == nullptr || match.final->drops() || match.final->switchesList()) return false;
+    piece.token = match.final->token;
+    const std::string_view matched(p, static_cast<std::size_t>(match.end - p));
+    tokenEnd = p + KorelPreLexClass::tokenLength(piece.token, matched);
+  }
+  piece.kind = kindOfToken(piece.token);
+  const bool inMarkers = piece.token == kTokResultArrow || piece.token == kTokEllipsis;
+  if (!inMarkers && !isRuleToken(piece.kind)) return false;
+  piece.text = {p, static_cast<std::size_t>(tokenEnd - p)};
+  p = tokenEnd;
+  return true;
+}
+
+bool tRuleReader::buildPattern() {
+  while (at_ < pieces_.size() && pieces_[at_].token != kTokResultArrow) {
+    if (!buildElement(pattern_, &tRuleReader::patternMarker)) return false;
+  }
+  if (at_ == pieces_.size()) return false;
+  ++at_;
+  return pattern_.isBalanced() && pattern_.head() != nullptr && pattern_.head()->isIdentifier();
+}
+
+bool tRuleReader::buildResult() {
+  while (at_ < pieces_.size()) {
+    if (!buildElement(result_, &tRuleReader::resultMarker)) return false;
+  }
+  return result_.isBalanced();
+}
+
+bool tRuleReader::buildElement(tChainBuilder& chain,
+                               tMatchMarker* (tRuleReader::*marker)(std::size_t&)) {
+  const tPiece& first = pieces_[at_];
+  if (first.kind == 0) return false;
+  chain.addSpacing(first.spacing);
+  const bool dumb = &chain == &result_ && first.is(kKindHash) && piece(at_ + 1).isTight(kKindLess);
+  if (!first.is(kKindLess) && !dumb) {
+    chain.addToken(first.make());
+    ++at_;
+    return true;
+  }
+  std::size_t next = at_;
+  tMatchMarker* const made = dumb ? dumbMarker(next) : (this->*marker)(next);
+  if (made == nullptr) return false;
+  chain.add(made);
+  at_ = next;
+  return true;
+}
+
+// Whether a name stands in brackets inside the marker that opens at `at`.
+bool tRuleReader::encloses(std::size_t at, std::uint32_t before, std::uint32_t after) const {
+  return piece(at + 1).isTight(before) && piece(at + 2).isName() && piece(at + 3).is(after) &&
+         piece(at + 4).isTight(kKindGreater);
+}
+
+tMatchMarker* tRuleReader::patternMarker(std::size_t& at) {
+  const std::size_t open = at;
+  if (encloses(open, kKindParenOpen, kKindParenClose)) {
+    at += 5;
+    return new tMatchMarkerExt(piece(open + 2).make());
+  }
+  if (encloses(open, kKindStar, kKindStar)) {
+    at += 5;
+    return new tMatchMarkerWild(piece(open + 2).make());
+  }
+  const tPiece& name = piece(open + 1);
+  if (!name.isName()) return nullptr;
+  if (piece(open + 2).is(kKindGreater)) {
+    at += 3;
+    return new tMatchMarker(name.make());
+  }
+  if (piece(open + 2).is(kKindColon)) return restrictedMarker(at);
+  const bool list = piece(open + 2).is(kKindComma) && piece(open + 3).token == kTokEllipsis &&
+                    piece(open + 3).spacing.empty() && piece(open + 4).isTight(kKindGreater);
+  if (!list) return nullptr;
+  at += 5;
+  return new tMatchMarkerList(name.make());
+}
+
+tMatchMarker* tRuleReader::restrictedMarker(std::size_t& at) {
+  auto marker = std::make_unique<tMatchMarkerRestrict>(piece(at + 1).make());
+  bool newAlternative = true;
+  for (at += 3; piece(at).isName(); ++at) {
+    tSpcString word = piece(at).make();
+    if (!newAlternative) word.setSpacing(tString::borrow(" "));
+    marker->addWord(word, newAlternative);
+    newAlternative = piece(at + 1).is(kKindComma);
+    if (newAlternative) ++at;
+  }
+  if (newAlternative || !piece(at).is(kKindGreater)) return nullptr;
+  ++at;
+  return marker.release();
+}
+
+tMatchMarker* tRuleReader::resultMarker(std::size_t& at) {
+  const std::size_t open = at;
+  const tPiece& name = piece(open + 1);
+  if (piece(open + 2).is(kKindGreater)) {
+    at += 3;
+    if (name.isName()) return new tResultMarker(name.make());
+    if (!name.isString()) return nullptr;
+    return new tResultMarkerRegStr(name.make(name.text.substr(1, name.text.size() - 2)));
+  }
+  at += 5;
+  if (encloses(open, kKindParenOpen, kKindParenClose)) {
+    return new tResultMarkerSmartStr(piece(open + 2).make());
+  }
+  if (encloses(open, kKindBraceOpen, kKindBraceClose)) {
+    return new tResultMarkerBlock(piece(open + 2).make());
+  }
+  if (encloses(open, kKindDot, kKindDot)) return new tResultMarkerBool(piece(open + 2).make());
+  return nullptr;
+}
+
+tMatchMarker* tRuleReader::dumbMarker(std::size_t& at) {
+  const tPiece& name = piece(at + 2);
+  if (!name.isName() || !piece(at + 3).is(kKindGreater)) return nullptr;
+  at += 4;
+  return new tResultMarkerDumbStr(name.make());
+}
+
+}  // namespace precomp
