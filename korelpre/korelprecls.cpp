@@ -144,7 +144,8 @@ void KorelPreYaccClass::parseText() {
   source_.clear();
   source_.expect(text_.size());
   atLineStart_ = true;
-  anyDelivered_ = inSql_ = false;
+  anyDelivered_ = inSql_ = sqlEnding_ = false;
+  sql_ = {};
   lastTokenLine_ = 0;
   reset();
   consumer_ = std::make_unique<SSLexStringConsumer>(
@@ -182,6 +183,7 @@ void KorelPreYaccClass::finishText() {
 int KorelPreYaccClass::error(unsigned /*state*/, SSLexLexeme& lookahead) {
   // A line feed may stand behind comment lines; what is wrong stands before it.
   const bool atEnd = lookahead.token() == sstable::kTokenEof;
+  if (atEnd && inSql_) exceptionAt(2002, sql_.line, nullptr);
   const bool atLineEnd = lookahead.token() == korelpre::kTokLineFeed && lastTokenLine_ > 0;
   int line = static_cast<int>(lookahead.line());
   if (atEnd) line = ownLineCount();

@@ -9,6 +9,7 @@
 
 #include "korelpre/include.h"
 #include "korelpre/linescan.h"
+#include "korelpre/reducesql.h"
 #include "korelpre/rulereader.h"
 #include "korelpre/ruletable.h"
 #include "korelpre/sourcecode.h"
@@ -191,6 +192,12 @@ class KorelPreYaccClass : public SSYacc {
   int lineOf(unsigned index);
   std::string_view directiveText();
   void reduceDirective(unsigned production);
+  // Embedded SQL (reducesql.cpp).
+  void beginSql(int line);
+  bool isSqlLine(int line) const;
+  tKorelPreStackElement* reduceSql(unsigned production);
+  tKorelPreStackElement* makeSqlCall();
+  std::string_view lexemeText(unsigned index);
   void reduceSkipped(unsigned production);
   void attachStatement(tKorelPreStackElement& list);
   void doInclude(int line, const tString& name);
@@ -263,6 +270,8 @@ class KorelPreYaccClass : public SSYacc {
   bool atLineStart_ = true;
   bool anyDelivered_ = false;
   bool inSql_ = false;
+  bool sqlEnding_ = false;  // EndSql has been delivered, but not its line feed
+  tSqlBlock sql_;
   int lastTokenLine_ = 0;
 };
 

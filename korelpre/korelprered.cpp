@@ -141,6 +141,10 @@ void KorelPreYaccClass::reduceDirective(unsigned production) {
 void KorelPreYaccClass::attachStatement(tKorelPreStackElement& list) {
   if (list.list().empty()) return;
   const auto line = static_cast<int>(list.list()[0].line());
+  if (isSqlLine(line)) {
+    sql_.addLine(list.list());
+    return;
+  }
   source_.entry(line).tokens().swap(list.list());
 }
 

@@ -13,6 +13,7 @@
 // delivered: the grammar is a list of lines, an embedded SQL block aside.
 
 #include <cstring>
+#include <utility>
 
 #include "korelpre/bytekinds.h"
 #include "korelpre/korelprecls.h"
@@ -96,7 +97,7 @@ SSLexLexeme* KorelPreYaccClass::nextLexeme() {
     noteDelivered(*held_);
     return held_.release();
   }
-  if (atLineStart_ && !inSql_) passPlainLines();
+  if (atLineStart_ && (!inSql_ || skipping())) passPlainLines();
   tString blanks;
   bool gap = false;
   for (;;) {
@@ -111,6 +112,10 @@ SSLexLexeme* KorelPreYaccClass::nextLexeme() {
                              (atLineStart_ && (isDirective(lexeme->token()) || blanks.empty()));
     if (!gap || swallowsGap) {
       noteDelivered(*lexeme);
+      if (lexeme->token() == kTokLineFeed && std::exchange(sqlEnding_, false)) {
+        // See note [block lines] in reducesql.cpp.
+        held_ = SSRef<SSLexLexeme>(SSLexLexeme::make("\n", 1, kTokLineFeed, lexeme->line(), 1));
+      }
       return lexeme.release();
     }
     if (blanks.empty()) blanks.append(' ');
@@ -132,8 +137,14 @@ void KorelPreYaccClass::noteDelivered(const SSLexLexeme& lexeme) {
   anyDelivered_ = true;
   atLineStart_ = lexeme.token() == kTokLineFeed;
   if (!atLineStart_) lastTokenLine_ = static_cast<int>(lexeme.line());
-  if (lexeme.token() == kTokBeginSql) inSql_ = true;
-  if (lexeme.token() == kTokEndSql) inSql_ = false;
+  if (lexeme.token() == kTokBeginSql) {
+    beginSql(static_cast<int>(lexeme.line()));
+    inSql_ = true;
+  }
+  if (lexeme.token() == kTokEndSql) {
+    sqlEnding_ = inSql_;
+    inSql_ = false;
+  }
 }
 
 int KorelPreYaccClass::lineCount() const {
@@ -158,6 +169,7 @@ void KorelPreYaccClass::passPlainLines() {
       countSkippedDirective(skipped.directive, line - skipped.lines);
       continue;
     }
+    if (inSql_) break;
     const tScannedLine scanned = scanLine(at, end);
     if (!shared_.plainLines && !isStarComment(at, end)) break;
     if (scanned.kind == eLineKind::kOther) {

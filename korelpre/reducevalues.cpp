@@ -54,7 +54,8 @@ enum eProduction : unsigned {
   kTokenFirst = 73,
   kTokenKeyword = 125,
   kTokenLast = 133,
-  kSqlBlock = 134,
+  kSqlFirst = 134,
+  kSqlLast = 150,
   kKeywordFirst = 151,
   kKeywordLast = 204,
 };
@@ -213,6 +214,10 @@ tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsig
     return takeOver(includeNameIndex(production));
   }
   if (production >= kListMarker && production <= kSmartResult) return makeMarker(production);
+  if (production >= kSqlFirst && production <= kSqlLast) {
+    tKorelPreStackElement* value = skipping() ? nullptr : reduceSql(production);
+    return value != nullptr ? value : new tKorelPreStackElement;
+  }
   switch (production) {
     case kTokenListStart:
     case kParamListStart: {
@@ -250,7 +255,6 @@ tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsig
     case kWordListAlternative:
       return addWord(production);
     default:
-      if (production == kSqlBlock) exceptionAt(2003, lineOf(0), nullptr);  // not supported yet
       if (production == kStatementLine) attachStatement(part(0));
       return new tKorelPreStackElement;
   }

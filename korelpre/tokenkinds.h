@@ -30,6 +30,7 @@ enum eTokenKind : std::uint32_t {
   kKindKeyword = 125,
   kKindMemvar = 126,
   kKindLast = 133,
+  kKindSql = 134,  // an embedded SQL block
 };
 
 }  // namespace precomp

@@ -134,6 +134,8 @@ const std::vector<std::string> kPieces = {
     "E",
     "x",
     "n",
+    "\nbeginsql alias x\n",
+    "\nendsql\n",
 };
 
 // The same with rules of all kinds and the words that they start with.

@@ -1,0 +1,2 @@
+BeginSql alias A
+EndSql

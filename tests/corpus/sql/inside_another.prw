@@ -1,0 +1,5 @@
+BeginSql alias A
+	SELECT 1
+	BeginSql alias B
+	EndSql
+EndSql

@@ -1,0 +1,2 @@
+#define MAIN "SAL"
+#define SELECT "never inside a block"

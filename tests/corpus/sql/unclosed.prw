@@ -1,0 +1,5 @@
+x := 1
+
+BeginSql alias A
+	SELECT 1
+Return

@@ -1,0 +1,4 @@
+x := 1
+BeginSql
+	SELECT 1
+EndSql
