@@ -1,5 +1,8 @@
 #include "korelpre/expansion.h"
 
+#include <string>
+#include <string_view>
+
 namespace precomp {
 
 namespace {
@@ -40,6 +43,39 @@ class tExpander {
   int rewrites_ = 0;
 };
 
+// Whether a text can stand anywhere in a statement without a change to how the rest of it nests.
+bool nestsAlone(std::string_view text) {
+  std::string open;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    switch (const char c = text[i]; c) {
+      case '"':
+      case '\'':
+        i = text.find(c, i + 1);
+        if (i == std::string_view::npos) return false;
+        break;
+      case '(':
+      case '[':
+        open.push_back(c);
+        break;
+      case ')':
+      case ']':
+        if (open.empty() || open.back() != (c == ')' ? '(' : '[')) return false;
+        open.pop_back();
+        break;
+      case '@':
+      case ';':
+        return false;
+      default:
+        break;
+    }
+  }
+  return open.empty();
+}
+
+bool isOperatorByte(char c) {
+  return std::string_view(":=+-*/^%.<>!#&|").find(c) != std::string_view::npos;
+}
+
 }  // namespace
 
 bool expandName(tNameTables tables, tIndexedName& name) {
@@ -50,6 +86,9 @@ bool expandName(tNameTables tables, tIndexedName& name) {
   tExpander expander(tables, name.text);
   name.plain = expander.expand(name, {});
   name.rewrites = expander.rewrites();
+  const std::string_view text = name.text;
+  name.nests = nestsAlone(text);
+  name.joins = text.empty() || isOperatorByte(text.front()) || isOperatorByte(text.back());
   return name.plain;
 }
 

@@ -14,6 +14,7 @@
 #include "korelpre/ruletable.h"
 #include "korelpre/sourcecode.h"
 #include "korelpre/stackelement.h"
+#include "korelpre/statementcheck.h"
 #include "lib_base/diskman.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
@@ -47,6 +48,7 @@ struct tSharedState {
   tString standardHeader = tString::borrow("std.ch");
   bool plainLines = true;
   std::unique_ptr<AYaccClass> language;
+  tStatementCheck checks;
 
   // The last error.
   tString errorString;
@@ -103,6 +105,12 @@ class KorelPreYaccClass : public SSYacc {
   [[noreturn]] void exception(int code, const tSpcString* token, const char* extra);
   /// As above at a line of this processor's file, from 1.
   [[noreturn]] void exceptionAt(int code, int line, const char* extra);
+  /// As above at a place noted earlier; `place` may be of any file of the program.
+  [[noreturn]] void exceptionAt(int code, const tStatementPlace& place, const char* extra);
+  /// The place of a statement on a line of this processor's file.
+  tStatementPlace placeOf(int line) { return {this, line, root_->currentLine_}; }
+  /// Whether the main source is written in the extended language.
+  bool isExtendedSource() const { return root_->extendedSource_ != 0; }
 
   void SetCurDir(const tString& directory) { currentDirectory_ = directory; }
   const tString& GetCurDir() const { return currentDirectory_; }

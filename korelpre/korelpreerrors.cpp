@@ -76,6 +76,11 @@ void KorelPreYaccClass::exceptionAt(int code, int line, const char* extra) {
   throw SSException(entry.code, text.c_str());
 }
 
+void KorelPreYaccClass::exceptionAt(int code, const tStatementPlace& place, const char* extra) {
+  root().currentLine_ = place.mainLine;
+  place.file->exceptionAt(code, place.line, extra);
+}
+
 // The line of a message is a line of the file that the message names, the main file. What happened
 // in an included file is told in front of the text.
 void KorelPreYaccClass::placeError(int line, tString& text) {

@@ -119,7 +119,7 @@ class tLineScan {
  public:
   tLineScan(const char* start, const char* end) : start_(start), end_(end), p_(start) {}
 
-  tScannedLine run() {
+  [[gnu::always_inline]] tScannedLine run() {
     const bool content = passLeadingBlanks();
     if (*p_ == '#' && isLetter(p_[1])) return other();
     if (!content) return lineDone(eLineKind::kEmpty);
@@ -158,7 +158,7 @@ class tLineScan {
 
   // Passes ordinary bytes and one special one. False when the statement ends at p_, or when
   // something strange was met.
-  bool passOrdinary() {
+  [[gnu::always_inline]] bool passOrdinary() {
     while (byteAt(p_) == kOrdinary) ++p_;
     switch (byteAt(p_)) {
       case kLineEnd:

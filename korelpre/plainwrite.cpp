@@ -25,11 +25,14 @@ namespace {
 
 enum eByte : std::uint8_t {
   kOther,
+  kOpenBracket,
+  kCloseBracket,
   kWordStart,
   kDigit,
   kQuote,
   kMaybeComment,
   kSemicolon,
+  kReference,
   kLineEnd,
   kRuleStart  // no name, and a translation starts with it
 };
@@ -44,6 +47,9 @@ constexpr std::array<eByte, 256> makeBytes() {
   bytes['"'] = bytes['\''] = kQuote;
   bytes['/'] = bytes['&'] = kMaybeComment;
   bytes[';'] = kSemicolon;
+  bytes['('] = bytes['['] = kOpenBracket;
+  bytes[')'] = bytes[']'] = kCloseBracket;
+  bytes['@'] = kReference;
   bytes['\r'] = bytes['\n'] = kLineEnd;
   return bytes;
 }
@@ -73,6 +79,40 @@ bool mayOpenArguments(const char* p, const char* end) {
   return *p == '(' || byteAt(p) == kMaybeComment || byteAt(p) == kSemicolon;
 }
 
+// The open brackets of a statement.
+class tNesting {
+ public:
+  explicit tNesting(const std::array<std::uint8_t, 256>& bytes) : bytes_(bytes) {}
+
+  // Moves `p` over ordinary bytes and brackets that nest. The byte that it stops at, which is a
+  // bracket when it does not nest or there are too many.
+  std::uint8_t passTo(const char*& p) {
+    const char* at = p;
+    std::uint8_t byte = byteOf(at);
+    for (; byte <= kCloseBracket; byte = byteOf(++at)) {
+      if (byte == kOther) continue;
+      const std::uint64_t square = *at == '[' || *at == ']' ? 1 : 0;
+      if (byte == kOpenBracket) {
+        if (bits_ >> 63 != 0) break;
+        bits_ = bits_ << 1 | square;
+      } else {
+        if (bits_ == 1 || (bits_ & 1) != square) break;
+        bits_ >>= 1;
+      }
+    }
+    p = at;
+    return byte;
+  }
+  bool open() const { return bits_ != 1; }
+
+ private:
+  std::uint8_t byteOf(const char* p) const { return bytes_[static_cast<unsigned char>(*p)]; }
+
+  const std::array<std::uint8_t, 256>& bytes_;
+  // Innermost lowest: 1 for "[", 0 for "("; a 1 stands above the outermost.
+  std::uint64_t bits_ = 1;
+};
+
 // A statement that has been rewritten and grows past this goes the slow way, which knows the
 // limits.
 constexpr std::size_t kLargestQuick = 65536;
@@ -101,6 +141,16 @@ struct tPlainWriter::tCursor {
     copied = to;
   }
   void skipTo(const char* to) { p = copied = to; }
+  // Blanks at the end vanish.
+  void endLine() {
+    const char* last = p;
+    while (last > copied && isBlank(last[-1])) --last;
+    if (last == copied) stripBlanks(output, begin);
+    const auto size = static_cast<std::size_t>(last - copied);
+    char* written = output.extend(size + 1);
+    std::memcpy(written, copied, size);
+    written[size] = '\n';
+  }
 };
 
 tPlainWriter::tPlainWriter(KorelPreYaccClass& processor)
@@ -137,29 +187,31 @@ bool tPlainWriter::write(const char* start, const char* end, tString& output) {
   if (!commands_.empty() && mayStartCommand(start, end)) return false;
   tCursor at{start, end, start, start, output, output.size()};
   const std::size_t begin = output.size();
-  for (;;) {
+  tNesting nesting(bytes_);
+  joined_ = false;
+  for (bool passed = true; passed;) {
     if (at.gap != tString::npos) settleGap(at);
-    while (bytes_[static_cast<unsigned char>(*at.p)] == kOther) ++at.p;
-    switch (bytes_[static_cast<unsigned char>(*at.p)]) {
+    switch (nesting.passTo(at.p)) {
       case kWordStart:
       case kDigit:
-        if (!passWord(at)) {
-          output.resize(begin);
-          return false;
-        }
+        passed = passWord(at);
         break;
       case kLineEnd:
-        at.copyTo(at.p);
-        stripBlanks(output, begin);
-        output.append('\n');
+        if (nesting.open()) {
+          passed = false;
+          break;
+        }
+        at.endLine();
         return true;
       case kRuleStart:
         output.resize(begin);
         return false;
       default:
-        passSpecial(at);
+        passed = passSpecial(at);
     }
   }
+  output.resize(begin);
+  return false;
 }
 
 bool tPlainWriter::passWord(tCursor& at) {
@@ -187,7 +239,8 @@ bool tPlainWriter::passWord(tCursor& at) {
 }
 
 bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
-  if (!expandName({defines_, translates_}, name)) return false;
+  if (!expandName({defines_, translates_}, name) || !name.nests) return false;
+  joined_ = joined_ || name.joins;
   at.rewrites += name.rewrites;
   if (at.rewrites > kMostRewrites) return false;
   if (name.text.empty()) {
@@ -199,24 +252,25 @@ bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& n
   return at.output.size() - at.begin <= kLargestQuick;
 }
 
-void tPlainWriter::passSpecial(tCursor& at) {
+// A reference is passed right behind the bracket or comma of its call; elsewhere the tokens tell.
+bool tPlainWriter::passSpecial(tCursor& at) {
   const char* p = at.p;
   switch (byteAt(p)) {
     case kQuote: {
       const void* closing = std::memchr(p + 1, *p, static_cast<std::size_t>(at.end - p - 1));
       at.p = static_cast<const char*>(closing) + 1;
-      return;
+      return true;
     }
     case kMaybeComment:
       if (p[0] == p[1]) {
         openGap(at, static_cast<const char*>(
                         std::memchr(p, '\n', static_cast<std::size_t>(at.end - p))));
-        return;
+        return true;
       }
       if (p[0] == '/' && p[1] == '*') {
         for (p += 2; p[0] != '*' || p[1] != '/';) ++p;
         openGap(at, p + 2);
-        return;
+        return true;
       }
       break;
     case kSemicolon: {
@@ -227,8 +281,17 @@ void tPlainWriter::passSpecial(tCursor& at) {
         openGap(at, static_cast<const char*>(
                         std::memchr(after, '\n', static_cast<std::size_t>(at.end - after))) +
                         1);
-        return;
+        return true;
       }
+      return false;
+    }
+    case kOpenBracket:
+    case kCloseBracket:
+      return false;
+    case kReference: {
+      const char* before = p;
+      while (before > at.start && isBlank(before[-1])) --before;
+      if (before == at.start || std::strchr("(,{", before[-1]) == nullptr) return false;
       break;
     }
     default:
@@ -236,6 +299,7 @@ void tPlainWriter::passSpecial(tCursor& at) {
   }
   if (at.gap != tString::npos) closeGap(at);
   ++at.p;
+  return true;
 }
 
 void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {

@@ -25,6 +25,9 @@ class tPlainWriter {
   /// line feed to `output`. Returns false, with `output` as it was, when a rule may apply that only
   /// the token by token rewriting can judge.
   bool write(const char* start, const char* end, tString& output);
+  /// Whether names were replaced in the last statement in such a way that tokens of it may look
+  /// like one although they are two.
+  bool joinedTokens() const { return joined_; }
 
  private:
   struct tCursor;
@@ -32,7 +35,7 @@ class tPlainWriter {
   void learnRules();
   bool mayStartCommand(const char* start, const char* end);
   bool passWord(tCursor& at);
-  void passSpecial(tCursor& at);
+  bool passSpecial(tCursor& at);
   void settleGap(tCursor& at);
   void closeGap(tCursor& at);
   void openGap(tCursor& at, const char* gapEnd);
@@ -45,6 +48,7 @@ class tPlainWriter {
   // What the tables' rules can start with, at one generation of them.
   std::uint64_t generation_ = 0;
   std::array<std::uint8_t, 256> bytes_{};
+  bool joined_ = false;
 };
 
 }  // namespace precomp

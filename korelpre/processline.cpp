@@ -118,6 +118,7 @@ void KorelPreYaccClass::processLine(tTknString& statement, tString& output) {
   if (statement.overrun()) exceptionAt(2078, statement.origin(), nullptr);
   statement.appendText(output);
   output.append('\n');
+  shared_.checks.check(statement, *this);
 }
 
 }  // namespace precomp

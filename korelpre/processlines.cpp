@@ -27,7 +27,7 @@ void appendMarker(tString& output, int line, std::string_view name) {
 }  // namespace
 
 void KorelPreYaccClass::processLines(tString& output, int& depth) {
-  ++depth;
+  if (++depth == 1) shared_.checks.begin();
   if (root_ == this) output.reserve(output.size() + text_.size() + text_.size() / 2);
   if (includeMode_ != 0) writeOpeningMarker(output);
   if (includeMode_ != 0 && !source_.hasStatements()) {
@@ -36,7 +36,7 @@ void KorelPreYaccClass::processLines(tString& output, int& depth) {
     walkLines(output, depth);
   }
   removeTrailingLineFeeds(output);
-  --depth;
+  if (--depth == 0) shared_.checks.finish();
 }
 
 void KorelPreYaccClass::writeOpeningMarker(tString& output) {
@@ -112,7 +112,12 @@ bool KorelPreYaccClass::enterPending(tSourceLine& entry) {
 void KorelPreYaccClass::processPlain(int line, tPlainWriter& writer, tString& output) {
   const char* const end = text_.data() + text_.size();
   const char* const start = text_.data() + source_.offset(line);
-  if (writer.write(start, end, output)) return;
+  const std::size_t begin = output.size();
+  if (writer.write(start, end, output)) {
+    const std::string_view written = output.view().substr(begin);
+    if (shared_.checks.checkPlain(written, writer.joinedTokens(), *this, line)) return;
+    output.resize(begin);
+  }
   currentLine_ = line;
   scratch_.setOrigin(line);
   scratch_.tokens().Destroy();

@@ -56,6 +56,7 @@ bool tResultMarker::replace(tTknString* t, int level) {
 bool tResultIdentifier::replace(tTknString* t, int /*level*/) {
   auto* copy = new tSpcString;
   *copy = token();
+  copy->setLine(0);  // that of the statement, not that of the rule
   if (t->replacementStart() >= 0) {
     copy->setSpacing(t->getToken(t->replacementStart()).spacing());
     t->setReplacementStart(-1);

@@ -24,6 +24,8 @@ struct tIndexedName {
   bool plain = false;  // false: uses have to be rewritten token by token
   int rewrites = 0;    // how many rewrites lead to the text
   tString text;        // without the spacing of its first token
+  bool nests = false;  // brackets and quotes are closed in it, and it holds no "@" and no ";"
+  bool joins = false;  // it may grow together with what stands beside it
 };
 
 /// Finds the rules of a word at once, byte for byte, and dismisses most words by their first two

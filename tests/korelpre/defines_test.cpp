@@ -27,7 +27,7 @@ TEST(Defines, ReplaceNames) {
       {"#define PATH \"c:\\x\" + 'y'\nPATH", "\n\"c:\\x\" + 'y'"},
       {"A\n#define A 1\nA\n#define A 2\nA\n#undef A\nA", "A\n\n1\n\n2\n\n2"},
       {"#define 1 2\nx := 1 + 1.5 + 11 + 1", "\nx := 2 + 1.5 + 11 + 2"},
-      {"#define If When\nif a\nIf a", "\nif a\nWhen a"},
+      {"#define If When\nif a\nIf a\nend", "\nif a\nWhen a\nend"},
       {"#define A \\< 'b\\<'\n\\< A", "\n\\< < 'b\\<'"},
   };
   for (const tCase& row : kCases) {

@@ -1,0 +1,3 @@
+// opens what nobody closes
+While x
+If y

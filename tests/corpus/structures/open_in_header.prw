@@ -1,0 +1,3 @@
+x := 1
+#include "half.ch"
+EndDo

@@ -1,0 +1,6 @@
+Function Open()
+If a
+While b
+EndDo
+
+Function Next()

@@ -1,0 +1,250 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/support/preprocess.h"
+
+namespace {
+
+// Both ways of reading a source must say the same.
+std::string errorOf(std::string_view source, std::initializer_list<const char*> options = {}) {
+  const std::string quick = preprocessFiles({{"main.prw", source}}, options, true).error;
+  EXPECT_EQ(preprocessFiles({{"main.prw", source}}, options, false).error, quick) << source;
+  return quick;
+}
+
+struct tCase {
+  const char* source;
+  const char* error;  // what stands behind "main.prw("
+};
+
+template <std::size_t count>
+void expectErrors(const tCase (&cases)[count]) {
+  for (const tCase& row : cases) {
+    const std::string error = errorOf(row.source);
+    const std::string expected = std::string("main.prw(") + row.error;
+    EXPECT_EQ(error.substr(0, expected.size()), expected) << row.source;
+  }
+}
+
+TEST(StatementChecks, PassCorrectPrograms) {
+  const char* const kSources[] = {
+      // Every structure, nested, in all spellings.
+      "Function A()\nIf a\nElseIf b\nIf c\nElse\nEndIf\nElseIf d\nElse\nEndIf\n"
+      "Do Case\nCase a\nDo While b\nEndDo\nCase c\nOtherwise\nEndCase\n"
+      "While a\nIf b\nLoop\nEndIf\nExit\nEndDo\nFor i := 1 To 2\nFor Each x In y\nNext x\nNext\n"
+      "Begin Sequence\nBreak x\nRecover Using e\nReturn 1\nEnd Sequence\n"
+      "Try\nReturn 2\nCatch e\nEndTry\nTry\nEnd Try\nReturn 3",
+      "FUNC A\nif a\nelsei b\nendi\ndo case\nothe\nendc\nwhil a\nendd\nbegi sequ\nreco\nend sequ\n"
+      "retu\nPROC B()\nLOCA x\nRETU",
+      "Function A()\nIf a\nEnd\nDo Case\nEnd\nWhile b\nEnd // it\nFor i := 1 To 2\nEnd\n"
+      "Begin Sequence\nEnd\nTry\nEnd\nIf a ; Else ; End ; x := 1",
+      "Function A()\nIf a\nEnd If\nDo While b\nEnd Do\nDo Case\nEnd Case\nFor i := 1 To 2\nEnd For",
+      // A new body closes the one before.
+      "Static x := 1\nFunction A()\nLocal y\nx := 1\nStatic Function B()\nLocal y\nx := 1\n"
+      "User Function C()\nLocal y\nx := 1\nMethod New(a) Class D\nLocal y\nx := 1\n"
+      "Main_Func\nLocal y\nx := 1\nProcedure E\nLocal y\nx := 1\nExit Procedure F\nLocal y",
+      // Names that look like words of structures.
+      "Function A()\nif := 1\nnext->x := if[1]\nloop:run()\nend++\nelse--\nfor += 1\ncase.x\n"
+      "while -= 1\ntry *= 2\nfunc := {|x| x}\nlocal[1] := 2\nexit = 3\nproc:go()\nreturn ^= 2\n"
+      "o:Next()\nM->If := 1\nx->EndIf := 2\nFIELD->Case := 3\n::Loop()\nf(If, Next)\nx := End",
+      "Function A()\nWhile ++n < 3\nIf --n > 1\nIf ::lOk\nReturn ::x\nEndIf\nEndIf\nEndDo\n"
+      "If .T.\nElseIf .Not. x\nElseIf .5 > y\nEndIf\nCase := 1",
+      "Function A()\nIf(a, b(), c())\nIf (a, {1, 2}, x[1, 2])\nif(a,;\n b())\nIf(f(a, b))\nEndIf\n"
+      "If ({1, 2} == a)\nEndIf\nIf (a) .And. (b, c)\nEndIf\nx := If(a, b, c)",
+      // What may stand before local variables.
+      "Function A(x)\nStatic s := 1\nPrivate p\nPubl q\nField F\nMemvar m\nParameters z\n"
+      "__IGNOREDEBUGLINE__()\n// note\n\nLocal y := 2",
+      "Function A()\nLocal a ; Local b ; a := 1",
+      // References and brackets.
+      "Function A()\nf(@a, @ b, {@c, ;\n @d})\nf( ;\n @a)\nx := {|| (a[1])[2]}\ny := \"(\" + '[@'",
+      // Commands that no header here knows.
+      "Function A()\nEnd Transaction\nBegin Report x\nDo Something With x\nSet Function 2 To y\n"
+      "Set Procedure To p\nStore 1 To a\n? x\nUse \\data\\x.dbf\nEnd Class x\nData n As Numeric",
+      "Class A From B\nData x\nMethod New()\nMethod Go(a) Class A\nLocal b\nReturn b",
+      // Debugger markers are not looked into.
+      "__SynchronizeDebug__( 3\n__IGNOREDEBUGLINE__() @ ]\nFunction A()",
+      // Nothing is out of place in a text without a body.
+      "x := 1\nIf x\nReturn\nEndIf\nLocal y\nf()",
+      "Announce X\nStatic y := f()\nPublic z\nRequest a, b\n#pragma x\n{1}\nFunction A()",
+  };
+  for (const char* source : kSources) EXPECT_EQ(errorOf(source), "") << source;
+}
+
+TEST(StatementChecks, MatchStructures) {
+  const tCase kCases[] = {
+      {"\nElse", "2) Error C2025  ELSE does not match IF\n"},
+      {"\nElseIf a", "2) Error C2026  ELSEIF does not match IF\n"},
+      {"\n EndIf", "2) Error C2027  ENDIF does not match IF\n"},
+      {"For a := 1 To 2\nEndDo", "2) Error C2029  ENDDO does not match WHILE\n"},
+      {"While a\nNext", "2) Error C2029  NEXT does not match FOR\n"},
+      {"Do Case\nIf a\nCase b", "3) Error C2030  ENDCASE does not match CASE\n"},
+      {"Otherwise", "1) Error C2030"},
+      {"EndCase", "1) Error C2030"},
+      {"Try\nRecover", "2) Error C2032  END SEQUENCE does not match BEGIN SEQUENCE\n"},
+      {"End Sequence", "1) Error C2032"},
+      {"If a\nEnd\nEnd", "3) Error C2032"},
+      {"Catch", "1) Error C2033  END TRY does not match TRY\n"},
+      {"Begin Sequence\nEndTry", "2) Error C2033"},
+      {"End Try", "1) Error C2033"},
+      {"If a\nElse\nElse", "3) Error C2025"},
+      {"If a\nElse\nElseIf b", "3) Error C2026"},
+      {"If a ; Else ; ;\n EndDo", "2) Error C2029  ENDDO"},
+      // Open to the end, and where the next body begins; the innermost is named.
+      {"If a\n\nDo While b\nFor i := 1 To 2\nNext\n",
+       "3) Error C2024  Unclosed control structures\n"},
+      {"Function A()\n If a\nFunction B()\nEndIf", "2) Error C2024"},
+      {"Function A()\nIf (a)\nReturn", "2) Error C2024"},
+  };
+  expectErrors(kCases);
+}
+
+TEST(StatementChecks, JudgeWhatLeavesAStructure) {
+  const tCase kCases[] = {
+      {"If a\nExit", "2) Error C2011  EXIT statement with no loop in sight\n"},
+      {"While a\nEndDo\nLoop", "3) Error C2012  LOOP statement with no loop in sight\n"},
+      {"While a\nBegin Sequence\nIf b\nExit",
+       "4) Error C2013  EXIT statement violates enclosing SEQUENCE\n"},
+      {"For a := 1 To 2\nBegin Sequence\nLoop",
+       "3) Error C2014  LOOP statement violates enclosing SEQUENCE\n"},
+      {"Begin Sequence\nWhile a\nReturn x", "3) Error C2086  RETURN violates enclosing SEQUENCE\n"},
+      {"Begin Sequence\nExit", "2) Error C2011"},
+      {"Begin Sequence\nBegin Sequence\nRecover\nReturn", "4) Error C2086"},
+      {"While a\nBegin Sequence\nRecover\nExit\nEnd\nEndDo\nBegin Sequence\nWhile "
+       "b\nExit\nEnd\nEnd\n"
+       "Loop",
+       "12) Error C2012"},
+  };
+  expectErrors(kCases);
+}
+
+TEST(StatementChecks, KeepStatementsInTheirPlaces) {
+  const tCase kCases[] = {
+      {"Function A()\nLocal a\na := 1 ; Local b",
+       "3) Error C2051  LOCAL declaration follows executable statement\n"},
+      {"Function A()\nUse x\nLocal a", "3) Error C2051"},
+      {"Function A()\n&x := 1\nLocal a", "3) Error C2051"},
+      {"Static a\nb := 1\nc := 2\nFunction A()",
+       "2) Error C2006  Statement not allowed outside procedure or function\n"},
+      {"\nIf a\nEndIf\nFunction A()", "2) Error C2006"},
+      {"Local a\nFunction A()", "1) Error C2006"},
+      {"f(1)\nMethod B() Class C", "1) Error C2006"},
+      {"o:f()\nProcedure B", "1) Error C2006"},
+      {"x[1]++\nFunction B()", "1) Error C2006"},
+      {"If(a, b, c)\nFunction B()", "1) Error C2006"},
+      {"x = 1\nFunction B()", "1) Error C2006"},
+      {"x\nusing a\nFunction A()", "2) Error C2006"},
+      {"x ;;\nNameSpace a.b", "2) Error C2006"},
+      {"Function A()\nFunction 1()", "2) Error C2091  Invalid Function Name 1\n"},
+      {"Procedure \"x\"", "1) Error C2091  Invalid Function Name \"x\"\n"},
+      {"Static Function (x)", "1) Error C2091  Invalid Function Name (\n"},
+      {"Function", "1) Error C2091  Invalid Function Name \n"},
+  };
+  expectErrors(kCases);
+}
+
+TEST(StatementChecks, FindWhatIsNotClosed) {
+  const std::string kUnterminated =
+      "Error C2002  Statement unterminated at end of line/unbalanced parentesis/brackets\n";
+  const tCase kCases[] = {
+      {"x := (1", "1) Error C2002"},
+      {"\nx := 1)", "2) Error C2002"},
+      {"x := (a[1)]", "1) Error C2002"},
+      {"f(a,;\n b,;\n c", "1) Error C2002"},
+      {"f(a),;\n b),;\n c", "2) Error C2002"},
+      {"f(a ; b)", "1) Error C2002"},
+      {"\nx := \"abc", "2) Error C2002"},
+      {"x + ;\n'", "2) Error C2002"},
+      {"#define A (1\nx := A", "2) Error C2002"},
+      {"#define A 'a\n\nx := 1 ;\n + A", "4) Error C2002"},
+      {"\nx := @y", "2) Error C2009  Invalid use of @ (pass by reference) operator\n"},
+      {"@ 1, 2 Say x", "1) Error C2009"},
+      {"f(a @b)", "1) Error C2009"},
+      {"f(a,;\n [@b])", "2) Error C2009"},
+  };
+  expectErrors(kCases);
+  EXPECT_EQ(errorOf("(", {}), "main.prw(1) " + kUnterminated);
+  EXPECT_EQ(errorOf("#define A (\n#define B )\nx := A 1 B\nf(A @c B)\n y := 1 ;\n\n"), "");
+}
+
+TEST(StatementChecks, JudgeTheFinalForm) {
+  EXPECT_EQ(errorOf("#define Wenn If\n#define Ende EndIf\nWenn (a)\nEnde"), "");
+  EXPECT_EQ(errorOf("#define SET :=\n#define MY x\nIf SET 1\nMY SET 2"), "");
+  EXPECT_EQ(errorOf("#define P +\nnext P+ 1"),
+            "main.prw(2) Error C2029  NEXT does not match FOR\n");
+  EXPECT_EQ(errorOf("START y\nSTOP", {"/DSTART=While x", "/DSTOP=EndDo"}), "");
+  EXPECT_EQ(errorOf("x := SUM + (1", {"/DSUM=f(2"}),
+            "main.prw(1) Error C2002  Statement unterminated at end of line/unbalanced "
+            "parentesis/brackets\n");
+  // The line is the statement's, wherever the define stands.
+  EXPECT_EQ(errorOf("\n\n#define A 1)\nx := ;\n 2 + A").substr(0, 11), "main.prw(5)");
+}
+
+TEST(StatementChecks, PlaceErrorsOfIncludedFiles) {
+  EXPECT_EQ(preprocessFiles(
+                {{"main.prw", "\n#include \"a.ch\"\nx := 1\n\nEndDo\n"}, {"a.ch", "\nIf a\n"}})
+                .error,
+            "main.prw(5) Error C2029  ENDDO does not match WHILE\n");
+  EXPECT_EQ(preprocessFiles({{"main.prw", "\n#include \"a.ch\"\nx := 1\n#include \"c.ch\"\n"},
+                             {"a.ch", "#include \"b.ch\"\n"},
+                             {"b.ch", "\n\nIf a\n"},
+                             {"c.ch", "y\n"}})
+                .error,
+            "main.prw(2) Error b.ch(3) Error C2024  Unclosed control structures\n");
+  EXPECT_EQ(preprocessFiles({{"main.prw", "\n#include \"a.ch\"\n\n#include \"b.ch\"\n"},
+                             {"a.ch", "Static a\na := 1\n"},
+                             {"b.ch", "Function A()\n"}})
+                .error,
+            "main.prw(2) Error a.ch(2) Error "
+            "C2006  Statement not allowed outside procedure or function\n");
+}
+
+std::string errorOfExtended(std::string_view source) {
+  tDiskManMemory disk;
+  disk.put("std.ch", "");
+  disk.put("main.zorb", source);
+  tAutoArray<tString> options;
+  options.add(new tString("-Fmain.zorb"));
+  tStringSink sink;
+  const tOutputScope scope(sink);
+  precomp::KorelPre16 session(disk);
+  session.Init(options, 1);
+  tString output;
+  tString error;
+  session.doIt(output, error);
+  return std::string(error.view());
+}
+
+TEST(StatementChecks, KnowTheExtendedLanguage) {
+  EXPECT_EQ(errorOfExtended("namespace a.b\nUsing c\n@Get(\"/x\")\nfunction Main()\n@x\nreturn 1"),
+            "");
+  EXPECT_EQ(errorOfExtended("function Main()\n\nusing c"),
+            "main.zorb(3) Error C2006  Statement not allowed outside procedure or function\n");
+  EXPECT_EQ(errorOfExtended("x := @y"),
+            "main.zorb(1) Error C2009  Invalid use of @ (pass by reference) operator\n");
+}
+
+std::string repeated(std::string_view text, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += text;
+  return all;
+}
+
+TEST(StatementChecks, BearDeepNesting) {
+  const std::string open = repeated("((((((((((((((((((((;\n", 20000);
+  EXPECT_EQ(preprocess("x := " + open).error.substr(0, 24), "main.prw(20000) Error C2");
+  EXPECT_EQ(preprocess("x := " + open + "1" + repeated("))))))))))))))))))));\n", 19999) +
+                       "))))))))))))))))))))")
+                .error,
+            "");
+  EXPECT_EQ(preprocess("x := " + repeated("[(", 40) + repeated(")]", 40)).error, "");
+  EXPECT_EQ(
+      preprocess("x := " + repeated("[(", 40) + repeated(")]", 39) + "])").error.substr(0, 23),
+      "main.prw(1) Error C2002");
+  const std::string structures = "While a\n" + repeated("If a\nExit\n", 100000);
+  EXPECT_EQ(preprocess(structures).error,
+            "main.prw(200000) Error C2024  Unclosed control structures\n");
+  EXPECT_EQ(preprocess(structures + repeated("EndIf\n", 100000) + "EndDo").error, "");
+}
+
+}  // namespace
