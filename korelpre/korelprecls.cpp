@@ -144,7 +144,7 @@ void KorelPreYaccClass::parseText() {
   source_.clear();
   source_.expect(text_.size());
   atLineStart_ = true;
-  anyDelivered_ = inSql_ = sqlEnding_ = false;
+  anyDelivered_ = inSql_ = sqlEnding_ = continuing_ = false;
   sql_ = {};
   lastTokenLine_ = 0;
   reset();

@@ -192,6 +192,7 @@ class KorelPreYaccClass : public SSYacc {
   void takeConditional(eConditional directive, std::string_view name, int line);
   SSLexLexeme* scannedLexeme();
   void noteDelivered(const SSLexLexeme& lexeme);
+  void noteContinuation(const SSLexLexeme& lexeme);
   int lineCount() const;
   int ownLineCount() const;
 
@@ -278,7 +279,8 @@ class KorelPreYaccClass : public SSYacc {
   bool atLineStart_ = true;
   bool anyDelivered_ = false;
   bool inSql_ = false;
-  bool sqlEnding_ = false;  // EndSql has been delivered, but not its line feed
+  bool sqlEnding_ = false;   // EndSql has been delivered, but not its line feed
+  bool continuing_ = false;  // a continuation came last
   tSqlBlock sql_;
   int lastTokenLine_ = 0;
 };

@@ -90,6 +90,13 @@ bool readConditional(const char* p, const char* end, tConditionalLine& line) {
   return usual;
 }
 
+// Whether the last line of a text, the one that ends at `end`, holds nothing.
+[[gnu::noinline]] bool lastLineIsBlank(const char* end) {
+  const char* last = end - 1;  // the line feed
+  while (last[-1] == '\r' || isBlank(last[-1])) --last;
+  return last[-1] == '\n';
+}
+
 }  // namespace
 
 SSLexLexeme* KorelPreYaccClass::nextLexeme() {
@@ -103,6 +110,7 @@ SSLexLexeme* KorelPreYaccClass::nextLexeme() {
   for (;;) {
     SSRef<SSLexLexeme> lexeme(scannedLexeme());
     if (!lexeme) return nullptr;
+    noteContinuation(*lexeme);
     gap = gap || lexer_->followsComment() || isGap(lexeme->token());
     if (isGap(lexeme->token())) {
       addBlanks(blanks, *lexeme);
@@ -147,6 +155,17 @@ void KorelPreYaccClass::noteDelivered(const SSLexLexeme& lexeme) {
   }
 }
 
+// A continuation joins a statement with nothing when the text, or what was added to it when it was
+// loaded, ends behind it.
+void KorelPreYaccClass::noteContinuation(const SSLexLexeme& lexeme) {
+  const bool continued = continuing_;
+  if (lexeme.token() != kTokSpc) continuing_ = isGap(lexeme.token());
+  if (atLineStart_ || consumer_->start() != text_.size()) return;
+  const bool joinsBlank =
+      continued && lexeme.token() == kTokLineFeed && lastLineIsBlank(text_.data() + text_.size());
+  if (continuing_ || joinsBlank) exceptionAt(2002, lastTokenLine_, nullptr);
+}
+
 int KorelPreYaccClass::lineCount() const {
   return static_cast<int>(consumer_->startLine()) - 1;
 }
@@ -171,6 +190,7 @@ void KorelPreYaccClass::passPlainLines() {
     }
     if (inSql_) break;
     const tScannedLine scanned = scanLine(at, end);
+    if (scanned.end == end && scanned.lines > 1 && lastLineIsBlank(end)) break;
     if (!shared_.plainLines && !isStarComment(at, end)) break;
     if (scanned.kind == eLineKind::kOther) {
       if (readRule(at, end, line)) {
