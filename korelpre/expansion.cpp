@@ -14,25 +14,28 @@ class tExpander {
  public:
   tExpander(tNameTables tables, tString& text) : tables_(tables), text_(text) {}
 
-  bool expand(const tIndexedName& name, std::string_view spacing) {
+  // `leads`: nothing of the whole expansion stands in front, not even what vanishes.
+  bool expand(const tIndexedName& name, bool leads, std::string_view spacing) {
     if (name.rules != 1 || name.rule->firstMatch()->next() != nullptr) return false;
     if (++rewrites_ > kMostRewrites) return false;
     const tMatchMarker* marker = name.rule->firstResult();
     for (bool first = true; marker != nullptr; marker = marker->next(), first = false) {
       const tSpcString& token = marker->token();
-      if (!add(token, first ? spacing : token.spacing().view())) return false;
+      if (!add(token, first && leads, first ? spacing : token.spacing().view())) return false;
     }
     return true;
   }
 
   int rewrites() const { return rewrites_; }
+  bool spaced() const { return spaced_; }
 
  private:
-  bool add(const tSpcString& token, std::string_view spacing) {
+  bool add(const tSpcString& token, bool leads, std::string_view spacing) {
     if (const tIndexedName* name = tables_.defines.index().find(token)) {
-      return expand(*name, spacing);
+      return expand(*name, leads, spacing);
     }
     if (tables_.translates.lookUp(token) != nullptr) return false;
+    spaced_ = spaced_ || leads;
     text_.append(spacing);
     text_.append(token);
     return text_.size() <= kLargestExpansion;
@@ -41,6 +44,7 @@ class tExpander {
   tNameTables tables_;
   tString& text_;
   int rewrites_ = 0;
+  bool spaced_ = false;
 };
 
 // Whether a text can stand anywhere in a statement without a change to how the rest of it nests.
@@ -84,8 +88,9 @@ bool expandName(tNameTables tables, tIndexedName& name) {
   name.generation = generation;
   name.text.clear();
   tExpander expander(tables, name.text);
-  name.plain = expander.expand(name, {});
+  name.plain = expander.expand(name, true, {});
   name.rewrites = expander.rewrites();
+  name.spaced = expander.spaced();
   const std::string_view text = name.text;
   name.nests = nestsAlone(text);
   name.joins = text.empty() || isOperatorByte(text.front()) || isOperatorByte(text.back());

@@ -243,11 +243,8 @@ bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& n
   joined_ = joined_ || name.joins;
   at.rewrites += name.rewrites;
   if (at.rewrites > kMostRewrites) return false;
-  if (name.text.empty()) {
-    stripBlanks(at.output, at.begin);
-  } else {
-    at.output.append(name.text);
-  }
+  if (!name.spaced) stripBlanks(at.output, at.begin);
+  at.output.append(name.text);
   at.skipTo(wordEnd);
   return at.output.size() - at.begin <= kLargestQuick;
 }

@@ -23,7 +23,8 @@ struct tIndexedName {
   std::uint64_t generation = 0;
   bool plain = false;  // false: uses have to be rewritten token by token
   int rewrites = 0;    // how many rewrites lead to the text
-  tString text;        // without the spacing of its first token
+  tString text;        // without the spacing in front
+  bool spaced = true;  // false: the blanks in front of a use go with a token that vanishes
   bool nests = false;  // brackets and quotes are closed in it, and it holds no "@" and no ";"
   bool joins = false;  // it may grow together with what stands beside it
 };

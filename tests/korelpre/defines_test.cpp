@@ -16,6 +16,7 @@ TEST(Defines, ReplaceNames) {
       {"#define A 1\nx := A + a", "\nx := 1 + a"},
       {"#define A (x + 1)\ny :=  A*A", "\ny :=  (x + 1)*(x + 1)"},
       {"#define A\nf(  A , 1) A", "\nf( , 1)"},
+      {"#define N\n#define A N b\nx A c\n  A", "\n\nx b c\n b"},
       {"#define A B\n#define B C\nA B", "\n\nC C"},
       {"#define A A1\n#define A1 'A'\nA \"A\"", "\n\n'A' \"A\""},
       {"#define A 1\nb->A M->A A->A .A.", "\nb->1 M->1 1->1 .1."},
