@@ -83,6 +83,11 @@ AYaccClass* KorelPreYaccClass::KorelYacc() {
   return shared_.language.get();
 }
 
+void KorelPreYaccClass::setRuleObserver(tRuleObserver* observer) {
+  shared_.observer = observer;
+  for (tXChgArray* table : {defines(), commands(), translates()}) table->setObserver(observer);
+}
+
 bool KorelPreYaccClass::compile(const char* name, const char* directory, tString& passedOn,
                                 unsigned char includeMode) {
   includeMode_ = includeMode;

@@ -49,6 +49,7 @@ struct tSharedState {
   bool plainLines = true;
   std::unique_ptr<AYaccClass> language;
   tStatementCheck checks;
+  tRuleObserver* observer = nullptr;
 
   // The last error.
   tString errorString;
@@ -148,6 +149,10 @@ class KorelPreYaccClass : public SSYacc {
   /// Whether plain lines are kept as spans of the source (the default) or all lines go through
   /// scanner and grammar. The output is the same.
   void setPlainLines(bool plain) { shared_.plainLines = plain; }
+
+  /// Lets `observer` see how statements are rewritten; null for none. All processors of the run
+  /// share it; it must outlive them or be taken away.
+  void setRuleObserver(tRuleObserver* observer);
 
   // Conditional compilation. A null name means that the directive lies in a skipped region.
   std::uint8_t doIfDef(const tSpcString* name, int line);

@@ -13,6 +13,7 @@
 
 #include "korelpre/expansion.h"
 #include "korelpre/korelprecls.h"
+#include "korelpre/ruleobserver.h"
 
 namespace precomp {
 
@@ -109,6 +110,7 @@ class tRewriter {
 
 void KorelPreYaccClass::processLine(tTknString& statement, tString& output) {
   statement.startSteps();
+  if (shared_.observer != nullptr) shared_.observer->statementBegins(statement, fileName_);
   tRewriter rewriter(*this, statement, failedPositions_);
   for (int rewrites = 0; rewriter.rewriteOnce();) {
     if (++rewrites > kMostRewrites || tooLarge(statement)) {
@@ -116,6 +118,7 @@ void KorelPreYaccClass::processLine(tTknString& statement, tString& output) {
     }
   }
   if (statement.overrun()) exceptionAt(2078, statement.origin(), nullptr);
+  if (shared_.observer != nullptr) shared_.observer->statementEnds(statement);
   statement.appendText(output);
   output.append('\n');
   shared_.checks.check(statement, *this);

@@ -113,7 +113,8 @@ void KorelPreYaccClass::processPlain(int line, tPlainWriter& writer, tString& ou
   const char* const end = text_.data() + text_.size();
   const char* const start = text_.data() + source_.offset(line);
   const std::size_t begin = output.size();
-  if (writer.write(start, end, output)) {
+  // An observer sees statements that have tokens.
+  if (shared_.observer == nullptr && writer.write(start, end, output)) {
     const std::string_view written = output.view().substr(begin);
     if (shared_.checks.checkPlain(written, writer.joinedTokens(), *this, line)) return;
     output.resize(begin);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "korelpre/ruleobserver.h"
+
 namespace precomp {
 
 namespace {
@@ -12,11 +14,15 @@ constexpr int kLongRun = 16;
 // The rule that has scored best so far, and where its match ended.
 class tBestRule {
  public:
-  tBestRule(int start, tTknString* t) : start_(start), t_(t) {}
+  tBestRule(int start, tTknString* t, tRuleObserver* observer)
+      : start_(start), t_(t), observer_(observer) {}
 
   // Kept on purpose: among equals the latest wins.
   void meet(int index, tBaseXChg& rule) {
     const int score = rule.matchCount(start_, t_);
+    if (observer_ != nullptr) {
+      observer_->ruleTried({rule, *t_, start_, score, t_->failedMarker(), t_->failedToken()});
+    }
     if (score == 0 || score < score_ || (score == score_ && index < index_)) return;
     rule_ = &rule;
     score_ = score;
@@ -25,13 +31,17 @@ class tBestRule {
   }
   bool apply(KorelPreYaccClass* processor) {
     if (rule_ == nullptr || t_->overrun()) return false;
+    if (observer_ != nullptr) observer_->ruleMatched(*rule_, start_, *t_);
     t_->setRawCursor(cursor_);
-    return rule_->replaceMatched(processor, start_, t_);
+    const bool applied = rule_->replaceMatched(processor, start_, t_);
+    if (applied && observer_ != nullptr) observer_->ruleApplied(*rule_, start_, *t_);
+    return applied;
   }
 
  private:
   int start_;
   tTknString* t_;
+  tRuleObserver* observer_;
   tBaseXChg* rule_ = nullptr;
   int score_ = 0;
   int index_ = 0;
@@ -166,8 +176,10 @@ const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
 
 bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int start,
                          tTknString* t) {
-  tBestRule best(start, t);
-  if (const tSecondWords* words = secondWordsOf(first, last)) {
+  tBestRule best(start, t, observer_);
+  // An observer wants to see the rules too that cannot match.
+  const tSecondWords* words = observer_ == nullptr ? secondWordsOf(first, last) : nullptr;
+  if (words != nullptr) {
     const tString& second = t->getToken(std::max(start, 0) + 1);
     words->find(second, [&](int index) { best.meet(index, *get(index)); });
   } else {

@@ -12,6 +12,8 @@
 
 namespace precomp {
 
+class tRuleObserver;
+
 /// Rules sorted by key; rules with equal keys stand next to each other in the order of arrival.
 /// Owns its rules.
 ///
@@ -32,6 +34,10 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   /// Applies the best of the rules `first` to `last` at the token `start` of `t`: the one with the
   /// highest score, the latest among equals. False when none matches.
   virtual bool replace(KorelPreYaccClass* processor, int first, int last, int start, tTknString* t);
+
+  /// Lets `observer` see which rules are tried and applied; null for none. It must outlive the
+  /// table or be taken away.
+  void setObserver(tRuleObserver* observer) { observer_ = observer; }
 
   /// Gives the rules that wait their places.
   void arrange() const;
@@ -70,6 +76,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   tRuleIndex index_;
   tWordLookup lookup_;
+  tRuleObserver* observer_ = nullptr;
   int placed_ = 0;             // rules at the front that have their places
   bool irregular_ = false;     // see ruleorder.cpp
   bool abbreviating_ = false;  // there is a rule that lets words be abbreviated

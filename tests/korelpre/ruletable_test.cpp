@@ -1,6 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+#include <vector>
+
+#include "korelpre/ruleobserver.h"
 #include "korelpre/ruletable.h"
+#include "tests/support/preprocess.h"
 
 using namespace precomp;
 
@@ -67,6 +73,57 @@ TEST(RuleTable, KeepsRulesOfOneKeyTogetherInTheOrderOfArrival) {
   EXPECT_EQ(table.Find(tString("DISP"), first, last, 1), 0);
   EXPECT_EQ(table.Find(tString("C"), first, last, 0), 0);
   EXPECT_EQ(first, 2);
+}
+
+// Rules that arrive together are sorted together; that must not show.
+TEST(RuleTable, HasOneOrderHoweverOftenItIsLookedInto) {
+  const std::vector<std::string> kKeys = {"DISP", "DISPL", "disPLAY", "DISPATCH", "ABCD", "abcde",
+                                          "ABC",  "A{BC",  "A[BC",    "A[BCD",    "X",    "x_y",
+                                          "X1",   "XA",    "xa",      "DISPLAYS"};
+  std::mt19937 random(3);
+  for (int round = 0; round < 2000; ++round) {
+    tXChgArray atOnce;
+    tXChgArray oneByOne;
+    const std::size_t kinds = round % 4 == 0 ? kKeys.size() : kKeys.size() - 7;
+    int first = 0;
+    int last = 0;
+    for (int i = 0; i < 30; ++i) {
+      const std::string& key = kKeys[random() % kinds];
+      const bool abbreviate = round % 3 != 0 && random() % 2 == 0;
+      for (tXChgArray* table : {&atOnce, &oneByOne}) {
+        table->Add(rule(key.c_str(), {abbreviate, false}));
+        table->get(table->count() - 1)->setOrigin(tString(), i);
+      }
+      oneByOne.Find(tString("X"), first, last, 0);
+    }
+    atOnce.arrange();
+    for (int i = 0; i < 30; ++i) {
+      ASSERT_EQ(atOnce.get(i)->originLine(), oneByOne.get(i)->originLine()) << round << " " << i;
+    }
+  }
+}
+
+TEST(RuleTable, AppliesTheSameRuleHoweverManyShareItsKey) {
+  std::string header;
+  for (int i = 0; i < 200; ++i) {
+    const std::string second = i % 7 == 0   ? "<y>"
+                               : i % 5 == 0 ? "[OPT]"
+                                            : "WORD" + std::to_string(i % 50);
+    const std::string directive = i % 3 == 0 ? "#command" : "#xcommand";
+    header += directive + " KEYWORD " + second + " <x> => r" + std::to_string(i) + "(<x>)\n";
+  }
+  tRuleObserver observer;
+  tMemoryProcessor narrowed;
+  tMemoryProcessor observed;
+  observed->setRuleObserver(&observer);
+  std::string statements;
+  for (int i = 0; i < 60; ++i) {
+    statements += (i % 2 == 0 ? "keyword word" : "KEYW WORD") + std::to_string(i) + " a\n";
+  }
+  statements += "KEYWORD opt b\nKEYWORD\nKEYWORD WORD x\nkeyword c\n";
+  const std::string text = narrowed.run("a", header + statements);
+  EXPECT_EQ(text, observed.run("a", header + statements));
+  EXPECT_NE(text.find("r196("), std::string::npos);
 }
 
 TEST(RuleTable, IndexFollowsEveryChange) {

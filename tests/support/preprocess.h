@@ -24,6 +24,26 @@ class tStringSink : public tOutputSink {
   std::string text;
 };
 
+/// A processor over files in memory, of which there is one: an empty "std.ch".
+class tMemoryProcessor {
+ public:
+  tMemoryProcessor() { disk_.put("std.ch", ""); }
+  precomp::KorelPreYaccClass& operator*() { return processor_; }
+  precomp::KorelPreYaccClass* operator->() { return &processor_; }
+  /// Compiles a source and walks over its lines; returns the text.
+  std::string run(const char* name, std::string_view source) {
+    tString text;
+    processor_.compileStr(name, source, text);
+    int depth = 0;
+    processor_.processLines(text, depth);
+    return std::string(text.view());
+  }
+
+ private:
+  tDiskManMemory disk_;
+  precomp::KorelPreYaccClass processor_{&disk_};
+};
+
 /// Preprocesses "main.prw" of the given files; "std.ch" is empty unless it is among them.
 inline tPreprocessed preprocessFiles(tFiles files, std::initializer_list<const char*> options = {},
                                      bool plainLines = true) {

@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "korelpre/ruleobserver.h"
+#include "tests/support/preprocess.h"
+
+using namespace precomp;
+
+namespace {
+
+// The rules that a source defines, one after the other.
+std::string listing(std::string_view source) {
+  tMemoryProcessor processor;
+  processor.run("rules", source);
+  tString text;
+  for (tXChgArray* table : {processor->defines(), processor->translates(), processor->commands()}) {
+    table->arrange();
+    for (int i = 0; i < table->count(); ++i) table->get(i)->print(&text);
+  }
+  return std::string(text.view());
+}
+
+TEST(RuleListing, ShowsEachRuleCloseToItsDirective) {
+  const struct {
+    const char* rule;
+    const char* listing;
+  } kCases[] = {
+      {"#command A <x> => b(<x>)", "#xcommand A x => b ( x )  \n "},
+      {"#xcommand A <x> => b(<x>)", "#xcommand A x => b ( x )  \n "},
+      {"#translate A <x,...> <(y)> <*z*> => <{x}> #<y> <\"z\"> <(x)> <.y.>",
+       "A <x ,...> <(y)> <*z*>  => <{x}>#<y><\"z\"><(x)><.y.> \n "},
+      {"#xtranslate A [<x: B, C D>] [[E] F] => c[, <x>]", "A [<x:B,C D> ][[E ]F ] => c [, x ] \n "},
+      {"#define A", "A  =>  \n "},
+      {"#define F(a, b) a + b", "F ( a, b)  => a + b  \n "},
+  };
+  for (const auto& row : kCases) EXPECT_EQ(listing(row.rule), row.listing) << row.rule;
+}
+
+TEST(RuleListing, GoesToTheOutputWithOtherWords) {
+  tStringSink sink;
+  const tOutputScope scope(sink);
+  tMemoryProcessor processor;
+  processor.run("rules", "#command A <x> => b\n#translate C => d");
+  processor->commands()->get(0)->print(nullptr);
+  processor->translates()->get(0)->print(nullptr);
+  EXPECT_EQ(sink.text, "xCommand A x => b  \n tTranslate C  => d  \n ");
+}
+
+// The ordinary forms of rules are read without the grammar; both ways must give the same rule.
+TEST(RuleListing, IsTheSameHoweverARuleWasRead) {
+  const std::vector<std::string> kPieces = {
+      "A",        "b ",          " c",       "<x>",        " <y> ",
+      "< x >",    "<x,...>",     "<x,... >", "<x ,...>",   "<(x)>",
+      "<( x )>",  "<*y*>",       "<* y * >", "<x:A>",      "<x: A, b c ,D >",
+      "<x:A,&>",  "<x: >",       "<{x}>",    "<{ x }>",    "#<x>",
+      "# <x>",    "<\"x\">",     "< 'x' >",  "<.x.>",      "<. x .>",
+      "<.t.>",    "[",           "]",        " [",         "] ",
+      "=>",       " => ",        ",",        "\"s\"",      "'s'",
+      "\"\"",     "\"s",         "\\<",      "\\[",        "\\x",
+      "/**/",     " // c",       ";\n",      " ; // c\n ", ";;",
+      ";",        "<",           ">",        "<=",         "!=",
+      "...",      "1.5",         ".and.",    "M->",        "if",
+      "%notdel%", "\x01",        "~",        "@",          "beginsql",
+      "*",        "#define Z 1", "FUNCTION", "=",          "->",
+      "\t"};
+  std::mt19937 random(11);
+  int rules = 0;
+  for (int i = 0; i < 40000; ++i) {
+    std::string source = i % 2 == 0 ? "#command A" : "  #XTranslate\tA ";
+    for (std::size_t left = random() % 7; left > 0; --left) {
+      source += kPieces[random() % kPieces.size()];
+    }
+    if (random() % 2 == 0) source += " => ";
+    for (std::size_t left = random() % 5; left > 0; --left) {
+      source += kPieces[random() % kPieces.size()];
+    }
+    std::string shown[2];
+    for (const bool plain : {false, true}) {
+      tMemoryProcessor processor;
+      processor->setPlainLines(plain);
+      tString text;
+      try {
+        text.append(processor.run("rules", source + "\nA b\nZ"));
+      } catch (const SSException& failure) {
+        text.append(failure.message());
+      }
+      for (tXChgArray* table : {processor->translates(), processor->commands()}) {
+        for (int r = 0; r < table->count(); ++r) table->get(r)->print(&text);
+        if (plain) rules += table->count();
+      }
+      shown[plain ? 1 : 0] = std::string(text.view());
+    }
+    ASSERT_EQ(shown[0], shown[1]) << source;
+  }
+  EXPECT_GT(rules, 5000);
+}
+
+class tWitness : public tRuleObserver {
+ public:
+  void statementBegins(const tTknString& statement, const tString& file) override {
+    put(file, statement);
+  }
+  void ruleTried(const tRuleTrial& trial) override {
+    story += "try " + keyOf(trial.rule) + " " + std::to_string(trial.score);
+    if (trial.score == 0) {
+      story += trial.failedMarker == nullptr
+                   ? " end"
+                   : " " + std::string(trial.failedMarker->token().view());
+      story += "@" + std::to_string(trial.failedToken);
+    }
+    story += "\n";
+  }
+  void ruleMatched(const tBaseXChg& rule, int start, const tTknString& statement) override {
+    story += "match " + keyOf(rule) + " at " + std::to_string(start);
+    for (const tCapture& capture : capturesOf(rule, statement)) {
+      story += " " + std::string(capture.marker->token().view()) + "=";
+      for (const tString& text : capture.texts) story += "(" + std::string(text.view()) + ")";
+    }
+    story += "\n";
+  }
+  void ruleApplied(const tBaseXChg& rule, int /*start*/, const tTknString& statement) override {
+    put(tString("after ") += rule.key(), statement);
+  }
+  void statementEnds(const tTknString& statement) override { put(tString("end"), statement); }
+
+  std::string story;
+
+ private:
+  static std::string keyOf(const tBaseXChg& rule) {
+    return std::string(rule.key().view()) + ":" + std::to_string(rule.originLine());
+  }
+  void put(const tString& what, const tTknString& statement) {
+    tString text;
+    statement.appendText(text);
+    story += std::string(what.view()) + ": " + std::string(text.view()) + "\n";
+  }
+};
+
+TEST(RuleObserver, SeesWhatHappensToAStatement) {
+  tWitness witness;
+  tMemoryProcessor processor;
+  processor->setRuleObserver(&witness);
+  processor.run("f.prw",
+                "#command SHOW <x> [AT <r>, <c>] => s(<x>,<r>)\n"
+                "#command SHOW <x> IN <o: RED, DARK BLUE> => c(<x>,<o>)\n"
+                "#define N 1 + 2\n"
+                "SHOW N AT 3, 4 AT 5, 6");
+  EXPECT_EQ(witness.story,
+            "f.prw: SHOW N AT 3, 4 AT 5, 6\n"
+            "try N:3 1\n"
+            "match N:3 at 1\n"
+            "after N: SHOW 1 + 2 AT 3, 4 AT 5, 6\n"
+            "try SHOW:2 0 IN@4\n"
+            "try SHOW:1 10\n"
+            "match SHOW:1 at -1 x=(1 + 2) r=(3)(5) c=(4)(6)\n"
+            "after SHOW: s(1 + 2,3)\n"
+            "end: s(1 + 2,3)\n");
+}
+
+}  // namespace
