@@ -63,6 +63,10 @@ void tChainBuilder::addSpacing(const tString& blanks) {
 }
 
 void tChainBuilder::add(tMatchMarker* marker) {
+  if (!balanced_) {
+    delete marker;
+    return;
+  }
   marker->token().setSpacing(spacing_);
   marker->token().setLine(0);
   spacing_ = tString();
@@ -84,6 +88,7 @@ void tChainBuilder::append(tMatchMarker* marker) {
 }
 
 void tChainBuilder::openGroup() {
+  if (!balanced_) return;
   if (open_.size() >= static_cast<std::size_t>(kDeepestGroup)) {
     balanced_ = false;
     return;

@@ -14,7 +14,8 @@ class tChainBuilder {
   enum eSide { kPattern, kResult };
   explicit tChainBuilder(eSide side) : side_(side) {}
 
-  /// Appends a marker to the open chain and takes ownership.
+  /// Appends a marker to the open chain and takes ownership. When the groups have become unsound
+  /// nothing is kept any more.
   void add(tMatchMarker* marker);
   /// Appends a literal. One of kind kKindSpace becomes part of the spacing of the next element; the
   /// brackets open and close groups.

@@ -29,6 +29,9 @@ constexpr std::uint32_t kKindStar = 90;
 constexpr std::uint32_t kKindColon = 111;
 constexpr std::uint32_t kKindFileName = 124;
 
+// Longer directives are left to the grammar.
+constexpr std::size_t kMostPieces = 4096;
+
 struct tDirectiveWord {
   std::string_view word;
   bool command;
@@ -99,31 +102,43 @@ bool tRuleReader::readWord(const char*& p, const char* end) {
 
 bool tRuleReader::readPieces(const char* p, const char* end) {
   pieces_.clear();
+  joinedGaps_.Destroy();
   lines_ = 1;
   for (;;) {
     tPiece piece;
-    const char* const gap = p;
-    p = skipBlanks(p, end);
-    piece.spacing = tString::borrow({gap, static_cast<std::size_t>(p - gap)});
-    bool joined = false;
-    while (*p == ';') {
-      const char* after = skipBlanks(p + 1, end);
-      if (!endsDirective(after)) break;
-      after = lineFeedFrom(after, end);
-      if (after == nullptr || after + 1 == end) return false;
-      p = skipBlanks(after + 1, end);
-      piece.spacing.append({after + 1, static_cast<std::size_t>(p - after - 1)});
-      ++lines_;
-      joined = true;
-    }
-    if (joined && piece.spacing.empty()) piece.spacing = tString::borrow(" ");
+    if (!readGap(p, end, piece)) return false;
     if (endsDirective(p)) break;
-    if (!readPiece(p, end, piece)) return false;
+    if (pieces_.size() == kMostPieces || !readPiece(p, end, piece)) return false;
     pieces_.push_back(piece);
   }
   const char* feed = lineFeedFrom(p, end);
   if (feed == nullptr || pieces_.empty()) return false;
   lineEnd_ = feed + 1;
+  return true;
+}
+
+// Passes blanks and continuations.
+bool tRuleReader::readGap(const char*& p, const char* end, tPiece& piece) {
+  const char* const gap = p;
+  p = skipBlanks(p, end);
+  piece.spacing = {gap, static_cast<std::size_t>(p - gap)};
+  if (*p != ';') return true;
+  tString blanks(piece.spacing);
+  bool joined = false;
+  while (*p == ';') {
+    const char* after = skipBlanks(p + 1, end);
+    if (!endsDirective(after)) break;
+    after = lineFeedFrom(after, end);
+    if (after == nullptr || after + 1 == end) return false;
+    p = skipBlanks(after + 1, end);
+    blanks.append({after + 1, static_cast<std::size_t>(p - after - 1)});
+    ++lines_;
+    joined = true;
+  }
+  if (!joined) return true;
+  if (blanks.empty()) blanks.append(' ');
+  joinedGaps_.add(new tString(blanks));
+  piece.spacing = joinedGaps_.last()->view();
   return true;
 }
 
@@ -175,7 +190,11 @@ bool tRuleReader::buildElement(tChainBuilder& chain,
                                tMatchMarker* (tRuleReader::*marker)(std::size_t&)) {
   const tPiece& first = pieces_[at_];
   if (first.kind == 0) return false;
-  chain.addSpacing(first.spacing);
+  if (!first.spacing.empty()) {
+    const bool inText =
+        text_.data() <= first.spacing.data() && first.spacing.data() < text_.data() + text_.size();
+    chain.addSpacing(inText ? tString::borrow(first.spacing) : tString(first.spacing));
+  }
   const bool dumb = &chain == &result_ && first.is(kKindHash) && piece(at_ + 1).isTight(kKindLess);
   if (!first.is(kKindLess) && !dumb) {
     chain.addToken(first.make());

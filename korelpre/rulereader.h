@@ -31,7 +31,7 @@ class tRuleReader {
  private:
   struct tPiece {
     std::string_view text;
-    tString spacing;
+    std::string_view spacing;
     std::uint32_t kind = 0;
     std::uint32_t token = 0;
 
@@ -45,6 +45,7 @@ class tRuleReader {
 
   bool readWord(const char*& p, const char* end);
   bool readPieces(const char* p, const char* end);
+  bool readGap(const char*& p, const char* end, tPiece& piece);
   bool readPiece(const char*& p, const char* end, tPiece& piece);
   bool buildPattern();
   bool buildResult();
@@ -65,6 +66,7 @@ class tRuleReader {
   int lines_ = 0;
 
   std::vector<tPiece> pieces_;
+  tAutoArray<tString> joinedGaps_;  // blanks that do not stand together in the text
   std::size_t at_ = 0;
   const tPiece none_{};
 };
