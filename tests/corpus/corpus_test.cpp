@@ -5,8 +5,8 @@
 //   <case>.err   for a source that must fail: everything printed; there must then be no output;
 //   <case>.opt   when there are any: arguments of the library, one on each line.
 // The other files of a topic are its headers. A case runs in a copy of its topic, with the shipped
-// headers in INCLUDE, so that names and messages depend on no path. An older output stands there
-// before, and nothing but the new output may stand there after it.
+// headers in a folder of it, so that names and messages depend on no path. An older output stands
+// there before, and nothing but the new output may stand there after it.
 //
 // With KRPRE_ACCEPT=1 in the environment the expectations are written instead. Read the difference.
 
@@ -25,6 +25,7 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path kCorpus = KRPRE_CORPUS;
+const char* const kHeaders = "headers";
 
 struct tKind {
   const char* source;
@@ -126,13 +127,14 @@ TEST_P(Corpus, MatchesItsExpectation) {
   const fs::path source = kCorpus / GetParam();
   const tTemporaryDirectory directory;
   copyTopic(source.parent_path(), directory.path());
+  fs::create_directory_symlink(KRPRE_HEADERS, directory.path() / kHeaders);
   const fs::path output =
       directory.path() / withExtension(source.filename(), outputExtension(source));
 
   const int inputs = fileCount(directory.path());
   writeBytes(output, "from an earlier run");
 
-  const tChildResult result = runChild(commandFor(source), directory.path(), KRPRE_HEADERS);
+  const tChildResult result = runChild(commandFor(source), directory.path(), kHeaders);
   EXPECT_EQ(fileCount(directory.path()), fs::exists(output) ? inputs + 1 : inputs);
   const bool accepting = std::getenv("KRPRE_ACCEPT") != nullptr;
   accepting ? accept(source, result, output) : compare(source, result, output);

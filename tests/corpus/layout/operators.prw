@@ -11,6 +11,6 @@ a := ::Total
 a := .5 + 1.25 + 12
 Use \orders\2024\items.dbf
 Use \#temporary
-? a ; ?? b
+a := b ? c ; a := b ?? c
 a := 1abc + a~b - _c
 #pragma kept as it is

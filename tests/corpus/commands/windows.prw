@@ -1,0 +1,25 @@
+#include "screen.ch"
+@ 2, 3 PROMPT "Open"
+@ 2, 3 PROMPT aTexts[1] MESSAGE "Opens " + cName
+MENU TO nChoice
+@ 1, 2, 3, 4 BOX "single"
+@ 1, 2, nB, nR - 1 BOX cFrame COLOR "W"
+@ 1, 2 SAY "still"
+DEFINE WINDOW oWin FROM 1, 2 TO 10, 40
+DEFINE WINDOW oWin FROM 1, 2 TO 10, 40 DOUBLE ON CLOSE Saved("x") TITLE "Orders" COLOR cC
+ACTIVATE WINDOW oOne
+  ACTI WINDOW oOne, oTwo, aRest[1]
+RELEASE WINDOW oOne, oTwo
+SAVE SCREEN
+SAVE SCREEN TO cOld
+RESTORE SCREEN
+RESTORE SCREEN FROM cOld
+SHOW MESSAGE "Saved"
+  SHOW MESSAGE cText BUTTONS "Yes", "No" TO nKey TITLE "Sure?"
+ASK "Again?" TO lAgain
+ASK "Again, " + cName TO lAgain DEFAULT no
+SHOW PROGRESS "Reading" OF LastRec()
+STEP PROGRESS
+STEP PROGRESS BY 10
+HIDE PROGRESS
+STUFF KEYS "abc", 13
