@@ -1,0 +1,2 @@
+#translate MORE <x> OF => MORE <x>+<x> OF
+MORE a OF

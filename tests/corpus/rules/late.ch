@@ -1,0 +1,2 @@
+#command TELL <x> => Late(<x>)
+#define NUMBER 7

@@ -1,0 +1,2 @@
+x := 1
+#command [VERY] LOUD => Loud()

@@ -1,0 +1,2 @@
+#translate A => B
+#translate <x> PERCENT => (<x> / 100)

@@ -1,0 +1,1 @@
+#command LOUD <x> => Loud(<x> [, <x>)
