@@ -1,7 +1,9 @@
 // The programs in examples/ are preprocessed as their page says and must give the .ppo files that
-// stand beside them.
+// stand beside them. The examples of a chapter are cases of the corpus; the chapter must show them.
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 #include "tests/support/childprocess.h"
 
@@ -28,6 +30,30 @@ TEST(Examples, GiveTheirGoldenFiles) {
     EXPECT_EQ(readBytes(directory.path() / output), readBytes(orders / output.filename()))
         << *source;
   }
+}
+
+// The text as a chapter shows it: indented, and without the empty lines that directives leave.
+std::string asShown(const std::string& text) {
+  std::istringstream lines(text);
+  std::string shown;
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (!line.empty()) shown += "    " + line + "\n";
+  }
+  return "\n\n" + shown + "\n";
+}
+
+TEST(Examples, StandInTheChapterOnRules) {
+  const std::string chapter = readBytes(KRPRE_CHAPTER);
+  int cases = 0;
+  for (const auto& entry : fs::directory_iterator(fs::path(KRPRE_CORPUS) / "rules_doc")) {
+    const std::size_t heading = chapter.find("\n`" + entry.path().stem().string() + "`: ");
+    ASSERT_NE(heading, std::string::npos) << entry.path();
+    EXPECT_NE(chapter.find(asShown(readBytes(entry.path())), heading), std::string::npos)
+        << entry.path();
+    ++cases;
+  }
+  EXPECT_GT(cases, 40);
 }
 
 }  // namespace

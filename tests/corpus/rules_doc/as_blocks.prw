@@ -1,0 +1,3 @@
+#command WATCH <condition> DO <action> => Watch(<{condition}>,<{action}>)
+WATCH nStock < 10 DO Order(20)
+WATCH {|| lLate} DO {|nDay| Warn(nDay)}

@@ -1,0 +1,5 @@
+#command TEXTS <x,...> => Three(#<x>, <"x">, <(x)>)
+TEXTS name
+TEXTS first, last
+TEXTS "text"
+TEXTS (cWhat)

@@ -1,0 +1,3 @@
+#command CHIME => Chimes()
+CHIME ; CHIME
+If lNoon ; CHIME ; EndIf

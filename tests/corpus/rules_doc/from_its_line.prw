@@ -1,0 +1,3 @@
+GIVE 1
+#command GIVE <x> => Given(<x>)
+GIVE 2

@@ -1,0 +1,3 @@
+#command FETCH <x> INTO <(y)> => Fetched(<"x">, <(y)>, <{x}>)
+FETCH price INTO nPrice
+FETCH &cField INTO &cTarget.

@@ -1,0 +1,2 @@
+#command SHOUT <x> => ShoutOut(<x>)
+SHOUT "here"

@@ -1,0 +1,2 @@
+#command REMARK <*text*> => Ignored(#<text>)
+REMARK it costs 10% more, as agreed
