@@ -20,6 +20,6 @@
 #define CODE_SIZE      8
 #define MAX_LINES      50
 #define DISCOUNT_FROM  1000.00
-#define DISCOUNT_RATE  5 / 100
+#define DISCOUNT_RATE  5              // in percent
 
 #endif

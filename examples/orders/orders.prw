@@ -2,6 +2,7 @@
    orders.prw: takes the order of a customer, prices it and saves it.
 */
 #include "orders.ch"
+#include "rules.ch"
 #include "trace.ch"
 
 #ifndef COMPANY_CH
@@ -18,16 +19,14 @@ Function TakeOrder(cCustomer, aWanted, lExport)
 	Local oFault
 	Local bBlock := {|oError| Break(oError)}
 
-	SetDefault(@lExport, NO)
-#ifdef DEBUG
-	Trace("TakeOrder", cCustomer, Len(aWanted))
-	#ifdef VERBOSE
+	DEFAULT lExport TO NO, aWanted TO {}
+	TRACING TakeOrder WITH cCustomer, Len(aWanted)
+#ifdef VERBOSE
 	aEval(aWanted, {|aPair| Trace("wanted", aPair[1], aPair[2])})
-	#endif
 #endif
 
 	If !FindCustomer(cCustomer)
-		Warn(MSG_NO_CUSTOMER + cCustomer)
+		COMPLAIN MSG_NO_CUSTOMER, cCustomer
 		Return 0
 	EndIf
 
@@ -57,18 +56,18 @@ Return nNumber
 
 /* Turns wanted pairs into priced lines; what is not in stock is left out. */
 Static Function PriceLines(aWanted)
-	Local aLines := {}, aLine
+	Local aLines := {}, aLine, aPair
 	Local nAt, nFree
 
-	For nAt := 1 To Len(aWanted)
-		nFree := FreeStock(aWanted[nAt][1])
-		If nFree < aWanted[nAt][2]
-			Warn(MSG_NO_STOCK + ": " + aWanted[nAt][1])
+	FOR EACH aPair IN aWanted AT nAt
+		nFree := FreeStock(aPair[1])
+		If nFree < aPair[2]
+			COMPLAIN MSG_NO_STOCK, aPair[1], "free: " + Str(nFree)
 			Loop
 		EndIf
 		aLine := LINE_EMPTY
-		aLine[LINE_CODE] := PadR(aWanted[nAt][1], CODE_SIZE)
-		aLine[LINE_QTY] := aWanted[nAt][2]
+		aLine[LINE_CODE] := PadR(aPair[1], CODE_SIZE)
+		aLine[LINE_QTY] := aPair[2]
 		aLine[LINE_PRICE] := CustomerPrice( ;
 			aLine[LINE_CODE], ;
 			CUSTOMER->CLASS)       && the customer's own price
@@ -83,7 +82,7 @@ Function OrderTotal(aLines, lExport)
 
 	aEval(aLines, {|aLine| nSum += aLine[LINE_QTY] * aLine[LINE_PRICE]})
 	If nSum >= DISCOUNT_FROM
-		nSum -= nSum * DISCOUNT_RATE
+		nSum -= PERCENT(DISCOUNT_RATE, nSum)
 	EndIf
 	nRate := If(lExport, 0, TAX_RATE)
 Return Round(nSum * (1 + nRate), 2)
@@ -105,21 +104,19 @@ Return nPrice
 Static Function SaveOrder(cCustomer, aLines, nTotal)
 	Local nNumber := NextNumber("ORDERS"), nAt := 0
 
-	ORDERS->(dbAppend())
-	ORDERS->NUMBER   := nNumber
-	ORDERS->CUSTOMER := cCustomer
-	ORDERS->STATE    := If(nTotal > 0, ORDER_OPEN, ORDER_BLOCKED)
-	ORDERS->CURRENCY := HOME_CURRENCY
-	ORDERS->DUE      := Date() + LAST_DAY
-	ORDERS->TOTAL    := nTotal
+	APPEND BLANK
+	REPLACE NUMBER WITH nNumber, CUSTOMER WITH cCustomer, ;
+		STATE WITH If(nTotal > 0, ORDER_OPEN, ORDER_BLOCKED), ;
+		CURRENCY WITH HOME_CURRENCY, ;       // the one of today
+		DUE WITH Date() + LAST_DAY, TOTAL WITH nTotal
 
 	While ++nAt <= Len(aLines)
-		Reserve(aLines[nAt][LINE_CODE], aLines[nAt][LINE_QTY])
+		TAKE aLines[nAt][LINE_QTY] OF aLines[nAt][LINE_CODE] FROM STOCK FOR nNumber
 		LINES->(dbAppend())
 		LINES->NUMBER := nNumber ; LINES->CODE := aLines[nAt][LINE_CODE]
 		LINES->QTY    := aLines[nAt][LINE_QTY]
 		LINES->AMOUNT := aLines[nAt][LINE_QTY] * ; // no discount here:
 			aLines[nAt][LINE_PRICE]                 // it belongs to the total
 	EndDo
-	ORDERS->(dbCommit())
+	COMMIT
 Return nNumber

@@ -38,17 +38,16 @@ Function FreeStock(cCode)
 	EndIf
 Return nFree
 
-Function Reserve(cCode, nQty)
+Function Reserve(cCode, nQty, nOrder, lUrgent)
 	Local nAt := aScan(aReserved, {|aPair| aPair[1] == cCode})
 
+	DEFAULT lUrgent TO .N.
 	If nAt == 0
 		aAdd(aReserved, {cCode, 0})
 		nAt := Len(aReserved)
 	EndIf
 	aReserved[nAt][2] += nQty
-#ifdef DEBUG
-	Trace("Reserve", cCode, aReserved[nAt][2])
-#endif
+	TRACING Reserve WITH cCode, aReserved[nAt][2], nOrder
 Return YES
 
 Static Function ReservedOf(cCode)

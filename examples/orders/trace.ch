@@ -10,9 +10,11 @@
    #else
       #define TRACE_LEVEL 1
    #endif
+   #xcommand TRACING <place> [WITH <values,...>] => Trace(<(place)>[, <values>])
 #else
    #define TRACE_TO    ""
    #define TRACE_LEVEL 0
+   #xcommand TRACING <place> [WITH <values,...>] =>
    #ifdef VERBOSE
       #error VERBOSE has no meaning without DEBUG
    #endif

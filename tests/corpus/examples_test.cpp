@@ -21,7 +21,7 @@ TEST(Examples, GiveTheirGoldenFiles) {
     directory.write(name, readBytes(entry.path()));
     if (name.extension() == ".prw") command.push_back(name);
   }
-  ASSERT_EQ(command.size(), 4U);
+  ASSERT_EQ(command.size(), 5U);
 
   const tChildResult result = runChild(command, directory.path());
   EXPECT_EQ(result.status, 0) << result.output;
