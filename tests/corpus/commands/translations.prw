@@ -2,6 +2,7 @@
 lNone := IsNil(xValue) .Or. !isnil( aRow[1] )
 x := IfNil(IfNil(a, b), Max(1, 2))
 If Between(nAt, 1, Len(aList))
+EndIf
 lYes := OneOf(cKey, "a", "b", Chr(27))
 lEven := Even(a + b)
 cText := TextOf(a + "b")
