@@ -7,6 +7,10 @@ namespace {
 
 using tTokens = std::vector<std::string>;
 
+const std::string& tokenAt(const tTokens& tokens, int index) {
+  return tokens[static_cast<std::size_t>(index)];
+}
+
 char folded(char c) {
   return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
 }
@@ -30,14 +34,14 @@ bool isName(const std::string& token) {
 int firstWrongToken(const tTokens& tokens, int first, int last) {
   int depth = 0;
   for (int i = first; i <= last; ++i) {
-    if (tokens[i] == "(") ++depth;
-    if (tokens[i] == ")" && --depth < 0) return i;
+    if (tokenAt(tokens, i) == "(") ++depth;
+    if (tokenAt(tokens, i) == ")" && --depth < 0) return i;
   }
   std::vector<bool> gaps = {true};  // of the open parentheses, where elements may be omitted
   bool operand = false;             // the last token ends an operand
   for (int i = first; i <= last + 1; ++i) {
-    const std::string token = i <= last ? tokens[i] : ")";
-    const std::string before = i > first ? tokens[i - 1] : "(";
+    const std::string token = i <= last ? tokenAt(tokens, i) : ")";
+    const std::string before = i > first ? tokenAt(tokens, i - 1) : "(";
     bool wrong = false;
     if (isName(token)) {
       wrong = operand;
@@ -58,7 +62,7 @@ int firstWrongToken(const tTokens& tokens, int first, int last) {
     } else {
       wrong = true;
     }
-    if (wrong) return i > last && tokens[last].size() == 1 ? last : i;
+    if (wrong) return i > last && tokenAt(tokens, last).size() == 1 ? last : i;
   }
   return last + 1;
 }
@@ -71,7 +75,7 @@ class tMatch {
   int run(int& at) {
     at_ = at;
     int score = walk(pattern_.chain, nullptr, nullptr);
-    if (score > 0 && pattern_.command && at_ < count_ && tokens_[at_] != ";") score = 0;
+    if (score > 0 && pattern_.command && at_ < count_ && tokenAt(tokens_, at_) != ";") score = 0;
     at = at_;
     return score;
   }
@@ -89,7 +93,7 @@ class tMatch {
       const auto& words = marker.alternatives[a];
       std::size_t i = 0;
       while (i < words.size() && at_ + static_cast<int>(i) < count_ &&
-             sameKeyword(words[i], tokens_[at_ + static_cast<int>(i)])) {
+             sameKeyword(words[i], tokenAt(tokens_, at_ + static_cast<int>(i)))) {
         ++i;
       }
       if (i < words.size()) continue;
@@ -104,7 +108,7 @@ class tMatch {
     int end = 0;
     switch (marker->type) {
       case 'w':
-        return sameKeyword(marker->word, tokens_[at_]);
+        return sameKeyword(marker->word, tokenAt(tokens_, at_));
       case 's':
         return alternativeHere(*marker, end) >= 0;
       case '*':
@@ -137,7 +141,7 @@ class tMatch {
       case 'o':
         return true;
       case 'w':
-        return sameKeyword(marker.word, tokens_[at_]);
+        return sameKeyword(marker.word, tokenAt(tokens_, at_));
       case 's':
         marker.last = alternativeHere(marker, end);
         if (marker.last >= 0) at_ = end;
@@ -147,8 +151,8 @@ class tMatch {
         marker.last = at_ = count_ - 1;
         return true;
       case 'e':
-        if (at_ + 2 < count_ && isName(tokens_[at_]) && tokens_[at_ + 1] == "." &&
-            isName(tokens_[at_ + 2])) {
+        if (at_ + 2 < count_ && isName(tokenAt(tokens_, at_)) && tokenAt(tokens_, at_ + 1) == "." &&
+            isName(tokenAt(tokens_, at_ + 2))) {
           marker.first = at_;
           marker.last = at_ = at_ + 2;
           return true;
@@ -174,9 +178,9 @@ class tMatch {
     }
     int depth = 0;
     for (; at_ < count_; ++at_) {
-      const std::string& token = tokens_[at_];
+      const std::string& token = tokenAt(tokens_, at_);
       if (token == ";") return check(marker, at_ - 1);
-      const bool opensNext = at_ + 1 < count_ && tokens_[at_ + 1] == "(";
+      const bool opensNext = at_ + 1 < count_ && tokenAt(tokens_, at_ + 1) == "(";
       if (sameWord(token, "LEFT") && opensNext) continue;
       if (list && token == ",") continue;
       bool outside = depth == 0;

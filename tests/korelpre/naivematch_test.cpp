@@ -244,7 +244,7 @@ std::vector<std::string> randomTokens(std::mt19937& random) {
                                                    "x", "y", ",", "+",    "(",     ")",
                                                    "x", ",", "+", ".",    ";",     "Left"};
   std::vector<std::string> tokens(random() % 3, "x");
-  tokens.push_back(random() % 2 == 0 ? "keyw" : "Keyword");
+  tokens.emplace_back(random() % 2 == 0 ? "keyw" : "Keyword");
   for (std::size_t left = random() % 20; left > 0; --left) {
     tokens.push_back(kLarger[random() % kLarger.size()]);
   }
