@@ -89,3 +89,23 @@ Function StateName(cState)
 			Return If(cState == ORDER_SHIPPED, "shipped", "closed")
 	EndCase
 Return "unknown"
+
+/* The open orders of a customer, read from the database server in one go. The block is one
+   statement: no define reaches into it. */
+Function OrdersOf(cCustomer)
+	Local aOrders := {}
+
+	BeginSql alias "OPEN"
+		COLUMN DUE AS DATE
+		COLUMN TOTAL AS NUMERIC(12, 2)
+		SELECT NUMBER, DUE, TOTAL
+		FROM %TABLE:ORDERS%
+		WHERE CUSTOMER = %EXP:cCustomer% AND STATE = 'O' AND %NOTDEL%
+		ORDER BY DUE
+	EndSql
+	Do While !OPEN->(Eof())
+		aAdd(aOrders, {OPEN->NUMBER, OPEN->DUE, OPEN->TOTAL})
+		OPEN->(dbSkip())
+	EndDo
+	CLOSE AREA OPEN
+Return aOrders
