@@ -1,32 +1,18 @@
 // Scanning of directive source: the scanner as the parser calls it, a lexeme a token, and the bare
 // automata over the same text, which is the least that any path over the tables costs.
 
-#include <benchmark/benchmark.h>
-
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "bench/workload.h"
 #include "ssvp40xpf/korelprelex.h"
 
 namespace {
 
-/// The source of a workload of 20,000 lines that the build has made; empty when it is not there.
-std::string source(const char* workload) {
-  std::ifstream file(std::string(KRPRE_WORKLOADS) + "/" + workload + "/korel/main0.prw",
-                     std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-void report(benchmark::State& state, const std::string& text, std::int64_t tokens) {
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
-  state.SetItemsProcessed(state.iterations() * tokens);
-}
-
 void lexemes(benchmark::State& state, const char* workload) {
-  const std::string text = source(workload);
+  const std::string text = readWorkload(workload)["main0.prw"];
   if (text.empty()) return state.SkipWithError("no such workload");
   std::int64_t tokens = 0;
   for (auto _ : state) {
@@ -40,7 +26,7 @@ void lexemes(benchmark::State& state, const char* workload) {
       ++tokens;
     }
   }
-  report(state, text, tokens);
+  reportRates(state, text.size(), tokens);
 }
 
 /// Tokens in the text by the automata alone, the expression lists followed as the finals say; -1
@@ -70,7 +56,7 @@ std::int64_t countMatches(const std::string& text, const std::vector<SSLexDense>
 }
 
 void automata(benchmark::State& state, const char* workload) {
-  const std::string text = source(workload);
+  const std::string text = readWorkload(workload)["main0.prw"];
   if (text.empty()) return state.SkipWithError("no such workload");
   const SSLexTable& table = KorelPreLexClass::builtinTable();
   std::vector<SSLexDense> lists;
@@ -82,7 +68,7 @@ void automata(benchmark::State& state, const char* workload) {
     benchmark::DoNotOptimize(tokens);
   }
   if (tokens < 0) return state.SkipWithError("a character that starts no token");
-  report(state, text, tokens);
+  reportRates(state, text.size(), tokens);
 }
 
 BENCHMARK_CAPTURE(lexemes, plain, "plain")->Unit(benchmark::kMillisecond);
