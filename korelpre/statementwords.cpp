@@ -76,7 +76,9 @@ constexpr std::array<std::uint8_t, 1024> makePlaces() {
   std::array<std::uint8_t, 1024> places{};
   std::uint8_t place = 0;
   for (const tWordEntry& entry : kWords) {
-    std::uint8_t& known = places[(entry.word[0] & 31U) << 5 | (entry.word[1] & 31U)];
+    const auto first = static_cast<unsigned char>(entry.word[0]);
+    const auto second = static_cast<unsigned char>(entry.word[1]);
+    std::uint8_t& known = places[(first & 31U) << 5 | (second & 31U)];
     ++place;
     if (known == 0) known = place;
   }

@@ -72,7 +72,7 @@ int tBlockCmd::checkLeaving(eLeaving word) const {
 
 void tPrgStack::push(eBlock block, const tStatementPlace& place) {
   const tBlockCmd* around = open_.empty() ? nullptr : &open_.back();
-  open_.push_back(tBlockCmd(block, place, around));
+  open_.emplace_back(block, place, around);
 }
 
 int tPrgStack::checkErr(eBlockWord word) {

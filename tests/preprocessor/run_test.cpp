@@ -171,7 +171,8 @@ TEST(Run, PackedSourceIsReadAsItsText) {
   std::string text = "t := __COMPTIMESTAMP__\n";
   std::string expected;
   for (int i = 0; i < 3000; ++i) {
-    const std::string line = "x" + std::to_string(i * 7919 % 10007) + " := '" + std::to_string(i) + "'";
+    const std::string line =
+        "x" + std::to_string(i * 7919 % 10007) + " := '" + std::to_string(i) + "'";
     text += line + "\n";
     expected += line + "\r\n";
   }
