@@ -27,6 +27,12 @@ std::uint32_t kindOfByte(char byte) {
   return kKindEscaped;
 }
 
+/// Takes no token and holds the group that opens a chain.
+tMatchMarker* newPlaceholder(tChainBuilder::eSide side) {
+  if (side == tChainBuilder::kPattern) return new tMatchMarkerOpt;
+  return new tResultMarkerOpt;
+}
+
 }  // namespace
 
 void unescape(tSpcString& token) {
@@ -93,10 +99,7 @@ void tChainBuilder::openGroup() {
     balanced_ = false;
     return;
   }
-  if (lastInChain() == nullptr) {
-    append(side_ == kPattern ? static_cast<tMatchMarker*>(new tMatchMarkerOpt)
-                             : new tResultMarkerOpt);
-  }
+  if (lastInChain() == nullptr) append(newPlaceholder(side_));
   open_.push_back({lastInChain(), nullptr});
 }
 
