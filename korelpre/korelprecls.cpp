@@ -111,7 +111,7 @@ bool KorelPreYaccClass::compile(const char* name, const char* directory, tString
 
 bool KorelPreYaccClass::compileStr(const char* name, std::string_view text, tString& /*output*/) {
   includeMode_ = 0;
-  requestedName_ = fileName_ = tString(name);
+  requestedName_ = openedName_ = fileName_ = tString(name);
   text_ = tString();
   text_.append(text);
   takeText(false);

@@ -254,6 +254,7 @@ class KorelPreYaccClass : public SSYacc {
 
   // The file.
   tString fileName_;
+  tString openedName_;  // with its whole path, as found
   tString foundDirectory_;
   tString requestedName_;
   tString resolvedName_;

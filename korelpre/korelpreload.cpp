@@ -41,12 +41,14 @@ bool KorelPreYaccClass::loadfile(const char* name, const char* directory, tStrin
 bool KorelPreYaccClass::findAndRead(const tString& bare) {
   if (readFrom(tString(), requestedName_)) {
     fileName_ = bare;
+    openedName_ = requestedName_;
     return true;
   }
   const auto foundIn = [&](const tString& directory) {
     if (directory.empty() || !readFrom(directory, requestedName_)) return false;
     foundDirectory_ = directory;
     fileName_ = joinPath(directory, bare);
+    openedName_ = joinPath(directory, requestedName_);
     return true;
   };
   if (includeMode_ != 0 && foundIn(root().foundDirectory_)) return true;

@@ -195,7 +195,7 @@ void KorelPreYaccClass::doDefineWithParameters(int line, const tAutoArray<tSpcSt
 }
 
 void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslate> rule) {
-  rule->setOrigin(fileName_, line);
+  rule->setOrigin(openedName_, line);
   rule->keepText(directiveText());
   if (includeMode_ != 0) {
     removeSingleDefine(rule->key());
@@ -249,7 +249,7 @@ void KorelPreYaccClass::addRule(bool command, bool abbreviate, tChainBuilder& pa
     rule =
         std::make_unique<tTranslate>(&root(), wordRule, pattern.release(), result.release(), key);
   }
-  rule->setOrigin(fileName_, line);
+  rule->setOrigin(openedName_, line);
   rule->keepText(text);
   if (includeMode_ != 0) {
     enterRule(std::move(rule));

@@ -110,7 +110,7 @@ class tRewriter {
 
 void KorelPreYaccClass::processLine(tTknString& statement, tString& output) {
   statement.startSteps();
-  if (shared_.observer != nullptr) shared_.observer->statementBegins(statement, fileName_);
+  if (shared_.observer != nullptr) shared_.observer->statementBegins(statement, openedName_);
   tRewriter rewriter(*this, statement, failedPositions_);
   for (int rewrites = 0; rewriter.rewriteOnce();) {
     if (++rewrites > kMostRewrites || tooLarge(statement)) {

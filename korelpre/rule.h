@@ -51,7 +51,8 @@ class tBaseXChg {
   tMatchMarker* firstMatch() const { return firstMatch_.get(); }
   tMatchMarker* firstResult() const { return firstResult_.get(); }
 
-  /// The file and the line, from 1, of the directive that made the rule; 0 when none did.
+  /// The file, named as it was opened, and the line, from 1, of the directive that made the rule;
+  /// 0 when none did.
   const tString& originFile() const { return originFile_; }
   int originLine() const { return originLine_; }
   void setOrigin(const tString& file, int line) {

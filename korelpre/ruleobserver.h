@@ -24,7 +24,8 @@ class tRuleObserver {
  public:
   virtual ~tRuleObserver() = default;
 
-  /// A statement of `file` will be rewritten; its origin() is its line there.
+  /// A statement of `file`, named as it was opened, will be rewritten; its origin() is its line
+  /// there.
   virtual void statementBegins(const tTknString& statement, const tString& file);
   virtual void ruleTried(const tRuleTrial& trial);
   /// The rule is the one that applies. Its markers hold what they took of the statement, which is

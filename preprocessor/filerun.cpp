@@ -60,9 +60,10 @@ tFileNames composeNames(const tRunOptions& options, const tString& sourceName) {
 class tFileRun {
  public:
   tFileRun(tDiskMan& disk, const tRunOptions& options, const tString& readName,
-           const tString& sourceName)
+           const tString& sourceName, tRunHost& host)
       : disk_(disk),
         options_(options),
+        host_(host),
         readName_(readName),
         names_(composeNames(options, sourceName)) {}
 
@@ -79,6 +80,7 @@ class tFileRun {
 
   tDiskMan& disk_;
   const tRunOptions& options_;
+  tRunHost& host_;
   tString readName_;
   tFileNames names_;
   bool outputIsOurs_ = false;  // and may be removed after a failure
@@ -102,7 +104,7 @@ int tFileRun::process() {
              names_.source.c_str(), translate("to").c_str(), names_.output.c_str());
     return kNotNormalised;
   }
-  outputIsOurs_ = true;
+  outputIsOurs_ = host_.wantsOutput();
   if (names_.foreign) {
     const int code = convertForeignSource(readName_, options_.includePath);
     if (code != 0) return code;
@@ -114,6 +116,7 @@ int tFileRun::process() {
     if (const int result = normalise(files); result != kDone) return result;
     if (const int result = preprocess(files, text); result != kDone) return result;
   }
+  if (!host_.wantsOutput()) return kDone;
   finishLineMarkers(text, names_.copy, names_.source);
   return write(text);
 }
@@ -140,6 +143,7 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   session.Init(sessionOptions, 0);
   session.setShownName(names_.source);
   addIncludePaths(session);
+  host_.sessionBegins(session, names_.copy, names_.source);
   if (options_.trace) {
     qdprintf("%s... %s\n", translate("[TRACE] preprocessing").c_str(), names_.source.c_str());
   }
@@ -154,6 +158,7 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
     const auto count = std::count(lines.begin(), lines.end(), '\n') + (lines.empty() ? 0 : 1);
     qdprintf("%s %d\n", translate("[TRACE] generated lines").c_str(), static_cast<int>(count));
   }
+  if (!failed) host_.sessionDone(session);
   return failed ? kSessionError : kDone;
 }
 
@@ -222,6 +227,6 @@ bool tFileRun::outputIsSource() {
 }  // namespace
 
 int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& readName,
-                   const tString& sourceName) {
-  return tFileRun(disk, options, readName, sourceName).run();
+                   const tString& sourceName, tRunHost& host) {
+  return tFileRun(disk, options, readName, sourceName, host).run();
 }

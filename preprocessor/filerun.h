@@ -3,6 +3,7 @@
 #include "lib_base/diskman.h"
 #include "lib_base/stringz.h"
 #include "preprocessor/options.h"
+#include "preprocessor/runhost.h"
 
 /// Preprocesses one file: normalises it, runs a session over it, writes the output file, prints
 /// the messages. `readName` is the file that is read, `sourceName` the one the user knows; they
@@ -12,4 +13,4 @@
 /// source could not be normalised) and -1 (the output could not be written, or something failed
 /// inside); then there is no output file, not even an older one.
 int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& readName,
-                   const tString& sourceName);
+                   const tString& sourceName, tRunHost& host);

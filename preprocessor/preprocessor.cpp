@@ -18,18 +18,19 @@ void copyList(const tAutoArray<tString>& from, tAutoArray<tString>& to) {
   for (int i = 0; i < from.count(); ++i) to.add(new tString(from[i]));
 }
 
-int preprocessFiles(tDiskMan& disk, const tRunOptions& options, const tAutoArray<tString>& files) {
+int preprocessFiles(tDiskMan& disk, const tRunOptions& options, const tAutoArray<tString>& files,
+                    tRunHost& host) {
   int result = 0;
   for (int i = 0; i < files.count(); ++i) {
     const tString& sourceName = options.files[i];
     if (sourceName.empty()) continue;
-    const int fileResult = preprocessFile(disk, options, files[i], sourceName);
+    const int fileResult = preprocessFile(disk, options, files[i], sourceName, host);
     if (fileResult != 0) result = fileResult;
   }
   return result;
 }
 
-int run(tDiskMan& disk, int argc, char* const* argv) {
+int run(tDiskMan& disk, int argc, char* const* argv, tRunHost& host) {
   if (isVersionRequest(argc, argv)) {
     printBanner();
     return 0;
@@ -45,7 +46,7 @@ int run(tDiskMan& disk, int argc, char* const* argv) {
   DoKRHPreprocessor(disk, files, options.pageDebugInfo, options.httpSend);
   DoBCPreprocessor(disk, files);
   tString::setMaxSize(kLongestString);
-  const int result = preprocessFiles(disk, options, files);
+  const int result = preprocessFiles(disk, options, files, host);
   ClearTempKRHFiles(disk, files);
   ClearTempBCFiles(disk, files);
   return result;
@@ -53,13 +54,18 @@ int run(tDiskMan& disk, int argc, char* const* argv) {
 
 }  // namespace
 
-int runPreprocessor(tDiskMan& disk, int argc, char* const* argv) {
+int runPreprocessor(tDiskMan& disk, int argc, char* const* argv, tRunHost& host) {
   try {
-    return run(disk, argc, argv);
+    return run(disk, argc, argv, host);
   } catch (...) {
     reportException();
     return -1;
   }
+}
+
+int runPreprocessor(tDiskMan& disk, int argc, char* const* argv) {
+  tRunHost nobody;
+  return runPreprocessor(disk, argc, argv, nobody);
 }
 
 int __get_xx__(int argc, char** argv) {

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "include/krpre.h"
+#include "korelpre/ruleobserver.h"
+#include "lib_base/output.h"
+#include "preprocessor/rulereport.h"
+#include "preprocessor/runhost.h"
+
+/// Hands what a run tells its host to the callbacks of the C interface.
+class tHostBridge : public tRunHost, public tOutputSink, private precomp::tRuleObserver {
+ public:
+  /// `host` must outlive this object.
+  explicit tHostBridge(const krpre_host& host) : host_(host) {}
+
+  bool wantsMessages() const { return host_.message != nullptr; }
+  void write(std::string_view text) override;
+
+  bool wantsOutput() const override { return (host_.flags & KRPRE_NO_OUTPUT) == 0; }
+  void sessionBegins(precomp::KorelPre16& session, const tString& copy,
+                     const tString& source) override;
+  void sessionDone(precomp::KorelPre16& session) override;
+
+ private:
+  void statementBegins(const precomp::tTknString& statement, const tString& file) override;
+  void ruleTried(const precomp::tRuleTrial& trial) override;
+  void ruleMatched(const precomp::tBaseXChg& rule, int start,
+                   const precomp::tTknString& statement) override;
+  void ruleApplied(const precomp::tBaseXChg& rule, int start,
+                   const precomp::tTknString& statement) override;
+  void statementEnds(const precomp::tTknString& statement) override;
+
+  /// Completes `step` with what is common to all of them and hands it over.
+  void send(krpre_step step, int kind, const precomp::tTknString& statement);
+  void sendWithRule(krpre_step step, int kind, const precomp::tBaseXChg& rule, int start,
+                    const precomp::tTknString& statement);
+  void listRules(const precomp::tXChgArray& rules);
+
+  const krpre_host& host_;
+  tShownSource names_;
+
+  // The statement being rewritten.
+  tString file_;
+  int lastLine_ = 0;
+};

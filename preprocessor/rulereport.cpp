@@ -1,0 +1,38 @@
+#include "preprocessor/rulereport.h"
+
+namespace {
+
+// Of the rules that are no commands, only those of #define mind upper and lower case.
+int kindOf(const precomp::tBaseXChg& rule) {
+  if (rule.isCmd()) return KRPRE_COMMAND;
+  return rule.wordRule().caseSensitive ? KRPRE_DEFINE : KRPRE_TRANSLATION;
+}
+
+}  // namespace
+
+tRuleReport::tRuleReport(const precomp::tBaseXChg& rule, const tShownSource& names) {
+  rule.print(&listing_);
+  listing_.trim();
+  rule_.kind = kindOf(rule);
+  rule_.key = rule.key().c_str();
+  rule_.listing = listing_.c_str();
+  rule_.file = names.shown(rule.originFile()).c_str();
+  rule_.line = rule.originLine();
+  rule_.abbreviates = rule.wordRule().abbreviate ? 1 : 0;
+}
+
+tCaptureReport::tCaptureReport(const precomp::tBaseXChg& rule, const precomp::tTknString& statement)
+    : taken_(precomp::capturesOf(rule, statement)), texts_(taken_.size()) {
+  for (std::size_t i = 0; i < taken_.size(); ++i) {
+    for (const tString& text : taken_[i].texts) texts_[i].push_back(text.c_str());
+    captures_.push_back({taken_[i].marker->token().c_str(), static_cast<int>(texts_[i].size()),
+                         texts_[i].empty() ? nullptr : texts_[i].data()});
+  }
+}
+
+tString listedMarker(const precomp::tMatchMarker* marker) {
+  tString listed;
+  if (marker != nullptr) marker->print(&listed);
+  listed.trim();
+  return listed;
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "include/krpre.h"
+#include "korelpre/ruleobserver.h"
+
+/// Shows names of files as the user knows them: the run reads a source under another name.
+struct tShownSource {
+  tString copy;
+  tString source;
+
+  const tString& shown(const tString& name) const { return name == copy ? source : name; }
+};
+
+/// A rule as hosts see it. The texts that `rule()` points to belong to this object and to the rule,
+/// which both must outlive its use.
+class tRuleReport {
+ public:
+  tRuleReport(const precomp::tBaseXChg& rule, const tShownSource& names);
+  tRuleReport(const tRuleReport&) = delete;
+  tRuleReport& operator=(const tRuleReport&) = delete;
+
+  const krpre_rule& rule() const { return rule_; }
+
+ private:
+  tString listing_;
+  krpre_rule rule_{};
+};
+
+/// What the markers of a rule took, as hosts see it.
+class tCaptureReport {
+ public:
+  tCaptureReport(const precomp::tBaseXChg& rule, const precomp::tTknString& statement);
+  tCaptureReport(const tCaptureReport&) = delete;
+  tCaptureReport& operator=(const tCaptureReport&) = delete;
+
+  int count() const { return static_cast<int>(captures_.size()); }
+  const krpre_capture* captures() const { return captures_.data(); }
+
+ private:
+  std::vector<precomp::tCapture> taken_;
+  std::vector<std::vector<const char*>> texts_;
+  std::vector<krpre_capture> captures_;
+};
+
+/// The marker as a listing writes it, without blanks around it; empty for null.
+tString listedMarker(const precomp::tMatchMarker* marker);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "korelpre/korelpre.h"
+#include "lib_base/stringz.h"
+
+/// What a run asks and tells its host. Every operation has a default that suits a host which only
+/// wants the output files.
+class tRunHost {
+ public:
+  virtual ~tRunHost() = default;
+
+  /// False: no output file is written, and an older one stays.
+  virtual bool wantsOutput() const { return true; }
+  /// A session is about to preprocess `source`, which it reads under the name `copy`.
+  virtual void sessionBegins(precomp::KorelPre16& session, const tString& copy,
+                             const tString& source);
+  /// The session has preprocessed its source without an error.
+  virtual void sessionDone(precomp::KorelPre16& session);
+};

@@ -1,0 +1,138 @@
+// What a host hears of a run through krpre_run.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "include/krpre.h"
+#include "tests/support/childprocess.h"
+
+namespace {
+
+struct tHeard {
+  std::filesystem::path directory;
+  std::string messages;
+  std::vector<std::string> rules;
+  std::vector<std::string> steps;
+};
+
+tHeard& heard(void* context) {
+  return *static_cast<tHeard*>(context);
+}
+
+void takeMessage(void* context, const char* text, std::size_t length) {
+  heard(context).messages.append(text, length);
+}
+
+void takeRule(void* context, const krpre_rule* rule) {
+  heard(context).rules.push_back(std::to_string(rule->kind) + " " + rule->listing + " @" +
+                                 std::filesystem::relative(rule->file, heard(context).directory).string() + ":" +
+                                 std::to_string(rule->line));
+}
+
+std::string captures(const krpre_step& step) {
+  std::string text;
+  for (int i = 0; i < step.captureCount; ++i) {
+    text += std::string(" ") + step.captures[i].marker;
+    for (int k = 0; k < step.captures[i].count; ++k) {
+      text += std::string("|") + step.captures[i].texts[k];
+    }
+  }
+  return text;
+}
+
+void takeStep(void* context, const krpre_step* step) {
+  static const char* const kNames[] = {"", "begins", "tried", "matched", "applied", "ends"};
+  std::string text = std::to_string(step->line) + "-" + std::to_string(step->lastLine) + " " +
+                     kNames[step->kind] + ": " + step->statement;
+  if (step->rule != nullptr) text += " / " + std::string(step->rule->key);
+  if (step->kind == KRPRE_STEP_TRIED && step->score == 0) {
+    text += std::string(" failed ") + step->failedMarker + " at " + step->failedToken;
+  }
+  heard(context).steps.push_back(text + captures(*step));
+}
+
+int run(const tTemporaryDirectory& directory, const krpre_host* host) {
+  std::string file = "@F" + (directory.path() / "a.prw").string();
+  char* vector[] = {nullptr, file.data()};
+  return krpre_run(2, vector, host);
+}
+
+krpre_host hostOf(tHeard& heard) {
+  krpre_host host{};
+  host.size = sizeof host;
+  host.context = &heard;
+  host.message = takeMessage;
+  return host;
+}
+
+TEST(RichHost, HearsMessagesRulesAndEveryStepOfAStatement) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("sub/rules.ch",
+                  "#command SHOW <what,...> [AT <row>] => ShowAt({<what>}, <row>)\n"
+                  "#command SHOW ALL => ShowAll()\n"
+                  "#xtranslate TEN => 10\n");
+  directory.write("a.prw", "#include \"sub/rules.ch\"\n#define TWO 2\nShow one,;\n TWO AT TEN\n");
+  tHeard heard{directory.path(), {}, {}, {}};
+  krpre_host host = hostOf(heard);
+  host.rule = takeRule;
+  host.step = takeStep;
+  EXPECT_EQ(run(directory, &host), 0);
+  EXPECT_NE(heard.messages.find("a.prw ok."), std::string::npos);
+  const std::vector<std::string> rules = {
+      "1 TWO  => 2 @a.prw:2",
+      "2 TEN  => 10 @sub/rules.ch:3",
+      "3 #xcommand SHOW <what ,...> [AT row] => ShowAt ( { what } , row ) @sub/rules.ch:1",
+      "3 #xcommand SHOW ALL  => ShowAll ( ) @sub/rules.ch:2",
+  };
+  EXPECT_EQ(heard.rules, rules);
+  const std::vector<std::string> steps = {
+      "3-4 begins: Show one, TWO AT TEN",
+      "3-4 tried: Show one, TWO AT TEN / TWO",
+      "3-4 matched: Show one, TWO AT TEN / TWO",
+      "3-4 applied: Show one, 2 AT TEN / TWO",
+      "3-4 tried: Show one, 2 AT TEN / TEN",
+      "3-4 matched: Show one, 2 AT TEN / TEN",
+      "3-4 applied: Show one, 2 AT 10 / TEN",
+      "3-4 tried: Show one, 2 AT 10 / SHOW failed ALL at one",
+      "3-4 tried: Show one, 2 AT 10 / SHOW",
+      "3-4 matched: Show one, 2 AT 10 / SHOW what|one, 2 row|10",
+      "3-4 applied: ShowAt({one, 2}, 10) / SHOW",
+      "3-4 ends: ShowAt({one, 2}, 10)",
+  };
+  EXPECT_EQ(heard.steps, steps);
+  EXPECT_TRUE(std::filesystem::exists(directory.path() / "a.ppo"));
+}
+
+TEST(RichHost, MayAskForNoOutputAndThenAnOlderOneStays) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("a.ppo", "old");
+  tHeard heard;
+  krpre_host host = hostOf(heard);
+  host.flags = KRPRE_NO_OUTPUT;
+  for (const char* source : {"x := 1\n", "#else\n"}) {
+    directory.write("a.prw", source);
+    run(directory, &host);
+    EXPECT_EQ(readBytes(directory.path() / "a.ppo"), "old") << source;
+  }
+}
+
+TEST(RichHost, OfAnUnknownSizeIsRefusedBeforeAnythingHappens) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("a.prw", "x := 1\n");
+  tHeard heard;
+  for (const std::size_t size : {std::size_t{0}, sizeof(krpre_host) + 8}) {
+    krpre_host host = hostOf(heard);
+    host.size = size;
+    EXPECT_EQ(run(directory, &host), KRPRE_OUTPUT_FAILED);
+  }
+  EXPECT_EQ(heard.messages, "");
+  EXPECT_FALSE(std::filesystem::exists(directory.path() / "a.ppo"));
+}
+
+}  // namespace
