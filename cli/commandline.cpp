@@ -4,6 +4,8 @@
 
 const char kHelpText[] =
     "Usage: krpre [OPTION]... FILE...\n"
+    "  or:  krpre explain [OPTION]... FILE:LINE\n"
+    "  or:  krpre rules [OPTION]... FILE\n"
     "  or:  krpre --classic ARGUMENT...\n"
     "Preprocess Korel sources: each FILE becomes a .ppo file.\n"
     "\n"

@@ -6,6 +6,7 @@
 
 #include "cli/commandline.h"
 #include "cli/messagecapture.h"
+#include "cli/query.h"
 #include "cli/runarguments.h"
 #include "cli/shippedheaders.h"
 #include "include/krpre.h"
@@ -29,6 +30,16 @@ int refuse(const std::string& reason) {
   std::fprintf(stderr, "krpre: %s\nTry 'krpre --help'.\n", reason.c_str());
   return kWrongUsage;
 }
+
+struct tSubcommand {
+  const char* name;
+  int (*run)(int count, char** arguments);
+};
+
+const tSubcommand kSubcommands[] = {
+    {"explain", explainCommand},
+    {"rules", rulesCommand},
+};
 
 int preprocess(const tCommandLine& line) {
   const std::string shipped = shippedHeaders();
@@ -56,6 +67,11 @@ int main(int count, char** arguments) {
 
   if (count > 1 && std::strcmp(arguments[1], "--classic") == 0) {
     return run(count - 1, arguments + 1);  // The library does not read its slot 0.
+  }
+  for (const tSubcommand& subcommand : kSubcommands) {
+    if (count > 1 && std::strcmp(arguments[1], subcommand.name) == 0) {
+      return subcommand.run(count - 1, arguments + 1);
+    }
   }
   const tCommandLine line = readCommandLine(count, arguments);
   switch (line.request) {

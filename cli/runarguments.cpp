@@ -104,6 +104,10 @@ std::vector<tCommandLine> runsOf(const tCommandLine& line) {
   return runs;
 }
 
+std::string nameInRun(const std::string& name) {
+  return name.empty() ? name : anchored(name);
+}
+
 tRunArguments::tRunArguments(const tCommandLine& line, const std::string& shippedHeaders) {
   texts_.emplace_back("krpre");
   if (line.trace) texts_.emplace_back("-T");

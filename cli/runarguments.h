@@ -11,6 +11,9 @@
 /// the include path.
 std::vector<tCommandLine> runsOf(const tCommandLine& line);
 
+/// The name by which the library knows the file that is called `name` on the command line.
+std::string nameInRun(const std::string& name);
+
 /// The argument vector of one run of the library.
 ///
 /// The library tells its arguments apart by what they begin with and looks for its session options

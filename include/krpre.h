@@ -55,47 +55,51 @@ enum {
  * that write to the same directory have different tags. No C++ exception leaves it. */
 KRPRE_API int doPreProc(int count, char** vector);
 
-/* --- Richer hosts -----------------------------------------------------------------------------------
+/* --- Richer hosts
+ * -----------------------------------------------------------------------------------
  *
- * krpre_run is doPreProc for a host that wants to hear what happens. Whatever a callback is given is
- * the library's and valid during the call only; texts are zero-terminated and never null unless it
- * says so. Callbacks come from the calling thread, must not throw and must not call krpre_run for
- * the same output directory with the same tag. */
+ * krpre_run is doPreProc for a host that wants to hear what happens. Whatever a callback is given
+ * is the library's and valid during the call only; texts are zero-terminated and never null unless
+ * it says so. Callbacks come from the calling thread, must not throw and must not call krpre_run
+ * for the same output directory with the same tag. */
 
 /* A rule in force: a define, a translation or a command. */
 struct krpre_rule {
-  int kind;            /* one of KRPRE_DEFINE, KRPRE_TRANSLATION, KRPRE_COMMAND */
-  const char* key;     /* the word by which statements find the rule */
-  const char* listing; /* pattern and result, as in a listing of rules */
-  const char* file;    /* where its directive stands; empty for a define of the option /D */
-  int line;            /* from 1; 0 where file is empty */
-  int abbreviates;     /* not 0 when the words of its pattern may be cut to four letters and more */
+  int kind;              /* one of KRPRE_DEFINE, KRPRE_TRANSLATION, KRPRE_COMMAND */
+  const char* key;       /* the word by which statements find the rule */
+  const char* listing;   /* pattern and result, as in a listing of rules */
+  const char* directive; /* as its header writes it, on one line; empty when there is none */
+  const char* file;      /* where its directive stands; empty for a define of the option /D */
+  int line;              /* from 1; 0 where file is empty */
+  int abbreviates; /* not 0 when the words of its pattern may be cut to four letters and more */
 };
 enum { KRPRE_DEFINE = 1, KRPRE_TRANSLATION = 2, KRPRE_COMMAND = 3 };
 
 /* What one marker of a pattern took of a statement. */
 struct krpre_capture {
-  const char* marker;       /* its name */
-  int count;                /* of texts: one for each repetition of its group, otherwise one or none */
+  const char* marker; /* its name */
+  int count;          /* of texts: one for each repetition of its group, otherwise one or none */
   const char* const* texts; /* null when count is 0 */
 };
 
 /* One step on a statement's way to its final form. */
 struct krpre_step {
-  int kind;              /* one of the KRPRE_STEP_ values */
-  const char* file;      /* of the statement */
-  int line;              /* its first line, from 1 */
-  int lastLine;          /* of its first form */
-  const char* statement; /* as it stands: before the rule in TRIED and MATCHED, after it in APPLIED */
+  int kind;         /* one of the KRPRE_STEP_ values */
+  const char* file; /* of the statement */
+  int line;         /* its first line, from 1 */
+  int lastLine;     /* of its first form */
+  const char*
+      statement; /* as it stands: before the rule in TRIED and MATCHED, after it in APPLIED */
 
   /* Null and 0 in BEGINS and ENDS. */
   const struct krpre_rule* rule;
-  int token;             /* index of the token where the pattern begins, from 0 */
+  int token; /* index of the token where the pattern begins, from 0 */
 
   /* TRIED: how well the pattern matched, 0 when it did not; then where it gave up. */
   int score;
-  const char* failedMarker; /* as a listing writes it; empty: the statement goes on behind the pattern */
-  const char* failedToken;  /* the token that it met; empty: the end of the statement */
+  const char*
+      failedMarker; /* as a listing writes it; empty: the statement goes on behind the pattern */
+  const char* failedToken; /* the token that it met; empty: the end of the statement */
 
   /* MATCHED only: what the markers took, in the order of the pattern. */
   int captureCount;
@@ -122,8 +126,8 @@ struct krpre_host {
 
   /* The texts that doPreProc prints, piece by piece; `length` in bytes. Null: standard output. */
   void (*message)(void* context, const char* text, size_t length);
-  /* Every rule in force at the end of a source file without errors: defines, then translations, then
-   * commands, each by key. Null: not wanted. */
+  /* Every rule in force at the end of a source file without errors: defines, then translations,
+   * then commands, each by key. Null: not wanted. */
   void (*rule)(void* context, const struct krpre_rule* rule);
   /* The steps of every statement of the source files and of what they include. Null: not wanted,
    * which is faster by far. */

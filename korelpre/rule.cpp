@@ -85,6 +85,7 @@ void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
 void tBaseXChg::keepText(std::string_view text) {
   text_ = std::make_unique<char[]>(text.size());
   std::memcpy(text_.get(), text.data(), text.size());
+  textSize_ = text.size();
   const auto keep = [&](const tString& kept) {
     const bool inText = kept.data() >= text.data() && kept.data() < text.data() + text.size();
     if (!inText) return kept;

@@ -62,6 +62,8 @@ class tBaseXChg {
   /// Copies `text`, which the texts of the rule's markers refer to, and makes them refer to the
   /// copy: the rule then outlives the text.
   void keepText(std::string_view text);
+  /// The text last kept: the directive that made the rule. Empty when there was none.
+  std::string_view directive() const { return {text_.get(), textSize_}; }
 
  protected:
   /// For rules that build their chains themselves.
@@ -74,6 +76,7 @@ class tBaseXChg {
   bool buildReplacement(int start, tTknString* t);
 
   std::unique_ptr<char[]> text_;
+  std::size_t textSize_ = 0;
   std::unique_ptr<tMatchMarker> firstMatch_;
   std::unique_ptr<tMatchMarker> firstResult_;
   int linkCount_ = 0;

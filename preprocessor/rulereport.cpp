@@ -1,5 +1,8 @@
 #include "preprocessor/rulereport.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace {
 
 // Of the rules that are no commands, only those of #define mind upper and lower case.
@@ -8,14 +11,34 @@ int kindOf(const precomp::tBaseXChg& rule) {
   return rule.wordRule().caseSensitive ? KRPRE_DEFINE : KRPRE_TRANSLATION;
 }
 
+// Runs of blanks become one, and so do the ends of lines with the ";" before them.
+tString onOneLine(std::string_view directive) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  tString line;
+  while (!directive.empty()) {
+    const std::size_t end = std::min(directive.find_first_of(kBlanks), directive.size());
+    const std::size_t next = std::min(directive.find_first_not_of(kBlanks, end), directive.size());
+    const std::string_view gap = directive.substr(end, next - end);
+    std::string_view word = directive.substr(0, end);
+    const bool continued = gap.find('\n') != std::string_view::npos && word.ends_with(';');
+    if (continued) word.remove_suffix(1);
+    if (!line.empty() && !word.empty()) line.append(' ');
+    line.append(word);
+    directive.remove_prefix(next);
+  }
+  return line;
+}
+
 }  // namespace
 
 tRuleReport::tRuleReport(const precomp::tBaseXChg& rule, const tShownSource& names) {
   rule.print(&listing_);
   listing_.trim();
+  directive_ = onOneLine(rule.directive());
   rule_.kind = kindOf(rule);
   rule_.key = rule.key().c_str();
   rule_.listing = listing_.c_str();
+  rule_.directive = directive_.c_str();
   rule_.file = names.shown(rule.originFile()).c_str();
   rule_.line = rule.originLine();
   rule_.abbreviates = rule.wordRule().abbreviate ? 1 : 0;

@@ -27,6 +27,7 @@ class tRuleReport {
 
  private:
   tString listing_;
+  tString directive_;
   krpre_rule rule_{};
 };
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/paint.h"
+#include "cli/rulestory.h"
+
+/// The story of a statement for people. `place` is its file and line.
+std::string explainedText(const tRuleStory& story, const std::string& file, const tPaint& paint);
+/// The same as one JSON object. Bytes that are no UTF-8 are replaced.
+std::string explainedJson(const tRuleStory& story, const std::string& file);
+
+/// The rules, one to a line, with the place of each in front as compilers write it.
+std::string listedText(const std::vector<tRuleInfo>& rules, const tPaint& paint);
+/// The same as one JSON array.
+std::string listedJson(const std::vector<tRuleInfo>& rules);

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "include/krpre.h"
+
+/// A rule, copied from what the library tells.
+struct tRuleInfo {
+  int kind = 0;  // KRPRE_DEFINE, ...
+  std::string key;
+  std::string listing;
+  std::string directive;  // empty for a define of an option
+  std::string file;  // empty for a define of an option
+  int line = 0;
+  bool abbreviates = false;
+
+  bool operator==(const tRuleInfo&) const = default;
+};
+
+tRuleInfo infoOf(const krpre_rule& rule);
+/// "define", "translation" or "command".
+const char* kindName(const tRuleInfo& rule);
+
+struct tMarkerInfo {
+  std::string name;
+  std::vector<std::string> texts;
+};
+
+/// A rule that was tried and is not the one that was applied.
+struct tTrialInfo {
+  tRuleInfo rule;
+  int token = 0;  // where it was tried, from 0
+  int score = 0;  // 0: it did not match
+  std::string failedMarker;
+  std::string failedToken;
+
+  bool operator==(const tTrialInfo&) const = default;
+};
+
+/// One rewrite of a statement.
+struct tRewriteInfo {
+  tRuleInfo rule;
+  int token = 0;
+  int score = 0;
+  std::vector<tMarkerInfo> markers;
+  std::vector<tTrialInfo> lost;  // rules that were tried at the same place
+  std::string after;
+};
+
+/// The way of one statement to its final form.
+class tRuleStory {
+ public:
+  /// The story of the statement of `file` that stands on the line `line`, or reaches over it.
+  tRuleStory(std::string file, int line) : file_(std::move(file)), line_(line) {}
+
+  /// To be called with every step of a run.
+  void meet(const krpre_step& step);
+
+  /// Whether there is such a statement. What follows is empty otherwise.
+  bool found() const { return firstLine_ > 0; }
+  int firstLine() const { return firstLine_; }
+  int lastLine() const { return lastLine_; }
+  const std::string& before() const { return before_; }
+  const std::vector<tRewriteInfo>& rewrites() const { return rewrites_; }
+  /// The rules that were tried on the final form.
+  const std::vector<tTrialInfo>& inVain() const { return trials_; }
+  /// False when an error ended the rewriting.
+  bool finished() const { return finished_; }
+  const std::string& final() const { return rewrites_.empty() ? before_ : rewrites_.back().after; }
+
+ private:
+  void begin(const krpre_step& step);
+  void keepTrial(const krpre_step& step);
+  void beginRewrite(const krpre_step& step);
+
+  std::string file_;
+  int line_;
+  bool inside_ = false;  // the steps that come now belong to the statement
+
+  int firstLine_ = 0;
+  int lastLine_ = 0;
+  std::string before_;
+  std::vector<tRewriteInfo> rewrites_;
+  std::vector<tTrialInfo> trials_;  // since the last rewrite
+  bool finished_ = false;
+};
