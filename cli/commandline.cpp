@@ -2,114 +2,154 @@
 
 #include <getopt.h>
 
-const char kHelpText[] =
-    "Usage: krpre [OPTION]... FILE...\n"
-    "  or:  krpre explain [OPTION]... FILE:LINE\n"
-    "  or:  krpre rules [OPTION]... FILE\n"
-    "  or:  krpre --classic ARGUMENT...\n"
-    "Preprocess Korel sources: each FILE becomes a .ppo file.\n"
-    "\n"
-    "  -o DIR           write the outputs into DIR instead of beside their sources\n"
-    "  -I DIR           search DIR for include files; may be repeated\n"
-    "  -D NAME[=VALUE]  define NAME before the first line; may be repeated\n"
-    "  -T               trace the steps of the run\n"
-    "  -q               print no messages unless a file fails\n"
-    "      --classic    hand every further argument to the library as it stands;\n"
-    "                   must be the first argument\n"
-    "      --help       print this text and exit\n"
-    "      --version    print the version and exit\n"
-    "\n"
-    "Include files are searched in the directories of the variable INCLUDE, then in\n"
-    "those of -I, then among the headers that come with the program.\n"
-    "\n"
-    "Exit status: 0 when every file was preprocessed, 1 when one failed, 2 when the\n"
-    "usage is wrong.\n";
+#include <cstddef>
+#include <utility>
+
+#include "cli/optiontable.h"
 
 namespace {
 
-enum eLongOption { kHelp = 256, kVersion, kClassic };
+// getopt answers with a letter for a short option; for a long one with its index and this.
+constexpr int kLongCodes = 256;
 
-const option kLongOptions[] = {
-    {"help", no_argument, nullptr, kHelp},
-    {"version", no_argument, nullptr, kVersion},
-    {"classic", no_argument, nullptr, kClassic},
-    {nullptr, 0, nullptr, 0},
+const tOption& optionOfCode(int code) {
+  return programOptions()[static_cast<std::size_t>(code - kLongCodes)];
+}
+
+std::string longSpelling(int code) {
+  return std::string("--") + optionOfCode(code).name;
+}
+
+/// The table of options as getopt wants it.
+struct tGetoptTables {
+  // "-": files are handed out in place among the options; ":": a missing value is told apart.
+  std::string letters = "-:";
+  std::vector<option> names;
+
+  tGetoptTables() {
+    int code = kLongCodes;
+    for (const tOption& entry : programOptions()) {
+      addLetter(entry);
+      if (entry.name != nullptr) {
+        const int value = entry.value != nullptr ? required_argument : no_argument;
+        names.push_back({entry.name, value, nullptr, code});
+      }
+      ++code;
+    }
+    names.push_back({nullptr, 0, nullptr, 0});
+  }
+
+ private:
+  void addLetter(const tOption& entry) {
+    const char first = entry.letters[0];
+    if (first == '\0' || letters.find(first) != std::string::npos) return;
+    letters += first;
+    // To getopt the further letters of a family are the value of the first.
+    if (entry.value != nullptr || entry.letters[1] != '\0') letters += ':';
+  }
 };
 
-void complain(tCommandLine& line, std::string text) {
-  if (line.request == tCommandLine::kWrongUsage) return;  // The first complaint is the clearest.
-  line.request = tCommandLine::kWrongUsage;
-  line.complaint = std::move(text);
+// `optopt` is the letter of a short option and the code of a long one, 0 for one that nobody knows.
+std::string describeMissing() {
+  if (optopt >= kLongCodes) return longSpelling(optopt) + " needs a value";
+  const std::string letter(1, static_cast<char>(optopt));
+  if (optionOfLetters(letter) == nullptr) return "unknown option -" + letter;  // part of a family's
+  return '-' + letter + " needs a value";
 }
 
-void takeDirectory(tCommandLine& line, const char* directory) {
-  if (*directory == '\0') return complain(line, "-I: the name of the directory is empty");
-  line.includeDirectories.emplace_back(directory);
-}
-
-void takeOutput(tCommandLine& line, const char* directory) {
-  if (*directory == '\0') return complain(line, "-o: the name of the directory is empty");
-  if (!line.outputDirectory.empty()) return complain(line, "-o: given twice");
-  line.outputDirectory = directory;
-}
-
-// What getopt could not make sense of: `optopt` is the letter of a short option and 0 for a long
-// one.
+// What getopt could not make sense of.
 std::string describeUnknown(const char* argument) {
-  if (optopt > 0 && optopt < kHelp)
-    return std::string("unknown option -") + static_cast<char>(optopt);
+  if (optopt >= kLongCodes) return longSpelling(optopt) + " takes no value";
+  if (optopt > 0) return std::string("unknown option -") + static_cast<char>(optopt);
   return std::string("unknown option ") + argument;
 }
 
-void takeOption(tCommandLine& line, int code, const char* argument) {
-  switch (code) {
-    case 1:
-      line.files.emplace_back(optarg);
-      break;
-    case 'o':
-      takeOutput(line, optarg);
-      break;
-    case 'I':
-      takeDirectory(line, optarg);
-      break;
-    case 'D':
-      line.defines.emplace_back(optarg);
-      break;
-    case 'T':
-      line.trace = true;
-      break;
-    case 'q':
-      line.quiet = true;
-      break;
-    case kClassic:
-      complain(line, "--classic must be the first argument");
-      break;
-    case ':':
-      complain(line, std::string("-") + static_cast<char>(optopt) + " needs a value");
-      break;
-    default:
-      complain(line, describeUnknown(argument));
-      break;
+/// Reads one argument after the other and sets what they ask for.
+class tArgumentReader {
+ public:
+  tArgumentReader(int count, char** arguments, tCommandLine& line)
+      : count_(count), arguments_(arguments), line_(line) {}
+
+  void read();
+
+ private:
+  void takeLong(int code);
+  void takeShort(char letter);
+  void takeOfFamily(char letter);
+  void set(const tOption& entry, std::string spelling, const char* value);
+
+  int count_;
+  char** arguments_;
+  tCommandLine& line_;
+};
+
+void tArgumentReader::read() {
+  const tGetoptTables tables;
+  opterr = 0;
+  for (;;) {
+    const char* argument = arguments_[optind < count_ ? optind : 0];
+    const int code =
+        getopt_long(count_, arguments_, tables.letters.c_str(), tables.names.data(), nullptr);
+    if (code == -1) break;
+    if (code == 1) {
+      line_.files.emplace_back(optarg);
+    } else if (code == ':') {
+      line_.complain(describeMissing());
+    } else if (code == '?') {
+      line_.complain(describeUnknown(argument));
+    } else if (code >= kLongCodes) {
+      takeLong(code);
+    } else {
+      takeShort(static_cast<char>(code));
+    }
+    if (line_.request == tCommandLine::kShowHelp || line_.request == tCommandLine::kShowVersion) {
+      return;
+    }
   }
+  for (int i = optind; i < count_; ++i) line_.files.emplace_back(arguments_[i]);
+  if (line_.files.empty()) line_.complain("no file to preprocess");
+}
+
+void tArgumentReader::takeLong(int code) {
+  set(optionOfCode(code), longSpelling(code), optarg);
+}
+
+void tArgumentReader::takeShort(char letter) {
+  const tOption* entry = optionOfLetters(std::string(1, letter));
+  if (entry == nullptr) return takeOfFamily(letter);
+  set(*entry, std::string("-") + letter, optarg);
+}
+
+// Getopt has read the second letter, with what is written right behind it, as the first one's
+// value.
+void tArgumentReader::takeOfFamily(char letter) {
+  const std::string given = std::string(1, letter) + optarg;
+  const tOption* entry = optionOfLetters(given.substr(0, 2));
+  const std::string spelling = '-' + given.substr(0, 2);
+  const bool more = given.size() > 2;
+  if (entry == nullptr || (more && entry->value == nullptr)) {
+    return line_.complain("unknown option -" + given);
+  }
+  if (entry->value == nullptr) return set(*entry, spelling, nullptr);
+  if (more) return set(*entry, spelling, optarg + 1);
+  if (optind >= count_) return line_.complain(spelling + " needs a value");
+  set(*entry, spelling, arguments_[optind++]);
+}
+
+void tArgumentReader::set(const tOption& entry, std::string spelling, const char* value) {
+  entry.set(line_, {std::move(spelling), value});
 }
 
 }  // namespace
 
+void tCommandLine::complain(std::string text) {
+  if (request == kWrongUsage) return;
+  request = kWrongUsage;
+  complaint = std::move(text);
+}
+
 tCommandLine readCommandLine(int count, char** arguments) {
   tCommandLine line;
-  opterr = 0;
-  // "-": files are handed out in place among the options; ":": a missing value is told apart.
-  for (;;) {
-    const char* argument = arguments[optind < count ? optind : 0];
-    const int code = getopt_long(count, arguments, "-:o:I:D:Tq", kLongOptions, nullptr);
-    if (code == -1) break;
-    if (code == kHelp || code == kVersion) {
-      line.request = code == kHelp ? tCommandLine::kShowHelp : tCommandLine::kShowVersion;
-      return line;
-    }
-    takeOption(line, code, argument);
-  }
-  for (int i = optind; i < count; ++i) line.files.emplace_back(arguments[i]);
-  if (line.files.empty()) complain(line, "no file to preprocess");
+  tArgumentReader(count, arguments, line).read();
   return line;
 }

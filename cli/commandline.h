@@ -20,11 +20,12 @@ struct tCommandLine {
   std::string outputDirectory;
   bool trace = false;
   bool quiet = false;
+
+  /// Makes this a wrong usage, unless it is one already: the first complaint is the clearest.
+  void complain(std::string text);
 };
 
-/// Reads the arguments of the program, options and files in any order. Reorders nothing and prints
-/// nothing. To be called once: it leans on the process-wide state of getopt.
+/// Reads the arguments of the program, options (see programOptions) and files in any order.
+/// Reorders nothing and prints nothing. To be called once: it leans on the process-wide state of
+/// getopt.
 tCommandLine readCommandLine(int count, char** arguments);
-
-/// The text of `--help`.
-extern const char kHelpText[];

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "cli/commandline.h"
+#include "cli/helptext.h"
 #include "cli/messagecapture.h"
 #include "cli/query.h"
 #include "cli/runarguments.h"
@@ -59,14 +60,33 @@ int preprocess(const tCommandLine& line) {
   return result;
 }
 
+/// What the first argument alone decides. `run` gets the arguments from there on, with it in slot
+/// 0.
+struct tCommand {
+  const char* name;
+  int (*run)(int count, char** arguments);
+};
+
+const tCommand kCommands[] = {
+    {"--classic", run},
+};
+
+const tCommand* commandFor(int count, char** arguments) {
+  if (count < 2) return nullptr;
+  for (const tCommand& command : kCommands) {
+    if (std::strcmp(arguments[1], command.name) == 0) return &command;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
   // A reader of the messages that goes away must not leave the other files undone.
   std::signal(SIGPIPE, SIG_IGN);
 
-  if (count > 1 && std::strcmp(arguments[1], "--classic") == 0) {
-    return run(count - 1, arguments + 1);  // The library does not read its slot 0.
+  if (const tCommand* command = commandFor(count, arguments)) {
+    return command->run(count - 1, arguments + 1);
   }
   for (const tSubcommand& subcommand : kSubcommands) {
     if (count > 1 && std::strcmp(arguments[1], subcommand.name) == 0) {
@@ -76,7 +96,7 @@ int main(int count, char** arguments) {
   const tCommandLine line = readCommandLine(count, arguments);
   switch (line.request) {
     case tCommandLine::kShowHelp:
-      return std::fputs(kHelpText, stdout) < 0 ? kSomeFailed : 0;
+      return std::fputs(helpText().c_str(), stdout) < 0 ? kSomeFailed : 0;
     case tCommandLine::kShowVersion:
       return showVersion();
     case tCommandLine::kWrongUsage:

@@ -4,6 +4,7 @@
 
 #include <cctype>
 #include <regex>
+#include <sstream>
 
 #include "tests/support/childprocess.h"
 
@@ -44,9 +45,14 @@ TEST_F(Program, HelpNamesEveryOption) {
   const tChildResult result = run({"--help", "--nonsense"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, "");
-  for (const char* option : {"-o", "-I", "-D", "-T", "-q", "--classic", "--help", "--version"}) {
+  for (const char* option :
+       {"\n  -o, --output=DIR           write", "\n  -I, --include=DIR ",
+        "\n  -D, --define=NAME[=VALUE]  define", "\n  -T, --trace ", "\n  -q, --quiet ",
+        "\n      --classic ", "\n      --help ", "\n      --version "}) {
     EXPECT_NE(result.output.find(option), std::string::npos) << option;
   }
+  std::istringstream lines(result.output);
+  for (std::string line; std::getline(lines, line);) EXPECT_LT(line.size(), 80U) << line;
 }
 
 TEST_F(Program, VersionIsTheBannerOfTheLibrary) {
@@ -65,9 +71,13 @@ TEST_F(Program, WrongUsageEndsWithAHintAndTouchesNothing) {
       {{"-x", "a.prw"}, "unknown option -x"},
       {{"a.prw", "-Tx"}, "unknown option -x"},
       {{"--nonsense=1", "a.prw"}, "unknown option --nonsense=1"},
+      {{"--quiet=1", "a.prw"}, "--quiet takes no value"},
       {{"a.prw", "-D"}, "-D needs a value"},
+      {{"a.prw", "--define"}, "--define needs a value"},
       {{"a.prw", "-o", ""}, "-o: the name of the directory is empty"},
       {{"a.prw", "-o", "x", "-oy"}, "-o: given twice"},
+      {{"a.prw", "--output", "x", "-oy"}, "-o: given twice"},
+      {{"a.prw", "--include="}, "--include: the name of the directory is empty"},
       {{"a.prw", "-I", ""}, "-I: the name of the directory is empty"},
       {{"a.prw", "-D", "1+2"}, "-D 1+2: a name is made of letters, digits and underscores"},
       {{"a.prw", ""}, "FILE: the name is empty"},
@@ -95,6 +105,18 @@ TEST_F(Program, OutputsGoBesideTheirSourcesOrIntoTheDirectory) {
   EXPECT_EQ(run({"sub/B.PRW", "-oout dir", "a.prw"}).status, 0);
   EXPECT_EQ(output("out dir/a.ppo"), "x := 1\n");
   EXPECT_EQ(output("out dir/B.ppo"), "y := 2\n");
+}
+
+TEST_F(Program, LongOptionsMeanWhatTheShortOnesMean) {
+  write("a.prw", "#include \"one.ch\"\nx := { ONE, TWO }\n");
+  write("first/one.ch", "#define ONE 1\n");
+  write("out/keep", "");
+  const tChildResult result =
+      run({"--output=out", "--include", "first", "--define=TWO=2", "--quiet", "--trace", "a.prw"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, "");
+  EXPECT_NE(output("out/a.ppo").find("x := { 1, 2 }"), std::string::npos);
+  EXPECT_NE(run({"--trac", "a.prw", "-Ifirst"}).output.find("[TRACE]"), std::string::npos);
 }
 
 TEST_F(Program, OddNamesAreTakenAsTheyAre) {
