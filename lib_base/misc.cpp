@@ -24,6 +24,47 @@ std::size_t findByFirst(std::string_view text, std::string_view what, std::size_
   return std::string_view::npos;
 }
 
+struct tAsTyped {
+  static constexpr char kFold = 0;
+  static bool same(const char* at, std::string_view what) noexcept {
+    return std::memcmp(at, what.data(), what.size()) == 0;
+  }
+};
+
+struct tAnyCase {
+  static constexpr char kFold = 0x20;  // makes letters alike, and some other characters with them
+  static bool same(const char* at, std::string_view what) noexcept {
+    return equalNoCase({at, what.size()}, what);
+  }
+};
+
+/// Searches sixteen starting points at a time: those whose first and last byte both fit are
+/// compared. Advances `from` over what has been searched; the rest of the text is the caller's.
+template <class tCase>
+std::size_t findInBlocks([[maybe_unused]] std::string_view text,
+                         [[maybe_unused]] std::string_view what,
+                         [[maybe_unused]] std::size_t& from) noexcept {
+#if defined(__SSE2__)
+  const std::size_t toLast = what.size() - 1;
+  const __m128i fold = _mm_set1_epi8(tCase::kFold);
+  const __m128i first = _mm_or_si128(_mm_set1_epi8(what.front()), fold);
+  const __m128i last = _mm_or_si128(_mm_set1_epi8(what.back()), fold);
+  for (; text.size() - from >= toLast + 16; from += 16) {
+    const char* start = text.data() + from;
+    const auto load = [fold](const char* at) {
+      return _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)), fold);
+    };
+    auto fits = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(
+        _mm_cmpeq_epi8(load(start), first), _mm_cmpeq_epi8(load(start + toLast), last))));
+    for (; fits != 0; fits &= fits - 1) {
+      const auto at = static_cast<unsigned>(__builtin_ctz(fits));
+      if (tCase::same(start + at, what)) return from + at;
+    }
+  }
+#endif
+  return std::string_view::npos;
+}
+
 }  // namespace
 
 bool equalNoCase(std::string_view a, std::string_view b) noexcept {
@@ -58,23 +99,18 @@ std::string_view trimmed(std::string_view text) noexcept {
 std::size_t findText(std::string_view text, std::string_view what, std::size_t from) noexcept {
   if (from > text.size() || what.size() > text.size() - from) return std::string_view::npos;
   if (what.empty()) return from;
-#if defined(__SSE2__)
-  // Sixteen starting points at a time: those whose first and last byte both fit are compared.
-  const std::size_t toLast = what.size() - 1;
-  const __m128i first = _mm_set1_epi8(what.front());
-  const __m128i last = _mm_set1_epi8(what.back());
-  for (; text.size() - from >= toLast + 16; from += 16) {
-    const char* start = text.data() + from;
-    const auto load = [](const char* at) {
-      return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-    };
-    auto fits = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(
-        _mm_cmpeq_epi8(load(start), first), _mm_cmpeq_epi8(load(start + toLast), last))));
-    for (; fits != 0; fits &= fits - 1) {
-      const auto at = static_cast<unsigned>(__builtin_ctz(fits));
-      if (std::memcmp(start + at, what.data(), what.size()) == 0) return from + at;
-    }
+  const std::size_t at = findInBlocks<tAsTyped>(text, what, from);
+  return at != std::string_view::npos ? at : findByFirst(text, what, from);
+}
+
+std::size_t findTextNoCase(std::string_view text, std::string_view what,
+                           std::size_t from) noexcept {
+  if (from > text.size() || what.size() > text.size() - from) return std::string_view::npos;
+  if (what.empty()) return from;
+  const std::size_t at = findInBlocks<tAnyCase>(text, what, from);
+  if (at != std::string_view::npos) return at;
+  for (; text.size() - from >= what.size(); ++from) {
+    if (tAnyCase::same(text.data() + from, what)) return from;
   }
-#endif
-  return findByFirst(text, what, from);
+  return std::string_view::npos;
 }

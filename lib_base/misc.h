@@ -23,3 +23,6 @@ std::string_view trimmedRight(std::string_view text) noexcept;
 /// The index of the first occurrence of `what` in `text` from `from` on, or npos. Fast on long
 /// texts in which the first and last byte of `what` seldom stand at the right distance.
 std::size_t findText(std::string_view text, std::string_view what, std::size_t from = 0) noexcept;
+/// The same without regard to the case of ASCII letters.
+std::size_t findTextNoCase(std::string_view text, std::string_view what,
+                           std::size_t from = 0) noexcept;

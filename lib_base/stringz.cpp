@@ -332,9 +332,5 @@ std::size_t tString::find(std::string_view text, std::size_t from) const {
 }
 
 std::size_t tString::findNoCase(std::string_view text, std::size_t from) const {
-  const std::string_view bytes = view();
-  for (std::size_t at = from; at <= bytes.size() && bytes.size() - at >= text.size(); ++at) {
-    if (startsWithNoCase(bytes.substr(at), text)) return at;
-  }
-  return npos;
+  return findTextNoCase(view(), text, from);
 }

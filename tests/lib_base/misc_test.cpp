@@ -31,6 +31,26 @@ TEST(Misc, FindsWhatThePlainSearchFinds) {
   }
 }
 
+TEST(Misc, FindsInAnyCaseWhatTheSearchInLowerCaseFinds) {
+  std::mt19937 random(8);
+  const auto lower = [](std::string text) {
+    for (char& c : text) c = lowerAscii(c);
+    return text;
+  };
+  for (int i = 0; i < 20000; ++i) {
+    std::string letters(random() % 100, 'a');
+    for (char& c : letters) c = "aAaA@`{["[random() % 8];
+    const std::vector<char> bytes(letters.begin(), letters.end());
+    const std::string_view text(bytes.data(), bytes.size());
+    std::string what = letters.substr(random() % (letters.size() + 1), random() % 6);
+    for (char& c : what) c = random() % 2 == 0 ? upperAscii(c) : lowerAscii(c);
+    what += "a@`["[random() % 4];
+    const std::size_t from = random() % (letters.size() + 3);
+    ASSERT_EQ(findTextNoCase(text, what, from), lower(letters).find(lower(what), from))
+        << letters << ' ' << what;
+  }
+}
+
 TEST(Misc, FoldsAsciiLettersOnly) {
   struct tCase {
     const char *a, *b;
