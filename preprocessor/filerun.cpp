@@ -11,10 +11,13 @@
 #include "lib_base/translate.h"
 #include "preprocessor/failure.h"
 #include "preprocessor/foreign.h"
+#include "preprocessor/htmlpage.h"
+#include "preprocessor/inlineblock.h"
 #include "preprocessor/linemarkers.h"
 #include "preprocessor/normalise.h"
 #include "preprocessor/outputfile.h"
 #include "preprocessor/sourcekind.h"
+#include "preprocessor/sourcetext.h"
 
 namespace {
 
@@ -59,23 +62,24 @@ tFileNames composeNames(const tRunOptions& options, const tString& sourceName) {
 /// The run of one file. Each step prints what went wrong in it and returns a result.
 class tFileRun {
  public:
-  tFileRun(tDiskMan& disk, const tRunOptions& options, const tString& readName,
-           const tString& sourceName, tRunHost& host)
+  tFileRun(tDiskMan& disk, const tRunOptions& options, const tString& sourceName, tRunHost& host)
       : disk_(disk),
         options_(options),
         host_(host),
-        readName_(readName),
+        readName_(sourceName),
         names_(composeNames(options, sourceName)) {}
 
   int run();
 
  private:
   int process();
+  int convert(tDiskManOverlay& files);
   int normalise(tDiskManOverlay& files);
   int preprocess(tDiskManOverlay& files, tString& text);
   void addIncludePaths(precomp::KorelPre16& session);
   int write(const tString& text);
   void finish(int result);
+  void reportNoCopy(const tString& target);
   bool outputIsSource();
 
   tDiskMan& disk_;
@@ -100,8 +104,7 @@ int tFileRun::run() {
 int tFileRun::process() {
   // A name with a zero byte would be cut by the file layer and mean another file.
   if (readName_.find(std::string_view("\0", 1)) != tString::npos || outputIsSource()) {
-    qdprintf("KOREL %s %s %s %s...\n", translate("Preprocessor: Cannot copy").c_str(),
-             names_.source.c_str(), translate("to").c_str(), names_.output.c_str());
+    reportNoCopy(names_.output);
     return kNotNormalised;
   }
   outputIsOurs_ = host_.wantsOutput();
@@ -113,12 +116,24 @@ int tFileRun::process() {
   {
     tDiskManOverlay files(disk_);
     files.keepInMemory(names_.copy);
+    if (const int result = convert(files); result != kDone) return result;
     if (const int result = normalise(files); result != kDone) return result;
     if (const int result = preprocess(files, text); result != kDone) return result;
   }
   if (!host_.wantsOutput()) return kDone;
   finishLineMarkers(text, names_.copy, names_.source);
   return write(text);
+}
+
+/// Puts the converted text of a page, or of a program with inline blocks, in front of the source.
+int tFileRun::convert(tDiskManOverlay& files) {
+  if (names_.foreign) return kDone;
+  eConversion done = DoKRHPreprocessor(files, readName_, options_.pageDebugInfo, options_.httpSend);
+  if (done == eConversion::kNone) done = DoBCPreprocessor(files, readName_);
+  if (done == eConversion::kError) return kSessionError;
+  if (done != eConversion::kTooLarge) return kDone;
+  reportNoCopy(names_.copy);
+  return kNotNormalised;
 }
 
 int tFileRun::normalise(tDiskManOverlay& files) {
@@ -129,6 +144,7 @@ int tFileRun::normalise(tDiskManOverlay& files) {
   unsigned char dialogFound = 0;
   const bool done = AdjustCRLF_and_CreateTemp(files, readName_.c_str(), names_.copy.c_str(),
                                               dialogFound, names_.source.c_str());
+  files.release(readName_);  // includes of that name mean the file itself
   return done ? kDone : kNotNormalised;
 }
 
@@ -217,6 +233,11 @@ void tFileRun::finish(int result) {
   }
 }
 
+void tFileRun::reportNoCopy(const tString& target) {
+  qdprintf("KOREL %s %s %s %s...\n", translate("Preprocessor: Cannot copy").c_str(),
+           names_.source.c_str(), translate("to").c_str(), target.c_str());
+}
+
 /// True when the output would take the place of the source.
 bool tFileRun::outputIsSource() {
   if (!equalNoCase(bareName(names_.source), bareName(names_.output))) return false;
@@ -226,7 +247,7 @@ bool tFileRun::outputIsSource() {
 
 }  // namespace
 
-int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& readName,
-                   const tString& sourceName, tRunHost& host) {
-  return tFileRun(disk, options, readName, sourceName, host).run();
+int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& sourceName,
+                   tRunHost& host) {
+  return tFileRun(disk, options, sourceName, host).run();
 }

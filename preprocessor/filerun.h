@@ -5,12 +5,12 @@
 #include "preprocessor/options.h"
 #include "preprocessor/runhost.h"
 
-/// Preprocesses one file: normalises it, runs a session over it, writes the output file, prints
-/// the messages. `readName` is the file that is read, `sourceName` the one the user knows; they
-/// differ when a converter has made a copy. Nothing is thrown, and no temporary file stays.
+/// Preprocesses one file: converts it when it is no program or holds inline blocks, normalises it,
+/// runs a session over it, writes the output file, prints the messages. Nothing is thrown, and no
+/// temporary file stays.
 ///
-/// Returns 0, or one of 1 (the session found an error), the code of the external converter, 15 (the
-/// source could not be normalised) and -1 (the output could not be written, or something failed
-/// inside); then there is no output file, not even an older one.
-int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& readName,
-                   const tString& sourceName, tRunHost& host);
+/// Returns 0, or one of 1 (a converter or the session found an error), the code of the external
+/// converter, 15 (the source could not be normalised) and -1 (the output could not be written, or
+/// something failed inside); then there is no output file, not even an older one.
+int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& sourceName,
+                   tRunHost& host);

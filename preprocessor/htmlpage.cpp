@@ -1,7 +1,5 @@
 #include "preprocessor/htmlpage.h"
 
-bool DoKRHPreprocessor(tDiskMan&, tAutoArray<tString>&, bool, bool) {
-  return false;
+eConversion DoKRHPreprocessor(tDiskManOverlay&, const tString&, bool, bool) {
+  return eConversion::kNone;
 }
-
-void ClearTempKRHFiles(tDiskMan&, tAutoArray<tString>&) {}
