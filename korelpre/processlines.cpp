@@ -1,6 +1,8 @@
 // Phase 2: the walk over the lines. Every line gives one output line; "#line" markers are written
 // only where the output stops following the source: where an included file begins, and behind it.
 
+#include <algorithm>
+
 #include "korelpre/korelprecls.h"
 #include "korelpre/plainwrite.h"
 #include "korelpre/tokenise.h"
@@ -28,7 +30,10 @@ void appendMarker(tString& output, int line, std::string_view name) {
 
 void KorelPreYaccClass::processLines(tString& output, int& depth) {
   if (++depth == 1) shared_.checks.begin();
-  if (root_ == this) output.reserve(output.size() + text_.size() + text_.size() / 2);
+  if (root_ == this) {
+    const std::size_t expected = output.size() + text_.size() + text_.size() / 2;
+    output.reserve(std::min(expected, tString::maxSize()));
+  }
   if (includeMode_ != 0) writeOpeningMarker(output);
   if (includeMode_ != 0 && !source_.hasStatements()) {
     walkIncludesOnly(output, depth);

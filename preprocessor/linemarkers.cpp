@@ -25,7 +25,7 @@ void replaceAround(tString& text, std::string_view needle, tMeasure measure) {
   std::size_t at = findText(text, needle);
   if (at == tString::npos) return;
   tString output;
-  output.reserve(text.size() + text.size() / 64 + 256);
+  output.reserve(std::min(text.size() + text.size() / 64 + 256, tString::maxSize()));
   const std::string_view whole = text;
   std::size_t copied = 0;
   while (at != tString::npos) {
