@@ -398,16 +398,21 @@ class Program:
 
     def finish(self, lines, serial):
         """Appends the last function, which makes the source exactly `lines` lines long."""
-        first = len(self.lines)
-        self.function(
-            serial, max(4, lines - first - 14), lambda program, goal: program.block(1, goal)
-        )
-        while self.lines[-1][1] != "return":
-            self.lines.pop()
-        ending = self.lines.pop()
-        missing = lines - len(self.lines) - 2
-        if missing < 0:
-            raise ValueError("%d lines are too few for this workload" % lines)
+        first, landmarks = len(self.lines), self.landmarks
+        goal = max(4, lines - first - 14)
+        while True:
+            self.function(serial, goal, lambda program, goal: program.block(1, goal))
+            while self.lines[-1][1] != "return":
+                self.lines.pop()
+            ending = self.lines.pop()
+            missing = lines - len(self.lines) - 2
+            if missing >= 0:
+                break
+            # A block may grow well past its goal: once more, with a smaller one.
+            if goal == 4:
+                raise ValueError("%d lines are too few for this workload" % lines)
+            del self.lines[first:]
+            self.landmarks, goal = landmarks, max(4, goal * 2 // 3)
         for _ in range(missing):
             self.emit(1, "call", self.rng.choice(self.pools["n"]) + "++")
         self.emit(1, "call", LANDMARK + "End()")

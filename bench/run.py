@@ -34,8 +34,17 @@ TARGETS = {
     "includes": ((0.80, 0.50), None),
     "fdefines": ((0.90, 0.40), None),
 }
-RULE_ROWS = ("fdefines",)
-SECTIONS = (*TARGETS, "growth", "files")
+# Workload of rules: the cost of a line with 10,000 rules to that with 100 (must reach, aim), and
+# with 1,000 rules to the cost to cpp of a line of fdefines with 1,000 macros.
+RULE_TARGETS = {
+    "manyrules": ((1.30, 1.15), (0.8, 0.5)),
+    "samekey": ((2.0, 1.25), None),
+    "translates": ((1.30, 1.15), (1.0, 0.75)),
+}
+RULE_COUNTS = (100, 1000, 10000)
+RULE_LINES = 60_000
+READING = (4.0, 1.7)  # microseconds for reading one rule where there are 10,000
+SECTIONS = (*TARGETS, "growth", "files", "rules")
 
 
 class Failure(Exception):
@@ -147,11 +156,12 @@ class Bench:
         self.missed, self.failed = [], []
         self.results = {"lines": options.lines, "rounds": self.rounds, "workloads": {}}
 
-    def workload(self, name, lines, files=1):
+    def workload(self, name, lines, files=1, count=0):
         return workloads.generate(
             name,
             lines,
-            self.folder / ("%s-%d-%d" % (name, lines, files)),
+            self.folder / ("%s-%d-%d-%d" % (name, lines, files, count)),
+            count=count,
             seed=self.options.seed,
             files=files,
         )
@@ -228,7 +238,7 @@ class Bench:
         names = [
             name
             for name in TARGETS
-            if self.wanted(name) and (self.options.rules or name not in RULE_ROWS)
+            if self.wanted(name)
         ]
         if not names:
             return
@@ -306,6 +316,47 @@ class Bench:
             flush=True,
         )
 
+    # ---- the number of rules
+
+    def line_costs(self, tool, name, counts):
+        """Microseconds a line and milliseconds of start and header, for each number of rules. A
+        source of next to nothing, which the same header belongs to, tells the latter."""
+        lines = RULE_LINES // 10 if self.options.quick else RULE_LINES
+        sizes = (100, lines)
+        works = [self.workload(name, size, count=count) for count in counts for size in sizes]
+        walls = [wall for wall, _ in self.clock.best(tool, works, self.rounds)]
+        return [
+            ((whole - head) / (lines - sizes[0]) * 1e3, head)
+            for head, whole in zip(walls[::2], walls[1::2])
+        ]
+
+    def rules(self):
+        ((peer, _),) = self.line_costs(self.cpp, "fdefines", (1000,))
+        print("\nA line of fdefines with 1,000 macros costs cpp %.3f us." % peer)
+        print(
+            "\n| rules | us a line at %s | %s | %s | last : first | must / aim | "
+            "| 1,000 : cpp | must / aim | | us a rule read | must / aim | |\n|%s"
+            % (*RULE_COUNTS, "---|" * 13)
+        )
+        for name, (growth, share) in RULE_TARGETS.items():
+            self.guarded(name, lambda: self.rule_row(name, growth, share, peer))
+
+    def rule_row(self, name, growth, share, peer):
+        measured = self.line_costs(self.ours, name, RULE_COUNTS)
+        costs = [cost for cost, _ in measured]
+        reading = (measured[-1][1] - measured[0][1]) / (RULE_COUNTS[-1] - RULE_COUNTS[0]) * 1e3
+        self.results["rules " + name] = {"costs": costs, "cpp": peer, "reading": reading}
+        ratio = costs[-1] / costs[0]
+        cells = ["%.3f" % cost for cost in costs]
+        cells += ["%.2f" % ratio, self.verdict("growth of " + name, ratio, growth)]
+        if share:
+            against = costs[1] / peer
+            cells += ["%.2f" % against, self.verdict(name + " : cpp", against, share)]
+        else:
+            cells += ["", " | "]
+        cells += ["%.2f" % reading, self.verdict("reading " + name, reading, READING)]
+        print("| %s | %s |" % (name, " | ".join(cells)), flush=True)
+
     # ---- the whole
 
     def wanted(self, section):
@@ -345,15 +396,12 @@ class Bench:
         self.machine()
         self.table()
         if self.ours:
-            for section in ("growth", "files"):
+            for section in ("growth", "files", "rules"):
                 if self.wanted(section):
                     self.guarded(section, getattr(self, section))
         print()
         if self.options.lines != FULL:
             print("Targets are for %d lines; here only tiny is judged." % FULL)
-        if not self.options.rules:
-            print("Left out without --rules: %s." % ", ".join(RULE_ROWS))
-        print("Not timed yet: manyrules, samekey, translates, growth with the number of rules.")
         if self.missed:
             print("Missed: %s." % ", ".join(self.missed))
         if self.failed:
@@ -381,9 +429,6 @@ def parse():
         default=[],
         metavar="NAME,...",
         help="some of: " + " ".join(SECTIONS),
-    )
-    options.add_argument(
-        "--rules", action="store_true", help="the rows that need user-defined rules too"
     )
     options.add_argument("--peers-only", action="store_true", help="time cpp and clang alone")
     options.add_argument(
