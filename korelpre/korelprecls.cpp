@@ -73,6 +73,7 @@ void KorelPreYaccClass::clear() {
   }
   source_.clear();
   includes_.Destroy();
+  if (root_ == this) shared_.markers.clear();
   conditionals_.Destroy();
   skip_ = 0;
   currentLine_ = 0;

@@ -39,6 +39,7 @@ struct tSharedState {
   ~tSharedState() { dynDefines.dropRules(); }
 
   tAutoArray<tString> includePath;
+  tMarkerArena markers;   // of most rules
   tXChgArray dynDefines;  // its rules belong to line entries
   tXChgArray defines;
   tXChgArray commands;

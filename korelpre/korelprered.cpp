@@ -196,7 +196,7 @@ void KorelPreYaccClass::doDefineWithParameters(int line, const tAutoArray<tSpcSt
 
 void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslate> rule) {
   rule->setOrigin(openedName_, line);
-  rule->keepText(directiveText());
+  rule->keepText(text_, directiveText());
   if (includeMode_ != 0) {
     removeSingleDefine(rule->key());
     removeDynamicDefines(rule->key());
@@ -229,7 +229,7 @@ void KorelPreYaccClass::doRule(unsigned production, int line) {
 }
 
 bool KorelPreYaccClass::readRule(const char* start, const char* end, int line) {
-  if (!reader_.read(start, end)) return false;
+  if (!reader_.read(start, end, shared_.markers)) return false;
   includeStandardHeader();
   addRule(reader_.isCommand(), reader_.abbreviates(), reader_.pattern(), reader_.result(),
           reader_.text(), line);
@@ -250,7 +250,7 @@ void KorelPreYaccClass::addRule(bool command, bool abbreviate, tChainBuilder& pa
         std::make_unique<tTranslate>(&root(), wordRule, pattern.release(), result.release(), key);
   }
   rule->setOrigin(openedName_, line);
-  rule->keepText(text);
+  rule->keepText(text_, text);
   if (includeMode_ != 0) {
     enterRule(std::move(rule));
     source_.addDirective(line);

@@ -10,6 +10,7 @@
 namespace precomp {
 
 const tAutoArray<tMatchMarker> tMatchMarker::kNoGroups;
+const std::vector<tMatchInfo> tMatchMarker::kNoInfos;
 
 void tMatchInfo::restore(tMatchMarker& marker) const {
   marker.setCapture(first, last);
@@ -18,8 +19,15 @@ void tMatchInfo::restore(tMatchMarker& marker) const {
   marker.macroDot_ = macroDot;
 }
 
-tMatchMarker::tMatchMarker(const tSpcString& token, eRuleType kind) : kind_(kind) {
-  token_ = token;
+tMatchMarker::tMatchMarker(const tSpcString& token, eRuleType kind) : token_(token), kind_(kind) {
+  token_.setAux(token.aux());
+}
+
+void tMatchMarker::operator delete(tMatchMarker* marker, std::destroying_delete_t,
+                                   std::size_t size) noexcept {
+  const bool inArena = marker->inArena_;
+  marker->~tMatchMarker();
+  if (!inArena) ssPoolRelease(marker, size);
 }
 
 tMatchMarker::~tMatchMarker() {
@@ -39,7 +47,7 @@ void tMatchMarker::addGroup(tMatchMarker* head) {
 }
 
 int tMatchMarker::getRecurLevel() const {
-  if (!infos_.empty()) return static_cast<int>(infos_.size());
+  if (!infos().empty()) return static_cast<int>(infos().size());
   return matched_ ? 1 : 0;
 }
 
@@ -66,7 +74,7 @@ void tMatchMarker::resetAll() {
     marker->macro_ = marker->macroDot_ = false;
     marker->first_ = marker->last_ = -1;
     marker->matched_ = false;
-    marker->infos_.clear();
+    if (marker->infos_ != nullptr) marker->infos_->clear();
     if (!marker->hasGroups()) continue;
     for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i].resetAll();
   }
@@ -75,7 +83,8 @@ void tMatchMarker::resetAll() {
 void tMatchMarker::setRecMatch(const tTknString& t) {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
     if (marker->kind_ != kMatchIdentifier) {
-      marker->infos_.push_back(
+      if (marker->infos_ == nullptr) marker->infos_ = std::make_unique<std::vector<tMatchInfo>>();
+      marker->infos_->push_back(
           {marker->first_, marker->last_, marker->macro_, marker->macroDot_, t.steps()});
     }
     marker->matched_ = false;
@@ -88,7 +97,9 @@ void tMatchMarker::forgetSince(std::uint32_t step) {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
     for (int i = 0; i < marker->groups().count(); ++i) {
       for (tMatchMarker* inner = &marker->groups()[i]; inner != nullptr; inner = inner->next_) {
-        while (!inner->infos_.empty() && inner->infos_.back().step > step) inner->infos_.pop_back();
+        while (!inner->infos().empty() && inner->infos_->back().step > step) {
+          inner->infos_->pop_back();
+        }
       }
       marker->groups()[i].forgetSince(step);
     }
@@ -104,9 +115,9 @@ void tMatchMarker::setIsMacro(tTknString* t) {
 }
 
 void tMatchMarker::replay(int level) {
-  if (infos_.empty()) return;
-  if (level < static_cast<int>(infos_.size())) {
-    infos_[static_cast<std::size_t>(level)].restore(*this);
+  if (infos().empty()) return;
+  if (level < static_cast<int>(infos().size())) {
+    (*infos_)[static_cast<std::size_t>(level)].restore(*this);
   } else {
     setCapture(-1, -1);
     clearIsMacro();
@@ -180,8 +191,9 @@ bool tMatchMarkerList::copyElements(tTknString* t) {
   return !opensElement || addBoundary();
 }
 
-void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative) {
-  auto* marker = new tMatchIdentifier(word);
+void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative,
+                                   tMarkerArena* arena) {
+  auto* marker = makeMarker<tMatchIdentifier>(arena, word);
   if (newAlternative || lastWord_ == nullptr) {
     alternatives_.add(marker);
   } else {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <new>
 #include <string_view>
 #include <vector>
 
 #include "korelpre/korelpreobjs.h"
+#include "korelpre/markerarena.h"
 #include "korelpre/tknstring.h"
 #include "ssvp40xpf/sssto.h"
 
@@ -37,7 +39,7 @@ class tMatchMarker {
 
   /// Whether the marker took part in the match. One whose group was repeated did, although the flag
   /// is cleared at the end of each repetition.
-  virtual bool isMatchOk() const { return matched_ || !infos_.empty(); }
+  virtual bool isMatchOk() const { return matched_ || !infos().empty(); }
   /// Whether the captured tokens begin with a lone "&".
   virtual bool isMacro() const { return macro_; }
   /// How often a result clause that follows this marker is written.
@@ -92,9 +94,16 @@ class tMatchMarker {
   /// Whether the marker may take no token: the one behind the first of a group may.
   void setMayBeEmpty(bool may) { mayBeEmpty_ = may; }
 
-  // Rules come by the thousand, each with dozens of markers.
+  // Rules come by the thousand, each with dozens of markers. Those of one rule best lie together.
   static void* operator new(std::size_t size) { return ssPoolAllocate(size); }
+  static void* operator new(std::size_t size, tMarkerArena& arena) { return arena.allocate(size); }
+  // For constructors that throw.
   static void operator delete(void* storage, std::size_t size) { ssPoolRelease(storage, size); }
+  static void operator delete(void* /*storage*/, tMarkerArena& /*arena*/) {}
+  static void operator delete(tMatchMarker* marker, std::destroying_delete_t,
+                              std::size_t size) noexcept;
+  /// Tells that the marker lies in an arena, which keeps its storage when it is deleted.
+  void setInArena() { inArena_ = true; }
 
   /// The tokens taken, as indexes; `first` is -1 when there are none. A restricted marker keeps the
   /// index of the alternative in `last`.
@@ -104,7 +113,7 @@ class tMatchMarker {
     first_ = first;
     last_ = last;
   }
-  const std::vector<tMatchInfo>& infos() const { return infos_; }
+  const std::vector<tMatchInfo>& infos() const { return infos_ ? *infos_ : kNoInfos; }
 
   /// Counts the writing of the result clause that begins here. False when it was written `count`
   /// times already in this replacement.
@@ -126,6 +135,7 @@ class tMatchMarker {
   friend struct tMatchInfo;
 
   static const tAutoArray<tMatchMarker> kNoGroups;
+  static const std::vector<tMatchInfo> kNoInfos;
 
   tMatchMarker* next_ = nullptr;
   std::unique_ptr<tAutoArray<tMatchMarker>> groups_;  // null when there are none
@@ -134,6 +144,7 @@ class tMatchMarker {
   eRuleType kind_;
   bool groupHead_ = false;
   bool mayBeEmpty_ = false;
+  bool inArena_ = false;
 
   // The current match.
   bool matched_ = false;
@@ -142,8 +153,17 @@ class tMatchMarker {
   std::uint8_t repetitions_ = 0;
   int first_ = -1;
   int last_ = -1;
-  std::vector<tMatchInfo> infos_;
+  std::unique_ptr<std::vector<tMatchInfo>> infos_;  // null while there are none
 };
+
+/// A new marker of the class, in `arena` or on its own when that is null.
+template <class Marker, class... Arguments>
+Marker* makeMarker(tMarkerArena* arena, const Arguments&... arguments) {
+  if (arena == nullptr) return new Marker(arguments...);
+  Marker* const marker = new (*arena) Marker(arguments...);
+  marker->setInArena();
+  return marker;
+}
 
 /// A literal word of a pattern; compared under its rule's flags.
 class tMatchIdentifier : public tMatchMarker {
@@ -177,7 +197,8 @@ class tMatchMarkerRestrict : public tMatchMarker {
   explicit tMatchMarkerRestrict(const tSpcString& token)
       : tMatchMarker(token, kMatchMarkerRestrict) {}
   /// Adds a word: to the last alternative, or as the first one of a new alternative.
-  void addWord(const tSpcString& word, bool newAlternative);
+  /// Its marker lies in `arena`, on its own when that is null.
+  void addWord(const tSpcString& word, bool newAlternative, tMarkerArena* arena = nullptr);
   const tAutoArray<tMatchMarker>& alternatives() const { return alternatives_; }
   tAutoArray<tMatchMarker>& alternatives() { return alternatives_; }
 

@@ -82,23 +82,6 @@ void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
   rlink(this, firstMatch, firstResult, linkCount_);
 }
 
-void tBaseXChg::keepText(std::string_view text) {
-  text_ = std::make_unique<char[]>(text.size());
-  std::memcpy(text_.get(), text.data(), text.size());
-  textSize_ = text.size();
-  const auto keep = [&](const tString& kept) {
-    const bool inText = kept.data() >= text.data() && kept.data() < text.data() + text.size();
-    if (!inText) return kept;
-    return tString::borrow({text_.get() + (kept.data() - text.data()), kept.size()});
-  };
-  const auto keepToken = [&](tMatchMarker& marker) {
-    marker.token().setText(keep(marker.token()));
-  };
-  visitChain(firstMatch_.get(), keepToken);
-  visitChain(firstResult_.get(), keepToken);
-  key_ = keep(key_);
-}
-
 void tBaseXChg::resetMatch() {
   if (!matchLeft_) return;
   firstMatch_->resetAll();

@@ -59,11 +59,14 @@ class tBaseXChg {
     originFile_ = file;
     originLine_ = line;
   }
-  /// Copies `text`, which the texts of the rule's markers refer to, and makes them refer to the
-  /// copy: the rule then outlives the text.
-  void keepText(std::string_view text);
-  /// The text last kept: the directive that made the rule. Empty when there was none.
-  std::string_view directive() const { return {text_.get(), textSize_}; }
+  /// Keeps the text of a whole file alive, to which the texts of the rule's markers may refer.
+  /// `directive` is the part of it that made the rule.
+  void keepText(const tString& text, std::string_view directive) {
+    text_ = text;
+    directive_ = directive;
+  }
+  /// The directive that made the rule. Empty when there was none.
+  std::string_view directive() const { return directive_; }
 
  protected:
   /// For rules that build their chains themselves.
@@ -75,8 +78,8 @@ class tBaseXChg {
   void resetMatch();
   bool buildReplacement(int start, tTknString* t);
 
-  std::unique_ptr<char[]> text_;
-  std::size_t textSize_ = 0;
+  tString text_;
+  std::string_view directive_;
   std::unique_ptr<tMatchMarker> firstMatch_;
   std::unique_ptr<tMatchMarker> firstResult_;
   int linkCount_ = 0;

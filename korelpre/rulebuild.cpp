@@ -28,9 +28,9 @@ std::uint32_t kindOfByte(char byte) {
 }
 
 /// Takes no token and holds the group that opens a chain.
-tMatchMarker* newPlaceholder(tChainBuilder::eSide side) {
-  if (side == tChainBuilder::kPattern) return new tMatchMarkerOpt;
-  return new tResultMarkerOpt;
+tMatchMarker* newPlaceholder(tChainBuilder::eSide side, tMarkerArena* arena) {
+  if (side == tChainBuilder::kPattern) return makeMarker<tMatchMarkerOpt>(arena);
+  return makeMarker<tResultMarkerOpt>(arena);
 }
 
 }  // namespace
@@ -52,11 +52,15 @@ void tChainBuilder::addToken(const tSpcString& token) {
     tSpcString literal;
     literal = token;
     unescape(literal);
-    if (side_ == kPattern) {
-      add(new tMatchIdentifier(literal));
-    } else {
-      add(new tResultIdentifier(literal));
-    }
+    addLiteral(literal);
+  }
+}
+
+void tChainBuilder::addLiteral(const tSpcString& literal) {
+  if (side_ == kPattern) {
+    add(makeMarker<tMatchIdentifier>(arena_, literal));
+  } else {
+    add(makeMarker<tResultIdentifier>(arena_, literal));
   }
 }
 
@@ -99,7 +103,7 @@ void tChainBuilder::openGroup() {
     balanced_ = false;
     return;
   }
-  if (lastInChain() == nullptr) append(newPlaceholder(side_));
+  if (lastInChain() == nullptr) append(newPlaceholder(side_, arena_));
   open_.push_back({lastInChain(), nullptr});
 }
 

@@ -12,7 +12,8 @@ namespace precomp {
 class tChainBuilder {
  public:
   enum eSide { kPattern, kResult };
-  explicit tChainBuilder(eSide side) : side_(side) {}
+  /// Markers that the builder makes itself lie in `arena`, on their own when that is null.
+  explicit tChainBuilder(eSide side, tMarkerArena* arena = nullptr) : side_(side), arena_(arena) {}
 
   /// Appends a marker to the open chain and takes ownership. When the groups have become unsound
   /// nothing is kept any more.
@@ -20,6 +21,10 @@ class tChainBuilder {
   /// Appends a literal. One of kind kKindSpace becomes part of the spacing of the next element; the
   /// brackets open and close groups.
   void addToken(const tSpcString& token);
+  /// Appends a literal as it stands.
+  void addLiteral(const tSpcString& literal);
+  void openGroup();
+  void closeGroup();
 
   /// Adds blanks to the spacing of the next element.
   void addSpacing(const tString& blanks);
@@ -36,12 +41,11 @@ class tChainBuilder {
     tMatchMarker* last;   // its own last marker, null when it has none yet
   };
 
-  void openGroup();
-  void closeGroup();
   void append(tMatchMarker* marker);
   tMatchMarker* lastInChain() const { return open_.empty() ? last_ : open_.back().last; }
 
   eSide side_;
+  tMarkerArena* arena_;
   std::unique_ptr<tMatchMarker> head_;
   tMatchMarker* last_ = nullptr;
   std::vector<tOpenGroup> open_;

@@ -68,22 +68,24 @@ bool tRuleReader::tPiece::isString() const {
   return kind == kKindString || kind == kKindSingleQuoted;
 }
 
-tSpcString tRuleReader::tPiece::make(std::string_view shown) const {
-  tSpcString made;
-  made.setText(tString::borrow(shown));
-  made.setKind(kind);
-  made.setAux(token);
-  return made;
-}
-
-bool tRuleReader::read(const char* start, const char* end) {
+bool tRuleReader::read(const char* start, const char* end, tMarkerArena& arena) {
   const char* p = skipBlanks(start, end);
   const char* const directive = p;
   if (!readWord(p, end) || !readPieces(p, end)) return false;
   const char* const last = pieces_.back().text.data() + pieces_.back().text.size();
   text_ = {directive, static_cast<std::size_t>(last - directive)};
+  arena_ = &arena;
+  const tMarkerArena::tMark mark = arena.mark();
+  if (build()) return true;
   pattern_ = tChainBuilder(tChainBuilder::kPattern);
   result_ = tChainBuilder(tChainBuilder::kResult);
+  arena.rewind(mark);
+  return false;
+}
+
+bool tRuleReader::build() {
+  pattern_ = tChainBuilder(tChainBuilder::kPattern, arena_);
+  result_ = tChainBuilder(tChainBuilder::kResult, arena_);
   at_ = 0;
   return buildPattern() && buildResult();
 }
@@ -197,7 +199,7 @@ bool tRuleReader::buildElement(tChainBuilder& chain,
   }
   const bool dumb = &chain == &result_ && first.is(kKindHash) && piece(at_ + 1).isTight(kKindLess);
   if (!first.is(kKindLess) && !dumb) {
-    chain.addToken(first.make());
+    addToken(chain, first);
     ++at_;
     return true;
   }
@@ -207,6 +209,16 @@ bool tRuleReader::buildElement(tChainBuilder& chain,
   chain.add(made);
   at_ = next;
   return true;
+}
+
+void tRuleReader::addToken(tChainBuilder& chain, const tPiece& token) {
+  if (token.is(kKindBracketOpen)) {
+    chain.openGroup();
+  } else if (token.is(kKindBracketClose)) {
+    chain.closeGroup();
+  } else {
+    chain.addLiteral(token.make());
+  }
 }
 
 // Whether a name stands in brackets inside the marker that opens at `at`.
@@ -219,33 +231,34 @@ tMatchMarker* tRuleReader::patternMarker(std::size_t& at) {
   const std::size_t open = at;
   if (encloses(open, kKindParenOpen, kKindParenClose)) {
     at += 5;
-    return new tMatchMarkerExt(piece(open + 2).make());
+    return makeMarker<tMatchMarkerExt>(arena_, piece(open + 2).make());
   }
   if (encloses(open, kKindStar, kKindStar)) {
     at += 5;
-    return new tMatchMarkerWild(piece(open + 2).make());
+    return makeMarker<tMatchMarkerWild>(arena_, piece(open + 2).make());
   }
   const tPiece& name = piece(open + 1);
   if (!name.isName()) return nullptr;
   if (piece(open + 2).is(kKindGreater)) {
     at += 3;
-    return new tMatchMarker(name.make());
+    return makeMarker<tMatchMarker>(arena_, name.make());
   }
   if (piece(open + 2).is(kKindColon)) return restrictedMarker(at);
   const bool list = piece(open + 2).is(kKindComma) && piece(open + 3).token == kTokEllipsis &&
                     piece(open + 3).spacing.empty() && piece(open + 4).isTight(kKindGreater);
   if (!list) return nullptr;
   at += 5;
-  return new tMatchMarkerList(name.make());
+  return makeMarker<tMatchMarkerList>(arena_, name.make());
 }
 
 tMatchMarker* tRuleReader::restrictedMarker(std::size_t& at) {
-  auto marker = std::make_unique<tMatchMarkerRestrict>(piece(at + 1).make());
+  std::unique_ptr<tMatchMarkerRestrict> marker(
+      makeMarker<tMatchMarkerRestrict>(arena_, piece(at + 1).make()));
   bool newAlternative = true;
   for (at += 3; piece(at).isName(); ++at) {
     tSpcString word = piece(at).make();
     if (!newAlternative) word.setSpacing(tString::borrow(" "));
-    marker->addWord(word, newAlternative);
+    marker->addWord(word, newAlternative, arena_);
     newAlternative = piece(at + 1).is(kKindComma);
     if (newAlternative) ++at;
   }
@@ -259,18 +272,20 @@ tMatchMarker* tRuleReader::resultMarker(std::size_t& at) {
   const tPiece& name = piece(open + 1);
   if (piece(open + 2).is(kKindGreater)) {
     at += 3;
-    if (name.isName()) return new tResultMarker(name.make());
+    if (name.isName()) return makeMarker<tResultMarker>(arena_, name.make());
     if (!name.isString()) return nullptr;
-    return new tResultMarkerRegStr(name.make(name.text.substr(1, name.text.size() - 2)));
+    return makeMarker<tResultMarkerRegStr>(arena_,
+                                           name.make(name.text.substr(1, name.text.size() - 2)));
   }
   at += 5;
   if (encloses(open, kKindParenOpen, kKindParenClose)) {
-    return new tResultMarkerSmartStr(piece(open + 2).make());
+    return makeMarker<tResultMarkerSmartStr>(arena_, piece(open + 2).make());
   }
   if (encloses(open, kKindBraceOpen, kKindBraceClose)) {
-    return new tResultMarkerBlock(piece(open + 2).make());
+    return makeMarker<tResultMarkerBlock>(arena_, piece(open + 2).make());
   }
-  if (encloses(open, kKindDot, kKindDot)) return new tResultMarkerBool(piece(open + 2).make());
+  if (encloses(open, kKindDot, kKindDot))
+    return makeMarker<tResultMarkerBool>(arena_, piece(open + 2).make());
   return nullptr;
 }
 
@@ -278,7 +293,7 @@ tMatchMarker* tRuleReader::dumbMarker(std::size_t& at) {
   const tPiece& name = piece(at + 2);
   if (!name.isName() || !piece(at + 3).is(kKindGreater)) return nullptr;
   at += 4;
-  return new tResultMarkerDumbStr(name.make());
+  return makeMarker<tResultMarkerDumbStr>(arena_, name.make());
 }
 
 }  // namespace precomp

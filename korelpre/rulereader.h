@@ -15,7 +15,8 @@ class tRuleReader {
  public:
   /// Reads the directive whose line starts at `start`. The text must end with a line feed and have
   /// "\r\n" for every line end. False when this is no such directive or not an ordinary one.
-  bool read(const char* start, const char* end);
+  /// The markers lie in `arena`.
+  bool read(const char* start, const char* end, tMarkerArena& arena);
 
   // What the last read() that succeeded has read.
   bool isCommand() const { return command_; }
@@ -39,7 +40,9 @@ class tRuleReader {
     bool isTight(std::uint32_t wanted) const { return kind == wanted && spacing.empty(); }
     bool isName() const;
     bool isString() const;
-    tSpcString make(std::string_view shown) const;
+    tSpcString make(std::string_view shown) const {
+      return tSpcString(tString::borrow(shown), tString(), kind, token, 0);
+    }
     tSpcString make() const { return make(text); }
   };
 
@@ -47,9 +50,11 @@ class tRuleReader {
   bool readPieces(const char* p, const char* end);
   bool readGap(const char*& p, const char* end, tPiece& piece);
   bool readPiece(const char*& p, const char* end, tPiece& piece);
+  bool build();
   bool buildPattern();
   bool buildResult();
   bool buildElement(tChainBuilder& chain, tMatchMarker* (tRuleReader::*marker)(std::size_t&));
+  void addToken(tChainBuilder& chain, const tPiece& token);
   tMatchMarker* patternMarker(std::size_t& at);
   tMatchMarker* restrictedMarker(std::size_t& at);
   tMatchMarker* resultMarker(std::size_t& at);
@@ -57,6 +62,7 @@ class tRuleReader {
   bool encloses(std::size_t at, std::uint32_t before, std::uint32_t after) const;
   const tPiece& piece(std::size_t at) const { return at < pieces_.size() ? pieces_[at] : none_; }
 
+  tMarkerArena* arena_ = nullptr;
   bool command_ = false;
   bool abbreviate_ = false;
   tChainBuilder pattern_{tChainBuilder::kPattern};

@@ -1,64 +1,6 @@
 #include "korelpre/tknstring.h"
 
-#include <cstdlib>
-#include <cstring>
-#include <new>
-
-#include "lib_base/fatal.h"
-
 namespace precomp {
-
-namespace {
-
-constexpr const char* kUnit = "korelpre/tknstring";
-
-// Tokens come and go by the million and all have one size, so freed blocks are kept for the next
-// token of the same thread. AddressSanitizer watches the blocks better without it.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kPooled = false;
-#else
-constexpr bool kPooled = true;
-#endif
-
-struct tTokenPool {
-  struct tBlock {
-    tBlock* next;
-  };
-  tBlock* free = nullptr;
-
-  ~tTokenPool() {
-    while (free != nullptr) {
-      tBlock* block = free;
-      free = block->next;
-      std::free(block);
-    }
-  }
-};
-
-thread_local tTokenPool tokenPool;
-
-}  // namespace
-
-[[gnu::noinline]] void* tSpcString::operator new(std::size_t size) {
-  if (kPooled && size == sizeof(tSpcString) && tokenPool.free != nullptr) {
-    tTokenPool::tBlock* block = tokenPool.free;
-    tokenPool.free = block->next;
-    return block;
-  }
-  void* block = std::malloc(size);
-  if (block == nullptr) fatalAllocation(size, kUnit, __LINE__);
-  return block;
-}
-
-[[gnu::noinline]] void tSpcString::operator delete(void* block) noexcept {
-  if (!kPooled || block == nullptr) {
-    std::free(block);
-    return;
-  }
-  auto* freed = static_cast<tTokenPool::tBlock*>(block);
-  freed->next = tokenPool.free;
-  tokenPool.free = freed;
-}
 
 void tTknString::doReset(KorelPreYaccClass* /*processor*/, int start) {
   if (start < 0) {

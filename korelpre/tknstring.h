@@ -7,6 +7,7 @@
 #include "korelpre/korelpreobjs.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
+#include "ssvp40xpf/sspool.h"
 
 namespace precomp {
 
@@ -45,8 +46,11 @@ class tSpcString : public tString {
   std::uint32_t line() const { return line_; }
   void setLine(std::uint32_t line) { line_ = line; }
 
-  static void* operator new(std::size_t size);
-  static void operator delete(void* block) noexcept;
+  // Tokens come and go by the million.
+  static void* operator new(std::size_t size) { return ssPoolAllocate(size); }
+  static void operator delete(void* block, std::size_t size) noexcept {
+    ssPoolRelease(block, size);
+  }
 
  private:
   tString spacing_;

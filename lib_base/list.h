@@ -29,6 +29,13 @@ class tPointerArray {
     if (static_cast<unsigned>(index) >= static_cast<unsigned>(count_)) outOfBounds();
     return items_[index];
   }
+  void appendPointer(void* item) {
+    if (count_ < capacity_) {
+      items_[count_++] = item;
+    } else {
+      insertPointer(count_, item);
+    }
+  }
   /// Inserts before `index`, which may be count().
   void insertPointer(int index, void* item);
   /// Removes and returns the pointer at `index`.
@@ -79,7 +86,7 @@ class tArray : public tPointerArray {
   T* get(int index) const { return static_cast<T*>(at(index)); }
   T* last() const { return get(count() - 1); }
 
-  void add(T* item) { insertPointer(count(), item); }
+  void add(T* item) { appendPointer(item); }
   void insertAt(int index, T* item) { insertPointer(index, item); }
   /// Removes the pointer; the element itself stays alive.
   T* takeAt(int index) { return static_cast<T*>(removePointer(index)); }

@@ -6,12 +6,7 @@
 #include <vector>
 
 #include "ssvp40xpf/ssexcept.h"
-
-/// Storage for the small objects that come and go with every token. Released storage is kept for
-/// the next request of its size class, thread by thread; larger requests go to the heap.
-void* ssPoolAllocate(std::size_t size);
-/// Gives back what ssPoolAllocate gave for the same `size`, on any thread.
-void ssPoolRelease(void* storage, std::size_t size) noexcept;
+#include "ssvp40xpf/sspool.h"
 
 /// The four characters by which the flat functions recognise an object behind a handle.
 constexpr std::uint32_t ssCorrelator(const char (&text)[5]) {

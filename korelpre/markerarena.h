@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace precomp {
+
+/// Storage for the markers of many rules, side by side in the order in which they are made: what a
+/// match of one rule touches lies together. All of it is given back together, when this object
+/// goes; the markers must have been destroyed by then.
+class tMarkerArena {
+ public:
+  /// Gives everything back.
+  void clear() { *this = tMarkerArena(); }
+  /// How far the storage is taken; rewind() gives back what was taken since.
+  struct tMark {
+    std::size_t chunks;
+    std::byte* next;
+    std::size_t left;
+  };
+  tMark mark() const { return {chunks_.size(), next_, left_}; }
+  void rewind(const tMark& mark) {
+    chunks_.resize(mark.chunks);
+    next_ = mark.next;
+    left_ = mark.left;
+  }
+
+  void* allocate(std::size_t size) {
+    constexpr std::size_t kAlignment = 16;
+    size = (size + kAlignment - 1) / kAlignment * kAlignment;
+    if (size > left_) return allocateFresh(size);
+    void* const place = next_;
+    next_ += size;
+    left_ -= size;
+    return place;
+  }
+
+ private:
+  void* allocateFresh(std::size_t size);
+
+  std::vector<std::unique_ptr<std::byte[]>> chunks_;
+  std::size_t chunkSize_ = 0;
+  std::byte* next_ = nullptr;
+  std::size_t left_ = 0;
+};
+
+}  // namespace precomp
