@@ -6,6 +6,7 @@ namespace precomp {
 
 class tBaseXChg;
 class tMatchMarker;
+class tPCHStream;
 class tResultMarker;
 class tTknString;
 

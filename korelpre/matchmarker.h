@@ -64,6 +64,11 @@ class tMatchMarker {
   virtual void resetAll();
   /// Forgets the current attempt, along the chain and, with `deep` set, in its groups.
   virtual void resetMatch(unsigned char deep);
+  /// Saves the marker with its groups, without what follows it in the chain.
+  virtual void save(tPCHStream* stream) const;
+  /// Makes this new marker what save() wrote; `first` is the byte that tells its kind, which has
+  /// been read. False when the stream is damaged. Its texts refer to the stream's bytes.
+  virtual bool load(tPCHStream* stream, std::uint8_t first);
 
   void setMatchOk() { matched_ = true; }
   /// Closes a repetition of the group whose first marker this is.
@@ -206,6 +211,8 @@ class tMatchMarkerRestrict : public tMatchMarker {
   bool checkMatch(tTknString* t) override;
   bool match(tTknString* t, tMatchMarker* parent) override;
   bool replace(tTknString* t, int level) override;
+  void save(tPCHStream* stream) const override;
+  bool load(tPCHStream* stream, std::uint8_t first) override;
 
  private:
   /// The alternative at the cursor, or -1; the cursor then stands on its last word.

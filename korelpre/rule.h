@@ -32,6 +32,12 @@ class tBaseXChg {
   /// Applies the rule at the token `start` of `t`, or to the whole statement when it is -1. False
   /// when it does not match or fails; `t` is then unchanged.
   virtual bool replace(KorelPreYaccClass* processor, int start, tTknString* t);
+  virtual void save(tPCHStream* stream) const;
+  /// Makes this new rule what save() wrote; `first` is the byte that tells its class, which has
+  /// been read. False when the stream is damaged. The texts refer to the stream's bytes.
+  virtual bool load(tPCHStream* stream, std::uint8_t first);
+  /// A rule of the class and contents that save() wrote; null when the stream is damaged.
+  static std::unique_ptr<tBaseXChg> restore(tPCHStream* stream, KorelPreYaccClass* processor);
   /// How well the pattern matches at `start`; 0 when it does not. The cursor stands behind the
   /// match afterwards.
   int matchCount(int start, tTknString* t);

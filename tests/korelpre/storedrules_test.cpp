@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "korelpre/pchstream.h"
+#include "korelpre/rule.h"
+#include "tests/support/preprocess.h"
+
+using namespace precomp;
+
+namespace {
+
+// Every kind of marker, groups in groups, a group that opens a group, and what surrounds them.
+constexpr const char* kEveryKind =
+    "#define NAME value + 1\n"
+    "#define EMPTY\n"
+    "#define CALL(a, bb) f(a, bb,  a)\n"
+    "#command SAY <x> [AT <r>, <c> [COLOR <k>]] => say(<x> [, <r>] [, <c> [, <k>]])\n"
+    "#xcommand LIST <l,...> [TO <(f)>] [<on: ON, OFF NOW>] => l({<l>}, <(f)>, <.on.>)\n"
+    "#translate pick( <*rest*> ) => #<rest>\n"
+    "#xtranslate keep <x>   with <y> => <\"x\"> <{y}>   \\< <x>\n"
+    "#command DEEP [ [ [ONE <a>] TWO <b>] THREE <c>] => deep([ [<a>,] <b>,] <c>)\n"
+    "#command GONE <x> =>\n";
+
+void appendMarkers(std::string& text, const tMatchMarker* head, int depth) {
+  for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
+    const tSpcString& token = marker->token();
+    text += tString::format("%*s%d '%s' '%s' kind %u aux %u line %u head %d\n", depth, "",
+                            marker->kind(), tString(token.spacing().view()).c_str(),
+                            tString(token.view()).c_str(), token.kind(), token.aux(), token.line(),
+                            marker->isGroupHead() ? 1 : 0)
+                .view();
+    for (int i = 0; i < marker->groups().count(); ++i) {
+      appendMarkers(text, marker->groups().get(i), depth + 1);
+    }
+    if (marker->kind() != kMatchMarkerRestrict) continue;
+    const auto& words = static_cast<const tMatchMarkerRestrict&>(*marker).alternatives();
+    for (int i = 0; i < words.count(); ++i) appendMarkers(text, words.get(i), depth + 1);
+  }
+}
+
+std::string described(const tBaseXChg& rule) {
+  tString listing;
+  rule.print(&listing);
+  std::string text(listing.view());
+  text += tString::format("%s %d abbreviates %d exact %d command %d links %d from %s:%d\n",
+                          tString(rule.key().view()).c_str(), static_cast<int>(rule.key().size()),
+                          rule.wordRule().abbreviate, rule.wordRule().caseSensitive, rule.isCmd(),
+                          rule.linkCount(), tString(rule.originFile().view()).c_str(),
+                          rule.originLine())
+              .view();
+  appendMarkers(text, rule.firstMatch(), 1);
+  text += "=>\n";
+  appendMarkers(text, rule.firstResult(), 1);
+  return text;
+}
+
+template <class Visitor>
+void visitRules(const char* directives, const Visitor& visit) {
+  tMemoryProcessor processor;
+  processor.run("rules.prw", directives);
+  for (tXChgArray* table : {processor->defines(), processor->commands(), processor->translates()}) {
+    table->arrange();
+    for (int i = 0; i < table->count(); ++i) visit(*table->get(i), *processor);
+  }
+}
+
+TEST(StoredRules, AreLoadedAsTheyWereSaved) {
+  int rules = 0;
+  tPCHStream stream;
+  std::string saved;
+  visitRules(kEveryKind, [&](const tBaseXChg& rule, KorelPreYaccClass&) {
+    saved += described(rule);
+    rule.save(&stream);
+    ++rules;
+  });
+  ASSERT_EQ(rules, 9);
+  tPCHStream reading(stream.written(), 0);
+  std::string loaded;
+  for (int i = 0; i < rules; ++i) {
+    const auto rule = tBaseXChg::restore(&reading, nullptr);
+    ASSERT_NE(rule, nullptr) << i;
+    loaded += described(*rule);
+  }
+  EXPECT_EQ(loaded, saved);
+  EXPECT_EQ(reading.position(), stream.written().size());
+}
+
+TEST(StoredRules, EndWhereTheirBytesEnd) {
+  visitRules(kEveryKind, [](const tBaseXChg& rule, KorelPreYaccClass&) {
+    tPCHStream stream;
+    rule.save(&stream);
+    const std::string& whole = stream.written();
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+      const std::string cut = whole.substr(0, size);
+      tPCHStream reading(cut, 0);
+      EXPECT_EQ(tBaseXChg::restore(&reading, nullptr), nullptr) << size;
+    }
+  });
+}
+
+TEST(StoredRules, DoNotNestDeeperThanRulesMay) {
+  const auto loads = [](int depth) {
+    tPCHStream stream;
+    stream.putByte(0x08);  // a pattern
+    stream.putText("K");
+    stream.putName("");
+    stream.putNumber(1);
+    for (int i = 0; i < depth; ++i) {
+      stream.putByte(0x10 | kMatchIdentifier);
+      stream.putNumber(116);
+      stream.putNumber(0);
+      stream.putText("K");
+      stream.putNumber(1);
+    }
+    stream.putByte(kMatchIdentifier);
+    stream.putNumber(116);
+    stream.putNumber(0);
+    stream.putText("K");
+    tPCHStream reading(stream.written(), 0);
+    return tBaseXChg::restore(&reading, nullptr) != nullptr;
+  };
+  EXPECT_TRUE(loads(kDeepestGroup));
+  EXPECT_FALSE(loads(kDeepestGroup + 1));
+  EXPECT_FALSE(loads(100000));
+}
+
+TEST(StoredNumbers, KeepTheirValuesAndRefuseLargerOnes) {
+  tPCHStream stream;
+  for (const std::uint64_t number : {0ULL, 127ULL, 128ULL, 0xFFFFFFFFULL, ~0ULL, 1ULL << 32}) {
+    stream.putNumber(number);
+  }
+  stream.putName("twice");
+  stream.putName("twice");
+  tPCHStream reading(stream.written(), 0);
+  for (const std::uint64_t number : {0ULL, 127ULL, 128ULL, 0xFFFFFFFFULL, ~0ULL}) {
+    EXPECT_EQ(reading.number(), number);
+  }
+  EXPECT_FALSE(reading.failed());
+  tPCHStream large = reading;
+  EXPECT_EQ(large.number32(), 0u);
+  EXPECT_TRUE(large.failed());
+  reading.number();
+  const std::string_view first = reading.name();
+  EXPECT_EQ(first, "twice");
+  EXPECT_EQ(reading.name().data(), first.data());
+  EXPECT_EQ(reading.byte(), 0);
+  EXPECT_TRUE(reading.failed());
+}
+
+}  // namespace
