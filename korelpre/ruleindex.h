@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -10,6 +11,8 @@
 namespace precomp {
 
 class tBaseXChg;
+class tXChgArray;
+struct tStoredRules;
 
 /// What a table of defines knows of one name.
 struct tIndexedName {
@@ -17,6 +20,7 @@ struct tIndexedName {
   std::uint32_t hash = 0;
   int rules = 0;              // rules of that name in the table
   tBaseXChg* rule = nullptr;  // the only one, or the latest
+  bool waits = false;         // the rule is a stored one, to be made when the name is found
 
   // The text that a use of the name finally becomes, worked out when first asked for and valid
   // for one generation of the tables.
@@ -40,11 +44,20 @@ class tRuleIndex {
   std::uint64_t generation() const { return generation_; }
 
   void added(tBaseXChg* rule);
+  /// A stored rule came; `table` is this index's own.
+  void addedStored(std::string_view key, tXChgArray& table);
+  /// As addedStored for all that are stored together, of which `table` has none else.
+  void addedStored(const tStoredRules& stored, tXChgArray& table);
+  /// As find() without the rule being made.
+  bool contains(std::string_view name) const;
   /// `latest` is the rule of the same key that now stands last, or null.
   void removed(tBaseXChg* rule, tBaseXChg* latest);
   void clear();
 
  private:
+  const tIndexedName* search(std::string_view name, std::uint32_t hash) const;
+  tIndexedName* findStored(std::string_view name, std::uint32_t hash);
+  tIndexedName* settled(tIndexedName& entry);
   tIndexedName& entryFor(std::string_view name, std::uint32_t hash);
   void grow();
 
@@ -52,6 +65,12 @@ class tRuleIndex {
   std::vector<tIndexedName> names_;
   std::vector<std::uint32_t> slots_;  // index into names_ + 1; 0 for none
   std::uint64_t generation_ = 1;
+
+  tXChgArray* table_ = nullptr;  // null while no stored rule came
+  const tStoredRules* stored_ = nullptr;
+  // Of names that have no entry in names_. They keep their places, since finding one makes it.
+  std::deque<tIndexedName> storedNames_;
+  std::vector<tIndexedName*> byStored_;  // by the place of the stored rule; null until it is found
 };
 
 }  // namespace precomp

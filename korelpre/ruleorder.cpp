@@ -24,53 +24,53 @@ namespace {
 // Below this many rules that wait, inserting them is as good.
 constexpr int kFewWaiting = 8;
 
+bool foldsOddly(std::string_view key) {
+  return key.find_first_of("@`[{\\|]}^~\x7f") != std::string_view::npos;
+}
+
+}  // namespace
+
 // A rule with the beginning of its key, which decides most comparisons.
-struct tWaiting {
+struct tXChgArray::tWaiting {
   std::uint64_t start;
   tBaseXChg* rule;
 };
 
-std::uint64_t startOf(const tBaseXChg& rule) {
-  const std::string_view key = rule.key();
-  const bool folded = !rule.wordRule().caseSensitive;
+std::uint64_t tXChgArray::startOf(const tBaseXChg* slot) {
+  const tKey key = keyOf(slot);
+  const bool folded = !key.wordRule.caseSensitive;
   std::uint64_t start = 0;
   for (std::size_t i = 0; i < 8; ++i) {
-    const char c = i < key.size() ? key[i] : '\0';
+    const char c = i < key.text.size() ? key.text[i] : '\0';
     start = start << 8 | static_cast<unsigned char>(folded ? upperAscii(c) : c);
   }
   return start;
 }
 
-bool isBefore(const tWaiting& a, const tWaiting& b) {
+bool tXChgArray::isBefore(const tWaiting& a, const tWaiting& b) {
   if (a.start != b.start) return a.start < b.start;
-  tWordRule wordRule = a.rule->wordRule();
-  wordRule.abbreviate = false;
-  return compareKeyword(a.rule->key(), b.rule->key(), wordRule) < 0;
-}
-
-bool foldsOddly(std::string_view key) {
-  return key.find_first_of("@`[{\\|]}^~\x7f") != std::string_view::npos;
+  tKey key = keyOf(a.rule);
+  key.wordRule.abbreviate = false;
+  return compareKeyword(key.text, keyOf(b.rule).text, key.wordRule) < 0;
 }
 
 // Whether no rule can have been put behind one that its key abbreviates: no key that comes twice
 // is followed by one that begins with it and may be abbreviated.
-bool isRegular(const std::vector<tWaiting>& rules) {
+bool tXChgArray::isRegular(const std::vector<tWaiting>& rules) {
   for (std::size_t i = 0; i < rules.size(); ++i) {
-    const std::string_view key = rules[i].rule->key();
+    const std::string_view key = keyOf(rules[i].rule).text;
     if (foldsOddly(key)) return false;
     const bool comesTwice = i > 0 && !isBefore(rules[i - 1], rules[i]);
     const bool isLast = i + 1 == rules.size() || isBefore(rules[i], rules[i + 1]);
     if (!comesTwice || !isLast) continue;
     for (std::size_t j = i + 1; j < rules.size(); ++j) {
-      const tBaseXChg& later = *rules[j].rule;
-      if (!startsWithNoCase(later.key(), key)) break;
-      if (later.key().size() > key.size() && later.wordRule().abbreviate) return false;
+      const tKey later = keyOf(rules[j].rule);
+      if (!startsWithNoCase(later.text, key)) break;
+      if (later.text.size() > key.size() && later.wordRule.abbreviate) return false;
     }
   }
   return true;
 }
-
-}  // namespace
 
 void tXChgArray::arrange() const {
   if (placed_ == count()) return;
@@ -83,13 +83,14 @@ void tXChgArray::arrange() const {
 void tXChgArray::placeOneByOne() {
   while (placed_ < count()) {
     tBaseXChg* rule = takeAt(placed_);
+    const std::string_view key = keyOf(rule).text;
     int position = 0;
-    if (search(rule->key(), true, placed_, position)) {
+    if (search(key, true, placed_, position)) {
       do {
         ++position;
-      } while (position < placed_ && compare(position, rule->key(), false) == 0);
+      } while (position < placed_ && compare(position, key, false) == 0);
     }
-    if (position > 0 && compare(position - 1, rule->key(), true) > 0) irregular_ = true;
+    if (position > 0 && compare(position - 1, key, true) > 0) irregular_ = true;
     insertAt(position, rule);
     ++placed_;
   }
@@ -100,20 +101,20 @@ void tXChgArray::placeOneByOne() {
 bool tXChgArray::placeTogether() {
   std::vector<tWaiting> waiting;
   waiting.reserve(static_cast<std::size_t>(count() - placed_));
-  for (int i = placed_; i < count(); ++i) waiting.push_back({startOf(*get(i)), get(i)});
+  for (int i = placed_; i < count(); ++i) waiting.push_back({startOf(slot(i)), slot(i)});
   std::stable_sort(waiting.begin(), waiting.end(), isBefore);
   std::vector<tWaiting> all;
   all.reserve(static_cast<std::size_t>(count()));
   int next = 0;
   for (const tWaiting& rule : waiting) {
     for (; next < placed_; ++next) {
-      const tWaiting placed{startOf(*get(next)), get(next)};
+      const tWaiting placed{startOf(slot(next)), slot(next)};
       if (isBefore(rule, placed)) break;
       all.push_back(placed);
     }
     all.push_back(rule);
   }
-  for (; next < placed_; ++next) all.push_back({startOf(*get(next)), get(next)});
+  for (; next < placed_; ++next) all.push_back({startOf(slot(next)), slot(next)});
   if (abbreviating_ && !isRegular(all)) return false;
   for (int i = 0; i < count(); ++i) setPointer(i, all[static_cast<std::size_t>(i)].rule);
   placed_ = count();

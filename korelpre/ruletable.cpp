@@ -51,15 +51,15 @@ class tBestRule {
 }  // namespace
 
 void tXChgArray::Destroy() {
+  dropStored();
   forgetRules();
   tAutoArray<tBaseXChg>::Destroy();
 }
 
 int tXChgArray::compare(int index, std::string_view word, bool exact) const {
-  const tBaseXChg& rule = (*this)[index];
-  tWordRule wordRule = rule.wordRule();
-  if (exact) wordRule.abbreviate = false;
-  return compareKeyword(rule.key(), word, wordRule);
+  tKey key = keyOf(slot(index));
+  if (exact) key.wordRule.abbreviate = false;
+  return compareKeyword(key.text, word, key.wordRule);
 }
 
 bool tXChgArray::search(std::string_view word, bool exact, int count, int& position) const {
@@ -112,11 +112,64 @@ tFoundRules tXChgArray::findRules(std::string_view word) const {
 
 void tXChgArray::Add(tBaseXChg* rule) {
   const tWordRule wordRule = rule->wordRule();
-  if (wordRule.abbreviate) abbreviating_ = true;
-  if (!empty() && get(0)->wordRule().caseSensitive != wordRule.caseSensitive) mixed_ = true;
+  noteKey(rule->key(), wordRule);
   add(rule);
-  lookup_.added(*rule);
   if (wordRule.caseSensitive && !wordRule.abbreviate) index_.added(rule);
+}
+
+// To be called before the rule is added.
+void tXChgArray::noteKey(std::string_view key, tWordRule wordRule) {
+  if (wordRule.abbreviate) abbreviating_ = true;
+  if (!empty() && keyOf(slot(0)).wordRule.caseSensitive != wordRule.caseSensitive) mixed_ = true;
+  lookup_.added(key, wordRule);
+}
+
+void tXChgArray::addStored(const tStoredRule& rule, KorelPreYaccClass* processor) {
+  const tWordRule wordRule = rule.wordRule();
+  noteKey(rule.keyText(), wordRule);
+  processor_ = processor;
+  add(slotOf(rule));
+  if (wordRule.caseSensitive && !wordRule.abbreviate) index_.addedStored(rule.keyText(), *this);
+}
+
+// The stored rules have their places already; those that were here before get theirs among them.
+void tXChgArray::addStored(const tStoredRules& stored, KorelPreYaccClass* processor) {
+  if (stored.count == 0) return;
+  arrange();
+  std::vector<tBaseXChg*> own;
+  for (int i = 0; i < count(); ++i) own.push_back(slot(i));
+  dropElements();
+  reserve(static_cast<int>(stored.count) + static_cast<int>(own.size()));
+  for (std::uint32_t i = 0; i < stored.count; ++i) add(slotOf(stored.rules[stored.order[i]]));
+  placed_ = count();
+  for (tBaseXChg* rule : own) add(rule);
+  processor_ = processor;
+  abbreviating_ = abbreviating_ || stored.abbreviating;
+  irregular_ = irregular_ || stored.irregular;
+  lookup_.addedStored(stored);
+  index_.addedStored(stored, *this);
+}
+
+tBaseXChg* tXChgArray::makeRule(int index) const {
+  tBaseXChg* const rule = storedIn(slot(index))->make(processor_).release();
+  const_cast<tXChgArray*>(this)->setPointer(index, rule);  // the table stays what it is
+  return rule;
+}
+
+void tXChgArray::dropStored() {
+  if (processor_ == nullptr) return;
+  for (int i = 0; i < count(); ++i) {
+    if (storedIn(slot(i)) != nullptr) setPointer(i, nullptr);
+  }
+  processor_ = nullptr;
+}
+
+std::string_view tXChgArray::secondWord(int index) const {
+  const tStoredRule* stored = storedIn(slot(index));
+  if (stored != nullptr) return stored->secondWord();
+  const tMatchMarker* head = slot(index)->firstMatch();
+  if (head->hasGroups() || head->next() == nullptr || !head->next()->isIdentifier()) return {};
+  return head->next()->token();
 }
 
 void tXChgArray::removeRule(int index) {
@@ -125,7 +178,8 @@ void tXChgArray::removeRule(int index) {
 
 tBaseXChg* tXChgArray::takeRule(int index) {
   arrange();
-  tBaseXChg* rule = takeAt(index);
+  tBaseXChg* rule = get(index);
+  takeAt(index);
   placed_ = count();
   lookup_.changed();
   const tWordRule wordRule = rule->wordRule();
@@ -142,7 +196,7 @@ void tXChgArray::forget(const tBaseXChg* rule) {
   int last = 0;
   if (Find(rule->key(), first, last, 1) == 0) return;
   for (int i = first; i <= last; ++i) {
-    if (get(i) == rule) {
+    if (slot(i) == rule) {
       takeRule(i);
       return;
     }
@@ -157,6 +211,7 @@ void tXChgArray::forgetRules() {
 }
 
 void tXChgArray::dropRules() {
+  dropStored();
   forgetRules();
   dropElements();
 }
@@ -174,6 +229,22 @@ const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
   return run_.words.get();
 }
 
+// Whether the rule is a stored one that fails at the word after the key, so that it need not be
+// made. Takes the steps that trying it would have taken.
+bool tXChgArray::cannotMatch(int index, int start, tTknString* t) const {
+  const tStoredRule* stored = storedIn(slot(index));
+  if (stored == nullptr || stored->secondSize == 0) return false;
+  const int next = std::max(start, 0) + 1;
+  if (next >= t->count()) {
+    t->step();
+    return true;
+  }
+  const tString& word = t->getToken(next);
+  if (compareKeyword(stored->secondWord(), word, stored->wordRule()) == 0) return false;
+  t->step(2);
+  return true;
+}
+
 bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int start,
                          tTknString* t) {
   tBestRule best(start, t, observer_);
@@ -183,7 +254,9 @@ bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int 
     const tString& second = t->getToken(std::max(start, 0) + 1);
     words->find(second, [&](int index) { best.meet(index, *get(index)); });
   } else {
-    for (int i = last; i >= first; --i) best.meet(i, *get(i));
+    for (int i = last; i >= first; --i) {
+      if (observer_ != nullptr || !cannotMatch(i, start, t)) best.meet(i, *get(i));
+    }
   }
   return best.apply(processor);
 }

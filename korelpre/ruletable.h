@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "korelpre/rule.h"
 #include "korelpre/ruleindex.h"
 #include "korelpre/secondwords.h"
+#include "korelpre/storedrules.h"
 #include "korelpre/wordlookup.h"
 #include "lib_base/list.h"
 
@@ -20,13 +22,28 @@ class tRuleObserver;
 /// Rules that have arrived since the last look into the table wait at its end; they get their
 /// places together when somebody looks. Before indexes are used arrange() must have been called;
 /// every operation that answers with an index has done so.
+///
+/// A rule can also stand in the table as a stored one, which is part of the image of a header; the
+/// rule itself is made when somebody asks for it.
 class tXChgArray : public tAutoArray<tBaseXChg> {
  public:
-  ~tXChgArray() override = default;
+  ~tXChgArray() override { dropStored(); }
   void Destroy() override;
+
+  tBaseXChg* get(int index) const {
+    tBaseXChg* const slot = tAutoArray<tBaseXChg>::get(index);
+    return storedIn(slot) == nullptr ? slot : makeRule(index);
+  }
+  tBaseXChg& operator[](int index) const { return *get(index); }
+  tBaseXChg* last() const { return get(count() - 1); }
 
   /// Inserts `rule` behind every rule whose key equals its key.
   void Add(tBaseXChg* rule);
+  /// As Add for a rule of an image, which must outlive this table. `processor` is that of the rule.
+  void addStored(const tStoredRule& rule, KorelPreYaccClass* processor);
+  /// Adds all rules of a table that lie in an image at once. The rules that this table has must
+  /// have other keys, and all of one class.
+  void addStored(const tStoredRules& stored, KorelPreYaccClass* processor);
   /// Finds the run of rules whose key matches `word`. Returns 1 with `first` and `last` its
   /// bounds, or 0 with both the index at which such a rule would be inserted. A rule compares by
   /// its own flags; with `exact` set none of them abbreviates.
@@ -41,6 +58,15 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   /// Gives the rules that wait their places.
   void arrange() const;
+  /// The literal that must follow the key of the rule at `index`; empty when it is not known, or
+  /// there is none.
+  std::string_view secondWord(int index) const;
+  tWordRule wordRuleAt(int index) const {
+    return keyOf(tAutoArray<tBaseXChg>::get(index)).wordRule;
+  }
+  bool abbreviating() const { return abbreviating_; }
+  /// See ruleorder.cpp.
+  bool irregular() const { return irregular_; }
   /// What Find answers for the word, with and without `exact`.
   tFoundRules findRules(std::string_view word) const;
   /// The same, kept for the next time the word comes; null when it starts no rule.
@@ -68,7 +94,36 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   bool search(std::string_view word, bool exact, int count, int& position) const;
   bool findRun(std::string_view word, bool exact, int& first, int& last) const;
 
+  // The slots of the array. A stored rule stands there by its address + 1.
+  struct tKey {
+    std::string_view text;
+    tWordRule wordRule;
+  };
+  static const tStoredRule* storedIn(const tBaseXChg* slot) {
+    const auto address = reinterpret_cast<std::uintptr_t>(slot);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): see above
+    return (address & 1) == 0 ? nullptr : reinterpret_cast<const tStoredRule*>(address - 1);
+  }
+  static tBaseXChg* slotOf(const tStoredRule& rule) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): see above
+    return reinterpret_cast<tBaseXChg*>(reinterpret_cast<std::uintptr_t>(&rule) + 1);
+  }
+  static tKey keyOf(const tBaseXChg* slot) {
+    const tStoredRule* stored = storedIn(slot);
+    if (stored != nullptr) return {stored->keyText(), stored->wordRule()};
+    return {slot->key(), slot->wordRule()};
+  }
+  tBaseXChg* slot(int index) const { return tAutoArray<tBaseXChg>::get(index); }
+  tBaseXChg* makeRule(int index) const;
+  void noteKey(std::string_view key, tWordRule wordRule);
+  void dropStored();
+  bool cannotMatch(int index, int start, tTknString* t) const;
+
   // Giving rules their places (ruleorder.cpp).
+  struct tWaiting;
+  static std::uint64_t startOf(const tBaseXChg* slot);
+  static bool isBefore(const tWaiting& a, const tWaiting& b);
+  static bool isRegular(const std::vector<tWaiting>& rules);
   void placeOneByOne();
   bool placeTogether();
   void forgetRules();
@@ -77,10 +132,11 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   tRuleIndex index_;
   tWordLookup lookup_;
   tRuleObserver* observer_ = nullptr;
-  int placed_ = 0;             // rules at the front that have their places
-  bool irregular_ = false;     // see ruleorder.cpp
-  bool abbreviating_ = false;  // there is a rule that lets words be abbreviated
-  bool mixed_ = false;         // some rules ignore case and some do not
+  int placed_ = 0;                          // rules at the front that have their places
+  bool irregular_ = false;                  // see ruleorder.cpp
+  bool abbreviating_ = false;               // there is a rule that lets words be abbreviated
+  bool mixed_ = false;                      // some rules ignore case and some do not
+  KorelPreYaccClass* processor_ = nullptr;  // that of stored rules; null while there were none
 
   // The last long run that was asked for, and what is known of its rules.
   struct tRun {

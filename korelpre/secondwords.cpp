@@ -7,17 +7,6 @@
 
 namespace precomp {
 
-namespace {
-
-// The literal that must follow the key, or null.
-const tMatchMarker* secondWordOf(const tBaseXChg& rule) {
-  const tMatchMarker* head = rule.firstMatch();
-  if (head->hasGroups() || head->next() == nullptr || !head->next()->isIdentifier()) return nullptr;
-  return head->next();
-}
-
-}  // namespace
-
 // Words that are equal whatever their case have one key; so may others.
 std::uint64_t tSecondWords::wholeKey(std::string_view word) {
   std::uint64_t hash = 14695981039346656037u;
@@ -37,13 +26,13 @@ std::uint64_t tSecondWords::abbreviatedKey(std::string_view word) {
 
 tSecondWords::tSecondWords(const tXChgArray& table, int first, int last) {
   for (int i = first; i <= last; ++i) {
-    const tMatchMarker* word = secondWordOf(table[i]);
-    if (word == nullptr) {
+    const std::string_view word = table.secondWord(i);
+    if (word.empty()) {
       others_.push_back(i);
-    } else if (table[i].wordRule().abbreviate) {
-      abbreviated_[abbreviatedKey(word->token())].push_back(i);
+    } else if (table.wordRuleAt(i).abbreviate) {
+      abbreviated_[abbreviatedKey(word)].push_back(i);
     } else {
-      whole_[wholeKey(word->token())].push_back(i);
+      whole_[wholeKey(word)].push_back(i);
     }
   }
 }

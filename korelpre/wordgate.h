@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -15,6 +16,13 @@ class tWordGate {
     const unsigned pair = pairOf(word[0], word.size() > 1 ? word[1] : '\0');
     bits_[pair >> 6] |= std::uint64_t{1} << (pair & 63);
   }
+  static constexpr std::size_t kWords = 1024;
+  /// What the gate knows, in kWords numbers.
+  const std::uint64_t* bits() const { return bits_.data(); }
+  /// Adds what another gate knows.
+  void addBits(const std::uint64_t* bits) {
+    for (std::size_t i = 0; i < kWords; ++i) bits_[i] |= bits[i];
+  }
   /// `second` is 0 for a word of one byte. False when no added word begins so.
   bool passes(char first, char second) const {
     const unsigned pair = pairOf(first, second);
@@ -27,7 +35,7 @@ class tWordGate {
            static_cast<unsigned char>(second);
   }
 
-  std::array<std::uint64_t, 1024> bits_{};
+  std::array<std::uint64_t, kWords> bits_{};
 };
 
 /// The same without regard to bit 0x20 of the bytes, and so to case.
@@ -38,6 +46,11 @@ class tFoldedGate {
     if (word.empty()) return;
     const unsigned pair = pairOf(word[0], word.size() > 1 ? word[1] : '\0');
     bits_[pair >> 6] |= std::uint64_t{1} << (pair & 63);
+  }
+  static constexpr std::size_t kWords = 64;
+  const std::uint64_t* bits() const { return bits_.data(); }
+  void addBits(const std::uint64_t* bits) {
+    for (std::size_t i = 0; i < kWords; ++i) bits_[i] |= bits[i];
   }
   bool passes(char first, char second) const {
     const unsigned pair = pairOf(first, second);
@@ -52,7 +65,7 @@ class tFoldedGate {
   }
   static unsigned pairOf(char first, char second) { return fold(first) << 6 | fold(second); }
 
-  std::array<std::uint64_t, 64> bits_{};
+  std::array<std::uint64_t, kWords> bits_{};
 };
 
 }  // namespace precomp

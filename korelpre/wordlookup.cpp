@@ -37,8 +37,7 @@ std::uint32_t hashOfWord(std::string_view word) {
   return static_cast<std::uint32_t>(hash >> 32);
 }
 
-void tWordLookup::added(const tBaseXChg& rule) {
-  const std::string_view key = rule.key();
+void tWordLookup::added(std::string_view key, tWordRule wordRule) {
   ++generation_;
   gate_.add(key);
   // "M->" is found by the name that it begins with too.
@@ -46,7 +45,15 @@ void tWordLookup::added(const tBaseXChg& rule) {
   if (key.empty() || isNameStart(key[0])) return;
   const auto first = static_cast<unsigned char>(key[0]);
   oddStarts_[first] = true;
-  if (rule.wordRule().abbreviate) oddStarts_[first ^ 0x20u] = true;
+  if (wordRule.abbreviate) oddStarts_[first ^ 0x20u] = true;
+}
+
+void tWordLookup::addedStored(const tStoredRules& stored) {
+  ++generation_;
+  gate_.addBits(stored.wordGate);
+  for (std::size_t i = 0; i < oddStarts_.size(); ++i) {
+    if ((stored.oddStarts[i / 64] >> (i % 64) & 1) != 0) oddStarts_[i] = true;
+  }
 }
 
 void tWordLookup::clear() {

@@ -6,12 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "korelpre/keyword.h"
 #include "korelpre/wordgate.h"
 
 namespace precomp {
 
-class tBaseXChg;
 class tXChgArray;
+struct tStoredRules;
 
 /// Which rules of a table a word can start, as runs of indexes; a run with `last` below `first` is
 /// empty.
@@ -39,12 +40,15 @@ class tWordLookup {
   /// Whether a rule starts with a token that begins with this byte and is no name.
   bool startsOddToken(char first) const { return oddStarts_[static_cast<unsigned char>(first)]; }
 
-  void added(const tBaseXChg& rule);
+  void added(std::string_view key, tWordRule wordRule);
+  /// Takes over what the look-up of stored rules knows.
+  void addedStored(const tStoredRules& stored);
   /// Forgets what was found out; to be called when the table has changed otherwise.
   void changed() { ++generation_; }
   /// Changes whenever the table does; never 0.
   std::uint32_t generation() const { return generation_; }
   void clear();
+  const tFoldedGate& gate() const { return gate_; }
 
  private:
   struct tEntry {
