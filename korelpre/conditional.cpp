@@ -1,4 +1,5 @@
 #include "korelpre/korelprecls.h"
+#include "korelpre/pchrecorder.h"
 
 namespace precomp {
 
@@ -8,8 +9,8 @@ std::uint8_t KorelPreYaccClass::doIfDef(const tSpcString* name, int line) {
   record->line = line;
   if (name != nullptr) {
     record->name = *name;
-    const bool defined =
-        defines()->index().find(*name) != nullptr || dynDefines()->index().find(*name) != nullptr;
+    const bool defined = isDefined(*name);
+    if (shared_.recorder != nullptr) shared_.recorder->tested(*name, defined);
     skip_ = defined ? 0 : 1;
   } else {
     record->name = tString::borrow("ignore");

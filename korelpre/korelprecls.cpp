@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "korelpre/pchrecorder.h"
 #include "lib_base/fatal.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
@@ -75,6 +76,7 @@ void KorelPreYaccClass::clear() {
   includes_.Destroy();
   if (root_ == this) shared_.markers.clear();
   conditionals_.Destroy();
+  if (root_ == this) shared_.images.clear();
   skip_ = 0;
   currentLine_ = 0;
 }
@@ -98,11 +100,15 @@ bool KorelPreYaccClass::compile(const char* name, const char* directory, tString
   if (!loadfile(name, directory, passedOn, scratch)) {
     if (isOptionalHeader(scratch)) {
       root().headerMissing_ = 1;
+      if (shared_.recorder != nullptr) shared_.recorder->spoil();
       return false;
     }
     exception(2090, nullptr, name);
   }
-  if (inCycle_) return false;
+  if (inCycle_) {
+    if (shared_.recorder != nullptr) shared_.recorder->spoil();
+    return false;
+  }
   takeText(true);
   parseText();
   if (!savedDirectory.empty()) SetCurDir(savedDirectory);
@@ -205,16 +211,6 @@ int KorelPreYaccClass::ownLineCount() const {
 
 SSYaccStackElement* KorelPreYaccClass::stackElement() {
   return new tKorelPreStackElement;
-}
-
-void KorelPreYaccClass::includeStandardHeader() {
-  if (root_ != this || headerDone_) return;
-  headerDone_ = true;
-  if (!includes_.empty()) return;
-  auto header = std::make_unique<tInclude>(0, shared_.standardHeader, *this);
-  if (!header->process()) return;
-  noteIncluded(header->name());
-  includes_.add(header.release());
 }
 
 void KorelPreYaccClass::printLine(const tTknString& statement, unsigned char original) {

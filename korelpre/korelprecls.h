@@ -24,6 +24,10 @@
 
 namespace precomp {
 
+class tHeaderCache;
+class tHeaderImage;
+struct tHeaderNotes;
+class tHeaderRecorder;
 class tPlainWriter;
 
 /// An open #ifdef or #ifndef.
@@ -38,6 +42,7 @@ struct tIFDef {
 struct tSharedState {
   ~tSharedState() { dynDefines.dropRules(); }
 
+  std::vector<std::shared_ptr<const tHeaderImage>> images;  // rules refer to them
   tAutoArray<tString> includePath;
   tMarkerArena markers;   // of most rules
   tXChgArray dynDefines;  // its rules belong to line entries
@@ -51,6 +56,8 @@ struct tSharedState {
   std::unique_ptr<AYaccClass> language;
   tStatementCheck checks;
   tRuleObserver* observer = nullptr;
+  tHeaderCache* headerCache = nullptr;
+  tHeaderRecorder* recorder = nullptr;  // while a header is read to make an image of it
 
   // The last error.
   tString errorString;
@@ -155,6 +162,17 @@ class KorelPreYaccClass : public SSYacc {
   /// share it; it must outlive them or be taken away.
   void setRuleObserver(tRuleObserver* observer);
 
+  /// Lets headers be read once for all processors that share this cache; null for none. It must
+  /// outlive the reading.
+  void setHeaderCache(tHeaderCache* cache) { shared_.headerCache = cache; }
+  /// Fills the tables from the file that a run has saved of the standard header; false when there
+  /// is none that holds what the text would give.
+  bool loadPchFile();
+  /// Reads a header, no standard header before it, and saves it as the standard header it is to
+  /// be. False when it was not saved; what is wrong with the header itself is raised. The cache
+  /// must be one that saves.
+  bool prepch(const char* header);
+
   // Conditional compilation. A null name means that the directive lies in a skipped region.
   std::uint8_t doIfDef(const tSpcString* name, int line);
   std::uint8_t doIfNDef(const tSpcString* name, int line);
@@ -187,10 +205,24 @@ class KorelPreYaccClass : public SSYacc {
   bool isOptionalHeader(const tString& name) const;
   [[noreturn]] void raiseIncludeLimit(const char* limit);
 
+  // Headers that are read once (pch.cpp).
+  static constexpr bool kWholeTables = true;
+  void includeStandardHeader();
+  bool compileStandardHeader();
+  std::shared_ptr<const tHeaderImage> recordStandardHeader();
+  bool savePchFile(const tHeaderImage& image, unsigned set);
+  bool takeCachedHeader(const tString& name, bool wholeTables);
+  void takeImage(const tString& name, const std::shared_ptr<const tHeaderImage>& image,
+                 bool wholeTables);
+  bool fits(const tHeaderImage& image, bool wholeTables);
+  bool fitsTables(const tHeaderImage& image) const;
+  bool isDefined(std::string_view name) const;
+  tString locate(const tString& requested);
+  bool mayInclude(const tHeaderNotes& notes) const;
+
   // Phase 1.
   void parseText();
   void finishText();
-  void includeStandardHeader();
   void placeError(int line, tString& text);
   void placeScannerError(const SSException& failure);
   void passPlainLines();
@@ -273,6 +305,7 @@ class KorelPreYaccClass : public SSYacc {
   std::uint8_t skip_ = 0;
   bool inCycle_ = false;
   bool headerDone_ = false;
+  bool precompiling_ = false;  // a header is read to be saved
   tAutoArray<tIFDef> conditionals_;
 
   tRuleReader reader_;

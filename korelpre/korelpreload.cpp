@@ -6,6 +6,7 @@
 
 #include "korelpre/korelprecls.h"
 #include "korelpre/lineends.h"
+#include "korelpre/pchrecorder.h"
 #include "lib_base/misc.h"
 #include "lib_base/pathname.h"
 #include "lib_gzip/zipsource.h"
@@ -77,6 +78,9 @@ bool KorelPreYaccClass::readFrom(const tString& directory, const tString& name) 
     resolvedName_ = files().resolve(path.c_str());
   }
   if (!file->readAll(text_)) raiseIncludeLimit("included text");
+  if (shared_.recorder != nullptr) {
+    shared_.recorder->fileRead(requestedName_, path, resolvedName_, text_, depth_);
+  }
   return true;
 }
 
@@ -92,6 +96,16 @@ void KorelPreYaccClass::countInclude(std::int64_t bytes) {
   if (++shared_.includedFiles > kMostIncludes) raiseIncludeLimit("included files");
   shared_.includedBytes += bytes > 0 ? bytes : 0;
   if (shared_.includedBytes > kMostIncludedBytes) raiseIncludeLimit("included text");
+}
+
+// Whether files that were read once may be counted again.
+bool KorelPreYaccClass::mayInclude(const tHeaderNotes& notes) const {
+  const std::int64_t files = std::int64_t{shared_.includedFiles} + notes.includedFiles;
+  return notes.depth <= kDeepestInclude &&
+         depth_ + static_cast<int>(notes.depth) <= kDeepestInclude && files <= kMostIncludes &&
+         notes.includedBytes <= kMostIncludedBytes &&
+         shared_.includedBytes + static_cast<std::int64_t>(notes.includedBytes) <=
+             kMostIncludedBytes;
 }
 
 // Makes what was read the text to be compiled.

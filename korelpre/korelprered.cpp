@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "korelpre/korelprecls.h"
+#include "korelpre/pchrecorder.h"
 #include "korelpre/tokenkinds.h"
 #include "lib_base/misc.h"
 
@@ -198,6 +199,10 @@ void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslat
   rule->setOrigin(openedName_, line);
   rule->keepText(text_, directiveText());
   if (includeMode_ != 0) {
+    if (shared_.recorder != nullptr) {
+      shared_.recorder->defining(rule->key(), isDefined(rule->key()));
+      shared_.recorder->ruleEntered(rule.get());
+    }
     removeSingleDefine(rule->key());
     removeDynamicDefines(rule->key());
     defines()->Add(rule.release());
@@ -252,6 +257,7 @@ void KorelPreYaccClass::addRule(bool command, bool abbreviate, tChainBuilder& pa
   rule->setOrigin(openedName_, line);
   rule->keepText(text_, text);
   if (includeMode_ != 0) {
+    if (shared_.recorder != nullptr) shared_.recorder->ruleEntered(rule.get());
     enterRule(std::move(rule));
     source_.addDirective(line);
   } else {

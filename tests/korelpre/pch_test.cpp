@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "korelpre/pchcache.h"
+#include "tests/support/preprocess.h"
+
+using namespace precomp;
+
+namespace {
+
+constexpr const char* kHeader =
+    "#include \"limits.ch\"\n"
+    "#ifdef DEBUG\n#define LEVEL 2\n#else\n#define LEVEL 1\n#endif\n"
+    "#define AREA(a, b) ((a) * (b))\n"
+    "#command SAY <x> [AT <r>] => put(<x> [, <r>])\n"
+    "#command SAY TWICE <x> => twice(<x>)\n"
+    "#xcommand LIST <l,...> [<on: ON, OFF NOW>] => l({<l>}, <.on.>)\n"
+    "#command SAYING <*rest*> => told(#<rest>)\n"
+    "#translate pick(<x>) => pock(<\"x\">, <{x}>)\n"
+    "this is no directive\n";
+constexpr const char* kLimits = "#ifndef MOST\n#define MOST 99\n#endif\n";
+constexpr const char* kMain =
+    "#include \"std.ch\"\n#include \"limits.ch\"\n"
+    "#command SAY LOUD <x> => loud(<x>)\n"
+    "SAY 1 + MOST\nsay twice pick(a)\nLIST a, b OFF NOW\nSAYI hello there\nSAY LOUD LEVEL\n"
+    "x := AREA(MOST, LEVEL)\n"
+    "#define LEVEL 7\n"
+    "y := LEVEL + AREA(1, 2)\n";
+
+/// A disk with a program on it, and the options to preprocess it with.
+struct tProgram {
+  tProgram() {
+    disk.put("inc/std.ch", kHeader);
+    disk.put("inc/limits.ch", kLimits);
+    disk.put("main.prw", kMain);
+  }
+
+  std::string run(tHeaderCache* cache) { return run(cache, disk); }
+  std::string run(tHeaderCache* cache, tDiskMan& files) const {
+    tAutoArray<tString> list;
+    for (const char* option : options) list.add(new tString(option));
+    list.add(new tString("-Fmain.prw"));
+    tStringSink sink;
+    const tOutputScope scope(sink);
+    KorelPre16 session(files);
+    session.Init(list, 1);
+    session.setHeaderCache(cache);
+    tString output;
+    tString error;
+    session.doIt(output, error);
+    std::string text(output.view());
+    for (tXChgArray* table : {session.defines(), session.commands(), session.translates()}) {
+      table->arrange();
+      tString listing;
+      for (int i = 0; i < table->count(); ++i) table->get(i)->print(&listing);
+      text += "\n--\n";
+      text += listing.view();
+    }
+    return text + "\n" + sink.text;
+  }
+
+  /// Runs once to save the header and then, after `change`, once more. The number of times the
+  /// second run took the saved header; its result must be that of a run without one.
+  int reusedAfter(const std::function<void(tProgram&)>& change) {
+    tHeaderCache first(true);
+    const std::string before = run(&first);
+    EXPECT_EQ(before, run(nullptr));
+    change(*this);
+    tHeaderCache second(true);
+    EXPECT_EQ(run(&second), run(nullptr));
+    return second.reused();
+  }
+
+  tDiskManMemory disk;
+  std::vector<const char*> options = {"-Iearly;inc"};
+};
+
+TEST(SavedHeader, GivesWhatTheTextGives) {
+  tProgram program;
+  EXPECT_EQ(program.reusedAfter([](tProgram&) {}), 1);
+  EXPECT_NE(program.run(nullptr).find("loud(1)"), std::string::npos);
+  ASSERT_NE(program.disk.bytes("inc/std.pch"), nullptr);
+  EXPECT_EQ(program.disk.fileCount(), 4u) << "no temporary file stays";
+}
+
+TEST(SavedHeader, IsSavedOnlyWhenAsked) {
+  tProgram program;
+  tHeaderCache inMemory;
+  program.run(&inMemory);
+  EXPECT_EQ(program.run(&inMemory), program.run(nullptr));
+  EXPECT_EQ(inMemory.compiled(), 1);
+  EXPECT_EQ(inMemory.reused(), 1);
+  EXPECT_EQ(program.disk.fileCount(), 3u);
+}
+
+TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
+  const struct {
+    const char* what;
+    std::function<void(tProgram&)> change;
+  } kChanges[] = {
+      {"contents",
+       [](tProgram& p) { p.disk.put("inc/limits.ch", "#define MOST 98\n#ifdef A\n#endif\n"); }},
+      {"contents of one size",
+       [](tProgram& p) { p.disk.put("inc/limits.ch", "#ifndef MOST\n#define MOST 98\n#endif\n"); }},
+      {"a file is gone", [](tProgram& p) { p.disk.remove("inc/limits.ch"); }},
+      {"another header earlier",
+       [](tProgram& p) { p.disk.put("early/std.ch", "#define LEVEL 5\n"); }},
+      {"another file earlier",
+       [](tProgram& p) { p.disk.put("early/limits.ch", "#define MOST 5\n"); }},
+      {"one in the working directory",
+       [](tProgram& p) { p.disk.put("limits.ch", "#define MOST 5\n"); }},
+      {"a tested name", [](tProgram& p) { p.options.push_back("-DDEBUG"); }},
+      {"a name that suppresses a #define", [](tProgram& p) { p.options.push_back("-DMOST=3"); }},
+      {"a name that the header defines", [](tProgram& p) { p.options.push_back("-DLEVEL=3"); }},
+      {"the place of the header",
+       [](tProgram& p) {
+         p.disk.put("other/std.ch", kHeader);
+         p.disk.put("other/limits.ch", kLimits);
+         p.disk.put("other/std.pch", *p.disk.bytes("inc/std.pch"));
+         p.options[0] = "-Iother";
+       }},
+  };
+  for (const auto& row : kChanges) EXPECT_EQ(tProgram().reusedAfter(row.change), 0) << row.what;
+}
+
+TEST(SavedHeader, StandsBesideThoseForOtherNames) {
+  tProgram program;
+  tHeaderCache plain(true);
+  program.run(&plain);
+  program.options.push_back("-DOTHER");
+  tHeaderCache other(true);
+  program.run(&other);
+  EXPECT_EQ(program.disk.fileCount(), 5u);
+  for (int i = 0; i < 2; ++i) {
+    tHeaderCache again(true);
+    EXPECT_EQ(program.run(&again), program.run(nullptr));
+    EXPECT_EQ(again.reused(), 1);
+    program.options.pop_back();
+  }
+}
+
+TEST(SavedHeader, IsIgnoredWhenDamaged) {
+  tProgram program;
+  tHeaderCache first(true);
+  const std::string expected = program.run(&first);
+  const std::string whole = *program.disk.bytes("inc/std.pch");
+  const auto check = [&](const std::string& damaged) {
+    program.disk.put("inc/std.pch", damaged);
+    tHeaderCache cache(true);
+    ASSERT_EQ(program.run(&cache), expected);
+    ASSERT_EQ(cache.reused(), 0);
+  };
+  for (std::size_t i = 0; i < whole.size(); i += i < 512 ? 1 : 37) {
+    std::string damaged = whole;
+    damaged[i] = static_cast<char>(damaged[i] ^ (1 << (i % 8)));
+    check(damaged);
+    if (i % 16 == 0) check(whole.substr(0, i));
+  }
+  check(whole + "x");
+}
+
+TEST(SavedHeader, IsWrittenAgainInPlaceOfADamagedOneOnly) {
+  tProgram program;
+  const auto run = [&](const char* before) {
+    program.disk.put("inc/std.pch", before);
+    tHeaderCache cache(true);
+    program.run(&cache);
+    return *program.disk.bytes("inc/std.pch") != before;
+  };
+  EXPECT_FALSE(run("a header of somebody's\n"));
+  EXPECT_FALSE(run(""));
+  program.disk.remove("inc/std.pch");
+  tHeaderCache cache(true);
+  program.run(&cache);
+  std::string cut = program.disk.bytes("inc/std.pch")->substr(0, 100);
+  program.disk.put("inc/std.pch", cut);
+  tHeaderCache again(true);
+  program.run(&again);
+  EXPECT_GT(program.disk.bytes("inc/std.pch")->size(), 100u);
+}
+
+TEST(SavedHeader, IsDoneWithoutWhereItCannotBeWritten) {
+  for (int kind = 0; kind < 3; ++kind) {
+    tProgram program;
+    const std::string expected = program.run(nullptr);
+    if (kind == 0) program.disk.refuseCreate("inc/std.pch.krpre");
+    if (kind == 1) program.disk.limitWrites("inc/std.pch.krpre", 1000);
+    if (kind == 2) program.disk.refuseRename("inc/std.pch.krpre");
+    tHeaderCache cache(true);
+    EXPECT_EQ(program.run(&cache), expected);
+    EXPECT_EQ(program.disk.fileCount(), 3u);
+  }
+}
+
+TEST(SavedHeader, IsNotTrustedAfterAFailure) {
+  tProgram program;
+  tHeaderCache cache(true);
+  program.run(&cache);
+  cache.setTryAgain(true);
+  EXPECT_EQ(program.run(&cache), program.run(nullptr));
+  EXPECT_EQ(cache.reused(), 0);
+  EXPECT_FALSE(cache.bTryAgain());
+  EXPECT_EQ(cache.compiled(), 2);
+
+  program.disk.put("inc/std.ch", "#command\n");
+  tHeaderCache failing(true);
+  const std::string expected = program.run(nullptr);
+  EXPECT_NE(expected.find("C2001"), std::string::npos);
+  EXPECT_EQ(program.run(&failing), expected);
+  EXPECT_TRUE(failing.bTryAgain());
+  EXPECT_EQ(program.run(&failing), expected);
+}
+
+TEST(SavedHeader, IsMadeAheadByPrepch) {
+  tProgram program;
+  {
+    tHeaderCache cache(true);
+    tAutoArray<tString> options;
+    options.add(new tString("-Iinc"));
+    KorelPre16 session(program.disk);
+    session.Init(options, 1);
+    EXPECT_FALSE(session.prepch("std.ch")) << "without a cache";
+    session.setHeaderCache(&cache);
+    EXPECT_TRUE(session.prepch("std.ch"));
+  }
+  tHeaderCache cache(true);
+  EXPECT_EQ(program.run(&cache), program.run(nullptr));
+  EXPECT_EQ(cache.compiled(), 0);
+}
+
+TEST(SharedHeader, IsCompiledOnceForAllThreads) {
+  const tProgram program;
+  tHeaderCache cache;
+  const std::string expected = tProgram().run(nullptr);
+  std::vector<std::thread> threads;
+  std::vector<std::string> results(8);
+  for (std::string& result : results) {
+    threads.emplace_back([&] {
+      for (int i = 0; i < 10; ++i) {
+        tProgram own;
+        result = own.run(&cache, own.disk);
+        if (result != expected) return;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const std::string& result : results) EXPECT_EQ(result, expected);
+  EXPECT_EQ(cache.compiled(), 1);
+  EXPECT_EQ(cache.reused(), 79);
+}
+
+}  // namespace
