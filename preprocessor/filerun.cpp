@@ -62,10 +62,12 @@ tFileNames composeNames(const tRunOptions& options, const tString& sourceName) {
 /// The run of one file. Each step prints what went wrong in it and returns a result.
 class tFileRun {
  public:
-  tFileRun(tDiskMan& disk, const tRunOptions& options, const tString& sourceName, tRunHost& host)
+  tFileRun(tDiskMan& disk, const tRunOptions& options, const tString& sourceName, tRunHost& host,
+           precomp::tHeaderCache* headers)
       : disk_(disk),
         options_(options),
         host_(host),
+        headers_(headers),
         readName_(sourceName),
         names_(composeNames(options, sourceName)) {}
 
@@ -85,6 +87,7 @@ class tFileRun {
   tDiskMan& disk_;
   const tRunOptions& options_;
   tRunHost& host_;
+  precomp::tHeaderCache* headers_;
   tString readName_;
   tFileNames names_;
   bool outputIsOurs_ = false;  // and may be removed after a failure
@@ -158,6 +161,7 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   precomp::KorelPre16 session(files);
   session.Init(sessionOptions, 0);
   session.setShownName(names_.source);
+  session.setHeaderCache(headers_);
   addIncludePaths(session);
   host_.sessionBegins(session, names_.copy, names_.source);
   if (options_.trace) {
@@ -248,6 +252,6 @@ bool tFileRun::outputIsSource() {
 }  // namespace
 
 int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& sourceName,
-                   tRunHost& host) {
-  return tFileRun(disk, options, sourceName, host).run();
+                   tRunHost& host, precomp::tHeaderCache* headers) {
+  return tFileRun(disk, options, sourceName, host, headers).run();
 }

@@ -12,5 +12,7 @@
 /// Returns 0, or one of 1 (a converter or the session found an error), the code of the external
 /// converter, 15 (the source could not be normalised) and -1 (the output could not be written, or
 /// something failed inside); then there is no output file, not even an older one.
+///
+/// The files that are given one `headers` read each header once; it may be null.
 int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& sourceName,
-                   tRunHost& host);
+                   tRunHost& host, precomp::tHeaderCache* headers);

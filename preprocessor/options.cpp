@@ -56,6 +56,8 @@ const tRule kRules[] = {
     {"@O", [](tDiskMan&, std::string_view rest,
               tRunOptions& options) { options.outputDirectory = tString(rest); }},
     {"@@DEBUG", [](tDiskMan&, std::string_view, tRunOptions& options) { options.debug = true; }},
+    {"@@PRECOMPILED",
+     [](tDiskMan&, std::string_view, tRunOptions& options) { options.precompiled = true; }},
     {"@@NOCAPTFATAL",
      [](tDiskMan&, std::string_view, tRunOptions& options) { options.captureFatal = false; }},
     {"", [](tDiskMan&, std::string_view rest,

@@ -22,6 +22,8 @@ struct tRunOptions {
   /// Directories separated by ';'.
   tString includePath;
   bool trace = false;
+  /// The standard header is saved in a form that the next run can use at once.
+  bool precompiled = false;
   bool httpSend = false;
   bool pageDebugInfo = false;
   /// Empty: each file's own directory.

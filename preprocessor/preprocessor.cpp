@@ -13,10 +13,14 @@ namespace {
 constexpr std::size_t kLongestString = 16 * 1024 * 1024;
 
 int preprocessFiles(tDiskMan& disk, const tRunOptions& options, tRunHost& host) {
+  precomp::tHeaderCache own(options.precompiled);
+  precomp::tHeaderCache* headers = host.headers();
+  // What a single file reads once need not be kept, unless for the next run.
+  if (headers == nullptr && (options.precompiled || options.files.count() > 1)) headers = &own;
   int result = 0;
   for (int i = 0; i < options.files.count(); ++i) {
     if (options.files[i].empty()) continue;
-    const int fileResult = preprocessFile(disk, options, options.files[i], host);
+    const int fileResult = preprocessFile(disk, options, options.files[i], host, headers);
     if (fileResult != 0) result = fileResult;
   }
   return result;

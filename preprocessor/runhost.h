@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korelpre/korelpre.h"
+#include "korelpre/pchcache.h"
 #include "lib_base/stringz.h"
 
 /// What a run asks and tells its host. Every operation has a default that suits a host which only
@@ -11,6 +12,8 @@ class tRunHost {
 
   /// False: no output file is written, and an older one stays.
   virtual bool wantsOutput() const { return true; }
+  /// The headers that several runs share; null: each run keeps its own.
+  virtual precomp::tHeaderCache* headers() { return nullptr; }
   /// A session is about to preprocess `source`, which it reads under the name `copy`.
   virtual void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                              const tString& source);
