@@ -75,6 +75,8 @@ void KorelPreYaccClass::clear() {
   source_.clear();
   includes_.Destroy();
   if (root_ == this) shared_.markers.clear();
+  includedNames_.clear();
+  headerDone_ = false;
   conditionals_.Destroy();
   if (root_ == this) shared_.images.clear();
   skip_ = 0;
@@ -153,6 +155,13 @@ bool KorelPreYaccClass::isOptionalHeader(const tString& name) const {
 }
 
 void KorelPreYaccClass::parseText() {
+  // What a text that failed has left behind.
+  if (root_ == this) {
+    dynDefines()->dropRules();
+    shared_.errorPlaced = false;
+  }
+  conditionals_.Destroy();
+  skip_ = 0;
   source_.clear();
   source_.expect(text_.size());
   atLineStart_ = true;

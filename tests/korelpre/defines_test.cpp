@@ -75,4 +75,13 @@ TEST(Defines, ChangeInIncludesAtOnceAndInTheMainFileLineByLine) {
   EXPECT_EQ(result.text, "3\n\n3\n#line 1 \"h.ch\"\n#line 5 \"main.prw\"\n3 5");
 }
 
+// What a text that failed has left behind must not be touched.
+TEST(Defines, OfATextThatFailedAreForgotten) {
+  tMemoryProcessor processor;
+  EXPECT_THROW(processor.run("a", "#define A 1\n#ifdef A\n"), SSException);
+  EXPECT_EQ(processor.run("b", "#ifdef A\nx\n#endif\n#define A 2\nA"), "\n\n\n\n2");
+  EXPECT_THROW(processor.run("c", "\n#else"), SSException);
+  EXPECT_EQ(processor->errLine(), 2);
+}
+
 }  // namespace

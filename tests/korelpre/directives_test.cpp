@@ -234,6 +234,17 @@ TEST(Session, CutsEveryValueButTheFileOfTheRun) {
   EXPECT_EQ(session.fileList()[1].size(), 255U);
 }
 
+TEST(Session, StartsAnewWithEachInit) {
+  tDiskManMemory disk;
+  disk.put("std.ch", "#define A 1\n");
+  disk.put("h.ch", "#define B 2\n");
+  disk.put("a.prw", "#include \"h.ch\"\nA B");
+  precomp::KorelPre16 session(disk);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(runSession(session, {"-Fa.prw"}), "#line 1 \"h.ch\"\n#line 2 \"a.prw\"\n1 2");
+  }
+}
+
 TEST(Session, PutsTheDirectoryOfEachFileInFrontOfThePath) {
   tDiskManMemory disk;
   for (const char* name : {"std.ch", "d/a.prw", "d/b.prw"}) disk.put(name, "");
