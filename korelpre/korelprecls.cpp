@@ -163,6 +163,7 @@ void KorelPreYaccClass::parseText() {
   conditionals_.Destroy();
   skip_ = 0;
   source_.clear();
+  innerDirective_ = 0;
   source_.expect(text_.size());
   atLineStart_ = true;
   anyDelivered_ = inSql_ = sqlEnding_ = continuing_ = false;

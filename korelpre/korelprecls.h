@@ -323,6 +323,7 @@ class KorelPreYaccClass : public SSYacc {
   bool continuing_ = false;  // a continuation came last
   tSqlBlock sql_;
   int lastTokenLine_ = 0;
+  std::size_t innerDirective_ = 0;  // where the last directive that was reduced begins
 };
 
 }  // namespace precomp

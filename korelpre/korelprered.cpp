@@ -214,10 +214,13 @@ void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslat
   entry.pendingDefine = std::move(rule);
 }
 
-// The text of the directive being reduced.
+// The text of the directive being reduced. One that stands at the end of its result has been
+// reduced before and is no part of it.
 std::string_view KorelPreYaccClass::directiveText() {
   const std::size_t begin = part(0).lexeme()->absoluteOffset();
-  return text_.view().substr(begin, consumer_->start() - begin);
+  const std::size_t end = begin < innerDirective_ ? innerDirective_ : consumer_->start();
+  innerDirective_ = begin;
+  return text_.view().substr(begin, end - begin);
 }
 
 // A pattern has to begin with a word, by which the rule is found.

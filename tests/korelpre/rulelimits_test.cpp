@@ -77,6 +77,14 @@ TEST(RuleLimits, AllowLongPatternsAndStatements) {
   EXPECT_EQ(result3.text.size(), 1 + 3 + 2 * 20000 + 1);
 }
 
+TEST(RuleLimits, AllowManyDirectivesOnALine) {
+  std::string source = "#xcommand Z => y";
+  for (int i = 0; i < 20000; ++i) source += " #xcommand A" + std::to_string(i) + " => b";
+  const tPreprocessed result = preprocessSoon(source + "\nZ\nA0\nA19999");
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(result.text, "\ny\nb\nb");
+}
+
 TEST(RuleLimits, AllowDeepNesting) {
   const int kDepth = 40000;
   const std::string nested = repeated("(", kDepth) + "x" + repeated(")", kDepth);
