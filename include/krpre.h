@@ -1,4 +1,7 @@
-/* The native interface of libkrpre, the source preprocessor of Korel. Plain C. */
+/* The interface of libkrpre, the source preprocessor of Korel. Plain C.
+ *
+ * A native host calls doPreProc or executeKrpreDll, and redirectOutPut and restoreOutPut around
+ * them when nothing shall be printed. */
 #ifndef KRPRE_H
 #define KRPRE_H
 
@@ -54,6 +57,36 @@ enum {
  * The call uses the calling thread only, and may run in several threads at once as long as calls
  * that write to the same directory have different tags. No C++ exception leaves it. */
 KRPRE_API int doPreProc(int count, char** vector);
+
+/* doPreProc for a host that has its arguments in one text, as a shell would.
+ *
+ *   count        how many arguments the host wants read, slot 0 not among them. Fewer than the text
+ *                holds: the rest is not read. More: the missing ones are as null slots.
+ *   commandLine  the arguments, separated by blanks. Blanks between double quotes do not separate;
+ *                the quotes stay in the argument. It stays the caller's.
+ *
+ * Returns what doPreProc returns. With count 1 and the text "-v" the version is printed.
+ *
+ * A null commandLine is an error of the caller and the one case in which a C++ exception leaves the
+ * library: std::logic_error. */
+KRPRE_API int executeKrpreDll(int count, const char* commandLine);
+
+/* Silences standard output: from now on what the process prints there goes to "/dev/null". What was
+ * printed before still appears.
+ *
+ *   silencer  receives the descriptor of "/dev/null", for restoreOutPut; -1 when this fails.
+ *
+ * Returns a descriptor of the output as it was, for restoreOutPut, or -1 when nothing was changed.
+ * It concerns the whole process: threads must not call it side by side. */
+KRPRE_API int redirectOutPut(int* silencer);
+
+/* Undoes redirectOutPut. What was printed in between is gone.
+ *
+ *   saved     what redirectOutPut returned. It stays open and the caller's to close.
+ *   silencer  what redirectOutPut stored; it is closed.
+ *
+ * Returns 0. After a redirectOutPut that failed it does nothing. */
+KRPRE_API int restoreOutPut(int saved, int silencer);
 
 /* --- Richer hosts
  * -----------------------------------------------------------------------------------

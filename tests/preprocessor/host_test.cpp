@@ -1,10 +1,15 @@
 // A host with Qt of its own that uses the library as it is shipped.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QTranslator>
+#include <climits>
 #include <cstring>
+#include <exception>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -55,6 +60,107 @@ TEST(Host, MayHandOverNullSlotsAndNothing) {
   EXPECT_EQ(doPreProc(3, nothing), 0);
   EXPECT_EQ(doPreProc(0, nullptr), 0);
   EXPECT_EQ(doPreProc(-7, nullptr), 0);
+}
+
+/// What one call printed, and the `.ppo` that it left of a source "x := ONE + TWO".
+struct tLeft {
+  int result;
+  std::string printed;
+  std::string output;
+};
+
+tLeft execute(int count, const std::string& commandLine) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("a b.prw", "x := ONE + TWO\n");
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(directory.path());
+  testing::internal::CaptureStdout();
+  const int result = executeKrpreDll(count, commandLine.c_str());
+  std::fflush(stdout);
+  tLeft left = {result, testing::internal::GetCapturedStdout(), "(none)"};
+  std::filesystem::current_path(before);
+  if (std::filesystem::exists(directory.path() / "a b.ppo")) {
+    left.output = readBytes(directory.path() / "a b.ppo");
+  }
+  return left;
+}
+
+TEST(CommandLine, IsCutAtBlanksOutsideQuotes) {
+  EXPECT_EQ(execute(3, "  @F\"a b.prw\"   /DONE=1  /DTWO=2 ").output, "x := 1 + 2\r\n");
+}
+
+TEST(CommandLine, IsReadAsFarAsTheHostCounts) {
+  const std::string line = "@F\"a b.prw\" /DONE=1 /DTWO=2";
+  EXPECT_EQ(execute(2, line).output, "x := 1 + TWO\r\n");
+  EXPECT_EQ(execute(1, line).output, "x := ONE + TWO\r\n");
+  for (const int count : {3, 4, 1000000000, INT_MAX}) {
+    EXPECT_EQ(execute(count, line).output, "x := 1 + 2\r\n") << count;
+  }
+  for (const int count : {0, -1, INT_MIN}) {
+    const tLeft left = execute(count, line);
+    EXPECT_EQ(left.result, 0);
+    EXPECT_EQ(left.output, "(none)");
+  }
+}
+
+TEST(CommandLine, HoldsAnyNumberOfPieces) {
+  std::string line;
+  for (int i = 0; i < 5000; ++i) line += "/DSOME=1 ";
+  EXPECT_EQ(execute(5003, line + "/DONE=1 /DTWO=2 @F\"a b.prw\"").output, "x := 1 + 2\r\n");
+  EXPECT_EQ(execute(1, "").result, 0);
+  EXPECT_EQ(execute(7, "   ").result, 0);
+}
+
+TEST(CommandLine, IsTheVersionRequestWhenTheHostCountsOne) {
+  EXPECT_NE(execute(1, " -V ").printed.find("Build"), std::string::npos);
+  EXPECT_EQ(execute(2, "-v").printed, "");
+}
+
+TEST(CommandLine, MustNotBeNull) {
+  try {
+    executeKrpreDll(1, nullptr);
+    ADD_FAILURE() << "no exception";
+  } catch (const std::logic_error& error) {
+    EXPECT_STREQ(error.what(), "basic_string::_M_construct null not valid");
+  }
+  // The library has a C++ runtime of its own; this one must have kept count.
+  EXPECT_EQ(std::uncaught_exceptions(), 0);
+}
+
+TEST(Output, IsSilentBetweenRedirectAndRestore) {
+  testing::internal::CaptureStdout();
+  std::printf("before, ");
+  int silencer = 0;
+  const int saved = redirectOutPut(&silencer);
+  ASSERT_GE(saved, 0);
+  char name[] = "", request[] = "-v";
+  char* vector[] = {name, request};
+  EXPECT_EQ(doPreProc(2, vector), 0);
+  EXPECT_EQ(restoreOutPut(saved, silencer), 0);
+  std::printf("after");
+  std::fflush(stdout);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "before, after");
+  EXPECT_EQ(fcntl(silencer, F_GETFD), -1) << "closed";
+  EXPECT_EQ(close(saved), 0) << "the host's to close";
+}
+
+TEST(Output, RestoringWhatCouldNotBeRedirectedDoesNothing) {
+  EXPECT_EQ(redirectOutPut(nullptr), -1);
+  const int output = dup(STDOUT_FILENO);
+  const int input = dup(STDIN_FILENO);
+  close(STDIN_FILENO);  // the silencer gets the place of another descriptor than the output's
+  close(STDOUT_FILENO);
+  int silencer = 0;
+  const int saved = redirectOutPut(&silencer);
+  const int restored = restoreOutPut(saved, silencer);
+  dup2(output, STDOUT_FILENO);
+  dup2(input, STDIN_FILENO);
+  close(output);
+  close(input);
+  EXPECT_EQ(saved, -1);
+  EXPECT_EQ(silencer, -1);
+  EXPECT_EQ(restored, 0);
 }
 
 }  // namespace
