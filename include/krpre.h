@@ -1,7 +1,8 @@
 /* The interface of libkrpre, the source preprocessor of Korel. Plain C.
  *
  * A native host calls doPreProc or executeKrpreDll, and redirectOutPut and restoreOutPut around
- * them when nothing shall be printed. */
+ * them when nothing shall be printed. A Java host uses the class Krpre, whose native methods are
+ * Java_Krpre_prebuild and Java_Krpre_getCH. */
 #ifndef KRPRE_H
 #define KRPRE_H
 
@@ -87,6 +88,36 @@ KRPRE_API int redirectOutPut(int* silencer);
  *
  * Returns 0. After a redirectOutPut that failed it does nothing. */
 KRPRE_API int restoreOutPut(int saved, int silencer);
+
+/* The native methods of the Java class Krpre (java/Krpre.java is their manual for Java hosts), seen
+ * by those who include jni.h first. */
+#ifdef JNI_VERSION_1_1
+
+/* Krpre.prebuild: doPreProc over the elements of `arguments`, which may be null and of any length.
+ *
+ * Element 0 is the place of the program's name and is not read, a null element is skipped. Strings
+ * are passed on in the virtual machine's default encoding, or as UTF-8 when that lacks one of their
+ * characters. `receiver` is not used.
+ *
+ * Returns what doPreProc returns; messages have been written when it does. An element that cannot
+ * be converted is skipped, and the exception is pending when the call returns:
+ * java.lang.OutOfMemoryError, or java.lang.IllegalArgumentException for a string with the
+ * character 0 in it. */
+KRPRE_API jint Java_Krpre_prebuild(JNIEnv* environment, jobject receiver, jobjectArray arguments);
+
+/* Krpre.getCH: the text of a header file, plain or in the packed form, with "\r\n" behind it. The
+ * name is passed on as UTF-8. The file is read as UTF-8 when it is valid UTF-8, otherwise as
+ * Windows-1252. `receiver` is not used.
+ *
+ * Returns a new string, as a local reference. It is empty when `fileName` is null, when there is no
+ * such file or it cannot be read, and when it is larger than 16 MiB or a packed file whose lengths
+ * cannot be true. Null when memory ran out; java.lang.OutOfMemoryError is pending then.
+ *
+ * A packed file whose data is damaged ends the process: an assertion fails, with a message on
+ * standard error. */
+KRPRE_API jstring Java_Krpre_getCH(JNIEnv* environment, jobject receiver, jstring fileName);
+
+#endif
 
 /* --- Richer hosts
  * -----------------------------------------------------------------------------------
