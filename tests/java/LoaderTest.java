@@ -1,5 +1,8 @@
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Paths;
 import java.util.Arrays;
-import java.util.Collections;
+import java.util.stream.Stream;
 
 /** Where the class looks for its library. The class path must hold the jar first. */
 public class LoaderTest {
@@ -20,10 +23,14 @@ public class LoaderTest {
     return Check.runVirtualMachine("C.UTF-8", Arrays.asList(options), "LoaderTest$Loading");
   }
 
-  /** Loads the class. */
+  /** Loads the class and prints where its library was. */
   public static class Loading {
-    public static void main(String[] unused) {
-      System.exit(new Krpre().prebuild(null));
+    public static void main(String[] unused) throws IOException {
+      int result = new Krpre().prebuild(null);
+      try (Stream<String> mapped = Files.lines(Paths.get("/proc/self/maps"))) {
+        mapped.filter(line -> line.contains("libkrpre")).limit(1).forEach(System.out::println);
+      }
+      System.exit(result);
     }
   }
 }

@@ -1,0 +1,57 @@
+# What `cmake --install` puts beside the program and the library, and the Debian package. Everything
+# finds its companions relative to itself, so an installation can be moved.
+include(CMakePackageConfigHelpers)
+
+set(headers_directory ${CMAKE_INSTALL_DATADIR}/krpre/headers)
+install(DIRECTORY headers/ DESTINATION ${headers_directory})
+install(FILES include/krpre.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+# For builders: a CMake package and a file for pkg-config.
+set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/krpre)
+set(package_build ${CMAKE_BINARY_DIR}/package)
+configure_package_config_file(cmake/krpreConfig.cmake.in ${package_build}/krpreConfig.cmake
+  INSTALL_DESTINATION ${package_directory} PATH_VARS headers_directory)
+write_basic_package_version_file(${package_build}/krpreConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${package_build}/krpreConfig.cmake ${package_build}/krpreConfigVersion.cmake
+  DESTINATION ${package_directory})
+install(EXPORT krpreTargets NAMESPACE krpre:: DESTINATION ${package_directory})
+
+set(pc_directory ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH prefix_from_pc /prefix/${pc_directory} /prefix)
+string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
+configure_file(cmake/krpre.pc.in ${package_build}/krpre.pc @ONLY)
+install(FILES ${package_build}/krpre.pc DESTINATION ${pc_directory})
+
+# For readers and typists: a manual page and completions as soon as there are any.
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+foreach(extra
+    "docs/krpre.1 ${CMAKE_INSTALL_MANDIR}/man1 krpre.1"
+    "completions/krpre.bash ${CMAKE_INSTALL_DATADIR}/bash-completion/completions krpre"
+    "completions/_krpre ${CMAKE_INSTALL_DATADIR}/zsh/site-functions _krpre"
+    "completions/krpre.fish ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d krpre.fish")
+  string(REGEX MATCH "^([^ ]+) ([^ ]+) ([^ ]+)$" extra ${extra})
+  if(EXISTS ${CMAKE_SOURCE_DIR}/${CMAKE_MATCH_1})
+    install(FILES ${CMAKE_MATCH_1} DESTINATION ${CMAKE_MATCH_2} RENAME ${CMAKE_MATCH_3})
+  endif()
+endforeach()
+
+# `cpack -G DEB` in the build folder; ./dev package does it.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME krpre)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "source preprocessor of Korel")
+set(CPACK_PACKAGE_DESCRIPTION
+  "Carries out the directives in Korel sources, as a program for the shell and as a library for C and Java hosts.")
+set(CPACK_PACKAGE_CONTACT "The krpre authors <authors@krpre.invalid>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS default-jre-headless)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+include(CPack)

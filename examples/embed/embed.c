@@ -1,0 +1,67 @@
+/* A host of the preprocessor: preprocesses the sources that it is given, one run for each, and says
+ * what became of them. The messages of the library are shown in its own way. */
+#include <krpre.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+/* Messages come in pieces that need not be lines. */
+struct messages {
+  int atLineStart;
+};
+
+static void showMessage(void* context, const char* text, size_t length) {
+  struct messages* messages = context;
+  for (size_t i = 0; i < length; ++i) {
+    if (messages->atLineStart) fputs("  | ", stdout);
+    putchar(text[i]);
+    messages->atLineStart = text[i] == '\n';
+  }
+}
+
+/* Returns a new string of both texts. */
+static char* joined(const char* first, const char* second) {
+  const size_t size = strlen(first) + strlen(second) + 1;
+  char* text = malloc(size);
+  if (text == NULL) abort();
+  snprintf(text, size, "%s%s", first, second);
+  return text;
+}
+
+static const char* meaning(int result) {
+  switch (result) {
+    case KRPRE_OK:
+      return "preprocessed";
+    case KRPRE_ERROR:
+      return "has an error";
+    case KRPRE_BAD_SOURCE:
+      return "cannot be read";
+    case KRPRE_OUTPUT_FAILED:
+      return "has no output, which could not be written";
+    default:
+      return "could not be converted";
+  }
+}
+
+static int preprocess(char* headers, const char* name) {
+  struct messages messages = {1};
+  struct krpre_host host = {0};
+  host.size = sizeof host;
+  host.context = &messages;
+  host.message = showMessage;
+
+  char* source = joined("@F", name);
+  char* arguments[] = {NULL, headers, source};
+  const int result = krpre_run(3, arguments, &host);
+  free(source);
+  printf("%s %s\n", name, meaning(result));
+  return result;
+}
+
+int main(int count, char** names) {
+  char* headers = joined("-I", KRPRE_HEADERS);
+  int failed = 0;
+  for (int i = 1; i < count; ++i) failed |= preprocess(headers, names[i]) != KRPRE_OK;
+  free(headers);
+  return failed;
+}

@@ -1,0 +1,148 @@
+// What leaves the build: the names of the library, an installation and how others build against it,
+// and the Debian package.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "tests/support/childprocess.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::set<std::string> matches(const std::string& text, const char* expression) {
+  const std::regex regex(expression);
+  std::set<std::string> found;
+  for (std::sregex_iterator match(text.begin(), text.end(), regex), end; match != end; ++match) {
+    found.insert((*match)[1]);
+  }
+  return found;
+}
+
+/// Runs a shell command and expects it to succeed.
+std::string run(const std::string& command, const fs::path& directory) {
+  const tChildResult result = runChild({"/bin/sh", "-ec", command}, directory);
+  EXPECT_EQ(result.status, 0) << command << "\n" << result.output << result.errors;
+  return result.output;
+}
+
+std::string quoted(const fs::path& path) {
+  return "'" + path.string() + "'";
+}
+
+TEST(Library, LetsOutWhatItsHeaderDeclaresAndNothingElse) {
+  const std::string symbols = run("nm -D --defined-only '" KRPRE_LIBRARY "'", "/");
+  const std::string header = readBytes(KRPRE_SOURCE "/include/krpre.h");
+  const std::set<std::string> declared = matches(header, R"(\nKRPRE_API [^(;]*?\b(\w+)\()");
+  EXPECT_GE(declared.size(), 7U);
+  EXPECT_EQ(matches(symbols, R"( [^A ] ([^@\n]+))"), declared);
+}
+
+TEST(Library, IsVersioned) {
+  EXPECT_EQ(matches(run("readelf -d '" KRPRE_LIBRARY "'", "/"), R"(SONAME.*\[(.*)\])"),
+            std::set<std::string>{"libkrpre.so.7"});
+  EXPECT_TRUE(fs::is_symlink(fs::path(KRPRE_LIBRARY).parent_path() / "libkrpre.so"));
+}
+
+class InstalledPackage : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    directory_ = new tTemporaryDirectory;
+    run("'" KRPRE_CMAKE "' --install '" KRPRE_BUILD "' --prefix " + quoted(built()), path());
+    // What holds an absolute path will not be found any more.
+    fs::rename(built(), prefix());
+    directory_->write("good.prw", "x := __KOREL__\n");
+    directory_->write("bad.prw", "#else\n");
+  }
+  static void TearDownTestSuite() { delete directory_; }
+
+  static fs::path path() { return directory_->path(); }
+  static fs::path built() { return path() / "as built"; }
+  static fs::path prefix() { return path() / "in-use"; }
+  static std::string pkgConfig(const std::string& question) {
+    const std::string output = run("PKG_CONFIG_PATH=" + quoted(prefix() / "lib/pkgconfig") +
+                                       " pkg-config " + question + " krpre",
+                                   path());
+    return output.substr(0, output.find_last_not_of(" \n") + 1);
+  }
+
+  /// The example must work, wherever it was built.
+  static void expectToPreprocess(const fs::path& program) {
+    fs::remove(path() / "good.ppo");
+    const tChildResult result = runChild({program, "good.prw", "bad.prw"}, path());
+    EXPECT_EQ(result.status, 1) << result.errors;
+    EXPECT_EQ(result.output,
+              "  | KOREL Preprocessor: Precompilation of file good.prw ok.\n"
+              "good.prw preprocessed\n"
+              "  | bad.prw(1) Error C2070  #else does not match #ifdef\n"
+              "  | KOREL Preprocessor. Precompilation of file bad.prw with error. "
+              "Exitecode equal to 1\n"
+              "bad.prw has an error\n");
+    EXPECT_EQ(readBytes(path() / "good.ppo"), "x := 9\r\n");
+  }
+
+ private:
+  inline static tTemporaryDirectory* directory_ = nullptr;
+};
+
+TEST_F(InstalledPackage, IsFoundByCMake) {
+  run("'" KRPRE_CMAKE "' -G Ninja -S '" KRPRE_SOURCE
+      "/examples/embed' -B embed -DCMAKE_PREFIX_PATH=" +
+          quoted(prefix()) + " -DCMAKE_C_FLAGS='" KRPRE_FLAGS "' && ninja -C embed",
+      path());
+  expectToPreprocess(path() / "embed/embed");
+}
+
+TEST_F(InstalledPackage, IsFoundByPkgConfig) {
+  const std::string flags = pkgConfig("--cflags --libs");
+  const std::string headers = pkgConfig("--variable=headersdir");
+  run("cc " KRPRE_FLAGS " -std=c11 -Wall -Wextra -Werror -pedantic-errors '" KRPRE_SOURCE
+      "/examples/embed/embed.c' -o plain -DKRPRE_HEADERS='\"" +
+          headers + "\"' " + flags + " -Wl,-rpath," + quoted(prefix() / "lib"),
+      path());
+  expectToPreprocess(path() / "plain");
+  EXPECT_EQ(pkgConfig("--modversion"), KRPRE_VERSION);
+}
+
+TEST_F(InstalledPackage, FindsItsModuleForHostsWithQt) {
+  run("LD_LIBRARY_PATH=" + quoted(prefix() / "lib") +
+          " '" KRPRE_HOST_TEST "' --gtest_filter=Host.SeesItsTranslationsInTheMessages",
+      path());
+}
+
+TEST_F(InstalledPackage, FindsItsLibraryForJavaHosts) {
+  const std::string jar = (prefix() / "share/java/krpre.jar").string();
+  const std::string said =
+      run("java -cp '" + jar + ":" KRPRE_JAVA_TESTS "' 'LoaderTest$Loading'", path());
+  EXPECT_NE(said.find((prefix() / "lib/libkrpre.so.7").string()), std::string::npos) << said;
+}
+
+TEST(DebianPackage, HoldsEverythingAndNamesWhatItNeeds) {
+  const tTemporaryDirectory directory;
+  run("cpack --config '" KRPRE_BUILD "/CPackConfig.cmake' -G DEB -B . >log && mv *.deb krpre.deb",
+      directory.path());
+  const std::string fields =
+      run("dpkg-deb -f krpre.deb Package Version Maintainer Depends", directory.path());
+  EXPECT_NE(fields.find("Package: krpre\nVersion: " KRPRE_VERSION "\nMaintainer: "),
+            std::string::npos)
+      << fields;
+  for (const char* needed : {"libc6 (", "zlib1g (", "libqt5core5a ("}) {
+    EXPECT_NE(fields.find(needed), std::string::npos) << needed << " in " << fields;
+  }
+  const std::string files = run("dpkg-deb -c krpre.deb", directory.path());
+  for (const char* file :
+       {"bin/krpre", "lib/libkrpre.so.7", "lib/libkrpre.so", "lib/libkrpre-qt.so",
+        "include/krpre.h", "share/krpre/headers/std.ch", "share/java/krpre.jar",
+        "share/doc/krpre/options.md", "share/doc/krpre/copyright"}) {
+    EXPECT_NE(files.find(std::string(" ./usr/") + file), std::string::npos) << file << " in\n"
+                                                                            << files;
+  }
+}
+
+}  // namespace
