@@ -4,9 +4,11 @@
 #include <link.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
 #include <memory>
 #include <mutex>
+#include <string_view>
 
 #include "lib_base/fatal.h"
 #include "lib_base/pathname.h"
@@ -48,11 +50,14 @@ tTranslateFunction loadModule() {
   return nullptr;
 }
 
+// Asked for every text: dlopen with RTLD_NOLOAD would search the file system each time for what is
+// not loaded, and take as long as a small run.
 bool qtIsLoaded() {
-  void* qt = dlopen("libQt5Core.so.5", RTLD_LAZY | RTLD_NOLOAD);
-  if (!qt) return false;
-  dlclose(qt);  // gives back only what this look-up has counted
-  return true;
+  const auto isQt = [](dl_phdr_info* object, std::size_t, void*) {
+    const std::string_view name = object->dlpi_name;
+    return name.substr(name.rfind('/') + 1).starts_with("libQt5Core.so.5") ? 1 : 0;
+  };
+  return dl_iterate_phdr(isQt, nullptr) != 0;
 }
 
 /// Null as long as the host does without Qt. The module is looked for once and then kept, for the
