@@ -15,6 +15,7 @@ import shutil
 import statistics
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 sys.dont_write_bytecode = True  # no byte code in the source folder
@@ -44,7 +45,7 @@ RULE_TARGETS = {
 RULE_COUNTS = (100, 1000, 10000)
 RULE_LINES = 60_000
 READING = (4.0, 1.7)  # microseconds for reading one rule where there are 10,000
-SECTIONS = (*TARGETS, "growth", "files", "rules")
+SECTIONS = (*TARGETS, "growth", "files", "rules", "entry")
 
 
 class Failure(Exception):
@@ -169,7 +170,7 @@ class Bench:
     def verdict(self, what, value, target):
         """The target and how `value` stands to it, for the end of a row."""
         must, aim = target
-        judged = self.options.lines == FULL or what == "tiny"
+        judged = self.options.lines == FULL or what in ("tiny", "entry from Java")
         if judged and value > must:
             self.missed.append(what)
         mark = (
@@ -357,6 +358,70 @@ class Bench:
         cells += ["%.2f" % reading, self.verdict("reading " + name, reading, READING)]
         print("| %s | %s |" % (name, " | ".join(cells)), flush=True)
 
+    # ---- the way in from Java
+
+    def entry(self):
+        """Calls of one process on the tiny workload: Krpre.prebuild to doPreProc, the least time of
+        each. The output goes to memory, where there is such a place, so that the calls are not lost
+        in it."""
+        c, java = self.entry_programs()
+        work = self.workload("tiny", 12)["dialects"]["korel"]
+        calls = 6_000 if self.options.quick else 18_000
+        memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
+        with tempfile.TemporaryDirectory(dir=memory) as outdir:
+            arguments = [
+                str(calls),
+                *("@F" + path for path in work["inputs"]),
+                "@O" + outdir,
+                "-I" + ";".join(work["includes"]),
+            ]
+            runs = [
+                [self.nanoseconds([*command, *arguments]) / 1e3 for command in (c, java)]
+                for _ in range(self.rounds)
+            ]
+        ratios = [java_time / c_time for c_time, java_time in runs]
+        c_time, java_time = (min(times) for times in zip(*runs))
+        ratio = java_time / c_time
+        self.results["entry"] = {"c": c_time, "java": java_time, "ratio": ratio}
+        print(
+            "\n| entry point | us a call from C | from Java | ratio | min-max | must / aim | |\n|%s"
+            % ("---|" * 7)
+        )
+        print(
+            "| prebuild, tiny | %.1f | %.1f | %.2f | %.2f-%.2f | %s |"
+            % (
+                c_time,
+                java_time,
+                ratio,
+                min(ratios),
+                max(ratios),
+                self.verdict("entry from Java", ratio, (1.20, 1.05)),
+            ),
+            flush=True,
+        )
+
+    def entry_programs(self):
+        """The commands that make the calls, built against the library beside the timed program."""
+        build = Path(self.options.program).resolve().parent.parent
+        library, jar = build / "lib", build / "share" / "java" / "krpre.jar"
+        if not jar.exists():
+            raise Failure("no krpre.jar in the build; a JDK makes it")
+        here, folder = Path(__file__).parent, self.folder / "entry"
+        folder.mkdir(parents=True, exist_ok=True)
+        subprocess.run(
+            ["cc", "-O2", "-I", ROOT, here / "entry.c", "-o", folder / "entry"]
+            + ["-L", library, "-lkrpre", "-Wl,-rpath,%s" % library],
+            check=True,
+        )
+        subprocess.run(["javac", "-cp", jar, "-d", folder, here / "EntryBench.java"], check=True)
+        return [str(folder / "entry")], ["java", "-cp", "%s:%s" % (jar, folder), "EntryBench"]
+
+    def nanoseconds(self, command):
+        done = subprocess.run(
+            command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, timeout=120, check=True
+        )
+        return float(done.stderr.split()[-1])
+
     # ---- the whole
 
     def wanted(self, section):
@@ -396,12 +461,12 @@ class Bench:
         self.machine()
         self.table()
         if self.ours:
-            for section in ("growth", "files", "rules"):
+            for section in ("growth", "files", "rules", "entry"):
                 if self.wanted(section):
                     self.guarded(section, getattr(self, section))
         print()
         if self.options.lines != FULL:
-            print("Targets are for %d lines; here only tiny is judged." % FULL)
+            print("Targets are for %d lines; here only tiny and entry are judged." % FULL)
         if self.missed:
             print("Missed: %s." % ", ".join(self.missed))
         if self.failed:
