@@ -55,6 +55,33 @@ void replaceCopyName(tString& text, const tString& copyName, const tString& sour
                 });
 }
 
+/// A line marker needs a line of its own: where other statements stand on the line of a debugger
+/// marker, in front of it or behind, the ";" between becomes a line end. `span` is the debugger
+/// marker, in `whole`, of which everything before `from` has been replaced.
+void standAlone(std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
+  constexpr std::string_view kBlanks = " \t";
+  std::string_view before = whole.substr(from, span.begin - from);
+  before = before.substr(0, before.find_last_not_of(kBlanks) + 1);
+  if (before.ends_with(';')) {
+    span.begin = from + before.size() - 1;
+    replacement.insert(0, "\n");
+  }
+  const std::size_t behind = whole.find_first_not_of(kBlanks, span.end);
+  if (behind == std::string_view::npos || whole[behind] != ';') return;
+  const std::size_t next = std::min(whole.find_first_not_of(kBlanks, behind + 1), whole.size());
+  if (next < whole.size() && whole[next] != '\r' && whole[next] != '\n') replacement += '\n';
+  span.end = next;
+}
+
+void replaceIgnoreMarkers(tString& text, const tString& sourceName) {
+  replaceAround(text, kIgnoreMarker,
+                [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
+                  replacement = tString::format("#line 0 \"%s\"", sourceName.c_str());
+                  standAlone(whole, from, span, replacement);
+                  return true;
+                });
+}
+
 /// Reads digits between blanks up to ")", from `at` on. Returns the index behind the ")", or npos
 /// when there is anything else. A number that does not fit saturates.
 std::size_t readLineNumber(std::string_view text, std::size_t at, std::int32_t& line) {
@@ -77,12 +104,13 @@ std::size_t readLineNumber(std::string_view text, std::size_t at, std::int32_t& 
 
 void replaceSynchronizeMarkers(tString& text, const tString& sourceName) {
   replaceAround(text, kSynchronizeMarker,
-                [&](std::string_view whole, std::size_t, tSpan& span, tString& replacement) {
+                [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
                   std::int32_t line = 0;
                   const std::size_t end = readLineNumber(whole, span.end, line);
                   if (end == tString::npos) return false;
                   span.end = end;
                   replacement = tString::format("#line %d \"%s\"", line, sourceName.c_str());
+                  standAlone(whole, from, span, replacement);
                   return true;
                 });
 }
@@ -91,6 +119,6 @@ void replaceSynchronizeMarkers(tString& text, const tString& sourceName) {
 
 void finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName) {
   replaceCopyName(text, copyName, sourceName);
-  text.replaceAll(kIgnoreMarker, tString::format("#line 0 \"%s\"", sourceName.c_str()));
+  replaceIgnoreMarkers(text, sourceName);
   replaceSynchronizeMarkers(text, sourceName);
 }

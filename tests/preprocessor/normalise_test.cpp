@@ -197,6 +197,10 @@ TEST(LineMarkers, MarkersNameTheSource) {
        "#line 12 \"src/a.prw\"x\n#line 2147483647 \"src/a.prw\""},
       {"__SYNCHRONIZEDEBUG__()__SYNCHRONIZEDEBUG__(a)__SYNCHRONIZEDEBUG__(1__SYNCHRONIZEDEBUG__(2)",
        "__SYNCHRONIZEDEBUG__()__SYNCHRONIZEDEBUG__(a)__SYNCHRONIZEDEBUG__(1#line 2 \"src/a.prw\""},
+      {"__IGNOREDEBUGLINE__() ; a(); __SYNCHRONIZEDEBUG__(2);\nb()",
+       "#line 0 \"src/a.prw\"\na()\n#line 2 \"src/a.prw\"\nb()"},
+      {"a();\n__IGNOREDEBUGLINE__();__SYNCHRONIZEDEBUG__(3) ; b()",
+       "a();\n#line 0 \"src/a.prw\"\n#line 3 \"src/a.prw\"\nb()"},
   };
   for (const auto& row : rows) {
     tString text(row.text);
