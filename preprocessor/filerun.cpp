@@ -14,6 +14,7 @@
 #include "preprocessor/htmlpage.h"
 #include "preprocessor/inlineblock.h"
 #include "preprocessor/linemarkers.h"
+#include "preprocessor/linewriter.h"
 #include "preprocessor/normalise.h"
 #include "preprocessor/outputfile.h"
 #include "preprocessor/sourcekind.h"
@@ -90,7 +91,8 @@ class tFileRun {
   precomp::tHeaderCache* headers_;
   tString readName_;
   tFileNames names_;
-  bool outputIsOurs_ = false;  // and may be removed after a failure
+  std::size_t longestLine_ = kLongestLine;  // of what is normalised
+  bool outputIsOurs_ = false;               // and may be removed after a failure
 };
 
 int tFileRun::run() {
@@ -132,6 +134,7 @@ int tFileRun::process() {
 int tFileRun::convert(tDiskManOverlay& files) {
   if (names_.foreign) return kDone;
   eConversion done = DoKRHPreprocessor(files, readName_, options_.pageDebugInfo, options_.httpSend);
+  if (done == eConversion::kDone) longestLine_ = tLineWriter::kAnyLength;
   if (done == eConversion::kNone) done = DoBCPreprocessor(files, readName_);
   if (done == eConversion::kError) return kSessionError;
   if (done != eConversion::kTooLarge) return kDone;
@@ -146,7 +149,7 @@ int tFileRun::normalise(tDiskManOverlay& files) {
   }
   unsigned char dialogFound = 0;
   const bool done = AdjustCRLF_and_CreateTemp(files, readName_.c_str(), names_.copy.c_str(),
-                                              dialogFound, names_.source.c_str());
+                                              dialogFound, names_.source.c_str(), longestLine_);
   files.release(readName_);  // includes of that name mean the file itself
   return done ? kDone : kNotNormalised;
 }

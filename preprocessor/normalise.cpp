@@ -22,11 +22,8 @@ namespace {
 // replaced by its code, up to the end of the line that holds its last mark. Code can hold blocks of
 // its own; they must be whole within that code. An encoding is twice as long as what it encodes, so
 // they cannot nest deeper than a few levels.
-constexpr std::string_view kDialogBegin = "//$BEGINDIALOGDEF_";
 constexpr std::string_view kDialogCode = "//$DIALOGCODE=";
 constexpr std::string_view kDialogEnd = "//$ENDDIALOGDEF_";
-
-constexpr std::string_view kTimeStamp = "__COMPTIMESTAMP__";
 
 /// Finds a mark from ascending positions and reads the text once for all of them.
 class tMarkFinder {
@@ -209,7 +206,8 @@ void BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock cl
 }
 
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
-                               unsigned char& dialogFound, const char* shownName) {
+                               unsigned char& dialogFound, const char* shownName,
+                               std::size_t longestLine) {
   if (shownName == nullptr) shownName = sourceName;
   if (equalNoCase(sourceName, tempName)) return reportSameFile(shownName, tempName);
 
@@ -218,7 +216,7 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
   if (!copy) return reportNoCopy(shownName, tempName);
 
   tAutoChar buffer;
-  std::optional<tLineWriter> lines(std::in_place, *copy, kLongestLine);
+  std::optional<tLineWriter> lines(std::in_place, *copy, longestLine);
   bool whole = isPacked(*source);  // and not copied part by part
   bool raw = false;
   bool read = source->seek(0);
@@ -235,7 +233,7 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
     BeforePreProcessor(buffer, dialogFound);
     copy = disk.create(tempName);
     if (!copy) return reportNoCopy(shownName, tempName);
-    lines.emplace(*copy, kLongestLine);
+    lines.emplace(*copy, longestLine);
     lines->write(buffer.text());
   }
   lines->finish();

@@ -1,12 +1,18 @@
 #pragma once
 
+#include <cstddef>
 #include <ctime>
+#include <string_view>
 
 #include "lib_base/autochar.h"
 #include "lib_base/diskman.h"
 
 /// A line of a source may hold this many bytes before its line end.
 constexpr std::size_t kLongestLine = 4095;
+
+/// What BeforePreProcessor looks for: the beginning of a dialog block, and the place of the time.
+inline constexpr std::string_view kDialogBegin = "//$BEGINDIALOGDEF_";
+inline constexpr std::string_view kTimeStamp = "__COMPTIMESTAMP__";
 
 /// The clock of the time stamp: the current local time.
 using tClock = std::tm (*)();
@@ -15,11 +21,12 @@ std::tm localTime();
 /// Copies a source to `tempName`: BeforePreProcessor rewrites the text, and every line of the copy
 /// ends in "\r\n". An empty source gives an empty copy. Returns false after printing why: the two
 /// names are the same (without regard to case), the source cannot be read, the copy cannot be
-/// written, or a line is longer than kLongestLine; in the last case the lines before it stay in the
+/// written, or a line is too long; in the last case the lines before it stay in the
 /// copy. `dialogFound` is set when a dialog block was expanded. Messages show `shownName` for the
-/// source when it is given.
+/// source when it is given. `longestLine` is for texts that a converter has made.
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
-                               unsigned char& dialogFound, const char* shownName = nullptr);
+                               unsigned char& dialogFound, const char* shownName = nullptr,
+                               std::size_t longestLine = kLongestLine);
 
 /// Rewrites the text in `buffer` (which ends in a zero byte): expands the dialog blocks, setting
 /// `dialogFound` when there was one, and puts the time for "__COMPTIMESTAMP__".

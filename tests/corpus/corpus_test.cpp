@@ -31,7 +31,8 @@ struct tKind {
   const char* source;
   const char* output;
 };
-const tKind kKinds[] = {{".prw", ".ppo"}, {".prg", ".ppo"}, {".prx", ".ppo"}, {".zorb", ".ppx_"}};
+const tKind kKinds[] = {{".prw", ".ppo"},   {".prg", ".ppo"}, {".prx", ".ppo"},
+                        {".zorb", ".ppx_"}, {".krh", ".ppo"}, {".khu", ".ppo"}};
 
 // Null when the file is no source.
 const char* outputExtension(const fs::path& source) {

@@ -48,7 +48,7 @@ TEST(Run, OutputStandsBesideTheSourceOrInTheDirectory) {
   } rows[] = {
       {"a.prw", "", "a.ppo"},
       {"src/a.b.PRG", "", "src/a.b.ppo"},
-      {" /x/page.krh\n", "", "/x/page.ppo"},
+      {" /x/page.prx\n", "", "/x/page.ppo"},
       {"src/a.zorb", "@Oout", "out/a.ppx_"},
       {"src/a", "@Oout/", "out/a.ppo"},
       {"a.p", "", "a.ppx_"},

@@ -1,0 +1,238 @@
+#include "preprocessor/htmlpage.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "testrun.h"
+
+namespace {
+
+/// The converted page without head and end, or "(line) error".
+std::string converted(std::string_view page, const tPageForm& form = {tString("P")}) {
+  const std::string head = form.httpSend ? "Function P()" : "Function P(); Local __cPage := \"\"";
+  const std::string end = "Return " + std::string(form.httpSend ? "\"\"" : "__cPage") + "\n";
+  tString text(page);
+  tPageError error;
+  if (HTMLParse(text, form, error) == eConversion::kError) {
+    EXPECT_EQ(text, page);
+    return "(" + std::to_string(error.line) + ") " + error.text;
+  }
+  std::string result(text.view());
+  const std::size_t at = result.find(head);
+  EXPECT_TRUE(at != std::string::npos && result.ends_with(end)) << result;
+  result.resize(result.size() - end.size());
+  return result.erase(at, head.size());
+}
+
+/// What a page in a run comes to: the output, or what was printed.
+std::string preprocessed(const std::string& page, std::vector<std::string> options = {},
+                         const std::string& name = "a.krh") {
+  tSources disk;
+  disk.put(name, page);
+  disk.put("h.ch", "#command PUT <x> => SetValue(<x>)\n#define ONE 1\n");
+  options.push_back("@F" + name);
+  const tRun run = runOver(disk, options);
+  EXPECT_EQ(disk.count(), run.result == 0 ? 3U : 2U);
+  return run.result == 0 ? fileText(disk, "a.ppo") : run.printed;
+}
+
+std::string withFeeds(std::string text) {
+  text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+  return text;
+}
+
+/// The text that a converted page without blocks would give.
+std::string textOf(std::string_view code) {
+  std::string text;
+  while (!code.empty()) {
+    if (code.starts_with("Chr(1")) {
+      text += code[5] == '0' ? '\n' : '\r';
+      code.remove_prefix(7);
+    } else if (code[0] == '"' || code[0] == '\'') {
+      const std::size_t end = code.find(code[0], 1);
+      if (end > 2001) return "(no literal) " + text;
+      text += code.substr(1, end - 1);
+      code.remove_prefix(end + 1);
+    } else {
+      code.remove_prefix(1);
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+TEST(Page, BecomesAFunctionLineForLine) {
+  EXPECT_EQ(withFeeds(preprocessed("<h1><%= cName %></h1>\n<% If x %>\n  yes\r\n<% EndIf %>\nend")),
+            "Function a(); Local __cPage := \"\"; __cPage += \"<h1>\"; __cPage += (cName); "
+            "__cPage += \"</h1>\" + Chr(10)\n"
+            " If x\n"
+            "__cPage += \"  yes\" + Chr(13) + Chr(10)\n"
+            " EndIf\n"
+            "__cPage += \"end\"; Return __cPage\n");
+  EXPECT_EQ(withFeeds(preprocessed("a<%= b %>\n", {"/DHTTPSEND"})),
+            "Function a(); HTTPSend(\"a\"); HTTPSend(b); HTTPSend(Chr(10)); Return \"\"\n");
+  EXPECT_EQ(withFeeds(preprocessed("")), "Function a(); Local __cPage := \"\"; Return __cPage\n");
+}
+
+TEST(Page, TextComesThroughUnharmed) {
+  std::string every;
+  for (int c = 0; c < 256; ++c) every += static_cast<char>(c);
+  const std::string kTexts[] = {
+      every,
+      "it's \"both\" '\"'\"",
+      "% %> <a> < % ; // * && /* #include \"x\"",
+      "__COMPTIMESTAMP__ __IGNOREDEBUGLINE__() __SYNCHRONIZEDEBUG__(1) krpre0.kr_ krpre0.kh_",
+      "//$BEGINDIALOGDEF_ //$DIALOGCODE=41 //$ENDDIALOGDEF_",
+      std::string(100000, 'x') + "'" + std::string(50000, '"'),
+      "\n\n\r\n \r  x\n",
+  };
+  for (const std::string& text : kTexts) {
+    for (const char* name : {"a.krh", "a.KHU"}) {
+      std::string output = preprocessed(text, {}, name);
+      const std::string head = "Function a(); Local __cPage := \"\"";
+      ASSERT_TRUE(output.starts_with(head)) << output;
+      EXPECT_EQ(textOf(std::string_view(output).substr(head.size())), text);
+    }
+  }
+  EXPECT_EQ(converted("<%% and <%%= <%%>."),
+            "; __cPage += \"<%\" + \" and <%\" + \"= \" + \".\"; ");
+}
+
+TEST(Page, LinesOfBlocksGiveNoText) {
+  const struct {
+    const char *page, *lines;
+  } rows[] = {
+      {" <% x() %> \t\n", "; x(); "},
+      {"\t<%-- %> <%= --%> <% x() %> <% y() %>\n", "; x(); y(); "},
+      {" <%-- a\n b\n --%> \n\n", "\n\n\n__cPage += Chr(10); "},
+      {"<% x()\n%> .\n", "; x()\n__cPage += \" .\" + Chr(10); "},
+      {" <% x() %> .\n", "; __cPage += \" \"; x(); __cPage += \" .\" + Chr(10); "},
+      {" <%= x %> \n", "; __cPage += \" \"; __cPage += (x); __cPage += \" \" + Chr(10); "},
+      {" <% x %> <%= y\n%> <% z() %> \n",
+       "; __cPage += \" \"; x; __cPage += \" \"; __cPage += (y)\n"
+       "__cPage += \" \"; z(); __cPage += \" \" + Chr(10); "},
+      {"<%\n\n%>", "\n\n"},
+      {"<% %><%%><%--%>--%>", "; "},
+  };
+  for (const auto& row : rows) EXPECT_EQ(converted(row.page), row.lines) << row.page;
+}
+
+TEST(Page, BlocksEndOutsideStringsAndComments) {
+  const struct {
+    const char *page, *lines;
+  } rows[] = {
+      {"<%= \"%>\" + '%>' %>", "; __cPage += (\"%>\" + '%>'); "},
+      {"<% x() /* %> ' */ %>.", "; x() /* %> ' */; __cPage += \".\"; "},
+      {"<% x() // isn't \" %>.", "; x(); __cPage += \".\"; "},
+      {"<% x() && isn't %>.", "; x(); __cPage += \".\"; "},
+      {"<%\n* isn't\nx() %>.", "\n\nx(); __cPage += \".\"; "},
+      {"<% a := b ;\n* c %>.", "; a := b ;\n* c; __cPage += \".\"; "},
+      {".<% // note\nx() // two\n%>.", "; __cPage += \".\"\nx() // two\n__cPage += \".\"; "},
+      {"<% x(); %>.", "; x(); __cPage += \".\"; "},
+      {"<% x() ; // c %>.", "; x(); __cPage += \".\"; "},
+      {"<%= a // c\n + ; // d\n\n b %>.", "; __cPage += (a + b)\n\n\n__cPage += \".\"; "},
+      {"<%= a /* ;\n */ * b %>", "; __cPage += (a * b)\n"},
+      {"<%\n BeginSql alias T\n  select it's\n  local\n EndSql\n%>",
+       "\n BeginSql alias T\n  select it's\n  local\n EndSql\n"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(converted(row.page), row.lines) << row.page;
+}
+
+TEST(Page, LocalsReachTheHeadAndBareReturnsTheText) {
+  const struct {
+    const char *page, *lines;
+  } rows[] = {
+      {"<% Local a := 1, b %>", "; Local a := 1, b; "},
+      {".<% Local a := 1, b %>", ", a, b; __cPage += \".\"; a := 1; "},
+      {"<% x()\nLOCA a[2] := f(1, 2), ;\n  b As Numeric = {|| c := \", ;\"} // d\ny() %>",
+       ", a[2], b As Numeric; x()\na := f(1, 2); b := {|| c := \", ;\"}\n\ny(); "},
+      {"<% Static s := 1\nLocal a\nx()\nLocal a, A := 2, b; y() %>",
+       ", b; Static s := 1\nLocal a\nx()\nA := 2; y(); "},
+      {".<% Local a %>\n<% Local a %>", ", a; __cPage += \".\" + Chr(10)\n"},
+      {".<% local := 1\nx(local) %>", "; __cPage += \".\"; local := 1\nx(local); "},
+      {"<% Return %>", "; Return __cPage; "},
+      {"<% Return // c\nRetu; Return ; \n 1; return := 2 %>",
+       "; Return __cPage\nRetu __cPage; Return ; \n 1; return := 2; "},
+  };
+  for (const auto& row : rows) EXPECT_EQ(converted(row.page), row.lines) << row.page;
+  EXPECT_EQ(converted(".<% Local a\nReturn; y() %>", {tString("P"), false, true}),
+            "; Local a; HTTPSend(\".\")\nReturn \"\"; y(); ");
+}
+
+TEST(Page, DirectivesTakeALineEach) {
+  EXPECT_EQ(
+      withFeeds(preprocessed("  <% #include \"h.ch\" %>\n<%\n  #define TWO 2 ;\n + ONE\n"
+                             "PUT TWO\n%>\nONE <%= ONE %>\n<% #ifdef NO %>\n no\n<% #else %>\n"
+                             " yes\n<% #endif // don't %>")),
+      "#line 1 \"h.ch\"\n#line 2 \"a.krh\"\nFunction a(); Local __cPage := \"\"\n\n\n"
+      "SetValue(2  + 1)\n\n__cPage += \"ONE \"; __cPage += (1); __cPage += Chr(10)\n\n\n\n"
+      "__cPage += \" yes\" + Chr(10)\n\nReturn __cPage\n");
+  EXPECT_EQ(converted("<% #include \"h.ch\" %>\n<% #undef A %>"),
+            "#include \"h.ch\"\n#undef A\n; ");
+}
+
+TEST(Page, ErrorsNameTheLine) {
+  const struct {
+    const char *page, *error;
+  } rows[] = {
+      {"\n<% If x\n\n", "(2) A block is not closed"},
+      {"<%", "(1) A block is not closed"},
+      {"a\r\n<%= x\n", "(2) A block is not closed"},
+      {"<% x := \"%> \n", "(1) A string is not closed"},
+      {"\n\n<%-- --%\n", "(3) A comment is not closed"},
+      {"<% x := 'a %>b", "(1) A string is not closed"},
+      {"<%= a\n + 'b %>", "(2) A string is not closed"},
+      {"\n<%= // nothing\n %>", "(2) A block for a value is empty"},
+      {"\na<% #define B %>", "(2) A directive needs a line of its own"},
+      {"\n<% #define B %>a", "(2) A directive needs a line of its own"},
+      {"\n<% #define B %><%= a %>", "(2) A directive needs a line of its own"},
+      {"\n<% #define B %><% a %>", "(2) A directive needs a line of its own"},
+      {"<% #ifdef B %>", "(1) A page cannot begin with a conditional directive"},
+      {"<% #include \"b\"\n#IFNDEF B\n%>", "(2) A page cannot begin with a conditional directive"},
+      {"<%\nReturn\nStatic Function x() %>", "(3) A page is one function and cannot hold another"},
+      {"<% Proc x %>", "(1) A page is one function and cannot hold another"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(converted(row.page), row.error) << row.page;
+  EXPECT_EQ(preprocessed("a\n<% b"),
+            "a.krh(2) Error A block is not closed\n"
+            "KOREL Preprocessor. Precompilation of file a.krh with error. Exitecode equal to 1\n");
+  EXPECT_EQ(preprocessed("a\n<%= b( %>\nc").substr(0, 20), "a.krh(2) Error C2002");
+  EXPECT_EQ(preprocessed("a\n<% EndIf %>\n", {"/KRH_DEBUGINFO"}).substr(0, 20),
+            "a.krh(2) Error C2027");
+}
+
+TEST(Page, DebuggerSkipsTheTextAndStopsAtCode) {
+  const std::string page = "<html>\n<p>\n\n<% x()\n  PUT 1\n%>\n<%= y %>\n</p>\n<% #undef A %>\n.";
+  EXPECT_EQ(withFeeds(preprocessed("<%\n#include \"h.ch\"\n%>\n" + page, {"/KRH_DEBUGINFO"})),
+            "#line 0 \"a.krh\"\nFunction a(); Local __cPage := \"\"\n"
+            "#line 2 \"a.krh\"\n#line 1 \"h.ch\"\n#line 4 \"a.krh\"\n"
+            "#line 0 \"a.krh\"\n__cPage += \"<html>\" + Chr(10)\n"
+            "#line 0 \"a.krh\"\n__cPage += \"<p>\" + Chr(10)\n"
+            "#line 0 \"a.krh\"\n__cPage += Chr(10)\n"
+            "#line 7 \"a.krh\"\n x()\n  SetValue(1)\n\n__cPage += (y); __cPage += Chr(10)\n"
+            "#line 0 \"a.krh\"\n__cPage += \"</p>\" + Chr(10)\n"
+            "#line 12 \"a.krh\"\n\n"
+            "#line 0 \"a.krh\"\n__cPage += \".\"; Return __cPage\n");
+}
+
+TEST(Page, FunctionIsNamedAfterTheFile) {
+  EXPECT_EQ(pageFunctionName("Order_2"), "Order_2");
+  EXPECT_EQ(pageFunctionName("my-page.v2"), "my_page_v2");
+  EXPECT_EQ(pageFunctionName("2nd"), "_2nd");
+  EXPECT_EQ(pageFunctionName("\xc3\xa9t\xc3\xa9"), "__t__");
+  EXPECT_EQ(pageFunctionName(""), "_");
+}
+
+TEST(Page, SizeIsLimited) {
+  tString::setMaxSize(1 << 20);
+  std::string quotes;
+  while (quotes.size() < 400000) quotes += "\"'";
+  for (const std::string& page : {std::string(600000, '\n'), quotes}) {
+    tString text = tString::borrow(page);
+    tPageError error;
+    EXPECT_EQ(HTMLParse(text, {tString("P")}, error), eConversion::kTooLarge);
+  }
+  tString::setMaxSize(16 << 20);
+}
