@@ -27,6 +27,7 @@ enum eResult { kDone = 0, kSessionError = 1, kNotNormalised = 15, kInternalFailu
 /// The names of one file's run. The temporary ones are made from the run's tag.
 struct tFileNames {
   tString source;           // as the user knows it
+  tString directory;        // where the output goes
   tString copy;             // the normalised copy, which never leaves the memory
   tString temporaryOutput;  // until the output is whole
   tString output;
@@ -50,6 +51,7 @@ tFileNames composeNames(const tRunOptions& options, const tString& sourceName) {
   constexpr const char* kNamed = "%s%s%s";
   tFileNames names;
   names.source = sourceName;
+  names.directory = directory;
   // The session takes the name of the copy as an option and cleans it like one.
   names.copy = normaliseFileName(composed(kTagged, options.tag, kind.temporary));
   names.temporaryOutput = composed(kTagged, options.tag, ".ppo");
@@ -91,6 +93,7 @@ class tFileRun {
   precomp::tHeaderCache* headers_;
   tString readName_;
   tFileNames names_;
+  tForeignConversion foreign_;
   std::size_t longestLine_ = kLongestLine;  // of what is normalised
   bool outputIsOurs_ = false;               // and may be removed after a failure
 };
@@ -113,9 +116,11 @@ int tFileRun::process() {
     return kNotNormalised;
   }
   outputIsOurs_ = host_.wantsOutput();
-  if (names_.foreign) {
-    const int code = convertForeignSource(readName_, options_.includePath);
+  if (names_.foreign && disk_.exists(readName_.c_str())) {
+    const tForeignSource source = {readName_, options_.includePath, names_.directory};
+    const int code = foreign_.run(host_.converterDirectory(), source);
     if (code != 0) return code;
+    readName_ = foreign_.converted();
   }
   tString text;
   {

@@ -2,7 +2,40 @@
 
 #include "lib_base/stringz.h"
 
-/// Lets the external converter turn a source of a foreign language into Korel and puts the name of
-/// the converted file into `source`. Returns 0 or the converter's code. `includePath` holds
-/// directories separated by ';', the last of which the converter gets. No source is converted yet.
-int convertForeignSource(tString& source, const tString& includePath);
+/// What the external converter is told.
+struct tForeignSource {
+  tString name;             // the source
+  tString includePath;      // directories separated by ';', of which it gets the last
+  tString outputDirectory;  // where the output of the run goes
+};
+
+/// Turns a source of a foreign language into a source of the extended language. The work is done by
+/// an external program, "abl2korel.so", which is run with these arguments:
+///
+///     @F<source> @Q<file to write> @DB<last include directory> @D<output directory>
+///
+/// It is run directly, without a shell, so no name can do more than be a name. The file that it
+/// writes stands in a directory of its own, which goes with this object.
+class tForeignConversion {
+ public:
+  tForeignConversion() = default;
+  ~tForeignConversion();
+  tForeignConversion(const tForeignConversion&) = delete;
+  tForeignConversion& operator=(const tForeignConversion&) = delete;
+
+  /// Runs the converter that stands in `directory`. Returns 0 or its code; 128 and the signal's
+  /// number when a signal ended it; -1, after printing why, when it could not be run.
+  int run(const tString& directory, const tForeignSource& source);
+  /// The converted file.
+  const tString& converted() const { return converted_; }
+
+ private:
+  bool makeDirectory();
+
+  tString directory_;
+  tString converted_;
+};
+
+/// The directory of the running program, where the converter is expected; empty when the system
+/// does not tell.
+tString programDirectory();

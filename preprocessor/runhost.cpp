@@ -1,5 +1,11 @@
 #include "preprocessor/runhost.h"
 
+#include "preprocessor/foreign.h"
+
+tString tRunHost::converterDirectory() const {
+  return programDirectory();
+}
+
 void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*copy*/,
                              const tString& /*source*/) {}
 void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}

@@ -14,6 +14,8 @@ class tRunHost {
   virtual bool wantsOutput() const { return true; }
   /// The headers that several runs share; null: each run keeps its own.
   virtual precomp::tHeaderCache* headers() { return nullptr; }
+  /// Where the external converter of foreign sources stands: beside the running program.
+  virtual tString converterDirectory() const;
   /// A session is about to preprocess `source`, which it reads under the name `copy`.
   virtual void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                              const tString& source);

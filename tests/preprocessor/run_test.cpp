@@ -51,7 +51,6 @@ TEST(Run, OutputStandsBesideTheSourceOrInTheDirectory) {
       {" /x/page.prx\n", "", "/x/page.ppo"},
       {"src/a.zorb", "@Oout", "out/a.ppx_"},
       {"src/a", "@Oout/", "out/a.ppo"},
-      {"a.p", "", "a.ppx_"},
   };
   for (const auto& row : rows) {
     tSources disk;
