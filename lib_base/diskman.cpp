@@ -181,6 +181,11 @@ bool tDiskManLocal::rename(const char* from, const char* to) {
   return from && to && std::rename(from, to) == 0;
 }
 
+bool tDiskManLocal::copyPermissions(const char* from, const char* to) {
+  struct stat status {};
+  return from && to && ::stat(from, &status) == 0 && ::chmod(to, status.st_mode & 07777) == 0;
+}
+
 tString tDiskManLocal::resolve(const char* name) {
   char* path = name ? ::realpath(name, nullptr) : nullptr;
   if (!path) return {};

@@ -54,6 +54,8 @@ class tDiskMan {
   virtual bool remove(const char* name) = 0;
   /// Replaces an existing target in one step.
   virtual bool rename(const char* from, const char* to) = 0;
+  /// Gives the file `to` the permissions of `from`. True where files have none.
+  virtual bool copyPermissions(const char* /*from*/, const char* /*to*/) { return true; }
   /// A name that is equal for all paths to one existing file (links followed); empty when there is
   /// no such file.
   virtual tString resolve(const char* name) = 0;
@@ -69,6 +71,7 @@ class tDiskManLocal : public tDiskMan {
   bool exists(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
+  bool copyPermissions(const char* from, const char* to) override;
   tString resolve(const char* name) override;
 };
 
