@@ -202,6 +202,23 @@ struct krpre_host {
  * host->size is not one that this library knows; nothing else has happened then. */
 KRPRE_API int krpre_run(int count, char** vector, const struct krpre_host* host);
 
+/* --- Packed files -----------------------------------------------------------------------------------
+ *
+ * Sources and headers may be packed; the preprocessor reads them as their text. krpre_pack packs the
+ * file `in` into `out`, krpre_unpack reverses that, byte for byte. `out` may be null or the same
+ * file: it is then replaced. It is replaced in one step, keeps the permissions of `in`, and stays as
+ * it was after a failure. Nothing is printed. */
+enum {
+  KRPRE_PACKED = 0,       /* done */
+  KRPRE_UNCHANGED = 2,    /* it was packed already, or is not packed; a different `out` is a copy now */
+  KRPRE_UNREADABLE = 3,   /* `in` cannot be read */
+  KRPRE_TOO_LARGE = 4,    /* it is larger than 16 MiB, packed or not */
+  KRPRE_DAMAGED = 5,      /* it is packed, but not whole */
+  KRPRE_NOT_WRITTEN = 6   /* `out` cannot be written */
+};
+KRPRE_API int krpre_pack(const char* in, const char* out);
+KRPRE_API int krpre_unpack(const char* in, const char* out);
+
 #ifdef __cplusplus
 }
 #endif

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "lib_base/diskman.h"
+#include "lib_gzip/zipfile.h"
 #include "preprocessor/hostbridge.h"
 #include "preprocessor/preprocessor.h"
 
@@ -17,6 +18,34 @@ int runFor(const krpre_host& host, int count, char** vector) {
   if (!bridge.wantsMessages()) return runPreprocessor(disk, count, vector, bridge);
   const tOutputScope messages(bridge);
   return runPreprocessor(disk, count, vector, bridge);
+}
+
+int codeOf(eFileResult result) {
+  switch (result) {
+    case eFileResult::kDone:
+      return KRPRE_PACKED;
+    case eFileResult::kUnchanged:
+      return KRPRE_UNCHANGED;
+    case eFileResult::kUnreadable:
+      return KRPRE_UNREADABLE;
+    case eFileResult::kTooLarge:
+      return KRPRE_TOO_LARGE;
+    case eFileResult::kDamaged:
+      return KRPRE_DAMAGED;
+    case eFileResult::kNotWritten:
+      break;
+  }
+  return KRPRE_NOT_WRITTEN;
+}
+
+int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*), const char* in,
+           const char* out) {
+  try {
+    tDiskManLocal disk;
+    return codeOf(changeFile(disk, in, out));
+  } catch (...) {
+    return KRPRE_NOT_WRITTEN;
+  }
 }
 
 }  // namespace
@@ -41,4 +70,12 @@ extern "C" int krpre_run(int count, char** vector, const krpre_host* host) {
   } catch (...) {
     return KRPRE_OUTPUT_FAILED;
   }
+}
+
+extern "C" int krpre_pack(const char* in, const char* out) {
+  return change(packFile, in, out);
+}
+
+extern "C" int krpre_unpack(const char* in, const char* out) {
+  return change(unpackFile, in, out);
 }
