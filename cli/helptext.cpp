@@ -10,6 +10,7 @@ constexpr const char* kUsage =
     "Usage: krpre [OPTION]... FILE...\n"
     "  or:  krpre explain [OPTION]... FILE:LINE\n"
     "  or:  krpre rules [OPTION]... FILE\n"
+    "  or:  krpre pack|unpack [-o FILE] FILE...\n"
     "  or:  krpre --classic ARGUMENT...\n"
     "Preprocess Korel sources: each FILE becomes a .ppo file.\n"
     "\n"

@@ -7,6 +7,7 @@
 #include "cli/commandline.h"
 #include "cli/helptext.h"
 #include "cli/messagecapture.h"
+#include "cli/pack.h"
 #include "cli/query.h"
 #include "cli/runarguments.h"
 #include "cli/shippedheaders.h"
@@ -40,6 +41,8 @@ struct tSubcommand {
 const tSubcommand kSubcommands[] = {
     {"explain", explainCommand},
     {"rules", rulesCommand},
+    {"pack", packCommand},
+    {"unpack", unpackCommand},
 };
 
 int preprocess(const tCommandLine& line) {
