@@ -1,5 +1,5 @@
-// The programs in examples/ are preprocessed as their page says and must give the .ppo files that
-// stand beside them. The examples of a chapter are cases of the corpus; the chapter must show them.
+// The programs and pages in examples/ are preprocessed and must give the .ppo files that stand
+// beside them. The examples of a chapter are cases of the corpus; the chapter must show them.
 
 #include <gtest/gtest.h>
 
@@ -60,6 +60,14 @@ TEST(Examples, StandInTheChapterOnRules) {
     ++cases;
   }
   EXPECT_GT(cases, 40);
+}
+
+TEST(Examples, StandInTheChapterOnPages) {
+  const std::string chapter = readBytes(fs::path(KRPRE_CHAPTER).replace_filename("pages.md"));
+  for (const char* name : {"pages/hello.krh", "pages/hello.ppo"}) {
+    const std::string text = asShown(readBytes(fs::path(KRPRE_CORPUS) / name));
+    EXPECT_NE(chapter.find(text), std::string::npos) << name;
+  }
 }
 
 }  // namespace
