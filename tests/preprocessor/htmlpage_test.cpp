@@ -157,6 +157,9 @@ TEST(Page, LocalsReachTheHeadAndBareReturnsTheText) {
        "; Return __cPage\nRetu __cPage; Return ; \n 1; return := 2; "},
   };
   for (const auto& row : rows) EXPECT_EQ(converted(row.page), row.lines) << row.page;
+  EXPECT_EQ(converted("<% #undef A %>\n.\n<% Local a := 1 %>", {tString("P"), true, false}),
+            "#undef A\n__IGNOREDEBUGLINE__(); , a; __cPage += \".\" + Chr(10); "
+            "__SYNCHRONIZEDEBUG__(3)\na := 1; ");
   EXPECT_EQ(converted(".<% Local a\nReturn; y() %>", {tString("P"), false, true}),
             "; Local a; HTTPSend(\".\")\nReturn \"\"; y(); ");
 }
@@ -169,6 +172,7 @@ TEST(Page, DirectivesTakeALineEach) {
       "#line 1 \"h.ch\"\n#line 2 \"a.krh\"\nFunction a(); Local __cPage := \"\"\n\n\n"
       "SetValue(2  + 1)\n\n__cPage += \"ONE \"; __cPage += (1); __cPage += Chr(10)\n\n\n\n"
       "__cPage += \" yes\" + Chr(10)\n\nReturn __cPage\n");
+  EXPECT_EQ(converted("<% #define A ;\n 1 %>\n."), "#define A ;\n1\n; __cPage += \".\"; ");
   EXPECT_EQ(converted("<% #include \"h.ch\" %>\n<% #undef A %>"),
             "#include \"h.ch\"\n#undef A\n; ");
 }

@@ -108,6 +108,16 @@ TEST(InlineBlock, IsConvertedInProgramsAndTouchesNoFile) {
   }
 }
 
+TEST(InlineBlock, OfAnIncludedFileIsLeftAlone) {
+  tSources disk;
+  disk.put("a.prw", block("x") + "#ifndef H\n#include \"h.ch\"\n#endif\n");
+  disk.put("h.ch", "#define H\n#include \"a.prw\"\n");
+  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, 0);
+  const std::string output = fileText(disk, "a.ppo");
+  EXPECT_EQ(output.find("\r\nc := 'x' + CHR(10)\r\n"), 0U) << output;
+  EXPECT_NE(output.find("BEGINCONTENT VAR c"), std::string::npos) << output;
+}
+
 TEST(InlineBlock, IsFoundWhereverItStands) {
   // At every place around the seam of two parts that are read.
   for (std::size_t before = 32740; before < 32790; ++before) {
