@@ -196,6 +196,13 @@ struct krpre_host {
   /* The steps of every statement of the source files and of what they include. Null: not wanted,
    * which is faster by far. */
   void (*step)(void* context, const struct krpre_step* step);
+  /* What becomes of files; `event` is one of the values below. `source` is the source file at work,
+   * `name` the file. Null: not wanted. */
+  void (*file)(void* context, int event, const char* source, const char* name);
+};
+enum {
+  KRPRE_FILE_READ = 1,     /* the source, then each file that it includes, whenever it is read */
+  KRPRE_OUTPUT_WRITTEN = 2 /* the output of the source; it stands whole under its name */
 };
 
 /* As doPreProc. `host` may be null and is read during the call only. KRPRE_OUTPUT_FAILED when

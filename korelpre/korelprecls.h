@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "korelpre/fileobserver.h"
 #include "korelpre/include.h"
 #include "korelpre/linescan.h"
 #include "korelpre/reducesql.h"
@@ -58,6 +59,7 @@ struct tSharedState {
   tRuleObserver* observer = nullptr;
   tHeaderCache* headerCache = nullptr;
   tHeaderRecorder* recorder = nullptr;  // while a header is read to make an image of it
+  tFileObserver* fileObserver = nullptr;
 
   // The last error.
   tString errorString;
@@ -172,6 +174,9 @@ class KorelPreYaccClass : public SSYacc {
   /// be. False when it was not saved; what is wrong with the header itself is raised. The cache
   /// must be one that saves.
   bool prepch(const char* header);
+  /// Tells `observer` of every included file; null for none. It must outlive the run or be taken
+  /// away.
+  void setFileObserver(tFileObserver* observer) { shared_.fileObserver = observer; }
 
   // Conditional compilation. A null name means that the directive lies in a skipped region.
   std::uint8_t doIfDef(const tSpcString* name, int line);
@@ -198,6 +203,7 @@ class KorelPreYaccClass : public SSYacc {
   // Loading (korelpreload.cpp).
   bool findAndRead(const tString& bare);
   bool readFrom(const tString& directory, const tString& name);
+  void tellRead(const tString& path);
   bool beingCompiledAbove(const tString& path) const;
   void countInclude(std::int64_t bytes);
   void takeText(bool mayBePacked);

@@ -65,6 +65,7 @@ bool KorelPreYaccClass::readFrom(const tString& directory, const tString& name) 
   if (hasExtLoadFile()) {
     if (!extLoadFile(path, text_)) return false;
     resolvedName_ = path;
+    tellRead(path);
     return true;
   }
   const std::unique_ptr<tFile> file = files().open(path.c_str());
@@ -81,7 +82,12 @@ bool KorelPreYaccClass::readFrom(const tString& directory, const tString& name) 
   if (shared_.recorder != nullptr) {
     shared_.recorder->fileRead(requestedName_, path, resolvedName_, text_, depth_);
   }
+  tellRead(path);
   return true;
+}
+
+void KorelPreYaccClass::tellRead(const tString& path) {
+  if (includer_ != nullptr && shared_.fileObserver != nullptr) shared_.fileObserver->fileRead(path);
 }
 
 bool KorelPreYaccClass::beingCompiledAbove(const tString& path) const {

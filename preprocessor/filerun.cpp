@@ -128,6 +128,7 @@ int tFileRun::process() {
     files.keepInMemory(names_.copy);
     if (const int result = convert(files); result != kDone) return result;
     if (const int result = normalise(files); result != kDone) return result;
+    host_.sourceRead(names_.source);
     if (const int result = preprocess(files, text); result != kDone) return result;
   }
   if (!host_.wantsOutput()) return kDone;
@@ -220,7 +221,10 @@ int tFileRun::write(const tString& text) {
     }
     done = output.rename();
   }
-  if (done) return kDone;
+  if (done) {
+    host_.outputWritten(names_.source, names_.output);
+    return kDone;
+  }
   qdprintf("%s %s: %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
            translate("Error creating").c_str(), names_.output.c_str());
   return kInternalFailure;

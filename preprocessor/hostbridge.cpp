@@ -23,6 +23,7 @@ void tHostBridge::sessionBegins(precomp::KorelPre16& session, const tString& cop
                                 const tString& source) {
   names_ = {copy, source};
   if (host_.step != nullptr) session.setRuleObserver(this);
+  if (host_.file != nullptr) session.setFileObserver(this);
 }
 
 void tHostBridge::sessionDone(precomp::KorelPre16& session) {
@@ -31,6 +32,22 @@ void tHostBridge::sessionDone(precomp::KorelPre16& session) {
     rules->arrange();
     listRules(*rules);
   }
+}
+
+void tHostBridge::sourceRead(const tString& source) {
+  tellOfFile(KRPRE_FILE_READ, source, source);
+}
+
+void tHostBridge::fileRead(const tString& name) {
+  tellOfFile(KRPRE_FILE_READ, names_.source, name);
+}
+
+void tHostBridge::outputWritten(const tString& source, const tString& name) {
+  tellOfFile(KRPRE_OUTPUT_WRITTEN, source, name);
+}
+
+void tHostBridge::tellOfFile(int event, const tString& source, const tString& name) {
+  if (host_.file != nullptr) host_.file(host_.context, event, source.c_str(), name.c_str());
 }
 
 void tHostBridge::listRules(const precomp::tXChgArray& rules) {

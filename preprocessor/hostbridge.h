@@ -1,13 +1,17 @@
 #pragma once
 
 #include "include/krpre.h"
+#include "korelpre/fileobserver.h"
 #include "korelpre/ruleobserver.h"
 #include "lib_base/output.h"
 #include "preprocessor/rulereport.h"
 #include "preprocessor/runhost.h"
 
 /// Hands what a run tells its host to the callbacks of the C interface.
-class tHostBridge : public tRunHost, public tOutputSink, private precomp::tRuleObserver {
+class tHostBridge : public tRunHost,
+                    public tOutputSink,
+                    private precomp::tRuleObserver,
+                    private precomp::tFileObserver {
  public:
   /// `host` must outlive this object.
   explicit tHostBridge(const krpre_host& host) : host_(host) {}
@@ -19,6 +23,8 @@ class tHostBridge : public tRunHost, public tOutputSink, private precomp::tRuleO
   void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                      const tString& source) override;
   void sessionDone(precomp::KorelPre16& session) override;
+  void sourceRead(const tString& source) override;
+  void outputWritten(const tString& source, const tString& name) override;
 
  private:
   void statementBegins(const precomp::tTknString& statement, const tString& file) override;
@@ -28,12 +34,15 @@ class tHostBridge : public tRunHost, public tOutputSink, private precomp::tRuleO
   void ruleApplied(const precomp::tBaseXChg& rule, int start,
                    const precomp::tTknString& statement) override;
   void statementEnds(const precomp::tTknString& statement) override;
+  void fileRead(const tString& name) override;
 
   /// Completes `step` with what is common to all of them and hands it over.
   void send(krpre_step step, int kind, const precomp::tTknString& statement);
   void sendWithRule(krpre_step step, int kind, const precomp::tBaseXChg& rule, int start,
                     const precomp::tTknString& statement);
   void listRules(const precomp::tXChgArray& rules);
+
+  void tellOfFile(int event, const tString& source, const tString& name);
 
   const krpre_host& host_;
   tShownSource names_;

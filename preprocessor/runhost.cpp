@@ -9,3 +9,5 @@ tString tRunHost::converterDirectory() const {
 void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*copy*/,
                              const tString& /*source*/) {}
 void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}
+void tRunHost::sourceRead(const tString& /*source*/) {}
+void tRunHost::outputWritten(const tString& /*source*/, const tString& /*name*/) {}

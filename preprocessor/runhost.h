@@ -21,4 +21,8 @@ class tRunHost {
                              const tString& source);
   /// The session has preprocessed its source without an error.
   virtual void sessionDone(precomp::KorelPre16& session);
+  /// A source has been read; the session tells of what it includes.
+  virtual void sourceRead(const tString& source);
+  /// The output of `source` stands in the file `name`.
+  virtual void outputWritten(const tString& source, const tString& name);
 };

@@ -16,6 +16,7 @@ struct tHeard {
   std::string messages;
   std::vector<std::string> rules;
   std::vector<std::string> steps;
+  std::string files;
 };
 
 tHeard& heard(void* context) {
@@ -27,9 +28,18 @@ void takeMessage(void* context, const char* text, std::size_t length) {
 }
 
 void takeRule(void* context, const krpre_rule* rule) {
-  heard(context).rules.push_back(std::to_string(rule->kind) + " " + rule->listing + " @" +
-                                 std::filesystem::relative(rule->file, heard(context).directory).string() + ":" +
-                                 std::to_string(rule->line));
+  heard(context).rules.push_back(
+      std::to_string(rule->kind) + " " + rule->listing + " @" +
+      std::filesystem::relative(rule->file, heard(context).directory).string() + ":" +
+      std::to_string(rule->line));
+}
+
+void takeFile(void* context, int event, const char* source, const char* name) {
+  static const char* const kNames[] = {"", "read", "written"};
+  const auto bare = [](const char* path) {
+    return std::filesystem::path(path).filename().string();
+  };
+  heard(context).files += bare(source) + " " + kNames[event] + " " + bare(name) + "\n";
 }
 
 std::string captures(const krpre_step& step) {
@@ -76,7 +86,7 @@ TEST(RichHost, HearsMessagesRulesAndEveryStepOfAStatement) {
                   "#command SHOW ALL => ShowAll()\n"
                   "#xtranslate TEN => 10\n");
   directory.write("a.prw", "#include \"sub/rules.ch\"\n#define TWO 2\nShow one,;\n TWO AT TEN\n");
-  tHeard heard{directory.path(), {}, {}, {}};
+  tHeard heard{directory.path(), {}, {}, {}, {}};
   krpre_host host = hostOf(heard);
   host.rule = takeRule;
   host.step = takeStep;
@@ -105,6 +115,28 @@ TEST(RichHost, HearsMessagesRulesAndEveryStepOfAStatement) {
   };
   EXPECT_EQ(heard.steps, steps);
   EXPECT_TRUE(std::filesystem::exists(directory.path() / "a.ppo"));
+}
+
+TEST(RichHost, HearsOfEveryFileOfTheProgramInOrder) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("a.prw",
+                  "#include \"one.ch\"\n#ifdef NONE\n#include \"no.ch\"\n#endif\n"
+                  "#include \"two.ch\"\n");
+  directory.write("one.ch", "#include \"two.ch\"\n#include \"one.ch\"\n");
+  directory.write("two.ch", "");
+  tHeard heard;
+  krpre_host host = hostOf(heard);
+  host.file = takeFile;
+  EXPECT_EQ(run(directory, &host), 0);
+  EXPECT_EQ(heard.files,
+            "a.prw read a.prw\na.prw read std.ch\na.prw read one.ch\na.prw read two.ch\n"
+            "a.prw written a.ppo\n");
+
+  heard.files.clear();
+  directory.write("a.prw", "#include \"two.ch\"\n#else\n");
+  EXPECT_EQ(run(directory, &host), 1);
+  EXPECT_EQ(heard.files, "a.prw read a.prw\na.prw read std.ch\na.prw read two.ch\n");
 }
 
 TEST(RichHost, MayAskForNoOutputAndThenAnOlderOneStays) {
