@@ -179,7 +179,8 @@ enum {
 
 /* Flags of a host. */
 enum {
-  KRPRE_NO_OUTPUT = 1 /* write no output file; an older one stays */
+  KRPRE_NO_OUTPUT = 1,     /* write no output file; an older one stays */
+  KRPRE_KEEP_UNCHANGED = 2 /* leave an output file alone that holds just these bytes already */
 };
 
 /* What a host wants. Fill it with zeros, then set `size` and what you need. */
@@ -201,8 +202,9 @@ struct krpre_host {
   void (*file)(void* context, int event, const char* source, const char* name);
 };
 enum {
-  KRPRE_FILE_READ = 1,     /* the source, then each file that it includes, whenever it is read */
-  KRPRE_OUTPUT_WRITTEN = 2 /* the output of the source; it stands whole under its name */
+  KRPRE_FILE_READ = 1,       /* the source, then each file that it includes, whenever it is read */
+  KRPRE_OUTPUT_WRITTEN = 2,  /* the output of the source; it stands whole under its name */
+  KRPRE_OUTPUT_UNCHANGED = 3 /* likewise, and stood there already: see KRPRE_KEEP_UNCHANGED */
 };
 
 /* As doPreProc. `host` may be null and is read during the call only. KRPRE_OUTPUT_FAILED when

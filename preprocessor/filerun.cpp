@@ -207,6 +207,10 @@ int tFileRun::write(const tString& text) {
     qdprintf("%s %s...\n", translate("[TRACE] creating file").c_str(), names_.output.c_str());
   }
   tOutputFile output(disk_, names_.temporaryOutput, names_.output);
+  if (host_.keepsUnchanged() && output.isUpToDate(text)) {
+    host_.outputDone(names_.source, names_.output, false);
+    return kDone;
+  }
   if (!output.create()) {
     qdprintf("%s %s. %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
              translate("Error creating out file").c_str(), names_.output.c_str());
@@ -222,7 +226,7 @@ int tFileRun::write(const tString& text) {
     done = output.rename();
   }
   if (done) {
-    host_.outputWritten(names_.source, names_.output);
+    host_.outputDone(names_.source, names_.output, true);
     return kDone;
   }
   qdprintf("%s %s: %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),

@@ -42,8 +42,8 @@ void tHostBridge::fileRead(const tString& name) {
   tellOfFile(KRPRE_FILE_READ, names_.source, name);
 }
 
-void tHostBridge::outputWritten(const tString& source, const tString& name) {
-  tellOfFile(KRPRE_OUTPUT_WRITTEN, source, name);
+void tHostBridge::outputDone(const tString& source, const tString& name, bool written) {
+  tellOfFile(written ? KRPRE_OUTPUT_WRITTEN : KRPRE_OUTPUT_UNCHANGED, source, name);
 }
 
 void tHostBridge::tellOfFile(int event, const tString& source, const tString& name) {

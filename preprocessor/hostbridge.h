@@ -20,11 +20,12 @@ class tHostBridge : public tRunHost,
   void write(std::string_view text) override;
 
   bool wantsOutput() const override { return (host_.flags & KRPRE_NO_OUTPUT) == 0; }
+  bool keepsUnchanged() const override { return (host_.flags & KRPRE_KEEP_UNCHANGED) != 0; }
   void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                      const tString& source) override;
   void sessionDone(precomp::KorelPre16& session) override;
   void sourceRead(const tString& source) override;
-  void outputWritten(const tString& source, const tString& name) override;
+  void outputDone(const tString& source, const tString& name, bool written) override;
 
  private:
   void statementBegins(const precomp::tTknString& statement, const tString& file) override;

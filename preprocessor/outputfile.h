@@ -16,6 +16,9 @@ class tOutputFile {
   tOutputFile(const tOutputFile&) = delete;
   tOutputFile& operator=(const tOutputFile&) = delete;
 
+  /// Whether the file under the final name already holds what write() would write for this text.
+  /// Then nothing needs to be created; what a killed run has left of the temporary file goes.
+  bool isUpToDate(std::string_view text);
   /// Creates the temporary file, never through a link. One that a killed run has left gives way;
   /// one that another run is writing is a failure.
   bool create();

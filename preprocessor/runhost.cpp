@@ -10,4 +10,4 @@ void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*
                              const tString& /*source*/) {}
 void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}
 void tRunHost::sourceRead(const tString& /*source*/) {}
-void tRunHost::outputWritten(const tString& /*source*/, const tString& /*name*/) {}
+void tRunHost::outputDone(const tString& /*source*/, const tString& /*name*/, bool /*written*/) {}

@@ -16,6 +16,8 @@ class tRunHost {
   virtual precomp::tHeaderCache* headers() { return nullptr; }
   /// Where the external converter of foreign sources stands: beside the running program.
   virtual tString converterDirectory() const;
+  /// True: an output that would not change is not written, so that its file keeps its times.
+  virtual bool keepsUnchanged() const { return false; }
   /// A session is about to preprocess `source`, which it reads under the name `copy`.
   virtual void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                              const tString& source);
@@ -23,6 +25,6 @@ class tRunHost {
   virtual void sessionDone(precomp::KorelPre16& session);
   /// A source has been read; the session tells of what it includes.
   virtual void sourceRead(const tString& source);
-  /// The output of `source` stands in the file `name`.
-  virtual void outputWritten(const tString& source, const tString& name);
+  /// The output of `source` stands in the file `name`; not `written` when it stood there already.
+  virtual void outputDone(const tString& source, const tString& name, bool written);
 };

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -35,7 +37,7 @@ void takeRule(void* context, const krpre_rule* rule) {
 }
 
 void takeFile(void* context, int event, const char* source, const char* name) {
-  static const char* const kNames[] = {"", "read", "written"};
+  static const char* const kNames[] = {"", "read", "written", "unchanged"};
   const auto bare = [](const char* path) {
     return std::filesystem::path(path).filename().string();
   };
@@ -150,6 +152,48 @@ TEST(RichHost, MayAskForNoOutputAndThenAnOlderOneStays) {
     directory.write("a.prw", source);
     run(directory, &host);
     EXPECT_EQ(readBytes(directory.path() / "a.ppo"), "old") << source;
+  }
+}
+
+TEST(RichHost, MayKeepAnOutputThatWouldNotChange) {
+  const tTemporaryDirectory directory;
+  const auto output = directory.path() / "a.ppo";
+  const auto longAgo = std::filesystem::file_time_type{} + std::chrono::hours(1);
+  directory.write("std.ch", "");
+  const std::string lines(200000, '\n');
+  const std::string ends = std::regex_replace(lines, std::regex("\n"), "\r\n");
+  const struct {
+    std::string source, older;
+    bool kept;
+  } kCases[] = {
+      {"x := 1\ny := 2", "x := 1\r\ny := 2\r\n", true},
+      {"x := 1\ny := 2\n", "x := 1\r\ny := 3\r\n", false},
+      {"x := 1\n", "x := 1\n\r", false},   // as long
+      {"x := 1\n", "x := 1\r\nx", false},  // longer
+      {"x := 1\n", "x := 1\r", false},     // shorter
+      {"", "", true},
+      {"", "x", false},
+      {"x" + lines + "y", "x" + ends + "y\r\n", true},
+      {"x" + lines + "y", "x" + ends + "z\r\n", false},
+  };
+  for (const auto& row : kCases) {
+    directory.write("a.prw", row.source);
+    writeBytes(output, row.older);
+    std::filesystem::last_write_time(output, longAgo);
+    tHeard heard;
+    krpre_host host = hostOf(heard);
+    host.file = takeFile;
+    host.flags = KRPRE_KEEP_UNCHANGED;
+    ASSERT_EQ(run(directory, &host), 0);
+    EXPECT_EQ(std::filesystem::last_write_time(output) == longAgo, row.kept) << row.older;
+    EXPECT_NE(heard.files.find(row.kept ? "unchanged a.ppo" : "written a.ppo"), std::string::npos);
+    const std::string written = readBytes(output);
+
+    std::filesystem::last_write_time(output, longAgo);
+    host.flags = 0;
+    ASSERT_EQ(run(directory, &host), 0);
+    EXPECT_NE(std::filesystem::last_write_time(output), longAgo);
+    EXPECT_EQ(readBytes(output), written);
   }
 }
 
