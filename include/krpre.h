@@ -200,6 +200,13 @@ struct krpre_host {
   /* What becomes of files; `event` is one of the values below. `source` is the source file at work,
    * `name` the file. Null: not wanted. */
   void (*file)(void* context, int event, const char* source, const char* name);
+
+  /* The file that the output goes to; for runs over one source. Null: the one that doPreProc would
+   * write. One with the extension of a source or a header is refused. */
+  const char* outputName;
+  /* Takes the output of each source without errors, `length` bytes as its file would hold them. No
+   * file is written then, and none removed. Null: outputs go to files. */
+  void (*output)(void* context, const char* source, const char* text, size_t length);
 };
 enum {
   KRPRE_FILE_READ = 1,       /* the source, then each file that it includes, whenever it is read */
@@ -227,6 +234,25 @@ enum {
 };
 KRPRE_API int krpre_pack(const char* in, const char* out);
 KRPRE_API int krpre_unpack(const char* in, const char* out);
+/* As krpre_run over a source that stands in no file, as an editor holds it: `text` of `length` bytes,
+ * which may be any, takes the place of the file `name`. The name decides the kind of the source, the
+ * directory where includes are looked for, and what messages and "#line" show; there need not be
+ * such a file. Sources in the vector are preprocessed before it. With host->output and host->message
+ * nothing is read but headers and nothing is written.
+ *
+ * KRPRE_BAD_SOURCE also when the name is null or empty or the text has 16 MiB or more. */
+KRPRE_API int krpre_text(int count, char** vector, const struct krpre_host* host, const char* name,
+                         const char* text, size_t length);
+
+/* The name of the file to which doPreProc writes the output of `source`, given @Odirectory; a null or
+ * empty directory: beside the source. Puts it into `name`, cut to size - 1 bytes and ended by a zero
+ * (nothing when size is 0). Returns its full length. */
+KRPRE_API size_t krpre_output_name(const char* source, const char* directory, char* name,
+                                   size_t size);
+
+/* Not 0 when the extension of `name` is one of a source or a header: no output should be written
+ * there. */
+KRPRE_API int krpre_is_source(const char* name);
 
 #ifdef __cplusplus
 }

@@ -1,19 +1,36 @@
 #include "include/krpre.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "lib_base/diskman.h"
 #include "lib_gzip/zipfile.h"
+#include "lib_base/pathname.h"
+#include "preprocessor/filerun.h"
 #include "preprocessor/hostbridge.h"
+#include "preprocessor/options.h"
 #include "preprocessor/preprocessor.h"
+#include "preprocessor/sourcekind.h"
 
 namespace {
 
 constexpr std::size_t kSmallestHost = offsetof(krpre_host, step) + sizeof(krpre_host::step);
 
-int runFor(const krpre_host& host, int count, char** vector) {
-  tDiskManLocal disk;
+/// What `host` wants, fields that it does not know being null. False when it cannot be a host.
+bool readHost(const krpre_host* host, krpre_host& known) {
+  known = {};
+  if (host == nullptr) return true;
+  // A host that was built against an earlier header knows fewer fields, one against a later more.
+  if (host->size < kSmallestHost || host->size > sizeof(krpre_host)) return false;
+  std::memcpy(&known, host, host->size);
+  return true;
+}
+
+int runFor(const krpre_host& host, tDiskMan& disk, int count, char** vector) {
   tHostBridge bridge(host);
   if (!bridge.wantsMessages()) return runPreprocessor(disk, count, vector, bridge);
   const tOutputScope messages(bridge);
@@ -46,6 +63,24 @@ int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*), const
   } catch (...) {
     return KRPRE_NOT_WRITTEN;
   }
+int runText(const krpre_host& host, int count, char** vector, const char* name,
+            std::string_view text) {
+  tString::setMaxSize(kLongestText);
+  if (name == nullptr || text.size() >= kLongestText) return KRPRE_BAD_SOURCE;
+  // As the run reads a name, so that both mean the same file.
+  tString source(name);
+  source.trim();
+  if (source.empty()) return KRPRE_BAD_SOURCE;
+
+  tDiskManLocal machine;
+  tDiskManOverlay disk(machine);
+  disk.keepInMemory(source);
+  if (!disk.create(source.c_str())->write(text)) return KRPRE_BAD_SOURCE;
+  std::string argument = std::string("@F\"").append(source.view()).append("\"");
+  std::vector<char*> slots(vector, vector + (vector == nullptr ? 0 : std::max(count, 0)));
+  if (slots.empty()) slots.push_back(nullptr);
+  slots.push_back(argument.data());
+  return runFor(host, disk, static_cast<int>(slots.size()), slots.data());
 }
 
 }  // namespace
@@ -60,13 +95,11 @@ extern "C" int doPreProc(int count, char** vector) {
 }
 
 extern "C" int krpre_run(int count, char** vector, const krpre_host* host) {
-  if (host == nullptr) return doPreProc(count, vector);
-  // A host that was built against an earlier header knows fewer fields, one against a later more.
-  if (host->size < kSmallestHost || host->size > sizeof(krpre_host)) return KRPRE_OUTPUT_FAILED;
-  krpre_host known{};
-  std::memcpy(&known, host, host->size);
+  krpre_host known;
+  if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;
   try {
-    return runFor(known, count, vector);
+    tDiskManLocal disk;
+    return runFor(known, disk, count, vector);
   } catch (...) {
     return KRPRE_OUTPUT_FAILED;
   }
@@ -78,4 +111,41 @@ extern "C" int krpre_pack(const char* in, const char* out) {
 
 extern "C" int krpre_unpack(const char* in, const char* out) {
   return change(unpackFile, in, out);
+extern "C" int krpre_text(int count, char** vector, const krpre_host* host, const char* name,
+                          const char* text, std::size_t length) {
+  krpre_host known;
+  if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;
+  try {
+    return runText(known, count, vector, name, {text, length});
+  } catch (...) {
+    return KRPRE_OUTPUT_FAILED;
+  }
+}
+
+extern "C" std::size_t krpre_output_name(const char* source, const char* directory, char* name,
+                                         std::size_t size) {
+  try {
+    tRunOptions options;
+    if (directory != nullptr) options.outputDirectory = tString(directory);
+    const tString output = outputNameOf(options, tString(source));
+    if (size > 0) {
+      const std::size_t kept = std::min(output.size(), size - 1);
+      std::memcpy(name, output.c_str(), kept);
+      name[kept] = '\0';
+    }
+    return output.size();
+  } catch (...) {
+    if (size > 0) *name = '\0';
+    return 0;
+  }
+}
+
+extern "C" int krpre_is_source(const char* name) {
+  try {
+    tPathParts parts;
+    SplitPath(name, parts);
+    return isSourceExtension(parts.extension) ? 1 : 0;
+  } catch (...) {
+    return 0;
+  }
 }

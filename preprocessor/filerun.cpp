@@ -36,13 +36,19 @@ struct tFileNames {
   bool foreign = false;
 };
 
-tFileNames composeNames(const tRunOptions& options, const tString& sourceName) {
+tString outputDirectory(const tRunOptions& options, const tPathParts& source) {
+  tString directory = options.outputDirectory;
+  if (directory.empty()) directory = tString(source.drive).append(source.directory);
+  if (!directory.empty() && !directory.view().ends_with('/')) directory += '/';
+  return directory;
+}
+
+tFileNames composeNames(const tRunOptions& options, const tString& sourceName,
+                        const tString& outputName) {
   tPathParts parts;
   SplitPath(sourceName, parts);
   const tSourceKind& kind = sourceKind(parts.extension);
-  tString directory = options.outputDirectory;
-  if (directory.empty()) directory = tString(parts.drive).append(parts.directory);
-  if (!directory.empty() && !directory.view().ends_with('/')) directory += '/';
+  const tString directory = outputDirectory(options, parts);
 
   const auto composed = [&](const char* pattern, const tString& name, const char* extension) {
     return tString::format(pattern, directory.c_str(), name.c_str(), extension);
@@ -59,6 +65,13 @@ tFileNames composeNames(const tRunOptions& options, const tString& sourceName) {
   names.temporaryErrors = composed(kTagged, options.tag, kind.error);
   names.errors = composed(kNamed, parts.base, kind.error);
   names.foreign = kind.foreign;
+  if (!outputName.empty()) {
+    tPathParts named;
+    SplitPath(outputName, named);
+    names.output = outputName;
+    names.temporaryOutput =
+        tString(named.directory).append("krpre").append(options.tag).append(".ppo");
+  }
   return names;
 }
 
@@ -72,7 +85,7 @@ class tFileRun {
         host_(host),
         headers_(headers),
         readName_(sourceName),
-        names_(composeNames(options, sourceName)) {}
+        names_(composeNames(options, sourceName, host.outputName())) {}
 
   int run();
 
@@ -85,7 +98,9 @@ class tFileRun {
   int write(const tString& text);
   void finish(int result);
   void reportNoCopy(const tString& target);
+  bool writesFile() const { return host_.wantsOutput() && !host_.takesOutput(); }
   bool outputIsSource();
+  void handOver(const tString& text);
 
   tDiskMan& disk_;
   const tRunOptions& options_;
@@ -111,7 +126,8 @@ int tFileRun::run() {
 
 int tFileRun::process() {
   // A name with a zero byte would be cut by the file layer and mean another file.
-  if (readName_.find(std::string_view("\0", 1)) != tString::npos || outputIsSource()) {
+  if (readName_.find(std::string_view("\0", 1)) != tString::npos ||
+      (!host_.takesOutput() && outputIsSource())) {
     reportNoCopy(names_.output);
     return kNotNormalised;
   }
@@ -119,6 +135,9 @@ int tFileRun::process() {
   if (names_.foreign && disk_.exists(readName_.c_str())) {
     const tForeignSource source = {readName_, options_.includePath, names_.directory};
     const int code = foreign_.run(host_.converterDirectory(), source);
+  outputIsOurs_ = writesFile();
+  if (names_.foreign) {
+    const int code = convertForeignSource(readName_, options_.includePath);
     if (code != 0) return code;
     readName_ = foreign_.converted();
   }
@@ -133,7 +152,24 @@ int tFileRun::process() {
   }
   if (!host_.wantsOutput()) return kDone;
   finishLineMarkers(text, names_.copy, names_.source);
-  return write(text);
+  if (writesFile()) return write(text);
+  handOver(text);
+  return kDone;
+}
+
+void tFileRun::handOver(const tString& text) {
+  tDiskManOverlay memory(disk_);
+  memory.keepInMemory(names_.output);
+  tString whole;
+  {
+    const std::unique_ptr<tFile> file = memory.create(names_.output.c_str());
+    file->expect(static_cast<std::int64_t>(text.size() + text.size() / 8));
+    tLineWriter lines(*file);
+    lines.write(text);
+    lines.finish();
+  }
+  memory.open(names_.output.c_str())->readAll(whole);
+  host_.takeOutput(names_.source, whole);
 }
 
 /// Puts the converted text of a page, or of a program with inline blocks, in front of the source.
@@ -258,14 +294,23 @@ void tFileRun::reportNoCopy(const tString& target) {
            names_.source.c_str(), translate("to").c_str(), target.c_str());
 }
 
-/// True when the output would take the place of the source.
+/// True when the output would take the place of the source, or of any source when it has a name of
+/// the host's choice.
 bool tFileRun::outputIsSource() {
-  if (!equalNoCase(bareName(names_.source), bareName(names_.output))) return false;
+  const bool chosen = !host_.outputName().empty();
+  tPathParts output;
+  if (chosen) SplitPath(names_.output, output);
+  if (chosen && isSourceExtension(output.extension)) return true;
+  if (!chosen && !equalNoCase(bareName(names_.source), bareName(names_.output))) return false;
   const tString source = disk_.resolve(readName_.c_str());
   return !source.empty() && source == disk_.resolve(names_.output.c_str());
 }
 
 }  // namespace
+
+tString outputNameOf(const tRunOptions& options, const tString& sourceName) {
+  return composeNames(options, sourceName, {}).output;
+}
 
 int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& sourceName,
                    tRunHost& host, precomp::tHeaderCache* headers) {

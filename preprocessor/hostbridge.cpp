@@ -19,6 +19,10 @@ void tHostBridge::write(std::string_view text) {
   host_.message(host_.context, ended.c_str(), ended.size());
 }
 
+void tHostBridge::takeOutput(const tString& source, const tString& text) {
+  host_.output(host_.context, source.c_str(), text.c_str(), text.size());
+}
+
 void tHostBridge::sessionBegins(precomp::KorelPre16& session, const tString& copy,
                                 const tString& source) {
   names_ = {copy, source};

@@ -20,6 +20,9 @@ class tHostBridge : public tRunHost,
   void write(std::string_view text) override;
 
   bool wantsOutput() const override { return (host_.flags & KRPRE_NO_OUTPUT) == 0; }
+  tString outputName() const override { return tString(host_.outputName); }
+  bool takesOutput() const override { return host_.output != nullptr; }
+  void takeOutput(const tString& source, const tString& text) override;
   bool keepsUnchanged() const override { return (host_.flags & KRPRE_KEEP_UNCHANGED) != 0; }
   void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                      const tString& source) override;

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::size_t kLongestString = 16 * 1024 * 1024;
-
 int preprocessFiles(tDiskMan& disk, const tRunOptions& options, tRunHost& host) {
   precomp::tHeaderCache own(options.precompiled);
   precomp::tHeaderCache* headers = host.headers();
@@ -34,7 +32,7 @@ int run(tDiskMan& disk, int argc, char* const* argv, tRunHost& host) {
   tRunOptions options;
   ParseCommandLine(disk, argc, argv, options);
   for (int i = 0; i < options.files.count(); ++i) options.files[i].trim();
-  tString::setMaxSize(kLongestString);
+  tString::setMaxSize(kLongestText);
   return preprocessFiles(disk, options, host);
 }
 

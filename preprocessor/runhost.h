@@ -16,6 +16,12 @@ class tRunHost {
   virtual precomp::tHeaderCache* headers() { return nullptr; }
   /// Where the external converter of foreign sources stands: beside the running program.
   virtual tString converterDirectory() const;
+  /// The file that the output of a source goes to; empty: the one that the options name.
+  virtual tString outputName() const { return {}; }
+  /// True: takeOutput gets the outputs, and no file is written.
+  virtual bool takesOutput() const { return false; }
+  /// The output of `source` as its file would hold it.
+  virtual void takeOutput(const tString& source, const tString& text);
   /// True: an output that would not change is not written, so that its file keeps its times.
   virtual bool keepsUnchanged() const { return false; }
   /// A session is about to preprocess `source`, which it reads under the name `copy`.

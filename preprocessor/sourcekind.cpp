@@ -18,11 +18,22 @@ const tSourceKind kKinds[] = {
 
 const tSourceKind kOrdinary = {"", ".pw_", ".ppo", ".err", false};
 
+constexpr std::string_view kHeader = ".ch";
+
+const tSourceKind* namedKind(std::string_view extension) {
+  for (const tSourceKind& kind : kKinds) {
+    if (equalNoCase(kind.extension, extension)) return &kind;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 const tSourceKind& sourceKind(std::string_view extension) {
-  for (const tSourceKind& kind : kKinds) {
-    if (equalNoCase(kind.extension, extension)) return kind;
-  }
-  return kOrdinary;
+  const tSourceKind* kind = namedKind(extension);
+  return kind != nullptr ? *kind : kOrdinary;
+}
+
+bool isSourceExtension(std::string_view extension) {
+  return namedKind(extension) != nullptr || equalNoCase(extension, kHeader);
 }

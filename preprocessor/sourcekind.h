@@ -14,3 +14,7 @@ struct tSourceKind {
 /// The kind of a source by its extension, dot included, without regard to case. Every extension has
 /// one: what the table does not name is an ordinary program.
 const tSourceKind& sourceKind(std::string_view extension);
+
+/// Whether a file with this extension is one that people write: a source that the table names, or
+/// a header. No output may take its place.
+bool isSourceExtension(std::string_view extension);

@@ -19,6 +19,7 @@ struct tHeard {
   std::vector<std::string> rules;
   std::vector<std::string> steps;
   std::string files;
+  std::string output;
 };
 
 tHeard& heard(void* context) {
@@ -42,6 +43,10 @@ void takeFile(void* context, int event, const char* source, const char* name) {
     return std::filesystem::path(path).filename().string();
   };
   heard(context).files += bare(source) + " " + kNames[event] + " " + bare(name) + "\n";
+}
+
+void takeOutput(void* context, const char*, const char* text, std::size_t length) {
+  heard(context).output.append(text, length);
 }
 
 std::string captures(const krpre_step& step) {
@@ -88,7 +93,7 @@ TEST(RichHost, HearsMessagesRulesAndEveryStepOfAStatement) {
                   "#command SHOW ALL => ShowAll()\n"
                   "#xtranslate TEN => 10\n");
   directory.write("a.prw", "#include \"sub/rules.ch\"\n#define TWO 2\nShow one,;\n TWO AT TEN\n");
-  tHeard heard{directory.path(), {}, {}, {}, {}};
+  tHeard heard{directory.path(), {}, {}, {}, {}, {}};
   krpre_host host = hostOf(heard);
   host.rule = takeRule;
   host.step = takeStep;
@@ -195,6 +200,80 @@ TEST(RichHost, MayKeepAnOutputThatWouldNotChange) {
     EXPECT_NE(std::filesystem::last_write_time(output), longAgo);
     EXPECT_EQ(readBytes(output), written);
   }
+}
+
+TEST(RichHost, MayNameTheOutputButNeverASource) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("a.prw", "x := 1\n");
+  directory.write("out/keep", "");
+  tHeard heard;
+  krpre_host host = hostOf(heard);
+  const std::string output = directory.path() / "out/b.txt";
+  host.outputName = output.c_str();
+  EXPECT_EQ(run(directory, &host), 0);
+  EXPECT_EQ(readBytes(output), "x := 1\r\n");
+  EXPECT_FALSE(std::filesystem::exists(directory.path() / "a.ppo"));
+
+  std::filesystem::create_symlink("../a.prw", directory.path() / "out/link");
+  for (const char* name : {"a.prw", "A.PRX", "out/link", "out/b.ch"}) {
+    const std::string source = directory.path() / name;
+    host.outputName = source.c_str();
+    EXPECT_EQ(run(directory, &host), KRPRE_BAD_SOURCE) << name;
+  }
+  EXPECT_EQ(readBytes(directory.path() / "a.prw"), "x := 1\n");
+  EXPECT_FALSE(std::filesystem::exists(directory.path() / "out/b.ch"));
+}
+
+TEST(RichHost, GivesATextForATextAndTouchesNoFile) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("own.ch", "#define OWN 'own'\n");
+  directory.write("a.ppo", "old");
+  const std::string name = directory.path() / "a.prw";
+  tHeard heard;
+  krpre_host host = hostOf(heard);
+  host.output = takeOutput;
+  const auto give = [&](std::string_view text) {
+    heard.output.clear();
+    heard.messages.clear();
+    return krpre_text(0, nullptr, &host, name.c_str(), text.data(), text.size());
+  };
+  EXPECT_EQ(give("#include 'own.ch'\nx := OWN"), 0);
+  EXPECT_TRUE(heard.output.ends_with("a.prw\"\r\nx := 'own'\r\n")) << heard.output;
+  EXPECT_EQ(give(""), 0);
+  EXPECT_EQ(heard.output, "");
+  EXPECT_EQ(give(std::string_view("x := 'a\0b'\n", 11)), 0);
+  EXPECT_EQ(heard.output, std::string_view("x := 'a\0b'\r\n", 12));
+  directory.write("a.prw", "another\n");
+  EXPECT_EQ(give("x := __COMPTIMESTAMP__\n"), 0);
+  EXPECT_TRUE(heard.output.starts_with("x := \"20")) << heard.output;
+  EXPECT_EQ(give("\n#else\n"), 1);
+  EXPECT_NE(heard.messages.find("a.prw(2) Error"), std::string::npos);
+  EXPECT_EQ(heard.output, "");
+  EXPECT_EQ(give(std::string(16 << 20, '\n')), KRPRE_BAD_SOURCE);
+  EXPECT_EQ(krpre_text(0, nullptr, &host, "", "x", 1), KRPRE_BAD_SOURCE);
+
+  EXPECT_EQ(readBytes(directory.path() / "a.ppo"), "old");
+  const auto files = std::filesystem::directory_iterator(directory.path());
+  EXPECT_EQ(std::distance(begin(files), end(files)), 4);
+}
+
+TEST(RichHost, LearnsHowAnOutputWillBeCalled) {
+  const auto outputOf = [](const char* source, const char* folder) {
+    char name[64];
+    const std::size_t length = krpre_output_name(source, folder, name, sizeof name);
+    EXPECT_EQ(length, std::string(name).size());
+    return std::string(name);
+  };
+  EXPECT_EQ(outputOf("dir/a.prw", nullptr), "dir/a.ppo");
+  EXPECT_EQ(outputOf("dir/a.b.ZORB", "out"), "out/a.b.ppx_");
+  EXPECT_EQ(outputOf("a", "out/"), "out/a.ppo");
+  char name[4] = "???";
+  EXPECT_EQ(krpre_output_name("a.prw", nullptr, name, sizeof name), 5U);
+  EXPECT_STREQ(name, "a.p");
+  EXPECT_EQ(krpre_output_name("a.prw", nullptr, nullptr, 0), 5U);
+  EXPECT_TRUE(krpre_is_source("x/a.PRW") && krpre_is_source("a.ch") && !krpre_is_source("a.ppo"));
 }
 
 TEST(RichHost, OfAnUnknownSizeIsRefusedBeforeAnythingHappens) {
