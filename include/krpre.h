@@ -179,8 +179,10 @@ enum {
 
 /* Flags of a host. */
 enum {
-  KRPRE_NO_OUTPUT = 1,     /* write no output file; an older one stays */
-  KRPRE_KEEP_UNCHANGED = 2 /* leave an output file alone that holds just these bytes already */
+  KRPRE_NO_OUTPUT = 1,      /* write no output file; an older one stays */
+  KRPRE_KEEP_UNCHANGED = 2, /* leave an output file alone that holds just these bytes already */
+  KRPRE_TAKE_TURNS = 4      /* wait, 10 seconds at most, while another run with the same tag writes
+                               an output to the same directory; without it that is a failure */
 };
 
 /* What a host wants. Fill it with zeros, then set `size` and what you need. */
@@ -239,14 +241,19 @@ KRPRE_API int krpre_unpack(const char* in, const char* out);
  * directory where includes are looked for, and what messages and "#line" show; there need not be
  * such a file. Sources in the vector are preprocessed before it. With host->output and host->message
  * nothing is read but headers and nothing is written.
+/* As krpre_run over a source that stands in no file, as an editor holds it: `text` of `length`
+ * bytes, which may be any, takes the place of the file `name`. The name decides the kind of the
+ * source, the directory where includes are looked for, and what messages and "#line" show; there
+ * need not be such a file. Sources in the vector are preprocessed before it. With host->output and
+ * host->message nothing is read but headers and nothing is written.
  *
  * KRPRE_BAD_SOURCE also when the name is null or empty or the text has 16 MiB or more. */
 KRPRE_API int krpre_text(int count, char** vector, const struct krpre_host* host, const char* name,
                          const char* text, size_t length);
 
-/* The name of the file to which doPreProc writes the output of `source`, given @Odirectory; a null or
- * empty directory: beside the source. Puts it into `name`, cut to size - 1 bytes and ended by a zero
- * (nothing when size is 0). Returns its full length. */
+/* The name of the file to which doPreProc writes the output of `source`, given @Odirectory; a null
+ * or empty directory: beside the source. Puts it into `name`, cut to size - 1 bytes and ended by a
+ * zero (nothing when size is 0). Returns its full length. */
 KRPRE_API size_t krpre_output_name(const char* source, const char* directory, char* name,
                                    size_t size);
 

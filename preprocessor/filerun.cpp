@@ -247,7 +247,7 @@ int tFileRun::write(const tString& text) {
     host_.outputDone(names_.source, names_.output, false);
     return kDone;
   }
-  if (!output.create()) {
+  if (!output.create(host_.takesTurns())) {
     qdprintf("%s %s. %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
              translate("Error creating out file").c_str(), names_.output.c_str());
     return kInternalFailure;

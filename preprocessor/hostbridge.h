@@ -24,6 +24,7 @@ class tHostBridge : public tRunHost,
   bool takesOutput() const override { return host_.output != nullptr; }
   void takeOutput(const tString& source, const tString& text) override;
   bool keepsUnchanged() const override { return (host_.flags & KRPRE_KEEP_UNCHANGED) != 0; }
+  bool takesTurns() const override { return (host_.flags & KRPRE_TAKE_TURNS) != 0; }
   void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                      const tString& source) override;
   void sessionDone(precomp::KorelPre16& session) override;

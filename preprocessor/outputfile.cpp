@@ -1,9 +1,11 @@
 #include "preprocessor/outputfile.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <thread>
 #include <utility>
 
 #include "preprocessor/linewriter.h"
@@ -71,13 +73,25 @@ bool tOutputFile::isUpToDate(std::string_view text) {
   return true;
 }
 
-bool tOutputFile::create() {
-  bool exists = false;
+bool tOutputFile::tryCreate(bool& exists) {
   file_ = disk_.createNew(temporaryName_.c_str(), exists);
   if (!file_ && exists && disk_.removeLeftover(temporaryName_.c_str())) {
     file_ = disk_.createNew(temporaryName_.c_str(), exists);
   }
   temporaryExists_ = file_ != nullptr;
+  return temporaryExists_;
+}
+
+bool tOutputFile::create(bool patient) {
+  constexpr auto kPatience = std::chrono::seconds(10);
+  constexpr auto kPause = std::chrono::milliseconds(1);
+  bool exists = false;
+  if (tryCreate(exists) || !exists || !patient) return temporaryExists_;
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (std::chrono::steady_clock::now() < end) {
+    std::this_thread::sleep_for(kPause);
+    if (tryCreate(exists) || !exists) break;
+  }
   return temporaryExists_;
 }
 

@@ -20,14 +20,17 @@ class tOutputFile {
   /// Then nothing needs to be created; what a killed run has left of the temporary file goes.
   bool isUpToDate(std::string_view text);
   /// Creates the temporary file, never through a link. One that a killed run has left gives way;
-  /// one that another run is writing is a failure.
-  bool create();
+  /// one that another run is writing is a failure or, with `patient` set, is waited for, 10 seconds
+  /// at most.
+  bool create(bool patient = false);
   /// Writes the whole text, "\r\n" after every line, and closes the file.
   bool write(std::string_view text);
   /// Puts the file in the place of an older one.
   bool rename();
 
  private:
+  bool tryCreate(bool& exists);
+
   tDiskMan& disk_;
   tString temporaryName_;
   tString finalName_;

@@ -24,6 +24,8 @@ class tRunHost {
   virtual void takeOutput(const tString& source, const tString& text);
   /// True: an output that would not change is not written, so that its file keeps its times.
   virtual bool keepsUnchanged() const { return false; }
+  /// True: when another run with the same tag is writing to the directory, wait for it.
+  virtual bool takesTurns() const { return false; }
   /// A session is about to preprocess `source`, which it reads under the name `copy`.
   virtual void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                              const tString& source);

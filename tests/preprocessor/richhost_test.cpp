@@ -1,11 +1,15 @@
 // What a host hears of a run through krpre_run.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
 #include <regex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "include/krpre.h"
@@ -274,6 +278,31 @@ TEST(RichHost, LearnsHowAnOutputWillBeCalled) {
   EXPECT_STREQ(name, "a.p");
   EXPECT_EQ(krpre_output_name("a.prw", nullptr, nullptr, 0), 5U);
   EXPECT_TRUE(krpre_is_source("x/a.PRW") && krpre_is_source("a.ch") && !krpre_is_source("a.ppo"));
+}
+
+TEST(RichHost, MayWaitForAnotherWriter) {
+  const tTemporaryDirectory directory;
+  const std::filesystem::path temporary = directory.path() / "krpre0.ppo";
+  directory.write("std.ch", "");
+  directory.write("a.prw", "x := 1\n");
+  writeBytes(temporary, "half");
+  const int writer = open(temporary.c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(flock(writer, LOCK_EX), 0);
+  tHeard heard;
+  krpre_host host = hostOf(heard);
+  EXPECT_EQ(run(directory, &host), KRPRE_OUTPUT_FAILED);
+  EXPECT_EQ(readBytes(temporary), "half");
+
+  std::thread end([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    std::filesystem::rename(temporary, directory.path() / "a.ppo");
+    close(writer);
+  });
+  host.flags = KRPRE_TAKE_TURNS;
+  EXPECT_EQ(run(directory, &host), 0);
+  end.join();
+  EXPECT_EQ(readBytes(directory.path() / "a.ppo"), "x := 1\r\n");
+  EXPECT_FALSE(std::filesystem::exists(temporary));
 }
 
 TEST(RichHost, OfAnUnknownSizeIsRefusedBeforeAnythingHappens) {
