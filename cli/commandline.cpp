@@ -2,6 +2,7 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -146,6 +147,10 @@ void tCommandLine::complain(std::string text) {
   if (request == kWrongUsage) return;
   request = kWrongUsage;
   complaint = std::move(text);
+}
+
+bool tCommandLine::readsStandardInput() const {
+  return std::find(files.begin(), files.end(), "-") != files.end();
 }
 
 tCommandLine readCommandLine(int count, char** arguments) {

@@ -3,6 +3,17 @@
 #include <string>
 #include <vector>
 
+/// What is asked for dependency files.
+struct tDependencyOptions {
+  bool wanted = false;
+  /// Empty: beside the output.
+  std::string file;
+  /// As they stand in the rule, separated by blanks; empty: the output.
+  std::string targets;
+  /// Empty rules for the headers too.
+  bool phony = false;
+};
+
 /// What the arguments of the program ask for.
 struct tCommandLine {
   enum eRequest { kPreprocess, kShowHelp, kShowVersion, kWrongUsage };
@@ -16,10 +27,18 @@ struct tCommandLine {
   std::vector<std::string> includeDirectories;
   /// NAME or NAME=VALUE each, not looked into yet.
   std::vector<std::string> defines;
-  /// Empty when the outputs go beside their sources.
-  std::string outputDirectory;
+  /// A directory or a file; empty when the outputs go beside their sources.
+  std::string output;
+  /// How many sources are preprocessed at once; 0: as many as there are cores.
+  unsigned jobs = 0;
+  tDependencyOptions dependencies;
+  /// What the file "-" is called; may be empty.
+  std::string standardInputName;
+  bool alwaysWrite = false;
   bool trace = false;
   bool quiet = false;
+
+  bool readsStandardInput() const;
 
   /// Makes this a wrong usage, unless it is one already: the first complaint is the clearest.
   void complain(std::string text);

@@ -12,7 +12,8 @@ constexpr const char* kUsage =
     "  or:  krpre rules [OPTION]... FILE\n"
     "  or:  krpre pack|unpack [-o FILE] FILE...\n"
     "  or:  krpre --classic ARGUMENT...\n"
-    "Preprocess Korel sources: each FILE becomes a .ppo file.\n"
+    "Preprocess Korel sources: each FILE becomes a .ppo file. With - for its FILE it\n"
+    "reads standard input and writes standard output.\n"
     "\n"
     "Mandatory arguments to long options are mandatory for short options too.\n";
 

@@ -1,21 +1,21 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <list>
-#include <optional>
 
+#include "cli/build.h"
 #include "cli/commandline.h"
+#include "cli/exitstatus.h"
 #include "cli/helptext.h"
 #include "cli/messagecapture.h"
 #include "cli/pack.h"
 #include "cli/query.h"
-#include "cli/runarguments.h"
 #include "cli/shippedheaders.h"
 #include "include/krpre.h"
 
 namespace {
-
-enum eExit { kAllPreprocessed = 0, kSomeFailed = 1, kWrongUsage = 2 };
 
 int run(int count, char** arguments) {
   return doPreProc(count, arguments) == 0 ? kAllPreprocessed : kSomeFailed;
@@ -26,11 +26,6 @@ int showVersion() {
   char request[] = "-v";
   char* arguments[] = {program, request, nullptr};
   return run(2, arguments);
-}
-
-int refuse(const std::string& reason) {
-  std::fprintf(stderr, "krpre: %s\nTry 'krpre --help'.\n", reason.c_str());
-  return kWrongUsage;
 }
 
 struct tSubcommand {
@@ -45,22 +40,13 @@ const tSubcommand kSubcommands[] = {
     {"unpack", unpackCommand},
 };
 
-int preprocess(const tCommandLine& line) {
-  const std::string shipped = shippedHeaders();
-  std::list<tRunArguments> runs;
-  for (const tCommandLine& part : runsOf(line)) {
-    runs.emplace_back(part, shipped);
-    if (!runs.back().refusal().empty()) return refuse(runs.back().refusal());
+// A file that is opened must not become standard output because the caller has closed that.
+void keepStandardFilesOpen() {
+  for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // Opened the wrong way round: who reads or writes it learns that it is not there.
+    const int mode = file == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+    if (fcntl(file, F_GETFD) < 0) open("/dev/null", mode);
   }
-
-  std::optional<tMessageCapture> capture;
-  if (line.quiet) capture.emplace();
-  int result = kAllPreprocessed;
-  for (tRunArguments& arguments : runs) {
-    if (run(arguments.count(), arguments.vector()) != kAllPreprocessed) result = kSomeFailed;
-  }
-  if (capture && result != kAllPreprocessed) capture->release();
-  return result;
 }
 
 /// What the first argument alone decides. `run` gets the arguments from there on, with it in slot
@@ -84,9 +70,17 @@ const tCommand* commandFor(int count, char** arguments) {
 
 }  // namespace
 
+int refuseUsage(const std::string& reason) {
+  std::fprintf(stderr, "krpre: %s\nTry 'krpre --help'.\n", reason.c_str());
+  return kWrongUsage;
+}
+
 int main(int count, char** arguments) {
   // A reader of the messages that goes away must not leave the other files undone.
   std::signal(SIGPIPE, SIG_IGN);
+  // A file that grows too large is a failure like a full disk.
+  std::signal(SIGXFSZ, SIG_IGN);
+  keepStandardFilesOpen();
 
   if (const tCommand* command = commandFor(count, arguments)) {
     return command->run(count - 1, arguments + 1);
@@ -103,9 +97,9 @@ int main(int count, char** arguments) {
     case tCommandLine::kShowVersion:
       return showVersion();
     case tCommandLine::kWrongUsage:
-      return refuse(line.complaint);
+      return refuseUsage(line.complaint);
     case tCommandLine::kPreprocess:
       break;
   }
-  return preprocess(line);
+  return build(line, shippedHeaders());
 }

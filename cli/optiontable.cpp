@@ -1,5 +1,9 @@
 #include "cli/optiontable.h"
 
+#include <charconv>
+#include <cstring>
+#include <system_error>
+
 namespace {
 
 bool refuseEmpty(tCommandLine& line, const tGivenOption& given, const char* what) {
@@ -9,9 +13,9 @@ bool refuseEmpty(tCommandLine& line, const tGivenOption& given, const char* what
 }
 
 void takeOutput(tCommandLine& line, const tGivenOption& given) {
-  if (refuseEmpty(line, given, "directory")) return;
-  if (!line.outputDirectory.empty()) return line.complain(given.spelling + ": given twice");
-  line.outputDirectory = given.value;
+  if (refuseEmpty(line, given, "output")) return;
+  if (!line.output.empty()) return line.complain(given.spelling + ": given twice");
+  line.output = given.value;
 }
 
 void takeInclude(tCommandLine& line, const tGivenOption& given) {
@@ -21,6 +25,46 @@ void takeInclude(tCommandLine& line, const tGivenOption& given) {
 
 void takeDefine(tCommandLine& line, const tGivenOption& given) {
   line.defines.emplace_back(given.value);
+}
+
+void takeJobs(tCommandLine& line, const tGivenOption& given) {
+  constexpr unsigned kMost = 4096;
+  const char* end = given.value + std::strlen(given.value);
+  unsigned jobs = 0;
+  const auto [stop, error] = std::from_chars(given.value, end, jobs);
+  if (given.value != end && (stop != end || error != std::errc() || jobs > kMost)) {
+    return line.complain(given.spelling + ": no number of jobs: " + given.value);
+  }
+  line.jobs = jobs;
+}
+
+void takeRules(tCommandLine& line, const tGivenOption&) {
+  line.dependencies.wanted = true;
+}
+
+void takeRuleFile(tCommandLine& line, const tGivenOption& given) {
+  if (refuseEmpty(line, given, "file")) return;
+  if (!line.dependencies.file.empty()) return line.complain(given.spelling + ": given twice");
+  line.dependencies.file = given.value;
+}
+
+void takeTarget(tCommandLine& line, const tGivenOption& given) {
+  if (refuseEmpty(line, given, "target")) return;
+  std::string& targets = line.dependencies.targets;
+  targets.append(targets.empty() ? "" : " ").append(given.value);
+}
+
+void takePhony(tCommandLine& line, const tGivenOption&) {
+  line.dependencies.phony = true;
+}
+
+void takeAlwaysWrite(tCommandLine& line, const tGivenOption&) {
+  line.alwaysWrite = true;
+}
+
+void takeInputName(tCommandLine& line, const tGivenOption& given) {
+  if (refuseEmpty(line, given, "source")) return;
+  line.standardInputName = given.value;
 }
 
 void takeTrace(tCommandLine& line, const tGivenOption&) {
@@ -44,11 +88,24 @@ void takeVersion(tCommandLine& line, const tGivenOption&) {
 }
 
 const tOption kOptions[] = {
-    {"o", "output", "DIR", "write the outputs into DIR instead of beside\ntheir sources",
+    {"o", "output", "NAME",
+     "write the outputs into the directory NAME; the\noutput of one source also to a file of that "
+     "NAME",
      takeOutput},
     {"I", "include", "DIR", "search DIR for include files; may be repeated", takeInclude},
     {"D", "define", "NAME[=VALUE]", "define NAME before the first line; may be repeated",
      takeDefine},
+    {"j", "jobs", "N",
+     "preprocess N files at once; 0, as without this: as\nmany as there are cores", takeJobs},
+    {"MD", nullptr, nullptr,
+     "write beside each output a .d file: a rule for\nmake or ninja with all that it was made from",
+     takeRules},
+    {"MF", nullptr, "FILE", "write the rule of the one source to FILE", takeRuleFile},
+    {"MT", nullptr, "TARGET", "name TARGET in the rule instead of the output", takeTarget},
+    {"MP", nullptr, nullptr, "add an empty rule for every header", takePhony},
+    {"", "always-write", nullptr, "write outputs that do not change too", takeAlwaysWrite},
+    {"", "stdin-name", "NAME", "what the source from standard input is called\n(stdin.prw)",
+     takeInputName},
     {"T", "trace", nullptr, "trace the steps of the run", takeTrace},
     {"q", "quiet", nullptr, "print no messages unless a file fails", takeQuiet},
     {"", "classic", nullptr,

@@ -68,11 +68,6 @@ bool isWhite(char c) {
   return kWhiteSpace.find(c) != std::string_view::npos;
 }
 
-// Up to the last slash; a name without one is found from the working directory anyway.
-std::string directoryOf(const std::string& name) {
-  return name.substr(0, name.rfind('/') + 1);
-}
-
 // The library drops white space and quotes at the beginning of a name, but not behind a directory.
 std::string anchored(const std::string& name) {
   return isWhite(name.front()) || name.front() == '"' ? "./" + name : name;
@@ -87,31 +82,15 @@ std::string misreading(std::string_view definition) {
 
 }  // namespace
 
-std::vector<tCommandLine> runsOf(const tCommandLine& line) {
-  if (line.outputDirectory.empty()) return {line};
-  std::vector<tCommandLine> runs;
-  std::string directory;
-  for (const std::string& name : line.files) {
-    if (runs.empty() || directoryOf(name) != directory) {
-      directory = directoryOf(name);
-      runs.push_back(line);
-      runs.back().files.clear();
-      std::vector<std::string>& directories = runs.back().includeDirectories;
-      if (!directory.empty()) directories.insert(directories.begin(), directory);
-    }
-    runs.back().files.push_back(name);
-  }
-  return runs;
-}
-
 std::string nameInRun(const std::string& name) {
   return name.empty() ? name : anchored(name);
 }
 
-tRunArguments::tRunArguments(const tCommandLine& line, const std::string& shippedHeaders) {
+tRunArguments::tRunArguments(const tCommandLine& line, const std::string& shippedHeaders,
+                             const std::string& tag) {
   texts_.emplace_back("krpre");
   if (line.trace) texts_.emplace_back("-T");
-  if (!line.outputDirectory.empty()) texts_.push_back("@O" + anchored(line.outputDirectory));
+  if (!tag.empty()) texts_.push_back("@I" + tag);
   for (const std::string& definition : line.defines) addDefine(definition);
   addIncludePath(line.includeDirectories, shippedHeaders);
   for (const std::string& name : line.files) addFile(name);

@@ -5,12 +5,6 @@
 
 #include "cli/commandline.h"
 
-/// What `line` asks for as one or more runs of the library, in order. A run searches the directory
-/// where its outputs go first, which is that of the source unless -o names another one. So with -o
-/// sources of different directories need runs of their own, each with its directory in front of
-/// the include path.
-std::vector<tCommandLine> runsOf(const tCommandLine& line);
-
 /// The name by which the library knows the file that is called `name` on the command line.
 std::string nameInRun(const std::string& name);
 
@@ -22,8 +16,11 @@ std::string nameInRun(const std::string& name);
 /// is refused: nothing is ever lost on the way.
 class tRunArguments {
  public:
-  /// Spells what `line` asks for; `shippedHeaders` is searched last, unless it is empty.
-  tRunArguments(const tCommandLine& line, const std::string& shippedHeaders);
+  /// Spells the sources of `line`, the last ones in the vector, and what decides about their text;
+  /// `shippedHeaders` is searched last, unless it is empty. `tag` makes the names of temporary
+  /// files differ.
+  tRunArguments(const tCommandLine& line, const std::string& shippedHeaders,
+                const std::string& tag = {});
 
   /// Empty, or why one of the values cannot be handed to the library.
   const std::string& refusal() const { return refusal_; }

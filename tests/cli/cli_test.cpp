@@ -46,7 +46,7 @@ TEST_F(Program, HelpNamesEveryOption) {
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, "");
   for (const char* option :
-       {"\n  -o, --output=DIR           write", "\n  -I, --include=DIR ",
+       {"\n  -o, --output=NAME          write", "\n  -MF FILE                   write", "\n  -I, --include=DIR ",
         "\n  -D, --define=NAME[=VALUE]  define", "\n  -T, --trace ", "\n  -q, --quiet ",
         "\n      --classic ", "\n      --help ", "\n      --version "}) {
     EXPECT_NE(result.output.find(option), std::string::npos) << option;
@@ -74,7 +74,7 @@ TEST_F(Program, WrongUsageEndsWithAHintAndTouchesNothing) {
       {{"--quiet=1", "a.prw"}, "--quiet takes no value"},
       {{"a.prw", "-D"}, "-D needs a value"},
       {{"a.prw", "--define"}, "--define needs a value"},
-      {{"a.prw", "-o", ""}, "-o: the name of the directory is empty"},
+      {{"a.prw", "-o", ""}, "-o: the name of the output is empty"},
       {{"a.prw", "-o", "x", "-oy"}, "-o: given twice"},
       {{"a.prw", "--output", "x", "-oy"}, "-o: given twice"},
       {{"a.prw", "--include="}, "--include: the name of the directory is empty"},

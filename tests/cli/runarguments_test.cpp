@@ -5,17 +5,17 @@
 namespace {
 
 // The vector for `arguments` on a line, slot 0 left out; or the refusal, after "refused: ".
-std::string spelled(std::vector<std::string> arguments, const std::string& headers = {}) {
+std::string spelled(std::vector<std::string> arguments, const std::string& headers = {},
+                    const std::string& tag = {}) {
   tCommandLine line;
   for (std::size_t i = 0; i + 1 < arguments.size(); i += 2) {
     const std::string& option = arguments[i];
     const std::string& value = arguments[i + 1];
     if (option == "-D") line.defines.push_back(value);
     if (option == "-I") line.includeDirectories.push_back(value);
-    if (option == "-o") line.outputDirectory = value;
     if (option == "FILE") line.files.push_back(value);
   }
-  tRunArguments vector(line, headers);
+  tRunArguments vector(line, headers, tag);
   if (!vector.refusal().empty()) return "refused: " + vector.refusal();
   std::string text;
   for (int i = 1; i < vector.count(); ++i)
@@ -87,9 +87,9 @@ TEST(RunArguments, IncludePathIsOneListWithTheShippedHeadersLast) {
 }
 
 TEST(RunArguments, NamesAreNotTrimmedOrUnquoted) {
-  EXPECT_EQ(spelled({"-o", "out", "FILE", "a b.prw", "FILE", "-T"}),
-            "@Oout @F\"a b.prw\" @F\"-T\"");
-  EXPECT_EQ(spelled({"-o", " out", "FILE", "\"a.prw"}), "@O./ out @F\"./\"a.prw\"");
+  EXPECT_EQ(spelled({"FILE", "a b.prw", "FILE", "-T"}, {}, "~1"),
+            "@I~1 @F\"a b.prw\" @F\"-T\"");
+  EXPECT_EQ(spelled({"FILE", "\"a.prw"}), "@F\"./\"a.prw\"");
   EXPECT_EQ(spelled({"FILE", "\ta.prw"}), "@F\"./\ta.prw\"");
   EXPECT_EQ(spelled({"FILE", "a.prw "}).find("refused: a.prw : "), 0U);
   EXPECT_EQ(spelled({"FILE", ""}).find("refused: "), 0U);

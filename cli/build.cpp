@@ -1,0 +1,183 @@
+// How several sources are preprocessed at once.
+//
+// Each thread takes the next source that nobody has taken, runs the library over it and puts the
+// result into the source's place. The main thread prints the results from the front for as far as
+// they are there: so what is printed does not depend on which thread was faster, and appears as
+// soon as everything before it has appeared. One source, or one job at a time, needs no thread.
+
+#include "cli/build.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <condition_variable>
+#include <cstddef>
+#include <cstring>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include "cli/buildplan.h"
+#include "cli/exitstatus.h"
+#include "cli/printer.h"
+#include "cli/progress.h"
+#include "cli/sourcerun.h"
+#include "cli/standardinput.h"
+#include "cli/wholefile.h"
+
+namespace {
+
+using tClock = std::chrono::steady_clock;
+
+/// The sources of one call of the program.
+class tBuild {
+ public:
+  tBuild(std::deque<tSourceRun>& runs, tPrinter& printer, int terminal)
+      : runs_(runs), printer_(printer), progress_(terminal, runs.size(), tClock::now()) {}
+
+  /// Whether all of them were preprocessed.
+  bool run(std::size_t jobs);
+
+ private:
+  void runOneByOne();
+  void runAtOnce(std::size_t jobs);
+  std::size_t startThreads(std::size_t jobs, std::vector<std::thread>& threads);
+  void work();
+  void printInOrder();
+  void print(const tSourceResult& result);
+
+  std::deque<tSourceRun>& runs_;
+  tPrinter& printer_;
+  tProgressLine progress_;
+  bool done_ = true;
+
+  // What the threads share.
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::vector<std::optional<tSourceResult>> results_;
+  std::size_t taken_ = 0;
+  std::size_t finished_ = 0;
+};
+
+bool tBuild::run(std::size_t jobs) {
+  jobs = std::min(jobs, runs_.size());
+  if (jobs > 1) {
+    runAtOnce(jobs);
+  } else {
+    runOneByOne();
+  }
+  progress_.erase();
+  return done_;
+}
+
+void tBuild::runOneByOne() {
+  for (std::size_t i = 0; i < runs_.size(); ++i) {
+    if (runs_.size() > 1) progress_.show(i, runs_[i].job().source, tClock::now());
+    print(runs_[i].run());
+  }
+}
+
+void tBuild::runAtOnce(std::size_t jobs) {
+  results_.resize(runs_.size());
+  std::vector<std::thread> threads;
+  if (startThreads(jobs, threads) == 0) return runOneByOne();
+  printInOrder();
+  for (std::thread& thread : threads) thread.join();
+}
+
+// As many as the system lets us have.
+std::size_t tBuild::startThreads(std::size_t jobs, std::vector<std::thread>& threads) {
+  threads.reserve(jobs);
+  try {
+    while (threads.size() < jobs) threads.emplace_back([this] { work(); });
+  } catch (const std::system_error&) {
+    // Those that run do the work.
+  }
+  return threads.size();
+}
+
+void tBuild::work() {
+  std::unique_lock lock(mutex_);
+  while (taken_ < runs_.size()) {
+    const std::size_t mine = taken_++;
+    lock.unlock();
+    tSourceResult result = runs_[mine].run();
+    lock.lock();
+    results_[mine] = std::move(result);
+    ++finished_;
+    changed_.notify_one();
+  }
+}
+
+void tBuild::printInOrder() {
+  std::unique_lock lock(mutex_);
+  for (std::size_t next = 0; next < runs_.size();) {
+    if (results_[next]) {
+      const tSourceResult result = std::move(*results_[next]);
+      results_[next++].reset();
+      lock.unlock();
+      print(result);
+      lock.lock();
+      continue;
+    }
+    changed_.wait_for(lock, tProgressLine::kPause);
+    const std::size_t finished = finished_;
+    const tBuildJob& latest = runs_[std::max<std::size_t>(taken_, 1) - 1].job();
+    lock.unlock();
+    progress_.show(finished, latest.source, tClock::now());
+    lock.lock();
+  }
+}
+
+void tBuild::print(const tSourceResult& result) {
+  progress_.erase();
+  printer_.print(result);
+  done_ = done_ && result.done;
+}
+
+std::size_t threadsFor(const tCommandLine& line) {
+  if (line.jobs > 0) return line.jobs;
+  return std::max(std::thread::hardware_concurrency(), 1U);
+}
+
+int buildStandardInput(tSourceRun& run, tPrinter& printer) {
+  std::string text;
+  const std::string trouble = readStandardInput(text);
+  if (!trouble.empty()) {
+    complainAbout(trouble);
+    return kSomeFailed;
+  }
+  const tSourceResult result = run.runText(text);
+  printer.print(result);
+  if (!result.done) return kSomeFailed;
+  const int error = writeAll(STDOUT_FILENO, result.text);
+  if (error != 0) complainAbout(std::string("standard output: ") + std::strerror(error));
+  return error == 0 ? kAllPreprocessed : kSomeFailed;
+}
+
+}  // namespace
+
+int build(const tCommandLine& line, const std::string& shippedHeaders) {
+  const tBuildPlan plan = planOf(line);
+  if (!plan.complaint.empty()) {
+    if (plan.wrongUsage) return refuseUsage(plan.complaint);
+    complainAbout(plan.complaint);
+    return kSomeFailed;
+  }
+  std::deque<tSourceRun> runs;
+  for (const tBuildJob& job : plan.jobs) {
+    runs.emplace_back(line, job, shippedHeaders);
+    if (!runs.back().refusal().empty()) return refuseUsage(runs.back().refusal());
+  }
+
+  const bool input = line.readsStandardInput();
+  tPrinter printer(line.quiet, input ? STDERR_FILENO : STDOUT_FILENO);
+  if (input) return buildStandardInput(runs.front(), printer);
+  const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
+  const bool done = tBuild(runs, printer, terminal).run(threadsFor(line));
+  return printer.finish() && done ? kAllPreprocessed : kSomeFailed;
+}

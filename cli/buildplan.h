@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/commandline.h"
+
+/// One source and where what becomes of it goes.
+struct tBuildJob {
+  std::string source;
+  /// Empty: standard output.
+  std::string output;
+  /// The dependency file; empty for none.
+  std::string dependencies;
+  /// For the names of temporary files. Made from the output's name, so that jobs differ, a later
+  /// run finds what a killed one has left, and two programs that write one output take turns.
+  std::string tag;
+};
+
+/// What the program has to do, or why it does nothing.
+struct tBuildPlan {
+  std::vector<tBuildJob> jobs;
+  std::string complaint;
+  /// The complaint is about the arguments and not about what is on the disk.
+  bool wrongUsage = false;
+};
+
+/// Finds out what goes where. No two jobs write one file and none writes to a source; a source that
+/// is named twice is one job.
+tBuildPlan planOf(const tCommandLine& line);

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "cli/sourcerun.h"
+
+/// Prints what came of the sources.
+class tPrinter {
+ public:
+  /// `quiet`: messages are held back until a source has failed. `messages` is a descriptor.
+  tPrinter(bool quiet, int messages) : quiet_(quiet), descriptor_(messages) {}
+
+  /// Prints the messages and the complaint of one source at once, unless they are held back.
+  void print(const tSourceResult& result);
+  /// Whether anything was lost. A reader that has gone away on purpose loses nothing; other
+  /// failures are told on standard error, once.
+  bool finish() const;
+
+ private:
+  void write(const std::string& text);
+
+  bool quiet_;
+  int descriptor_;
+  std::string held_;
+  int error_ = 0;  // of the first write that failed
+};
+
+/// Prints a complaint of the program to standard error.
+void complainAbout(const std::string& text);

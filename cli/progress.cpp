@@ -1,0 +1,56 @@
+#include "cli/progress.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr const char* kEraseLine = "\r\033[K";
+
+std::size_t widthOf(int terminal) {
+  constexpr std::size_t kUsual = 80;
+  winsize size{};
+  return ioctl(terminal, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsual;
+}
+
+bool isControl(char c) {
+  return static_cast<unsigned char>(c) < ' ' || c == '\177';
+}
+
+}  // namespace
+
+tProgressLine::tProgressLine(int descriptor, std::size_t total, tTime start)
+    : descriptor_(descriptor), total_(total), next_(start + kSilence) {}
+
+void tProgressLine::show(std::size_t done, const std::string& name, tTime now) {
+  if (descriptor_ < 0 || now < next_) return;
+  next_ = now + kPause;
+  std::string text = '[' + std::to_string(done) + '/' + std::to_string(total_) + "] " + name;
+  for (char& c : text) {
+    if (isControl(c)) c = '?';  // A name must not command the terminal.
+  }
+  // A line that is full would wrap, and could not be erased.
+  const std::size_t width = widthOf(descriptor_);
+  if (text.size() >= width) text.resize(width - 1);
+  print(kEraseLine + text);
+  shown_ = true;
+}
+
+void tProgressLine::erase() {
+  if (shown_) print(kEraseLine);
+  shown_ = false;
+}
+
+void tProgressLine::print(const std::string& text) const {
+  // What a terminal does not take is not worth a failure.
+  if (write(descriptor_, text.data(), text.size()) < 0) return;
+}
+
+int progressTerminal() {
+  const char* terminal = std::getenv("TERM");
+  const bool able = terminal != nullptr && *terminal != '\0' && std::strcmp(terminal, "dumb") != 0;
+  return able && isatty(STDERR_FILENO) == 1 ? STDERR_FILENO : -1;
+}

@@ -1,0 +1,109 @@
+#include "cli/sourcerun.h"
+
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstring>
+#include <exception>
+
+#include "cli/dependencies.h"
+#include "cli/wholefile.h"
+#include "include/krpre.h"
+
+namespace {
+
+/// What the library tells of one run.
+struct tTold {
+  tSourceResult result;
+  tDependencies files;
+};
+
+tTold& told(void* context) {
+  return *static_cast<tTold*>(context);
+}
+
+void takeMessage(void* context, const char* text, std::size_t length) {
+  told(context).result.messages.append(text, length);
+}
+
+void takeFile(void* context, int event, const char* /*source*/, const char* name) {
+  if (event == KRPRE_FILE_READ) told(context).files.add(name);
+}
+
+void takeOutput(void* context, const char* /*source*/, const char* text, std::size_t length) {
+  told(context).result.text.assign(text, length);
+}
+
+krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, tTold& heard) {
+  krpre_host host{};
+  host.size = sizeof host;
+  host.context = &heard;
+  host.flags = KRPRE_TAKE_TURNS;
+  if (!line.alwaysWrite) host.flags |= KRPRE_KEEP_UNCHANGED;
+  host.message = takeMessage;
+  if (!job.dependencies.empty()) host.file = takeFile;
+  if (job.output.empty()) {
+    host.output = takeOutput;
+  } else {
+    host.outputName = job.output.c_str();
+  }
+  return host;
+}
+
+// Empty, or why there is none.
+std::string writeDependencies(const tDependencyOptions& options, const tBuildJob& job,
+                              const tDependencies& files) {
+  const std::string* bad = files.unspeakable();
+  if (bad != nullptr) return *bad + ": a name with a line end cannot stand in a dependency file";
+  const std::string targets = options.targets.empty() ? nameInRule(job.output) : options.targets;
+  const std::string directory = job.dependencies.substr(0, job.dependencies.rfind('/') + 1);
+  const int error = writeWholeFile(job.dependencies, directory + "krpre" + job.tag + ".d",
+                                   files.rule(targets, options.phony));
+  return error == 0 ? std::string() : job.dependencies + ": " + std::strerror(error);
+}
+
+tCommandLine lineFor(const tCommandLine& line, const tBuildJob& job) {
+  tCommandLine own;
+  own.files = {job.source};
+  own.includeDirectories = line.includeDirectories;
+  own.defines = line.defines;
+  own.trace = line.trace;
+  return own;
+}
+
+}  // namespace
+
+tSourceRun::tSourceRun(const tCommandLine& line, const tBuildJob& job,
+                       const std::string& shippedHeaders)
+    : line_(line), job_(job), arguments_(lineFor(line, job), shippedHeaders, job.tag) {}
+
+tSourceResult tSourceRun::run() {
+  return runWith(nullptr);
+}
+
+tSourceResult tSourceRun::runText(const std::string& text) {
+  return runWith(&text);
+}
+
+tSourceResult tSourceRun::runWith(const std::string* text) {
+  tTold heard;
+  const krpre_host host = hostFor(line_, job_, heard);
+  try {
+    const int code = text == nullptr
+                         ? krpre_run(arguments_.count(), arguments_.vector(), &host)
+                         // The last argument names the source.
+                         : krpre_text(arguments_.count() - 1, arguments_.vector(), &host,
+                                      nameInRun(job_.source).c_str(), text->data(), text->size());
+    heard.result.done = code == KRPRE_OK;
+    if (heard.result.done && !job_.dependencies.empty()) {
+      heard.result.complaint = writeDependencies(line_.dependencies, job_, heard.files);
+      heard.result.done = heard.result.complaint.empty();
+      // A build must not take an output whose dependencies it cannot know for a good one.
+      if (!heard.result.done) unlink(job_.output.c_str());
+    }
+  } catch (const std::exception& failure) {
+    heard.result.complaint = job_.source + ": " + failure.what();
+    heard.result.done = false;
+  }
+  return std::move(heard.result);
+}

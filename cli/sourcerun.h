@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+
+#include "cli/buildplan.h"
+#include "cli/commandline.h"
+#include "cli/runarguments.h"
+
+/// What came of one source.
+struct tSourceResult {
+  bool done = false;
+  /// For standard output.
+  std::string messages;
+  /// For standard error.
+  std::string complaint;
+  /// The output, when it goes to no file.
+  std::string text;
+};
+
+/// The run of the library over one source: the only place where one is set up. Several may run at
+/// once in several threads.
+class tSourceRun {
+ public:
+  /// All of them must outlive this object.
+  tSourceRun(const tCommandLine& line, const tBuildJob& job, const std::string& shippedHeaders);
+
+  /// Empty, or why one of the values cannot be handed to the library.
+  const std::string& refusal() const { return arguments_.refusal(); }
+  const tBuildJob& job() const { return job_; }
+
+  /// Preprocesses the source and writes its output and its dependency file. Nothing is thrown.
+  tSourceResult run();
+  /// The same with `text` in place of the source.
+  tSourceResult runText(const std::string& text);
+
+ private:
+  tSourceResult runWith(const std::string* text);
+
+  const tCommandLine& line_;
+  const tBuildJob& job_;
+  tRunArguments arguments_;
+};

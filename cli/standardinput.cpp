@@ -1,0 +1,25 @@
+#include "cli/standardinput.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t kTooLong = 16 * 1024 * 1024;
+
+}  // namespace
+
+std::string readStandardInput(std::string& text) {
+  char buffer[64 * 1024];
+  for (;;) {
+    const ssize_t length = read(STDIN_FILENO, buffer, sizeof buffer);
+    if (length < 0 && errno == EINTR) continue;
+    if (length < 0) return std::string("standard input: ") + std::strerror(errno);
+    if (length == 0) return {};
+    text.append(buffer, static_cast<std::size_t>(length));
+    if (text.size() >= kTooLong) return "standard input: a source must be shorter than 16 MiB";
+  }
+}

@@ -1,0 +1,62 @@
+#include "cli/wholefile.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+
+namespace {
+
+// Whether the name still means the open file: another process may have renamed it meanwhile.
+bool isStill(const std::string& name, int file) {
+  struct stat opened {};
+  struct stat named {};
+  return fstat(file, &opened) == 0 && lstat(name.c_str(), &named) == 0 &&
+         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+// An open file of this name that no other process writes; -1 on failure.
+int openLocked(const std::string& name) {
+  constexpr mode_t kMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+  for (;;) {
+    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, kMode);
+    if (file < 0) return -1;
+    while (flock(file, LOCK_EX) != 0 && errno == EINTR) {
+    }
+    if (isStill(name, file)) return file;
+    close(file);
+  }
+}
+
+}  // namespace
+
+int writeWholeFile(const std::string& name, const std::string& temporary,
+                   const std::string& bytes) {
+  const int file = openLocked(temporary);
+  if (file < 0) return errno;
+  int error = ftruncate(file, 0) == 0 ? writeAll(file, bytes) : errno;
+  if (error == 0 && std::rename(temporary.c_str(), name.c_str()) != 0) error = errno;
+  if (error != 0) unlink(temporary.c_str());
+  // The lock goes with the file, so not before it has its name. On some file systems only closing
+  // tells that the disk is full.
+  if (close(file) != 0 && error == 0) {
+    error = errno;
+    unlink(name.c_str());
+  }
+  return error;
+}
+
+int writeAll(int descriptor, const std::string& bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t written = write(descriptor, bytes.data() + done, bytes.size() - done);
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return errno;
+    done += static_cast<std::size_t>(written);
+  }
+  return 0;
+}
