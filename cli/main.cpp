@@ -9,7 +9,6 @@
 #include "cli/commandline.h"
 #include "cli/exitstatus.h"
 #include "cli/helptext.h"
-#include "cli/messagecapture.h"
 #include "cli/pack.h"
 #include "cli/query.h"
 #include "cli/shippedheaders.h"

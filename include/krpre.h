@@ -236,11 +236,7 @@ enum {
 };
 KRPRE_API int krpre_pack(const char* in, const char* out);
 KRPRE_API int krpre_unpack(const char* in, const char* out);
-/* As krpre_run over a source that stands in no file, as an editor holds it: `text` of `length` bytes,
- * which may be any, takes the place of the file `name`. The name decides the kind of the source, the
- * directory where includes are looked for, and what messages and "#line" show; there need not be
- * such a file. Sources in the vector are preprocessed before it. With host->output and host->message
- * nothing is read but headers and nothing is written.
+
 /* As krpre_run over a source that stands in no file, as an editor holds it: `text` of `length`
  * bytes, which may be any, takes the place of the file `name`. The name decides the kind of the
  * source, the directory where includes are looked for, and what messages and "#line" show; there

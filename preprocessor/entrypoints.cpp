@@ -63,6 +63,8 @@ int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*), const
   } catch (...) {
     return KRPRE_NOT_WRITTEN;
   }
+}
+
 int runText(const krpre_host& host, int count, char** vector, const char* name,
             std::string_view text) {
   tString::setMaxSize(kLongestText);
@@ -111,6 +113,8 @@ extern "C" int krpre_pack(const char* in, const char* out) {
 
 extern "C" int krpre_unpack(const char* in, const char* out) {
   return change(unpackFile, in, out);
+}
+
 extern "C" int krpre_text(int count, char** vector, const krpre_host* host, const char* name,
                           const char* text, std::size_t length) {
   krpre_host known;

@@ -131,13 +131,10 @@ int tFileRun::process() {
     reportNoCopy(names_.output);
     return kNotNormalised;
   }
-  outputIsOurs_ = host_.wantsOutput();
+  outputIsOurs_ = writesFile();
   if (names_.foreign && disk_.exists(readName_.c_str())) {
     const tForeignSource source = {readName_, options_.includePath, names_.directory};
     const int code = foreign_.run(host_.converterDirectory(), source);
-  outputIsOurs_ = writesFile();
-  if (names_.foreign) {
-    const int code = convertForeignSource(readName_, options_.includePath);
     if (code != 0) return code;
     readName_ = foreign_.converted();
   }
