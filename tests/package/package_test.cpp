@@ -119,7 +119,7 @@ TEST_F(InstalledPackage, FindsItsModuleForHostsWithQt) {
 TEST_F(InstalledPackage, FindsItsLibraryForJavaHosts) {
   const std::string jar = (prefix() / "share/java/krpre.jar").string();
   const std::string said =
-      run("java -cp '" + jar + ":" KRPRE_JAVA_TESTS "' 'LoaderTest$Loading'", path());
+      run(KRPRE_JAVA " -cp '" + jar + ":" KRPRE_JAVA_TESTS "' 'LoaderTest$Loading'", path());
   EXPECT_NE(said.find((prefix() / "lib/libkrpre.so.7").string()), std::string::npos) << said;
 }
 
