@@ -217,12 +217,17 @@ class KorelPreYaccClass : public SSYacc {
   bool compileStandardHeader();
   std::shared_ptr<const tHeaderImage> recordStandardHeader();
   bool savePchFile(const tHeaderImage& image, unsigned set);
+  bool includeHeader(tInclude& record);
+  bool takeCachedInclude(tInclude& record);
+  void recordInclude(tInclude& record, tHeaderRecorder& recorder);
+  bool noteMarkers(tHeaderRecorder& recorder);
   bool takeCachedHeader(const tString& name, bool wholeTables);
   void takeImage(const tString& name, const std::shared_ptr<const tHeaderImage>& image,
                  bool wholeTables);
   bool fits(const tHeaderImage& image, bool wholeTables);
   bool fitsTables(const tHeaderImage& image) const;
   bool isDefined(std::string_view name) const;
+  void makeWay(const tStoredRules& stored, bool wholeTables);
   tString locate(const tString& requested);
   bool mayInclude(const tHeaderNotes& notes) const;
 
@@ -282,6 +287,8 @@ class KorelPreYaccClass : public SSYacc {
   // Phase 2.
   void walkIncludesOnly(tString& output, int& depth);
   void walkLines(tString& output, int& depth);
+  void processInclude(tInclude& include, tString& output, int& depth);
+  tString openingName() const;
   void writeOpeningMarker(tString& output);
   bool enterPending(tSourceLine& entry);
   void processPlain(int line, tPlainWriter& writer, tString& output);

@@ -155,7 +155,7 @@ void KorelPreYaccClass::doInclude(int line, const tString& name) {
   currentLine_ = std::max(line, 1);
   auto* record = new tInclude(line, file, *this);
   includes_.add(record);
-  if (record->process()) {
+  if (includeHeader(*record)) {
     source_.entry(line).include = record;
     noteIncluded(file);
   } else {
@@ -200,7 +200,7 @@ void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslat
   rule->keepText(text_, directiveText());
   if (includeMode_ != 0) {
     if (shared_.recorder != nullptr) {
-      shared_.recorder->defining(rule->key(), isDefined(rule->key()));
+      shared_.recorder->defining(rule->key(), defines()->index().countOf(rule->key()));
       shared_.recorder->ruleEntered(rule.get());
     }
     removeSingleDefine(rule->key());

@@ -187,6 +187,51 @@ bool KorelPreYaccClass::savePchFile(const tHeaderImage& image, unsigned set) {
   return writeWhole(files(), tString(name).append(".krpre"), name, image.bytes());
 }
 
+// Headers that are included are kept under another name than the same files as standard headers,
+// whose images are of another kind.
+static tString includeName(const tInclude& record) {
+  return tString("include ").append(record.name());
+}
+
+// What process() of the record does, or the same by an image.
+bool KorelPreYaccClass::includeHeader(tInclude& record) {
+  tHeaderCache* const cache = shared_.headerCache;
+  // While an image is made, what the header includes is made part of it.
+  if (cache == nullptr || shared_.recorder != nullptr || hasExtLoadFile()) return record.process();
+  if (takeCachedInclude(record)) return true;
+  const tHeaderCache::tTurn turn(*cache, includeName(record));
+  if (takeCachedInclude(record)) return true;
+  if (!turn.wanted()) return record.process();
+  tHeaderRecorder recorder(shared_, depth_, false);
+  cache->countCompiled();
+  if (!record.process()) return false;
+  recordInclude(record, recorder);
+  return true;
+}
+
+void KorelPreYaccClass::recordInclude(tInclude& record, tHeaderRecorder& recorder) {
+  KorelPreYaccClass& processor = record.processor();
+  std::shared_ptr<const tHeaderImage> image;
+  if (processor.noteMarkers(recorder)) {
+    image = recorder.finish(processor.includedNames_, !kWholeTables);
+  }
+  if (image == nullptr) {
+    shared_.headerCache->giveUp(includeName(record));
+  } else {
+    shared_.headerCache->add(includeName(record), image);
+  }
+}
+
+bool KorelPreYaccClass::takeCachedInclude(tInclude& record) {
+  for (const tHeaderCache::tImage& image : shared_.headerCache->find(includeName(record))) {
+    if (!fits(*image, !kWholeTables)) continue;
+    takeImage(record.name(), image, !kWholeTables);
+    record.setImage(image);
+    return true;
+  }
+  return false;
+}
+
 bool KorelPreYaccClass::takeCachedHeader(const tString& name, bool wholeTables) {
   tHeaderCache& cache = *shared_.headerCache;
   if (cache.bTryAgain()) return false;
@@ -199,7 +244,7 @@ bool KorelPreYaccClass::takeCachedHeader(const tString& name, bool wholeTables) 
 }
 
 bool KorelPreYaccClass::isDefined(std::string_view name) const {
-  return shared_.defines.index().contains(name) || shared_.dynDefines.index().contains(name);
+  return shared_.defines.index().countOf(name) > 0 || shared_.dynDefines.index().countOf(name) > 0;
 }
 
 // Whether the text of the header would give what the image holds; what the files contain is taken
@@ -212,7 +257,7 @@ bool KorelPreYaccClass::fits(const tHeaderImage& image, bool wholeTables) {
   }
   const tStoredRules& defines = image.table(tHeaderImage::kDefines);
   for (std::uint32_t i = 0; i < defines.count && !wholeTables; ++i) {
-    if (isDefined(defines.rules[i].keyText())) return false;
+    if (shared_.defines.index().countOf(defines.rules[i].keyText()) > 1) return false;
   }
   if (wholeTables && !fitsTables(image)) return false;
   return std::all_of(notes.files.begin(), notes.files.end(), [this](const tHeaderFile& file) {
@@ -234,7 +279,8 @@ bool KorelPreYaccClass::fitsTables(const tHeaderImage& image) const {
   const tStoredRules& defines = image.table(tHeaderImage::kDefines);
   for (int i = 0; i < shared_.defines.count(); ++i) {
     const tString& name = shared_.defines[i].key();
-    if (defines.findName(name, hashOfWord(name)) != nullptr) return false;
+    const bool alone = shared_.defines.index().countOf(name) == 1;
+    if (!alone && defines.findName(name, hashOfWord(name)) != nullptr) return false;
   }
   return image.hasWholeTables();
 }
@@ -252,11 +298,32 @@ tString KorelPreYaccClass::locate(const tString& requested) {
   return path;
 }
 
+// Removes the definitions whose places are taken.
+void KorelPreYaccClass::makeWay(const tStoredRules& stored, bool wholeTables) {
+  std::vector<tString> names;
+  if (wholeTables) {
+    for (int i = 0; i < shared_.defines.count(); ++i) {
+      const tString& name = shared_.defines[i].key();
+      if (stored.findName(name, hashOfWord(name)) != nullptr) names.push_back(name);
+    }
+  } else {
+    for (std::uint32_t i = 0; i < stored.count; ++i) {
+      const std::string_view name = stored.rules[i].keyText();
+      if (isDefined(name)) names.emplace_back(name);
+    }
+  }
+  for (const tString& name : names) {
+    removeSingleDefine(name);
+    removeDynamicDefines(name);
+  }
+}
+
 void KorelPreYaccClass::takeImage(const tString& name,
                                   const std::shared_ptr<const tHeaderImage>& image,
                                   bool wholeTables) {
   shared_.images.push_back(image);
   shared_.headerCache->countReused();
+  makeWay(image->table(tHeaderImage::kDefines), wholeTables);
   const auto fill = [&](tXChgArray& table, tHeaderImage::eTable stored) {
     const tStoredRules& rules = image->table(stored);
     if (wholeTables) {
@@ -272,7 +339,7 @@ void KorelPreYaccClass::takeImage(const tString& name,
   shared_.includedFiles += static_cast<int>(notes.includedFiles);
   shared_.includedBytes += static_cast<std::int64_t>(notes.includedBytes);
   for (const std::string_view included : notes.includedNames) noteIncluded(tString(included));
-  noteIncluded(name);
+  if (wholeTables) noteIncluded(name);  // else the directive does
 }
 
 }  // namespace precomp

@@ -146,6 +146,11 @@ void saveNotes(tPCHStream& stream, const tHeaderNotes& notes) {
   }
   stream.putNumber(notes.includedNames.size());
   for (const std::string_view name : notes.includedNames) stream.putText(name);
+  stream.putNumber(notes.markers.size());
+  for (const tHeaderMarker& marker : notes.markers) {
+    stream.putNumber(marker.line);
+    stream.putName(marker.name);
+  }
 }
 
 bool tHeaderImage::readNotes(std::size_t position) {
@@ -169,6 +174,10 @@ bool tHeaderImage::readNotes(std::size_t position) {
   }
   for (std::uint64_t left = stream.number(); left > 0 && !stream.failed(); --left) {
     notes_.includedNames.push_back(stream.text());
+  }
+  for (std::uint64_t left = stream.number(); left > 0 && !stream.failed(); --left) {
+    const std::uint32_t line = stream.number32();
+    notes_.markers.push_back({line, stream.name()});
   }
   return !stream.failed() && !notes_.files.empty();
 }

@@ -54,6 +54,12 @@ struct tTestedName {
   bool defined = false;
 };
 
+/// A "#line" marker that including a header writes.
+struct tHeaderMarker {
+  std::uint32_t line = 0;
+  std::string_view name;
+};
+
 /// What is known of a header besides its rules.
 struct tHeaderNotes {
   std::uint64_t largestText = 0;  // tString::maxSize() of the time
@@ -63,6 +69,7 @@ struct tHeaderNotes {
   std::vector<tHeaderFile> files;
   std::vector<tTestedName> tested;
   std::vector<std::string_view> includedNames;  // in the header and below, in upper case
+  std::vector<tHeaderMarker> markers;           // of a header for includes
 };
 
 /// A header that has been read: its rules, ready to be put into tables, and all that must hold for

@@ -35,9 +35,14 @@ void tHeaderRecorder::tested(std::string_view name, bool defined) {
   notes_.tested.push_back({texts_.emplace_back(name).view(), defined});
 }
 
-// A definition that takes the place of one from elsewhere would have to take it again.
-void tHeaderRecorder::defining(std::string_view name, bool known) {
-  if (defined_.insert(std::string(name)).second && known) spoilt_ = true;
+// A definition takes the place of the only one of its name; how many there will be of a name that
+// has several already depends on how often the header defines it.
+void tHeaderRecorder::defining(std::string_view name, int known) {
+  if (defined_.insert(std::string(name)).second && known > 1) spoilt_ = true;
+}
+
+void tHeaderRecorder::marker(int line, std::string_view name) {
+  notes_.markers.push_back({static_cast<std::uint32_t>(line), texts_.emplace_back(name).view()});
 }
 
 // Those that are still there of the rules that arrived, in that order. A rule that is gone may have

@@ -31,12 +31,14 @@ class tHeaderRecorder {
                 std::string_view text, int depth);
   /// A conditional asked for a name.
   void tested(std::string_view name, bool defined);
-  /// A #define is about to enter its rule; `known` when there was one of that name.
-  void defining(std::string_view name, bool known);
+  /// A #define is about to enter its rule, beside `known` ones of that name.
+  void defining(std::string_view name, int known);
   void ruleEntered(const tBaseXChg* rule) { arrived_.push_back(rule); }
   /// Something happened that an image cannot tell of.
   void spoil() { spoilt_ = true; }
 
+  /// Including the header writes this marker; they come in order.
+  void marker(int line, std::string_view name);
   /// The image of what has been read, with or without what is needed to fill whole tables with it.
   /// Null when the header cannot be told by an image.
   std::shared_ptr<const tHeaderImage> finish(const std::unordered_set<std::string>& includedNames,

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "korelpre/korelprecls.h"
+#include "korelpre/pchrecorder.h"
 #include "korelpre/plainwrite.h"
 #include "korelpre/tokenise.h"
 
@@ -46,9 +47,40 @@ void KorelPreYaccClass::processLines(tString& output, int& depth) {
 
 void KorelPreYaccClass::writeOpeningMarker(tString& output) {
   removeTrailingLineFeeds(output);
+  appendMarker(output, 1, openingName());
+}
+
+tString KorelPreYaccClass::openingName() const {
   tString name = fileName_;
   if (name.find(foundDirectory_) == tString::npos) name.insert(0, foundDirectory_);
-  appendMarker(output, 1, name);
+  return name;
+}
+
+// Of a header that an image stands for only the markers are written.
+void KorelPreYaccClass::processInclude(tInclude& include, tString& output, int& depth) {
+  if (include.image() == nullptr) {
+    include.processor().processLines(output, depth);
+    return;
+  }
+  for (const tHeaderMarker& marker : include.image()->notes().markers) {
+    removeTrailingLineFeeds(output);
+    appendMarker(output, static_cast<int>(marker.line), marker.name);
+  }
+  removeTrailingLineFeeds(output);
+}
+
+// Notes what processLines() writes for a header without statements; false when it has some.
+bool KorelPreYaccClass::noteMarkers(tHeaderRecorder& recorder) {
+  if (source_.hasStatements()) return false;
+  recorder.marker(1, openingName());
+  bool pending = false;
+  for (int line = 1; line <= source_.count(); ++line) {
+    if (!source_.hasContent(line)) continue;
+    if (pending) recorder.marker(line, requestedName_);
+    pending = source_.kind(line) == tSourceCode::kEntry && source_.entryAt(line).include != nullptr;
+    if (pending && !source_.entryAt(line).include->processor().noteMarkers(recorder)) return false;
+  }
+  return true;
 }
 
 void KorelPreYaccClass::walkIncludesOnly(tString& output, int& depth) {
@@ -60,7 +92,7 @@ void KorelPreYaccClass::walkIncludesOnly(tString& output, int& depth) {
     if (source_.kind(line) != tSourceCode::kEntry) continue;
     tInclude* include = source_.entryAt(line).include;
     if (include == nullptr) continue;
-    include->processor().processLines(output, depth);
+    processInclude(*include, output, depth);
     pending = true;
   }
 }
@@ -88,7 +120,7 @@ void KorelPreYaccClass::walkLines(tString& output, int& depth) {
     currentLine_ = line;
     const bool entered = enterPending(entry);
     if (entry.include != nullptr) {
-      entry.include->processor().processLines(output, depth);
+      processInclude(*entry.include, output, depth);
       pending = true;
     } else if (entered) {
       output.append('\n');

@@ -18,12 +18,12 @@ tIndexedName* tRuleIndex::find(std::string_view name) {
   return stored_ == nullptr ? nullptr : findStored(name, hash);
 }
 
-bool tRuleIndex::contains(std::string_view name) const {
-  if (slots_.empty() && stored_ == nullptr) return false;
+int tRuleIndex::countOf(std::string_view name) const {
+  if (slots_.empty() && stored_ == nullptr) return 0;
   const std::uint32_t hash = hashOfWord(name);
   const tIndexedName* entry = search(name, hash);
-  if (entry != nullptr) return entry->rules > 0;
-  return stored_ != nullptr && stored_->findName(name, hash) != nullptr;
+  if (entry != nullptr) return entry->rules;
+  return stored_ != nullptr && stored_->findName(name, hash) != nullptr ? 1 : 0;
 }
 
 const tIndexedName* tRuleIndex::search(std::string_view name, std::uint32_t hash) const {
@@ -76,7 +76,7 @@ void tRuleIndex::addedStored(std::string_view key, tXChgArray& table) {
   ++generation_;
   table_ = &table;
   gate_.add(key);
-  tIndexedName& entry = entryFor(key, hashOfWord(key));
+  tIndexedName& entry = entryFor(key, hashOfWord(key), true);
   ++entry.rules;
   entry.waits = true;
 }
@@ -87,6 +87,11 @@ void tRuleIndex::addedStored(const tStoredRules& stored, tXChgArray& table) {
   if (stored.names == nullptr) return;
   stored_ = &stored;
   byStored_.assign(stored.count, nullptr);
+  for (tIndexedName& entry : names_) {
+    if (stored.findName(entry.name, entry.hash) == nullptr) continue;
+    ++entry.rules;
+    entry.waits = true;
+  }
   gate_.addBits(stored.nameGate);
 }
 
@@ -108,7 +113,7 @@ void tRuleIndex::clear() {
   byStored_.clear();
 }
 
-tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash) {
+tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash, bool stored) {
   if (names_.size() * 2 >= slots_.size()) grow();
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = hash & mask;
@@ -117,7 +122,7 @@ tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash) {
     if (entry.hash == hash && entry.name == name) return entry;
   }
   names_.emplace_back();
-  names_.back().name = tString(name);
+  names_.back().name = stored ? tString::borrow(name) : tString(name);
   names_.back().hash = hash;
   if (stored_ != nullptr && stored_->findName(name, hash) != nullptr) {
     names_.back().rules = 1;

@@ -48,8 +48,8 @@ class tRuleIndex {
   void addedStored(std::string_view key, tXChgArray& table);
   /// As addedStored for all that are stored together, of which `table` has none else.
   void addedStored(const tStoredRules& stored, tXChgArray& table);
-  /// As find() without the rule being made.
-  bool contains(std::string_view name) const;
+  /// How many rules of that name there are.
+  int countOf(std::string_view name) const;
   /// `latest` is the rule of the same key that now stands last, or null.
   void removed(tBaseXChg* rule, tBaseXChg* latest);
   void clear();
@@ -58,7 +58,8 @@ class tRuleIndex {
   const tIndexedName* search(std::string_view name, std::uint32_t hash) const;
   tIndexedName* findStored(std::string_view name, std::uint32_t hash);
   tIndexedName* settled(tIndexedName& entry);
-  tIndexedName& entryFor(std::string_view name, std::uint32_t hash);
+  /// `stored`: the bytes of the name outlive this index.
+  tIndexedName& entryFor(std::string_view name, std::uint32_t hash, bool stored = false);
   void grow();
 
   tWordGate gate_;

@@ -137,6 +137,7 @@ void tXChgArray::addStored(const tStoredRules& stored, KorelPreYaccClass* proces
   if (stored.count == 0) return;
   arrange();
   std::vector<tBaseXChg*> own;
+  own.reserve(static_cast<std::size_t>(count()));
   for (int i = 0; i < count(); ++i) own.push_back(slot(i));
   dropElements();
   reserve(static_cast<int>(stored.count) + static_cast<int>(own.size()));

@@ -113,9 +113,6 @@ TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
        [](tProgram& p) { p.disk.put("early/limits.ch", "#define MOST 5\n"); }},
       {"one in the working directory",
        [](tProgram& p) { p.disk.put("limits.ch", "#define MOST 5\n"); }},
-      {"a tested name", [](tProgram& p) { p.options.push_back("-DDEBUG"); }},
-      {"a name that suppresses a #define", [](tProgram& p) { p.options.push_back("-DMOST=3"); }},
-      {"a name that the header defines", [](tProgram& p) { p.options.push_back("-DLEVEL=3"); }},
       {"the place of the header",
        [](tProgram& p) {
          p.disk.put("other/std.ch", kHeader);
@@ -125,6 +122,32 @@ TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
        }},
   };
   for (const auto& row : kChanges) EXPECT_EQ(tProgram().reusedAfter(row.change), 0) << row.what;
+}
+
+TEST(SharedHeader, IsCompiledAgainWhenNamesStandOtherwise) {
+  const struct {
+    std::vector<const char*> names;
+    int compiled;
+  } kCases[] = {
+      {{"-DOTHER"}, 1},
+      {{"-DLEVEL=3"}, 1},  // the header defines it again
+      {{"-DLEVEL=3", "-DSAY", "-DAREA"}, 1},
+      {{"-DLEVEL=3", "-DLEVEL=4"}, 2},  // it cannot replace two
+      {{"-DDEBUG"}, 2},
+      {{"-DMOST=3"}, 2},
+  };
+  for (const auto& row : kCases) {
+    for (const bool namesFirst : {false, true}) {
+      tProgram plain;
+      tProgram named;
+      named.options.insert(named.options.end(), row.names.begin(), row.names.end());
+      tHeaderCache cache;
+      for (tProgram* program : {namesFirst ? &named : &plain, namesFirst ? &plain : &named}) {
+        EXPECT_EQ(program->run(&cache), program->run(nullptr)) << row.names[0];
+      }
+      EXPECT_EQ(cache.compiled(), row.compiled) << row.names[0] << namesFirst;
+    }
+  }
 }
 
 TEST(SavedHeader, StandsBesideThoseForOtherNames) {
@@ -230,6 +253,68 @@ TEST(SavedHeader, IsMadeAheadByPrepch) {
   tHeaderCache cache(true);
   EXPECT_EQ(program.run(&cache), program.run(nullptr));
   EXPECT_EQ(cache.compiled(), 0);
+}
+
+/// A program with headers that the main source includes.
+struct tIncludingProgram : tProgram {
+  tIncludingProgram() {
+    disk.put("inc/std.ch", "#define STD\n");
+    disk.put("inc/app.ch", std::string("// the application's\n\n#include \"std.ch\"\n\n") +
+                               "#define APP 1\n" +
+                               "#include \"inner.ch\"\n\n#command APP SAY <x> => asay(<x>)\n");
+    disk.put("inc/inner.ch", kLimits);
+    main("#include \"app.ch\"\nx := APP + MOST\n#include \"inner.ch\"\nAPP SAY x\n");
+  }
+  void main(std::string_view text) { disk.put("main.prw", text); }
+};
+
+// A run over two sources, each with its own text of the program; how often headers were compiled.
+int compiledFor(std::string_view first, std::string_view second) {
+  tHeaderCache cache;
+  tIncludingProgram program;
+  for (const std::string_view text : {first, second}) {
+    program.main(text);
+    EXPECT_EQ(program.run(&cache), program.run(nullptr)) << text;
+  }
+  return cache.compiled();
+}
+
+TEST(IncludedHeader, IsCompiledOnceWhereItGivesTheSame) {
+  // The standard header is one, app.ch with what it includes another.
+  constexpr const char* kApp =
+      "#include \"app.ch\"\nx := APP + MOST\nAPP SAY x\n#include \"inner.ch\"\n";
+  EXPECT_EQ(compiledFor(kApp, kApp), 2);
+  EXPECT_EQ(compiledFor(kApp,
+                        "#define OTHER\n#command APP <x> => no(<x>)\n#include \"app.ch\"\n"
+                        "APP SAY x\nAPP 1\n#define MOST 5\nMOST\n"),
+            2);
+  EXPECT_EQ(
+      compiledFor("\ny\n#include \"app.ch\"\nx\n", "#include \"app.ch\"\n#include \"app.ch\"\nx\n"),
+      2);
+  EXPECT_EQ(compiledFor(kApp, "#define APP 5\n#include \"app.ch\"\nx := APP + MOST\n"), 2);
+}
+
+TEST(IncludedHeader, IsCompiledAgainWhereItGivesSomethingElse) {
+  constexpr const char* kApp = "#include \"app.ch\"\nx := APP + MOST\n";
+  constexpr const char* kOthers[] = {
+      "#define MOST 5\n#include \"app.ch\"\nx := APP + MOST\n",
+      "#include \"limits.ch\"\n#include \"app.ch\"\nx := APP + MOST\n",
+  };
+  for (const char* other : kOthers) EXPECT_GE(compiledFor(kApp, other), 3) << other;
+}
+
+TEST(IncludedHeader, WithStatementsIsReadEachTime) {
+  tIncludingProgram program;
+  program.disk.put("inc/inner.ch", "#define MOST 1\nx := MOST\n");
+  tHeaderCache cache;
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(program.run(&cache), program.run(nullptr));
+}
+
+TEST(IncludedHeader, ThatIncludesItselfIsReadEachTime) {
+  tIncludingProgram program;
+  program.disk.put("inc/inner.ch", "#include \"./app.ch\"\n#define MOST 1\n");
+  tHeaderCache cache;
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(program.run(&cache), program.run(nullptr));
 }
 
 TEST(SharedHeader, IsCompiledOnceForAllThreads) {
