@@ -335,11 +335,13 @@ void KorelPreYaccClass::takeImage(const tString& name,
   fill(shared_.defines, tHeaderImage::kDefines);
   fill(shared_.commands, tHeaderImage::kCommands);
   fill(shared_.translates, tHeaderImage::kTranslates);
+  if (wholeTables) noteIncluded(name);  // else the directive does
   const tHeaderNotes& notes = image->notes();
   shared_.includedFiles += static_cast<int>(notes.includedFiles);
   shared_.includedBytes += static_cast<std::int64_t>(notes.includedBytes);
   for (const std::string_view included : notes.includedNames) noteIncluded(tString(included));
-  if (wholeTables) noteIncluded(name);  // else the directive does
+  if (shared_.fileObserver == nullptr) return;
+  for (const tHeaderFile& file : notes.files) shared_.fileObserver->fileRead(tString(file.path));
 }
 
 }  // namespace precomp

@@ -31,6 +31,12 @@ constexpr const char* kMain =
     "#define LEVEL 7\n"
     "y := LEVEL + AREA(1, 2)\n";
 
+class tFileNames : public tFileObserver {
+ public:
+  void fileRead(const tString& name) override { text.append(name.view()) += '\n'; }
+  std::string text;
+};
+
 /// A disk with a program on it, and the options to preprocess it with.
 struct tProgram {
   tProgram() {
@@ -49,6 +55,8 @@ struct tProgram {
     KorelPre16 session(files);
     session.Init(list, 1);
     session.setHeaderCache(cache);
+    tFileNames names;
+    session.setFileObserver(&names);
     tString output;
     tString error;
     session.doIt(output, error);
@@ -60,7 +68,7 @@ struct tProgram {
       text += "\n--\n";
       text += listing.view();
     }
-    return text + "\n" + sink.text;
+    return text + "\n" + names.text + sink.text;
   }
 
   /// Runs once to save the header and then, after `change`, once more. The number of times the
