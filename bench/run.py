@@ -45,7 +45,7 @@ RULE_TARGETS = {
 RULE_COUNTS = (100, 1000, 10000)
 RULE_LINES = 60_000
 READING = (4.0, 1.7)  # microseconds for reading one rule where there are 10,000
-SECTIONS = (*TARGETS, "growth", "files", "rules", "entry")
+SECTIONS = (*TARGETS, "growth", "files", "rules", "headers", "entry")
 
 
 class Failure(Exception):
@@ -170,7 +170,8 @@ class Bench:
     def verdict(self, what, value, target):
         """The target and how `value` stands to it, for the end of a row."""
         must, aim = target
-        judged = self.options.lines == FULL or what in ("tiny", "entry from Java")
+        sized = what in ("tiny", "entry from Java") or what.startswith("saved header")
+        judged = self.options.lines == FULL or sized
         if judged and value > must:
             self.missed.append(what)
         mark = (
@@ -422,6 +423,78 @@ class Bench:
         )
         return float(done.stderr.split()[-1])
 
+    # ---- a standard header that is saved
+
+    def headers(self):
+        """1,000 small sources with a standard header of 5,000 rules: the time of a run that finds it
+        saved to that of a run that does not save it, one process for each source and one for all.
+        The first run, which saves it, is shown but not judged; nor is one process for all, which
+        reads the header once in any case."""
+        print(
+            "\n| 1,000 sources, 5,000 rules | ms | saving | saved | saved : not | min-max "
+            "| must / aim | |\n|%s" % ("---|" * 8)
+        )
+        work = self.standard_rules()
+        some = work["inputs"][:: len(work["inputs"]) // 100]
+        for name, calls, target in (
+            ("a process for each (100 of them)", [[path] for path in some], (0.5, 0.2)),
+            ("one process for all", [work["inputs"]], None),
+        ):
+            rows = []
+            for _ in range(max(3, self.rounds // 3)):
+                for saved in Path(work["includes"][0]).glob("*.pch"):
+                    saved.unlink()
+                without = self.calls_time(work, calls, [])
+                saving = self.calls_time(work, calls, ["@@PRECOMPILED"])
+                rows.append((without, saving, self.calls_time(work, calls, ["@@PRECOMPILED"])))
+            ratios = [saved / without for without, _, saved in rows]
+            ratio = statistics.median(ratios)
+            self.results["headers " + name] = {"times": rows, "ratio": ratio}
+            print(
+                "| %s | %.1f | %.1f | %.1f | %.2f | %.2f-%.2f | %s |"
+                % (
+                    name,
+                    *(statistics.median(times) for times in zip(*rows)),
+                    ratio,
+                    min(ratios),
+                    max(ratios),
+                    self.verdict("saved header", ratio, target) if target else " | ",
+                ),
+                flush=True,
+            )
+
+    def standard_rules(self):
+        """The workload manyrules with its rules in the standard header."""
+        work = self.workload("manyrules", 30, files=1000, count=5000)
+        folder = Path(work["folder"]) / "standard"
+        folder.mkdir(exist_ok=True)
+        rules = Path(work["dialects"]["korel"]["includes"][0]) / "rules.ch"
+        (folder / "std.ch").write_bytes(rules.read_bytes())
+        (folder / "rules.ch").write_bytes(b"")
+        inputs = work["dialects"]["korel"]["inputs"]
+        return {**work, "inputs": inputs, "includes": [str(folder)]}
+
+    def calls_time(self, work, calls, options):
+        """Milliseconds of processes over the sources of each call, one after the other; all outputs
+        are checked."""
+        outdir = self.folder / "out-headers"
+        shutil.rmtree(outdir, ignore_errors=True)
+        outdir.mkdir()
+        total = 0
+        for sources in calls:
+            command = [str(self.clock.launcher), str(self.options.program), "--classic"]
+            command += [*("@F" + path for path in sources), "@O%s/" % outdir]
+            command += ["-I" + work["includes"][0], *options]
+            done = subprocess.run(command, stdout=subprocess.PIPE, timeout=600, check=True)
+            status, nanoseconds, _ = map(int, done.stdout.split())
+            if status != 0:
+                raise Failure("krpre: exit status %d" % status)
+            total += nanoseconds
+        count = sum(map(len, calls))
+        landmarks = work["landmarks"] // len(work["inputs"]) * count
+        check_output({**work, "landmarks": landmarks}, outdir)
+        return total / 1e6
+
     # ---- the whole
 
     def wanted(self, section):
@@ -461,12 +534,12 @@ class Bench:
         self.machine()
         self.table()
         if self.ours:
-            for section in ("growth", "files", "rules", "entry"):
+            for section in ("growth", "files", "rules", "headers", "entry"):
                 if self.wanted(section):
                     self.guarded(section, getattr(self, section))
         print()
         if self.options.lines != FULL:
-            print("Targets are for %d lines; here only tiny and entry are judged." % FULL)
+            print("Targets are for %d lines; here only tiny, headers and entry are judged." % FULL)
         if self.missed:
             print("Missed: %s." % ", ".join(self.missed))
         if self.failed:
