@@ -1,54 +1,22 @@
-// Runs the built program as a child in a directory of its own.
-
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <regex>
 #include <sstream>
 
-#include "tests/support/childprocess.h"
+#include "tests/cli/program.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string ok(const std::string& file) {
-  return "KOREL Preprocessor: Precompilation of file " + file + " ok.\n";
-}
-
-std::string failed(const std::string& file) {
-  return "KOREL Preprocessor. Precompilation of file " + file +
-         " with error. Exitecode equal to 1\n";
-}
-
-class Program : public testing::Test {
- protected:
-  tChildResult run(std::vector<std::string> arguments, const std::string& include = {}) const {
-    arguments.insert(arguments.begin(), KRPRE_PROGRAM);
-    return runChild(arguments, directory_.path(), include);
-  }
-
-  void write(const std::string& name, const std::string& text) const {
-    directory_.write(name, text);
-  }
-  bool exists(const std::string& name) const { return fs::exists(directory_.path() / name); }
-
-  // The output with "\n" at line ends.
-  std::string output(const std::string& name) const {
-    return std::regex_replace(readBytes(directory_.path() / name), std::regex("\r\n"), "\n");
-  }
-
-  tTemporaryDirectory directory_;
-};
 
 TEST_F(Program, HelpNamesEveryOption) {
   const tChildResult result = run({"--help", "--nonsense"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, "");
   for (const char* option :
-       {"\n  -o, --output=NAME          write", "\n  -MF FILE                   write", "\n  -I, --include=DIR ",
-        "\n  -D, --define=NAME[=VALUE]  define", "\n  -T, --trace ", "\n  -q, --quiet ",
-        "\n      --classic ", "\n      --help ", "\n      --version "}) {
+       {"\n  -o, --output=NAME          write", "\n  -MF FILE                   write",
+        "\n  -I, --include=DIR ", "\n  -D, --define=NAME[=VALUE]  define", "\n  -T, --trace ",
+        "\n  -q, --quiet ", "\n      --classic ", "\n      --help ", "\n      --version "}) {
     EXPECT_NE(result.output.find(option), std::string::npos) << option;
   }
   std::istringstream lines(result.output);

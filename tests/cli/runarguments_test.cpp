@@ -87,8 +87,7 @@ TEST(RunArguments, IncludePathIsOneListWithTheShippedHeadersLast) {
 }
 
 TEST(RunArguments, NamesAreNotTrimmedOrUnquoted) {
-  EXPECT_EQ(spelled({"FILE", "a b.prw", "FILE", "-T"}, {}, "~1"),
-            "@I~1 @F\"a b.prw\" @F\"-T\"");
+  EXPECT_EQ(spelled({"FILE", "a b.prw", "FILE", "-T"}, {}, "~1"), "@I~1 @F\"a b.prw\" @F\"-T\"");
   EXPECT_EQ(spelled({"FILE", "\"a.prw"}), "@F\"./\"a.prw\"");
   EXPECT_EQ(spelled({"FILE", "\ta.prw"}), "@F\"./\ta.prw\"");
   EXPECT_EQ(spelled({"FILE", "a.prw "}).find("refused: a.prw : "), 0U);

@@ -1,0 +1,107 @@
+// Dependency files, read by those that they are for.
+
+#include "tests/cli/program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Dependencies : public Program {
+ protected:
+  // The rule without the standard header, whose place differs.
+  std::string rule(const std::string& name) const {
+    const std::string unfolded = std::regex_replace(bytes(name), std::regex(" \\\\\n"), "");
+    return std::regex_replace(unfolded, std::regex(" [^ \n]*/std\\.ch|[^ \n]*/std\\.ch:\n"), "");
+  }
+};
+
+TEST_F(Dependencies, NameEveryFileOnceInTheOrderOfReading) {
+  write("sub/a.prw", "#include \"z.ch\"\n#include \"one.ch\"\n#include \"z.ch\"\n");
+  write("sub/one.ch", "#include \"two.ch\"\n#include \"z.ch\"\n");
+  write("inc/two.ch", "");
+  write("sub/z.ch", "");
+  write("out/keep", "");
+  EXPECT_EQ(run({"-MD", "-Iinc", "sub/a.prw"}).status, 0);
+  EXPECT_EQ(rule("sub/a.d"), "sub/a.ppo: sub/a.prw sub/z.ch sub/one.ch inc/two.ch\n");
+  EXPECT_NE(bytes("sub/a.d").find("/std.ch "), std::string::npos);
+  EXPECT_EQ(run({"-MD", "-MP", "-Iinc", "-o", "out", "sub/a.prw"}).status, 0);
+  EXPECT_EQ(rule("out/a.d"),
+            "out/a.ppo: sub/a.prw sub/z.ch sub/one.ch inc/two.ch\n"
+            "sub/z.ch:\nsub/one.ch:\ninc/two.ch:\n");
+  // An output that stays does not keep the rule from being written.
+  EXPECT_EQ(run({"-MD", "-MFrule", "-MT", "x$(y)", "-MTz", "-Iinc", "sub/a.prw"}).status, 0);
+  EXPECT_EQ(rule("rule").substr(0, 18), "x$(y) z: sub/a.prw");
+  EXPECT_EQ(files(), "inc out rule sub ");
+}
+
+TEST_F(Dependencies, AreOfSourcesWithoutErrorsOnly) {
+  write("a.prw", "#else\n");
+  write("a.d", "old");
+  EXPECT_EQ(run({"-MD", "a.prw"}).status, 1);
+  EXPECT_EQ(bytes("a.d"), "old");
+  const std::pair<std::vector<std::string>, std::string> kCases[] = {
+      {{"-MP", "a.prw"}, "-MF, -MT and -MP need -MD"},
+      {{"-MD", "-MF", "x", "a.prw", "b.prw"}, "-MF is for one source"},
+      {{"-MD", "-MT", "x", "a.prw", "b.prw"}, "-MT is for one source"},
+      {{"-MD", "-MFx", "-MF", "y", "a.prw"}, "-MF: given twice"},
+      {{"-MD", "a.prw", "-MF"}, "-MF needs a value"},
+      {{"-MX", "a.prw"}, "unknown option -MX"},
+      {{"-MDx", "a.prw"}, "unknown option -MDx"},
+      {{"a.prw", "-M"}, "unknown option -M"},
+  };
+  for (const auto& [arguments, complaint] : kCases) {
+    EXPECT_EQ(run(arguments).errors, "krpre: " + complaint + "\nTry 'krpre --help'.\n");
+  }
+}
+
+// Names that mean something to make, to ninja or to their files. Tabs, semicolons and "'" have no
+// spelling that both read.
+const char* const kOddNames[] = {"a b",  "a  b",  "a$b", "$(a)",  "a#b",
+                                 "a\\b", "a\\ b", "a:b", "{a},b", "~a"};
+
+TEST_F(Dependencies, AreReadBackByMake) {
+  for (const std::string name : kOddNames) {
+    const tTemporaryDirectory place;
+    place.write("s.prw", "#include \"" + name + ".ch\"\n");
+    place.write(name + ".ch", "");
+    place.write("Makefile", std::string("s.ppo:\n\t@'") + KRPRE_PROGRAM +
+                                "' -q --always-write -MD -MP s.prw && echo made\n-include s.d\n");
+    const auto make = [&] { return runChild({"/usr/bin/make", "s.ppo"}, place.path()); };
+    EXPECT_EQ(make().output, "made\n") << name;
+    EXPECT_EQ(make().output, "make: 's.ppo' is up to date.\n") << name;
+    fs::last_write_time(place.path() / (name + ".ch"),
+                        fs::file_time_type::clock::now() + std::chrono::hours(1));
+    const tChildResult result = make();
+    EXPECT_EQ(result.output, "made\n") << name << result.errors;
+    place.write("s.prw", "");
+    fs::remove(place.path() / (name + ".ch"));
+    EXPECT_EQ(make().output, "made\n") << name;  // for -MP has a rule for the header that is gone
+  }
+}
+
+TEST_F(Dependencies, AreReadBackByNinja) {
+  std::string build = std::string("rule krpre\n command = '") + KRPRE_PROGRAM +
+                      "' -q --always-write -MD $in\n depfile = $stem.d\n deps = gcc\n";
+  int number = 0;
+  for (const std::string name : kOddNames) {
+    const std::string stem = "s" + std::to_string(number++);
+    write(stem + ".prw", "#include \"" + name + ".ch\"\n");
+    write(name + ".ch", "");
+    build += "build " + stem + ".ppo: krpre " + stem + ".prw\n stem = " + stem + "\n";
+  }
+  write("build.ninja", build);
+  const auto ninja = [&] { return runChild({"/usr/bin/ninja", "-v"}, directory_.path()); };
+  EXPECT_EQ(ninja().status, 0);
+  const std::string again = ninja().output;
+  EXPECT_NE(again.find("no work to do"), std::string::npos) << again;
+  number = 0;
+  for (const std::string name : kOddNames) {
+    const std::string stem = "s" + std::to_string(number++);
+    fs::last_write_time(path(name + ".ch"),
+                        fs::file_time_type::clock::now() + std::chrono::hours(1));
+    const std::string output = ninja().output;
+    EXPECT_NE(output.find("-MD " + stem + ".prw"), std::string::npos) << name << output;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,108 @@
+// Several sources in one run.
+
+#include <random>
+
+#include "tests/cli/program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Jobs = Program;
+
+TEST_F(Jobs, NothingDependsOnTheirNumber) {
+  std::mt19937 random(1);
+  std::vector<std::string> names;
+  for (int i = 0; i < 40; ++i) {
+    const std::string name = "s" + std::to_string(i) + ".prw";
+    names.push_back(name);
+    // Sizes differ, so that threads overtake each other; every seventh source fails.
+    std::string text = i % 7 == 3 ? "\n#else\n" : "";
+    for (auto k = random() % 3000; k > 0; --k) text += "x := " + std::to_string(k) + "\n";
+    write(name, text);
+  }
+  names.insert(names.begin() + 5, "missing.prw");
+  const auto outcome = [&](std::vector<std::string> options) {
+    for (const auto& entry : fs::directory_iterator(directory_.path())) {
+      if (entry.path().extension() == ".ppo") fs::remove(entry.path());
+    }
+    options.insert(options.end(), names.begin(), names.end());
+    const tChildResult result = run(options);
+    std::string all = std::to_string(result.status) + result.output + result.errors + files();
+    for (const std::string& name : names) {
+      const std::string ppo = fs::path(name).replace_extension(".ppo");
+      if (exists(ppo)) all += bytes(ppo);
+    }
+    return all;
+  };
+  const std::string alone = outcome({"-j1"});
+  EXPECT_EQ(alone.substr(0, 1), "1");
+  EXPECT_NE(alone.find(failed("s3.prw") + ok("s4.prw")), std::string::npos);
+  for (const char* jobs : {"-j2", "-j7", "-j200", "-j0", "--jobs="}) {
+    EXPECT_EQ(outcome({jobs}), alone) << jobs;
+  }
+  EXPECT_EQ(outcome({"-q", "-j3"}), alone);
+  EXPECT_EQ(outcome({"-T", "-j3"}), outcome({"-T", "-j1"}));
+}
+
+TEST_F(Jobs, MessagesAppearAsSoonAsThoseBeforeHaveAppeared) {
+  write("a.prw", "x := 1\n");
+  std::string text;
+  for (int i = 0; i < 200000; ++i) text += "x := 1 ; y := 2 ; z := 3\n";
+  write("long.prw", text);
+  for (const char* jobs : {"1", "2"}) {
+    // The reader has seen the first message while the output of the long source is not there yet.
+    const tChildResult result =
+        shell(std::string("$K -j") + jobs +
+              " a.prw long.prw | (read line; test -e long.ppo || echo early; cat >/dev/null)");
+    EXPECT_EQ(result.output, "early\n") << jobs;
+    fs::remove(path("long.ppo"));
+  }
+}
+
+TEST_F(Jobs, OfOneOutputAreRefusedBeforeAnythingIsWritten) {
+  write("a.prw", "x := 1\n");
+  write("a.prg", "x := 2\n");
+  write("sub/a.prw", "x := 3\n");
+  write("a.ppo", "x := 4\n");
+  write("out/keep", "");
+  const std::pair<std::vector<std::string>, std::string> kCases[] = {
+      {{"a.prw", "a.prg"}, "a.prw and a.prg would both be written to a.ppo"},
+      {{"sub/../a.prw", "./a.prg"}, "sub/../a.prw and ./a.prg would both be written to ./a.ppo"},
+      {{"-o", "out", "a.prw", "sub/a.prw"},
+       "a.prw and sub/a.prw would both be written to out/a.ppo"},
+      {{"a.prw", "a.ppo"}, "a.prw: a.ppo is a source and would be overwritten"},
+      {{"-MD", "a.prw", "a.zorb"}, "a.prw and a.zorb would both be written to a.d"},
+      {{"-MD", "-MF", "a.ppo", "a.prw"}, "a.ppo: output and dependency file in one"},
+      {{"-MD", "-MF", "b.ch", "a.prw"}, "a.prw: b.ch is a source and would be overwritten"},
+  };
+  for (const auto& [arguments, complaint] : kCases) {
+    const tChildResult result = run(arguments);
+    EXPECT_EQ(result.status, 2) << complaint;
+    EXPECT_EQ(result.errors, "krpre: " + complaint + "\nTry 'krpre --help'.\n");
+  }
+  EXPECT_EQ(bytes("a.ppo"), "x := 4\n");
+  EXPECT_EQ(files(), "a.ppo a.prg a.prw out sub ");
+}
+
+TEST_F(Jobs, OfOneSourceAreDoneOnce) {
+  write("a.prw", "x := 1\n");
+  write("sub/b.prw", "x := 1\n");
+  const tChildResult result = run({"a.prw", "./a.prw", "sub/b.prw", "sub/../a.prw"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, ok("a.prw") + ok("sub/b.prw"));
+}
+
+TEST_F(Jobs, OfSeveralProgramsInOneDirectoryDoNotMeet) {
+  for (const char* name : {"a.prw", "b.prw", "c.prw"})
+    write(name, std::string("x := '") + name + "'\n");
+  const std::string loop = "for i in 1 2 3 4 5 6 7 8 9 10; do $K -q --always-write a.prw ";
+  const tChildResult result =
+      shell("(" + loop + "b.prw || echo bad; done) & (" + loop + "c.prw || echo bad; done) & wait");
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(output("a.ppo") + output("b.ppo") + output("c.ppo"),
+            "x := 'a.prw'\nx := 'b.prw'\nx := 'c.prw'\n");
+  EXPECT_EQ(files(), "a.ppo a.prw b.ppo b.prw c.ppo c.prw ");
+}
+
+}  // namespace
