@@ -11,13 +11,14 @@ using namespace std::chrono_literals;
 
 // What a progress line writes, through a pipe.
 class Progress : public testing::Test {
- protected:
+ public:
   Progress() { EXPECT_EQ(pipe(ends_), 0); }
   ~Progress() override {
     close(ends_[0]);
     close(ends_[1]);
   }
 
+ protected:
   std::string written() {
     char buffer[1024] = "|";
     EXPECT_EQ(write(ends_[1], "|", 1), 1);
