@@ -4,6 +4,7 @@
 
 #include <iterator>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -138,10 +139,7 @@ class tRandomTokens {
   /// A new statement; it lives until the next call.
   tTknString& next() {
     parts_.clear();
-    for (int items = pick(2); items >= 0; --items) {
-      expression(2);
-      if (items > 0) parts_.emplace_back(",");
-    }
+    put(pick(2) == 0 ? "e" : "e , e", 2);
     for (int faults = pick(3); faults > 0; --faults) spoil();
     tokens_.tokens().Destroy();
     static const char* const kSpacings[] = {"", "", "", " ", " ", " ", "\t", "  "};
@@ -155,74 +153,30 @@ class tRandomTokens {
 
  private:
   template <std::size_t count>
-  void put(const char* const (&choices)[count]) {
-    parts_.emplace_back(choices[pick(static_cast<int>(count))]);
+  const char* any(const char* const (&choices)[count], std::size_t of = count) {
+    return choices[pick(static_cast<int>(of))];
   }
-  void put(std::initializer_list<const char*> parts) {
-    parts_.insert(parts_.end(), parts.begin(), parts.end());
-  }
-  void expression(int depth) {
-    static const char* const kOperators[] = {
-        "+", "-", "*", "/", "%", "^", "=", "==", "#", "<", ">=", "$", ".and.", ".OR.", ":=", "+=",
-    };
-    static const char* const kPrefixes[] = {"-", "!", ".not.", "++", "--", "@"};
-    if (pick(8) == 0) put(kPrefixes);
-    operand(depth);
-    for (int more = pick(3); more > 0; --more) {
-      if (pick(10) == 0) {
-        put({"<", ">"});
-      } else {
-        put(kOperators);
-      }
-      operand(depth);
-    }
-  }
-  void list(int depth, const char* open, const char* close) {
-    put({open});
-    for (int items = pick(3); items > 0; --items) {
-      if (pick(6) != 0) expression(depth - 1);
-      if (items > 1) put({","});
-    }
-    put({close});
-  }
-  void operand(int depth) {
+  /// Writes a form: "e" stands for an expression, "n" for a name, "o" for an operator.
+  void put(const char* form, int depth) {
     static const char* const kNames[] = {"a", "cName", "M", "FIELD", "END", "next", "If", "x~1"};
-    static const char* const kConstants[] = {"1",     "12.5", ".5",  "\"t\"",
-                                             "'a b'", "\"\"", ".T.", "nil"};
-    switch (depth > 0 ? pick(12) : pick(4)) {
-      case 0:
-        return put(kConstants);
-      case 1:
-      case 2:
-      case 3:
-        return put(kNames);
-      case 4:
-        put(kNames);
-        return list(depth, "(", ")");
-      case 5:
-        put(kNames);
-        return list(depth, "[", "]");
-      case 6:
-        put(kNames);
-        put({pick(2) == 0 ? "->" : ":"});
-        return put(kNames);
-      case 7:
-        put({"&"});
-        put(kNames);
-        return pick(2) == 0 ? put({"."}) : void();
-      case 8:
-        return list(depth, pick(2) == 0 ? "(" : "{", pick(2) == 0 ? ")" : "}");
-      case 9:
-        put({"{", "|", "x", "|"});
-        expression(depth - 1);
-        return put({"}"});
-      case 10:
-        put(kNames);
-        return put({pick(2) == 0 ? "++" : "--"});
-      default:
-        static const char* const kWhole[] = {"M->", "FIELD->", ":", "&(", "->END", "& a"};
-        put(kWhole);
-        return operand(depth - 1);
+    static const char* const kOperators[] = {
+        "+", "-", "*", "/", "%", "^", "=", "==", "#", "<", ">=", "$", ":=", ".and.", ".OR.", "+="};
+    // The first ones hold no expression.
+    static const char* const kForms[] = {
+        "n",         "n",       "n",           "1",       "12.5",      ".5",      "\"t\"",
+        "'a'",       ".T.",     "nil",         "e o e",   "e o e o e", "e < > e", "- e",
+        "! e",       "++ e",    "@ e",         ".not. e", "n ( )",     "n ( e )", "n ( e , , e )",
+        "n [ e ]",   "n -> n",  "n : n",       "& n",     "& n .",     "( e )",   "( e , e )",
+        "{ e , e }", "{ }",     "{ | x | e }", "n ++",    "e --",      "M-> e",   "FIELD-> n",
+        "&( e )",    "n ->END", ": n"};
+    constexpr std::size_t kLeaves = 10;
+    std::istringstream pieces(form);
+    for (std::string piece; pieces >> piece;) {
+      if (piece == "e") {
+        put(depth >= 0 ? any(kForms) : any(kForms, kLeaves), depth - 1);
+      } else {
+        parts_.push_back(piece == "n" ? any(kNames) : piece == "o" ? any(kOperators) : piece);
+      }
     }
   }
   void spoil() {

@@ -47,20 +47,6 @@ TEST(Rules, MatchWholeStatementsOrParts) {
   });
 }
 
-TEST(Rules, CompareWordsByTheirFlags) {
-  expectAll({
-      {"#command DISPLAY <x> => d(<x>)", "DISP a", "d(a)"},
-      {"#command DISPLAY <x> => d(<x>)", "dis a", "dis a"},
-      {"#command DISPLAY <x> => d(<x>)", "displays a", "displays a"},
-      {"#xcommand DISPLAY <x> => d(<x>)", "DISP a", "DISP a"},
-      {"#xcommand DISPLAY <x> => d(<x>)", "display a", "d(a)"},
-      {"#command SET COLOUR TO <x> => c(<x>)", "set colo to 5", "c(5)"},
-      {"#xcommand SET COLOUR TO <x> => c(<x>)", "set colo to 5", "set colo to 5"},
-      {"#translate WIDTH() => w", "a + widt()", "a + w"},
-      {"#define Width w", "width Width Widt", "width w Widt"},
-  });
-}
-
 TEST(Rules, ChooseTheBestAndTheLatestAmongEquals) {
   expectAll({
       {"#command A <x> => one(<x>)\n#command A <x> => two(<x>)", "A 1", "two(1)"},
