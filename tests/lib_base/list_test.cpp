@@ -38,15 +38,6 @@ TEST(Array, GrowsByItsTable) {
       {kMost, kMost},
   };
   for (const tCase& c : kCases) EXPECT_EQ(tPointerArray::grownCapacity(c.from), c.to) << c.from;
-
-  int value = 0;
-  tArray<int> array;
-  std::vector<int> capacities;
-  for (int i = 0; i < 90; ++i) {
-    if (array.count() == array.capacity()) capacities.push_back(array.capacity());
-    array.add(&value);
-  }
-  EXPECT_EQ(capacities, (std::vector<int>{0, 2, 4, 6, 8, 10, 26, 42, 58, 74}));
 }
 
 TEST(Array, KeepsTheOrderThroughInsertionAndRemoval) {

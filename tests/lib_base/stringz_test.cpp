@@ -153,29 +153,6 @@ TEST(String, CopiesShareUntilOneIsWritten) {
   EXPECT_EQ(moved.data(), bytes);
 }
 
-TEST(String, ShorterSharerLeavesTheLongerAlone) {
-  tString longer("abcdef");
-  tString shorter = longer.substr(0, 3);
-  EXPECT_STREQ(shorter.c_str(), "abc");
-  EXPECT_EQ(longer, "abcdef");
-  shorter = longer.substr(0, 3);
-  shorter += 'X';
-  EXPECT_EQ(longer, "abcdef");
-  shorter = longer.substr(0, 3);
-  longer.clear();
-  EXPECT_STREQ(shorter.append("Y").c_str(), "abcY");
-}
-
-TEST(String, BorrowedBytesAreCopiedBeforeTheFirstWrite) {
-  char bytes[] = {'a', 'b', 'c'};
-  tString text = tString::borrow({bytes, 2});
-  EXPECT_EQ(text.data(), bytes);
-  EXPECT_STREQ(tString(text).c_str(), "ab");
-  text.toUpper();
-  EXPECT_EQ(text, "AB");
-  EXPECT_EQ(bytes[0], 'a');
-}
-
 TEST(String, ConstantRefusesEveryWriteAndStaysConstant) {
   const std::function<void(tString&)> writes[] = {
       [](tString& s) { s.append("x"); },
