@@ -52,48 +52,10 @@ std::vector<std::uint32_t> reductions(std::vector<std::uint32_t> tokens) {
   }
 }
 
-TEST(BuiltinTables, ScannerBlocksAreSound) {
-  const std::set<std::uint32_t> kFlags = {0, 0x10, 0x50, 0x30, 0x70, 0x18, 0x58};
-  ASSERT_EQ(kScanner.word(kLexListCount), 8u);
-  ASSERT_EQ(kScanner.block(8), kScanner.wordCount());
-  for (std::uint32_t list = 0; list < 8; ++list) {
-    const std::size_t block = kScanner.block(list);
-    EXPECT_EQ(kScanner.word(block + kBlockMagic), kLexMagic);
-    EXPECT_EQ(kScanner.word(block + kBlockSize), kScanner.word(block + kBlockSizeAgain));
-    EXPECT_EQ(kScanner.word(block + kBlockFinals), 88u);
-    for (std::uint32_t state = 0; state < kScanner.stateCount(list); ++state) {
-      EXPECT_EQ(kFlags.count(kScanner.final(list, state, kFinalFlags)), 1u);
-      const std::size_t row = kScanner.row(list, state);
-      for (std::uint32_t triple = 0; triple < kScanner.word(row); ++triple) {
-        const std::size_t at = row + 1 + 3 * triple;
-        EXPECT_LE(kScanner.word(at), kScanner.word(at + 1));
-        EXPECT_LT(kScanner.word(at + 2), kScanner.stateCount(list));
-        if (triple == 0) continue;
-        EXPECT_LT(kScanner.word(at - 2), kScanner.word(at));
-        const bool touches = kScanner.word(at - 2) + 1 == kScanner.word(at);
-        EXPECT_FALSE(touches && kScanner.word(at - 1) == kScanner.word(at + 2));
-      }
-    }
-  }
-}
-
 TEST(BuiltinTables, ScannerKnowsWideCodes) {
   EXPECT_EQ(kScanner.next(kListStatement, 0, 0xFFB4), kScanner.next(kListStatement, 0, 0xFF));
   EXPECT_EQ(kScanner.next(kListStatement, 0, 0xFFB5), kNone);
   EXPECT_EQ(kScanner.next(kListSingleQuoted, 0, 0x20AC), kScanner.next(kListSingleQuoted, 0, 'x'));
-}
-
-TEST(BuiltinTables, ParserHasTheSizeOfTheGrammar) {
-  EXPECT_EQ(parserWord(kYaccHeaderMagic), kYaccMagic);
-  EXPECT_EQ(parserWord(kYaccCounts), 205u);
-  EXPECT_EQ(parserWord(kYaccStateCount), 299u);
-  std::set<std::uint32_t> nonterminals;
-  for (std::size_t production = 1; production < 205; ++production) {
-    nonterminals.insert(parserWord(parserWord(kYaccProductions) / kWordSize + 2 * production + 1));
-  }
-  EXPECT_EQ(nonterminals.size(), 27u);
-  EXPECT_EQ(*nonterminals.begin(), 0x4001u);
-  EXPECT_EQ(*nonterminals.rbegin(), 0x401Bu);
 }
 
 struct tSentence {
