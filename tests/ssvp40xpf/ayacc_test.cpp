@@ -160,46 +160,12 @@ TEST(LanguageParser, ReportsTheLastErrorOnly) {
   EXPECT_EQ(failure(parser, "(a) // b c"), kWhole);
 }
 
-TEST(LanguageParser, RaisesItsOwnErrorOnce) {
-  AYaccClass parser;
-  SSLexStringConsumer text("a ] b");
-  ALexClass lexer(text);
-  parser.setLex(lexer);
-  try {
-    parser.parse();
-    FAIL() << "no exception";
-  } catch (const SSException& raised) {
-    EXPECT_EQ(raised.errorId(), SSErrorLanguage);
-    EXPECT_STREQ(raised.message(), "");
-    EXPECT_EQ(raised.argument(0).number(), 2);
-  }
-}
-
 TEST(LanguageParser, NestsAsDeepAsMemoryGoes) {
   constexpr std::size_t kDepth = 200000;
   AYaccClass parser;
   const std::string opened(kDepth, '(');
   EXPECT_EQ(failure(parser, opened + "a" + std::string(kDepth, ')')), kWhole);
   EXPECT_EQ(failure(parser, opened + "a b"), static_cast<int>(kDepth) + 2);
-}
-
-TEST(LanguageScanner, NamesItsTokens) {
-  SSLexStringConsumer text("");
-  ALexClass lexer(text);
-  EXPECT_STREQ(lexer.tokenToConstChar(55), "SSLexTokenNotFound");
-  EXPECT_STREQ(lexer.tokenToConstChar(56), "NullStr");
-  EXPECT_STREQ(lexer.tokenToConstChar(75), "**");
-  EXPECT_STREQ(lexer.tokenToConstChar(103), "macroFunct");
-  EXPECT_STREQ(lexer.tokenToConstChar(182), "as");
-  EXPECT_STREQ(lexer.tokenToConstChar(183), "SSLexTokenNotFound");
-  EXPECT_STREQ(lexer.tokenToConstChar(197), "line");
-  EXPECT_STREQ(lexer.tokenToConstChar(206), "STRING");
-  EXPECT_STREQ(lexer.tokenToConstChar(207), "SSLexTokenNotFound");
-  EXPECT_STREQ(lexer.tokenToConstChar(0xFFFFFFFE), "%error");
-  EXPECT_STREQ(lexer.tokenToConstChar(0xFFFFFFFF), "eof");
-  int spelled = 0;
-  for (std::uint32_t token = 0; token < 300; ++token) spelled += tokenSpelling(token) != nullptr;
-  EXPECT_EQ(spelled, 137);
 }
 
 TEST(LanguageScanner, TakesNamesTogetherWithWhatBelongsToThem) {
@@ -210,26 +176,13 @@ TEST(LanguageScanner, TakesNamesTogetherWithWhatBelongsToThem) {
     tokens.push_back(lexeme->token());
     lexeme->refDec();
   }
-  const std::vector<std::uint32_t> kExpected = {kTokIdentName,
-                                                kTokAliasEnd,
-                                                kTokAliasEnd,
-                                                kTokFieldAliasOp,
-                                                kTokMemvar,
-                                                kTokFract,
-                                                kTokMacroNamePointIdent,
-                                                kTokMacroNamePoint,
-                                                kTokMacroFunct,
-                                                kTokLeftParen,
-                                                kTokIdentName,
-                                                kTokObjPart,
-                                                kTokObjColon,
-                                                kTokSelfPart,
-                                                kTokSelfColon,
-                                                kTokEqual,
-                                                kTokIdentName,
-                                                kTokString,
-                                                kTokPercent,
-                                                kTokPower};
+  // clang-format off
+  const std::vector<std::uint32_t> kExpected = {
+      kTokIdentName, kTokAliasEnd, kTokAliasEnd, kTokFieldAliasOp, kTokMemvar, kTokFract,
+      kTokMacroNamePointIdent, kTokMacroNamePoint, kTokMacroFunct, kTokLeftParen, kTokIdentName,
+      kTokObjPart, kTokObjColon, kTokSelfPart, kTokSelfColon, kTokEqual, kTokIdentName, kTokString,
+      kTokPercent, kTokPower};
+  // clang-format on
   EXPECT_EQ(tokens, kExpected);
 }
 

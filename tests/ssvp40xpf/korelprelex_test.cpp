@@ -230,21 +230,4 @@ TEST(DirectiveScanner, BlockCommentsSeparate) {
   EXPECT_EQ(tokens, "a+b c+d");
 }
 
-TEST(DirectiveScanner, PartOfAMatchThatIsTheToken) {
-  EXPECT_EQ(KorelPreLexClass::tokenLength(kTokArrow, "->ENDX"), 2u);
-  EXPECT_EQ(KorelPreLexClass::tokenLength(kTokNullStr, "\"\r\n"), 1u);
-  EXPECT_EQ(KorelPreLexClass::tokenLength(kTokNullStr, "''"), 2u);
-  EXPECT_EQ(KorelPreLexClass::tokenLength(kTokLineFeed, "\n"), 1u);
-}
-
-TEST(DirectiveScanner, Spellings) {
-  SSLexStringConsumer consumer("");
-  KorelPreLexClass lex(consumer);
-  EXPECT_STREQ(lex.tokenToConstChar(sstable::kTokenEof), "eof");
-  EXPECT_STREQ(lex.tokenToConstChar(sstable::kTokenError), "%error");
-  EXPECT_STREQ(lex.tokenToConstChar(kTokDropQuote), "SSLexTokenNotFound");
-  EXPECT_STREQ(lex.tokenToConstChar(4711), "SSLexTokenNotFound");
-  EXPECT_STREQ(lex.tokenToConstChar(kTokSqlTempTable), "sqlTempTable");
-}
-
 }  // namespace

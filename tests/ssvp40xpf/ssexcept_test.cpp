@@ -36,15 +36,6 @@ TEST(Exceptions, FormatTextAndArguments) {
   }
 }
 
-TEST(Exceptions, CopyTheirStrings) {
-  char text[] = "before";
-  const SSException first(1, "message", {text, 2L});
-  text[0] = 'X';
-  const SSException second = first;
-  EXPECT_STREQ(second.argument(0).text(), "before");
-  EXPECT_NE(second.argument(0).text(), first.argument(0).text());
-}
-
 TEST(Exceptions, CutLongTextsAndRefuseOnlyGiantOnes) {
   const tRaiser raiser;
   const std::string expected = "22 SSYacc0111e: Error reading table, " + std::string(600, 'x');
@@ -69,14 +60,6 @@ TEST(Exceptions, ReachTheSlotInPointerMode) {
     delete exception;
   }
   EXPECT_EQ(raiser.lastException(), nullptr);
-}
-
-TEST(Exceptions, AreNotRaisedWhileDisabled) {
-  EXPECT_FALSE(SSExceptionInfo::setThrowPointer(false));
-  const tModes modes(false, false);
-  const tRaiser raiser;
-  EXPECT_EQ(raised([&] { raiser.raise(SSErrorPanic); }), "none");
-  EXPECT_FALSE(SSExceptionInfo::setException(false));
 }
 
 TEST(Exceptions, ReportFailedAllocations) {

@@ -84,21 +84,6 @@ TEST_F(FlatFunctions, ReportHandlesOfTheWrongKind) {
   SSLexLexemeRefDec(lexeme, 2);
 }
 
-TEST_F(FlatFunctions, ReadAndChangeLexemes) {
-  open("\n  name");
-  SSObject* const lexeme = SSLexGetNextLexeme(lex_);
-  EXPECT_EQ(SSLexLexemeGetLine(lexeme), 2u);
-  EXPECT_EQ(SSLexLexemeGetOffset(lexeme), 3u);
-  EXPECT_EQ(SSLexLexemeGetLength(lexeme), 4u);
-  EXPECT_STREQ(static_cast<const char*>(SSLexLexemeGetBuffer(lexeme)), "name");
-  EXPECT_EQ(SSLexLexemeSetLength(lexeme, 5), 0);
-  EXPECT_EQ(SSLexLexemeSetBuffer(lexeme, "other", 5), 1);
-  SSLexLexemeSetType(lexeme, 9);
-  EXPECT_EQ(SSLexLexemeGetType(lexeme), 9u);
-  EXPECT_STREQ(static_cast<const char*>(SSLexLexemeGetBuffer(lexeme)), "other");
-  SSLexLexemeRefDec(lexeme, 1);
-}
-
 TEST_F(FlatFunctions, KeepExceptionsOfEveryMode) {
   for (const bool pointer : {false, true}) {
     const tModes modes(true, pointer);
@@ -185,22 +170,6 @@ TEST_F(FlatFunctions, ParseWithCallbacks) {
   EXPECT_EQ(SSYaccGetAbort(yacc_), 1);
   EXPECT_EQ(SSExceptionGetErrorId(SSYaccGetLastException(yacc_)), 16);
   SSExceptionDestroy(SSYaccGetLastException(yacc_));
-
-  openParser("", countNames, &names);
-  int left = 1;
-  SSYaccSetNextLexemeCallback(
-      yacc_,
-      [](SSObject* yacc, void* user) -> SSObject* {
-        EXPECT_EQ(SSYaccGetError(yacc), 0);
-        return --*static_cast<int*>(user) < 0 ? nullptr
-                                              : new SSLexLexeme(1, samples::kName, "n", 1, 1);
-      },
-      &left);
-  SSYaccSetShiftCallback(
-      yacc_, [](SSObject*, SSObject*, void*) { return SSYaccStackElementCreate(sizeof(int)); },
-      nullptr);
-  EXPECT_EQ(SSYaccParse(yacc_), 0);
-  EXPECT_EQ(names, 1);
   EXPECT_EQ(reports, "");
 }
 

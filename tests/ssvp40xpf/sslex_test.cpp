@@ -100,16 +100,6 @@ TEST(Scanner, SkipsBadTextWhileExceptionsAreDisabled) {
   EXPECT_EQ(table().expressionList(3), nullptr);
 }
 
-TEST(Scanner, KeepsThrownPointersInItsSlot) {
-  const tModes modes(true, true);
-  SSLexStringConsumer consumer("?");
-  SSLex lex(consumer, table());
-  EXPECT_EQ(raised([&] { ++lex; }), "pointer 5 SSLex0105e: Invalid token, Line 1, Offset 1, ?");
-  EXPECT_NE(lex.lastException(), nullptr);
-  lex.clearLastException();
-  EXPECT_EQ(lex.lastException(), nullptr);
-}
-
 TEST(Scanner, SwitchesExpressionListsByHand) {
   SSLexStringConsumer consumer("a b\" c ^ d");
   SSLex lex(consumer, table());

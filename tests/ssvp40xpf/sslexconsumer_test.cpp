@@ -99,26 +99,6 @@ TEST(Consumers, ReadZerosAndHighBytesAsCharacters) {
   EXPECT_EQ(scanAll(terminated, table()), "20 a 1:2@1\n");
 }
 
-TEST(Consumers, CountCharactersAsTheyAreRead) {
-  SSLexStringConsumer consumer("a\nb");
-  EXPECT_FALSE(consumer.endOfData());
-  EXPECT_EQ(++consumer, 1);
-  EXPECT_EQ(consumer.current(), 'a');
-  EXPECT_EQ(consumer.column(), 2u);
-  ++consumer;
-  EXPECT_EQ(consumer.line(), 2u);
-  EXPECT_EQ(consumer.column(), 1u);
-  ++consumer;
-  EXPECT_EQ(++consumer, 0);
-  EXPECT_EQ(consumer.absoluteOffset(), 3u);
-  EXPECT_TRUE(consumer.endOfData());
-  consumer.rewind();
-  EXPECT_EQ(consumer.line(), 1u);
-  EXPECT_EQ(++consumer, 1);
-  EXPECT_EQ(consumer.current(), 'a');
-  EXPECT_TRUE(SSLexStringConsumer("").endOfData());
-}
-
 TEST(Consumers, ShiftAndGrowForLongLexemes) {
   const std::string name(5000, 'n');
   const tFile file("a " + name + " b");

@@ -57,14 +57,6 @@ TEST(Lifo, KeepsReferencesOfSlotsThatAreTakenOff) {
   EXPECT_EQ(tCounted::alive, 0);
 }
 
-TEST(SetArray, RefusesNewMembersWhenFull) {
-  SSSetArray set(2);
-  EXPECT_TRUE(set.add(7) && set.add(8) && set.add(7));
-  EXPECT_EQ(raised([&] { set.add(9); }), "23 SSSetArray0001e: Set full");
-  EXPECT_TRUE(set.holds(8));
-  EXPECT_FALSE(set.holds(9));
-}
-
 TEST(Lexemes, HoldTextInsideOrInABufferOfTheirOwn) {
   const SSRef<SSLexLexeme> inside(SSLexLexeme::make("a\0b", 3, 5, 1, 2));
   EXPECT_EQ(std::string(inside->text(), 5), std::string("a\0b\0\0", 5));
