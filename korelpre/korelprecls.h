@@ -268,7 +268,6 @@ class KorelPreYaccClass : public SSYacc {
   void addRule(bool command, bool abbreviate, tChainBuilder& pattern, tChainBuilder& result,
                std::string_view text, int line);
   void enterRule(std::unique_ptr<tBaseXChg> rule);
-  void removeSingleDefine(const tString& name);
   void removeDynamicDefines(const tString& name);
   bool searchInclude(const tString& name) const;
   void noteIncluded(const tString& name);

@@ -203,9 +203,8 @@ void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslat
       shared_.recorder->defining(rule->key(), defines()->index().countOf(rule->key()));
       shared_.recorder->ruleEntered(rule.get());
     }
-    removeSingleDefine(rule->key());
     removeDynamicDefines(rule->key());
-    defines()->Add(rule.release());
+    defines()->define(rule.release());
     return;
   }
   tSourceLine& entry = source_.entry(line);
@@ -276,16 +275,11 @@ void KorelPreYaccClass::enterRule(std::unique_ptr<tBaseXChg> rule) {
 }
 
 // A #define takes the place of the only one of its name.
-void KorelPreYaccClass::removeSingleDefine(const tString& name) {
-  int first = 0;
-  int last = 0;
-  if (defines()->Find(name, first, last, 0) != 0 && first == last) defines()->removeRule(first);
-}
-
 void KorelPreYaccClass::removeDynamicDefines(const tString& name) {
   int first = 0;
   int last = 0;
-  while (dynDefines()->Find(name, first, last, 1) != 0) {
+  while (dynDefines()->index().contains(name)) {
+    dynDefines()->Find(name, first, last, 1);
     tSourceLine* entry = dynDefines()->takeRule(last)->lineEntry();
     if (entry != nullptr) entry->pendingDefine.reset();
   }

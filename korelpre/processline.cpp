@@ -79,7 +79,11 @@ class tRewriter {
     if (!defines.index().gate().passes(word.data()[0], word.size() > 1 ? word.data()[1] : '\0')) {
       return kNoRule;
     }
-    if (defines.index().find(word) == nullptr) return kNoRule;
+    const tIndexedName* name = defines.index().find(word);
+    if (name == nullptr) return kNoRule;
+    if (name->rules == 1) {
+      return defines.apply(&processor_, *name->rule, index, &statement_) ? kApplied : kFailed;
+    }
     const tFoundRules* found = defines.lookUp(word);
     return found != nullptr && apply(defines, found->first, found->last, index) ? kApplied
                                                                                 : kFailed;

@@ -32,6 +32,8 @@ void appendMarker(tString& output, int line, std::string_view name) {
 void KorelPreYaccClass::processLines(tString& output, int& depth) {
   if (++depth == 1) shared_.checks.begin();
   if (root_ == this) {
+    // All conditionals are decided.
+    dynDefines()->dropRules();
     const std::size_t expected = output.size() + text_.size() + text_.size() / 2;
     output.reserve(std::min(expected, tString::maxSize()));
   }
@@ -136,10 +138,8 @@ bool KorelPreYaccClass::enterPending(tSourceLine& entry) {
   if (entry.pendingDefine == nullptr && entry.pendingRules.empty()) return false;
   if (entry.pendingDefine != nullptr) {
     tBaseXChg* rule = entry.pendingDefine.get();
-    removeSingleDefine(rule->key());
-    dynDefines()->forget(rule);
     rule->setLineEntry(nullptr);
-    defines()->Add(entry.pendingDefine.release());
+    defines()->define(entry.pendingDefine.release());
   }
   for (auto& rule : entry.pendingRules) enterRule(std::move(rule));
   entry.pendingRules.clear();

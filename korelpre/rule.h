@@ -54,6 +54,9 @@ class tBaseXChg {
   /// The line entry that will enter the rule into the tables, or null.
   tSourceLine* lineEntry() const { return lineEntry_; }
   void setLineEntry(tSourceLine* entry) { lineEntry_ = entry; }
+  /// Where its table may keep it; whoever asks must look whether it is there.
+  int place() const { return place_; }
+  void setPlace(int place) { place_ = place; }
   tMatchMarker* firstMatch() const { return firstMatch_.get(); }
   tMatchMarker* firstResult() const { return firstResult_.get(); }
 
@@ -96,6 +99,7 @@ class tBaseXChg {
   tSourceLine* lineEntry_ = nullptr;
   tString originFile_;
   int originLine_ = 0;
+  int place_ = 0;
 };
 
 /// The rule of a #command or #xcommand.

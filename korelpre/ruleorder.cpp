@@ -8,10 +8,13 @@
 // Note [irregular order]
 // The step over equal rules compares as the rules do, abbreviations included. A second rule DISP
 // thus passes a rule DISPLAY that may be abbreviated, and stands behind it. Where that, or the
-// folding of characters other than letters, could happen the rules are inserted one by one.
+// folding of characters other than letters, could happen the rules are inserted one by one. The
+// order is then none that a sort could give: what a search finds depends on where its probes fall.
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "korelpre/ruletable.h"
@@ -23,6 +26,50 @@ namespace {
 
 // Below this many rules that wait, inserting them is as good.
 constexpr int kFewWaiting = 8;
+// And below this many, inserting them into the table itself.
+constexpr int kSomeWaiting = 256;
+
+// Rules in a row into which one is inserted without moving all that follow. They stand in full
+// blocks, the last one aside; each block is a ring, so that a rule more at its front pushes one out
+// at its end.
+class tRuleRow {
+ public:
+  tBaseXChg* slot(int index) const {
+    const tBlock& block = blocks_[static_cast<std::size_t>(index) / kBlock];
+    return block.rules[block.at(static_cast<std::size_t>(index))];
+  }
+  void insertAt(int index, tBaseXChg* rule) {
+    const std::size_t within = static_cast<std::size_t>(index) % kBlock;
+    const std::size_t first = static_cast<std::size_t>(index) / kBlock;
+    if (static_cast<std::size_t>(count_) % kBlock == 0) blocks_.emplace_back();
+    if (index == count_++) {
+      blocks_[first].rules[blocks_[first].at(within)] = rule;
+      return;
+    }
+    for (std::size_t i = first; i < blocks_.size(); ++i) {
+      tBlock& block = blocks_[i];
+      block.head = (block.head + kBlock - 1) % kBlock;
+      std::swap(rule, block.rules[block.head]);
+      if (i != first) continue;
+      for (std::size_t j = 0; j < within; ++j) {
+        std::swap(block.rules[block.at(j)], block.rules[block.at(j + 1)]);
+      }
+    }
+  }
+
+ private:
+  static constexpr std::size_t kBlock = 1024;
+
+  struct tBlock {
+    std::array<tBaseXChg*, kBlock> rules{};
+    std::size_t head = 0;
+
+    std::size_t at(std::size_t index) const { return (head + index) % kBlock; }
+  };
+
+  std::vector<tBlock> blocks_;
+  int count_ = 0;
+};
 
 bool foldsOddly(std::string_view key) {
   return key.find_first_of("@`[{\\|]}^~\x7f") != std::string_view::npos;
@@ -81,19 +128,29 @@ void tXChgArray::arrange() const {
 }
 
 void tXChgArray::placeOneByOne() {
-  while (placed_ < count()) {
-    tBaseXChg* rule = takeAt(placed_);
-    const std::string_view key = keyOf(rule).text;
-    int position = 0;
-    if (search(key, true, placed_, position)) {
-      do {
-        ++position;
-      } while (position < placed_ && compare(position, key, false) == 0);
-    }
-    if (position > 0 && compare(position - 1, key, true) > 0) irregular_ = true;
-    insertAt(position, rule);
-    ++placed_;
+  if (count() - placed_ < kSomeWaiting) {
+    while (placed_ < count()) placeBehindEquals(*this, placed_, takeAt(placed_));
+    return;
   }
+  tRuleRow row;
+  for (int i = 0; i < placed_; ++i) row.insertAt(i, slot(i));
+  while (placed_ < count()) placeBehindEquals(row, placed_, slot(placed_));
+  for (int i = 0; i < count(); ++i) setPointer(i, row.slot(i));
+}
+
+// `row` has its rules in their places up to `placed`.
+template <class tRow>
+void tXChgArray::placeBehindEquals(tRow& row, int& placed, tBaseXChg* rule) {
+  const std::string_view key = keyOf(rule).text;
+  int position = 0;
+  if (search(row, key, true, placed, position)) {
+    do {
+      ++position;
+    } while (position < placed && compare(row.slot(position), key, false) == 0);
+  }
+  if (position > 0 && compare(row.slot(position - 1), key, true) > 0) irregular_ = true;
+  row.insertAt(position, rule);
+  ++placed;
 }
 
 // See note [irregular order]. Sorts the rules that wait and merges them in; false, with nothing
@@ -116,7 +173,10 @@ bool tXChgArray::placeTogether() {
   }
   for (; next < placed_; ++next) all.push_back({startOf(slot(next)), slot(next)});
   if (abbreviating_ && !isRegular(all)) return false;
-  for (int i = 0; i < count(); ++i) setPointer(i, all[static_cast<std::size_t>(i)].rule);
+  for (int i = 0; i < count(); ++i) {
+    setPointer(i, all[static_cast<std::size_t>(i)].rule);
+    if (storedIn(slot(i)) == nullptr) slot(i)->setPlace(i);
+  }
   placed_ = count();
   return true;
 }

@@ -56,39 +56,19 @@ void tXChgArray::Destroy() {
   tAutoArray<tBaseXChg>::Destroy();
 }
 
-int tXChgArray::compare(int index, std::string_view word, bool exact) const {
-  tKey key = keyOf(slot(index));
+int tXChgArray::compare(const tBaseXChg* slot, std::string_view word, bool exact) {
+  tKey key = keyOf(slot);
   if (exact) key.wordRule.abbreviate = false;
   return compareKeyword(key.text, word, key.wordRule);
 }
 
-bool tXChgArray::search(std::string_view word, bool exact, int count, int& position) const {
-  int low = 0;
-  int high = count - 1;
-  while (low <= high) {
-    const int middle = low + (high - low) / 2;
-    const int order = compare(middle, word, exact);
-    if (order == 0) {
-      position = middle;
-      return true;
-    }
-    if (order < 0) {
-      low = middle + 1;
-    } else {
-      high = middle - 1;
-    }
-  }
-  position = low;
-  return false;
-}
-
 bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& last) const {
   int found = 0;
-  const bool any = search(word, exact, count(), found);
+  const bool any = search(*this, word, exact, count(), found);
   first = last = found;
   if (!any) return false;
-  while (first > 0 && compare(first - 1, word, exact) == 0) --first;
-  while (last + 1 < count() && compare(last + 1, word, exact) == 0) ++last;
+  while (first > 0 && compare(slot(first - 1), word, exact) == 0) --first;
+  while (last + 1 < count() && compare(slot(last + 1), word, exact) == 0) ++last;
   return true;
 }
 
@@ -113,6 +93,7 @@ tFoundRules tXChgArray::findRules(std::string_view word) const {
 void tXChgArray::Add(tBaseXChg* rule) {
   const tWordRule wordRule = rule->wordRule();
   noteKey(rule->key(), wordRule);
+  rule->setPlace(count());
   add(rule);
   if (wordRule.caseSensitive && !wordRule.abbreviate) index_.added(rule);
 }
@@ -192,16 +173,29 @@ tBaseXChg* tXChgArray::takeRule(int index) {
   return rule;
 }
 
-void tXChgArray::forget(const tBaseXChg* rule) {
+// Most rules stand where they were put, so those that wait need not be arranged for this.
+int tXChgArray::placeOf(const tBaseXChg& rule) const {
+  if (rule.place() < count() && slot(rule.place()) == &rule) return rule.place();
   int first = 0;
   int last = 0;
-  if (Find(rule->key(), first, last, 1) == 0) return;
-  for (int i = first; i <= last; ++i) {
-    if (slot(i) == rule) {
-      takeRule(i);
-      return;
-    }
+  Find(rule.key(), first, last, 1);
+  while (first < last && slot(first) != &rule) ++first;
+  return first;
+}
+
+// A define takes the place of the one that it replaces: names are all different there.
+void tXChgArray::define(tBaseXChg* rule) {
+  const tIndexedName* known = index_.find(rule->key());
+  if (known == nullptr || known->rules != 1) {
+    Add(rule);
+    return;
   }
+  const int place = placeOf(*known->rule);
+  index_.removed(known->rule, nullptr);
+  replaceAt(place, rule);
+  rule->setPlace(place);
+  lookup_.changed();
+  index_.added(rule);
 }
 
 void tXChgArray::forgetRules() {
@@ -244,6 +238,12 @@ bool tXChgArray::cannotMatch(int index, int start, tTknString* t) const {
   if (compareKeyword(stored->secondWord(), word, stored->wordRule()) == 0) return false;
   t->step(2);
   return true;
+}
+
+bool tXChgArray::apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t) {
+  tBestRule best(start, t, observer_);
+  best.meet(0, rule);
+  return best.apply(processor);
 }
 
 bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int start,

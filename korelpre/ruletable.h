@@ -39,6 +39,8 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   /// Inserts `rule` behind every rule whose key equals its key.
   void Add(tBaseXChg* rule);
+  /// Inserts the rule of a #define. When exactly one rule has its key, that one is destroyed.
+  void define(tBaseXChg* rule);
   /// As Add for a rule of an image, which must outlive this table. `processor` is that of the rule.
   void addStored(const tStoredRule& rule, KorelPreYaccClass* processor);
   /// Adds all rules of a table that lie in an image at once. The rules that this table has must
@@ -51,6 +53,9 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   /// Applies the best of the rules `first` to `last` at the token `start` of `t`: the one with the
   /// highest score, the latest among equals. False when none matches.
   virtual bool replace(KorelPreYaccClass* processor, int first, int last, int start, tTknString* t);
+
+  /// Applies `rule` of this table at the token `start` of `t`. False when it does not match.
+  bool apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t);
 
   /// Lets `observer` see which rules are tried and applied; null for none. It must outlive the
   /// table or be taken away.
@@ -77,8 +82,6 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   void removeRule(int index);
   /// Removes the rule at `index` from the table; it stays alive.
   tBaseXChg* takeRule(int index);
-  /// Removes `rule` when it stands in the table; it stays alive.
-  void forget(const tBaseXChg* rule);
   /// Forgets all rules without destroying them.
   void dropRules();
 
@@ -88,11 +91,13 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   const tRuleIndex& index() const { return index_; }
 
  private:
-  int compare(int index, std::string_view word, bool exact) const;
+  static int compare(const tBaseXChg* slot, std::string_view word, bool exact);
   /// Sets `position` to the index of a rule whose key equals `word`, or to where it would be
-  /// inserted and returns false. Only the first `count` rules are looked at.
-  bool search(std::string_view word, bool exact, int count, int& position) const;
+  /// inserted and returns false. Only the first `count` slots of `row` are looked at.
+  template <class tRow>
+  static bool search(const tRow& row, std::string_view word, bool exact, int count, int& position);
   bool findRun(std::string_view word, bool exact, int& first, int& last) const;
+  int placeOf(const tBaseXChg& rule) const;
 
   // The slots of the array. A stored rule stands there by its address + 1.
   struct tKey {
@@ -125,6 +130,8 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   static bool isBefore(const tWaiting& a, const tWaiting& b);
   static bool isRegular(const std::vector<tWaiting>& rules);
   void placeOneByOne();
+  template <class tRow>
+  void placeBehindEquals(tRow& row, int& placed, tBaseXChg* rule);
   bool placeTogether();
   void forgetRules();
   const tSecondWords* secondWordsOf(int first, int last);
@@ -148,5 +155,27 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   };
   tRun run_;
 };
+
+template <class tRow>
+bool tXChgArray::search(const tRow& row, std::string_view word, bool exact, int count,
+                        int& position) {
+  int low = 0;
+  int high = count - 1;
+  while (low <= high) {
+    const int middle = low + (high - low) / 2;
+    const int order = compare(row.slot(middle), word, exact);
+    if (order == 0) {
+      position = middle;
+      return true;
+    }
+    if (order < 0) {
+      low = middle + 1;
+    } else {
+      high = middle - 1;
+    }
+  }
+  position = low;
+  return false;
+}
 
 }  // namespace precomp

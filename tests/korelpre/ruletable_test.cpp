@@ -82,14 +82,15 @@ TEST(RuleTable, HasOneOrderHoweverOftenItIsLookedInto) {
                                           "X1",   "XA",    "xa",      "DISPLAYS"};
   std::mt19937 random(3);
   for (int round = 0; round < 2000; ++round) {
+    const int rules = round == 0 ? 5000 : 30;
     tXChgArray atOnce;
     tXChgArray oneByOne;
     const std::size_t kinds = round % 4 == 0 ? kKeys.size() : kKeys.size() - 7;
     int first = 0;
     int last = 0;
-    for (int i = 0; i < 30; ++i) {
+    for (int i = 0; i < rules; ++i) {
       const std::string& key = kKeys[random() % kinds];
-      const bool abbreviate = round % 3 != 0 && random() % 2 == 0;
+      const bool abbreviate = (round == 0 || round % 3 != 0) && random() % 2 == 0;
       for (tXChgArray* table : {&atOnce, &oneByOne}) {
         table->Add(rule(key.c_str(), {abbreviate, false}));
         table->get(table->count() - 1)->setOrigin(tString(), i);
@@ -97,7 +98,7 @@ TEST(RuleTable, HasOneOrderHoweverOftenItIsLookedInto) {
       oneByOne.Find(tString("X"), first, last, 0);
     }
     atOnce.arrange();
-    for (int i = 0; i < 30; ++i) {
+    for (int i = 0; i < rules; ++i) {
       ASSERT_EQ(atOnce.get(i)->originLine(), oneByOne.get(i)->originLine()) << round << " " << i;
     }
   }
@@ -142,6 +143,39 @@ TEST(RuleTable, IndexFollowsEveryChange) {
   table.removeRule(0);
   EXPECT_EQ(table.index().find("A"), nullptr);
   EXPECT_FALSE(table.index().gate().passes('B', '\0'));
+}
+
+TEST(RuleTable, ReplacesASingleDefineWhereverItStands) {
+  std::mt19937 random(5);
+  int first = 0;
+  int last = 0;
+  for (int round = 0; round < 500; ++round) {
+    tXChgArray table;
+    tXChgArray removing;
+    for (int i = 0; i < 40; ++i) {
+      const std::string key = "N" + std::to_string(random() % 15);
+      if (removing.Find(tString(key), first, last, 0) != 0 && first == last) {
+        removing.removeRule(first);
+      }
+      removing.Add(rule(key.c_str(), kExact));
+      table.define(rule(key.c_str(), kExact));
+      for (tXChgArray* each : {&table, &removing}) {
+        each->index().find(key)->rule->setOrigin(tString(), i);
+      }
+      // Now and then two rules have one key, or everything gets its place.
+      if (random() % 16 == 0) {
+        for (tXChgArray* each : {&table, &removing}) each->Add(rule(key.c_str(), kExact));
+      }
+      if (random() % 8 == 0) table.arrange();
+    }
+    table.arrange();
+    removing.arrange();
+    ASSERT_EQ(table.count(), removing.count());
+    for (int i = 0; i < table.count(); ++i) {
+      ASSERT_EQ(table[i].key(), removing[i].key());
+      ASSERT_EQ(table[i].originLine(), removing[i].originLine());
+    }
+  }
 }
 
 TEST(RuleTable, AppliesTheLatestAmongEquals) {
