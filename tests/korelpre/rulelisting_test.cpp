@@ -49,6 +49,16 @@ TEST(RuleListing, GoesToTheOutputWithOtherWords) {
   EXPECT_EQ(sink.text, "xCommand A x => b  \n tTranslate C  => d  \n ");
 }
 
+TEST(RuleListing, KnowsTheDirectiveOfEachRule) {
+  tMemoryProcessor processor;
+  processor.run("rules", " #command A <x> ; // c\n  => b // c\n#command C => d #xcommand E => f\n");
+  tXChgArray& commands = *processor->commands();
+  commands.arrange();
+  EXPECT_EQ(commands[0].directive(), "#command A <x> ; // c\r\n  => b");
+  EXPECT_EQ(commands[1].directive(), "#command C => d ");
+  EXPECT_EQ(commands[2].directive(), "#xcommand E => f\r\n");
+}
+
 // The ordinary forms of rules are read without the grammar; both ways must give the same rule.
 TEST(RuleListing, IsTheSameHoweverARuleWasRead) {
   const std::vector<std::string> kPieces = {
