@@ -45,7 +45,7 @@ RULE_TARGETS = {
 RULE_COUNTS = (100, 1000, 10000)
 RULE_LINES = 60_000
 READING = (4.0, 1.7)  # microseconds for reading one rule where there are 10,000
-SECTIONS = (*TARGETS, "growth", "files", "rules", "headers", "entry")
+SECTIONS = (*TARGETS, "growth", "files", "jobs", "rules", "headers", "entry")
 
 
 class Failure(Exception):
@@ -86,6 +86,24 @@ def krpre(program):
             *("@F" + path for path in work["inputs"]),
             "@O" + outdir,
             "-I" + ";".join(work["includes"]),
+        ],
+    )
+
+
+def krpre_jobs(program, jobs):
+    """The program itself, which starts threads, and not the classic run that hosts start."""
+    return Tool(
+        "krpre-j%d" % jobs,
+        "korel",
+        lambda work, outdir: [
+            program,
+            "-q",
+            "--always-write",
+            "-j%d" % jobs,
+            *("-I" + folder for folder in work["includes"]),
+            "-o",
+            outdir,
+            *work["inputs"],
         ],
     )
 
@@ -494,6 +512,24 @@ class Bench:
         landmarks = work["landmarks"] // len(work["inputs"]) * count
         check_output({**work, "landmarks": landmarks}, outdir)
         return total / 1e6
+    def jobs(self):
+        """40 sources that include one header of 2,000 rules, by one thread and by two."""
+        print(
+            "\n| jobs | ms with -j1 | ms with -j2 | ratio | min-max | must / aim | |\n|%s"
+            % ("---|" * 7)
+        )
+        work = self.workload("defines", max(self.options.lines // 40, 500), files=40)
+        tools = [krpre_jobs(self.options.program, jobs) for jobs in (1, 2)]
+        runs = self.clock.pairs(*tools, work, self.rounds)
+        one, two = (statistics.median(run[i] for run in runs) for i in (0, 2))
+        ratios = [run[2] / run[0] for run in runs]
+        ratio = statistics.median(ratios)
+        self.results["jobs"] = {"one": one, "two": two, "ratio": ratio}
+        print(
+            "| 40 sources | %.1f | %.1f | %.2f | %.2f-%.2f | %s |"
+            % (one, two, ratio, min(ratios), max(ratios), self.verdict("jobs", ratio, (0.60, 0.52))),
+            flush=True,
+        )
 
     # ---- the whole
 
@@ -534,7 +570,7 @@ class Bench:
         self.machine()
         self.table()
         if self.ours:
-            for section in ("growth", "files", "rules", "headers", "entry"):
+            for section in ("growth", "files", "jobs", "rules", "headers", "entry"):
                 if self.wanted(section):
                     self.guarded(section, getattr(self, section))
         print()
