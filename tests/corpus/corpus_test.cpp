@@ -141,6 +141,20 @@ TEST_P(Corpus, MatchesItsExpectation) {
   accepting ? accept(source, result, output) : compare(source, result, output);
 }
 
+// The first run saves the standard header, the second uses it.
+TEST_P(Corpus, ComesOutTheSameWithASavedHeader) {
+  const fs::path source = kCorpus / GetParam();
+  const tTemporaryDirectory directory;
+  copyTopic(source.parent_path(), directory.path());
+  fs::copy(KRPRE_HEADERS, directory.path() / kHeaders, fs::copy_options::recursive);
+  const fs::path output =
+      directory.path() / withExtension(source.filename(), outputExtension(source));
+  std::vector<std::string> command = commandFor(source);
+  command.emplace_back("@@PRECOMPILED");
+  runChild(command, directory.path(), kHeaders);
+  compare(source, runChild(command, directory.path(), kHeaders), output);
+}
+
 TEST(CorpusFolder, HoldsNoExpectationWithoutSource) {
   const std::vector<fs::path> cases = allCases();
   ASSERT_FALSE(cases.empty());
