@@ -10,7 +10,8 @@ tInclude::tInclude(int line, const tString& name, KorelPreYaccClass& includer)
 tInclude::~tInclude() = default;
 
 bool tInclude::process() {
-  processor_ = std::make_unique<KorelPreYaccClass>(KorelPreYaccClass::tIncludedBy{includer_});
+  processor_ =
+      std::make_unique<KorelPreYaccClass>(KorelPreYaccClass::tIncludedBy{includer_, line_});
   tString scratch;
   return processor_->compile(name_.c_str(), nullptr, scratch, 1);
 }

@@ -115,12 +115,19 @@ void KorelPre16::doIt(tString& output, tString& errorText) {
       if (!doFile(fileList_[i], output, errorText)) return;
     }
   } catch (const SSException& failure) {
+    diagnosis_ = lastDiagnosis();
+    if (diagnosis_.slug.empty()) {
+      diagnoseOther(failure.errorId(), "runtime-error", tString(failure.message()));
+    }
     const tString name = shownName_.empty() ? bareName(currentFile_) : shownName_;
     fail(tString::format("%s(%d) %s %s\n", name.c_str(), errLine(), translate("Error").c_str(),
                          failure.message()),
          errorText);
     qdprintf("%s", errorText.c_str());
   } catch (const tFatalError& failure) {
+    diagnoseOther(0, "internal-error",
+                  tString::format("%s in file %s at line %u", failure.text(), failure.unit(),
+                                  failure.line()));
     fail(tString::format("%s %s %s %s %u", failure.text(), translate("in file").c_str(),
                          failure.unit(), translate("at line").c_str(), failure.line()),
          errorText);
@@ -134,6 +141,7 @@ bool KorelPre16::doFile(const tString& name, tString& output, tString& errorText
   SplitPath(name, parts);
   parts.drive.append(parts.directory);
   if (!files().exists(name.c_str()) && !hasExtLoadFile()) {
+    diagnoseOther(0, "file-not-found", tString::borrow("File not found"));
     fail(tString::format("%s %s\n", translate("File not found").c_str(), bareName(name).c_str()),
          errorText);
     qdprintf("%s", errorText.c_str());
@@ -152,7 +160,17 @@ void KorelPre16::fail(const tString& message, tString& errorText) {
   errString() = message;
 }
 
+// What is wrong with the file as a whole.
+void KorelPre16::diagnoseOther(int code, const char* slug, const tString& message) {
+  diagnosis_ = {};
+  diagnosis_.code = code;
+  diagnosis_.slug = tString::borrow(slug);
+  diagnosis_.message = message;
+  diagnosis_.file = currentFile_;
+}
+
 void KorelPre16::clearErrors() {
+  diagnosis_ = {};
   errorCount_ = 0;
   errString().clear();
 }

@@ -23,6 +23,8 @@ class KorelPre16 : public KorelPreYaccClass {
 
   /// The name that messages show instead of that of the file that is read.
   void setShownName(const tString& name) { shownName_ = name; }
+  /// What the last failure was.
+  const tDiagnosis& diagnosis() const { return diagnosis_; }
   /// Failures since the last clearErrors().
   int errorCount() const { return errorCount_; }
   void clearErrors();
@@ -35,12 +37,14 @@ class KorelPre16 : public KorelPreYaccClass {
   void addDefine(std::string_view text);
   bool doFile(const tString& name, tString& output, tString& errorText);
   void fail(const tString& message, tString& errorText);
+  void diagnoseOther(int code, const char* slug, const tString& message);
 
   tAutoArray<tString> fileList_;
   tString userValue_;
   tString shownName_;
   tString currentFile_;
   int errorCount_ = 0;
+  tDiagnosis diagnosis_;
 };
 
 }  // namespace precomp

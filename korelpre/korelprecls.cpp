@@ -44,6 +44,7 @@ KorelPreYaccClass::KorelPreYaccClass(tDiskMan* files)
 KorelPreYaccClass::KorelPreYaccClass(tIncludedBy includer)
     : root_(&includer.processor.root()),
       includer_(&includer.processor),
+      includedAt_(includer.line),
       shared_(includer.processor.shared_),
       depth_(includer.processor.depth_ + 1) {
   setTable(parserTable());
@@ -69,6 +70,9 @@ void KorelPreYaccClass::clear() {
     shared_.errorString.clear();
     shared_.errorLine = shared_.errorColumn = 0;
     shared_.errorPlaced = false;
+    shared_.diagnosis = {};
+    shared_.walking = false;
+    shared_.rewriting = {};
     shared_.includedFiles = 0;
     shared_.includedBytes = 0;
   }
@@ -169,6 +173,8 @@ void KorelPreYaccClass::parseText() {
   anyDelivered_ = inSql_ = sqlEnding_ = continuing_ = false;
   sql_ = {};
   lastTokenLine_ = 0;
+  lastTokenEnd_ = 0;
+  shared_.walking = false;
   reset();
   consumer_ = std::make_unique<SSLexStringConsumer>(
       text_.data(), text_.size(), SSLexConsumer::textType, SSLexStringConsumer::kBorrowed);
@@ -186,16 +192,6 @@ void KorelPreYaccClass::parseText() {
   lexer_.reset();
 }
 
-// An error of the scanner or the parser itself does not know about files yet.
-void KorelPreYaccClass::placeScannerError(const SSException& failure) {
-  if (shared_.errorPlaced) return;
-  int line = static_cast<int>(consumer_->startLine());
-  if (failure.errorId() == SSErrorToken) line = static_cast<int>(failure.argument(0).number());
-  tString text(failure.message());
-  placeError(line, text);
-  throw SSException(failure.errorId(), text.c_str());
-}
-
 void KorelPreYaccClass::finishText() {
   if (conditionals_.empty()) return;
   errCol() = 0;
@@ -206,11 +202,14 @@ int KorelPreYaccClass::error(unsigned /*state*/, SSLexLexeme& lookahead) {
   // A line feed may stand behind comment lines; what is wrong stands before it.
   const bool atEnd = lookahead.token() == sstable::kTokenEof;
   if (atEnd && inSql_) exceptionAt(2002, sql_.line, nullptr);
+  if (atEnd) exceptionAt(2001, ownLineCount(), nullptr);
   const bool atLineEnd = lookahead.token() == korelpre::kTokLineFeed && lastTokenLine_ > 0;
-  int line = static_cast<int>(lookahead.line());
-  if (atEnd) line = ownLineCount();
-  if (atLineEnd) line = lastTokenLine_;
-  exceptionAt(2001, line, nullptr);
+  if (atLineEnd) exceptionAt(2001, lastTokenLine_, nullptr, columnAt(lastTokenEnd_));
+  // The quote of a string is not part of its lexeme.
+  const bool quoted =
+      lookahead.token() == korelpre::kTokString || lookahead.token() == korelpre::kTokSqString;
+  exceptionAt(2001, static_cast<int>(lookahead.line()), nullptr,
+              static_cast<int>(lookahead.offset()) - (quoted ? 1 : 0));
 }
 
 // Without the empty line that the line end added behind the text makes.

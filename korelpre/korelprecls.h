@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "korelpre/diagnosis.h"
 #include "korelpre/fileobserver.h"
 #include "korelpre/include.h"
 #include "korelpre/linescan.h"
@@ -25,6 +26,7 @@
 
 namespace precomp {
 
+class KorelPreYaccClass;
 class tHeaderCache;
 class tHeaderImage;
 struct tHeaderNotes;
@@ -37,6 +39,14 @@ struct tIFDef {
   tString name;            // "ignore" when it was opened in a skipped region
   int line = 0;            // 0 when it was opened in a skipped region
   std::uint8_t state = 0;  // the skip flag that holds inside the block
+};
+
+/// The rules that were applied to the statement that was last rewritten token by token.
+struct tRewriting {
+  const KorelPreYaccClass* file = nullptr;
+  int line = 0;
+  std::vector<const tBaseXChg*> rules;
+  int replacedAt = 0;  // the last line of the main file that replaced a rule
 };
 
 /// What the processors of a file and of all that it includes have in common; the root owns it.
@@ -66,6 +76,10 @@ struct tSharedState {
   int errorLine = 0;
   int errorColumn = 0;
   bool errorPlaced = false;
+  tDiagnosis diagnosis;
+
+  bool walking = false;  // phase 2 has begun
+  tRewriting rewriting;
 
   // What has been included.
   int includedFiles = 0;
@@ -87,6 +101,7 @@ class KorelPreYaccClass : public SSYacc {
   explicit KorelPreYaccClass(tDiskMan* files = nullptr);
   struct tIncludedBy {
     KorelPreYaccClass& processor;
+    int line;  // of the directive; 0 for the standard header
   };
   /// The processor of a file that the given processor's file includes.
   explicit KorelPreYaccClass(tIncludedBy includer);
@@ -114,12 +129,15 @@ class KorelPreYaccClass : public SSYacc {
   /// Raises the numbered error `code`; the line is that of `token`, or the current line when it is
   /// null. `extra` (may be null) completes the text of some codes.
   [[noreturn]] void exception(int code, const tSpcString* token, const char* extra);
-  /// As above at a line of this processor's file, from 1.
-  [[noreturn]] void exceptionAt(int code, int line, const char* extra);
+  /// As above at a line of this processor's file, from 1, and a column, 0 for that of the line's
+  /// first character that is no blank.
+  [[noreturn]] void exceptionAt(int code, int line, const char* extra, int column = 0);
   /// As above at a place noted earlier; `place` may be of any file of the program.
   [[noreturn]] void exceptionAt(int code, const tStatementPlace& place, const char* extra);
   /// The place of a statement on a line of this processor's file.
-  tStatementPlace placeOf(int line) { return {this, line, root_->currentLine_}; }
+  tStatementPlace placeOf(int line) { return {this, line, root_->currentLine_, 0}; }
+  /// The column, from 1, of a token in this file's text; 0 when the token is not taken from it.
+  int columnOf(const tSpcString& token) const;
   /// Whether the main source is written in the extended language.
   bool isExtendedSource() const { return root_->extendedSource_ != 0; }
 
@@ -142,6 +160,7 @@ class KorelPreYaccClass : public SSYacc {
   tString& errString() { return shared_.errorString; }
   int& errLine() { return shared_.errorLine; }
   int& errCol() { return shared_.errorColumn; }
+  const tDiagnosis& lastDiagnosis() const { return shared_.diagnosis; }
 
   /// True when the host supplies the texts of files itself; extLoadFile is then asked instead of
   /// the file system.
@@ -234,7 +253,13 @@ class KorelPreYaccClass : public SSYacc {
   // Phase 1.
   void parseText();
   void finishText();
-  void placeError(int line, tString& text);
+  void placeError(int line, int column, tString& text);
+  void diagnose(int code, const char* slug, const tString& message, int line, int column);
+  void diagnoseInclude(int code, const char* slug, const tString& message);
+  int columnAt(std::size_t offset) const;
+  std::vector<const tBaseXChg*> rulesAppliedTo(int line);
+  std::vector<const tBaseXChg*> rulesOfPlain(int line);
+  bool appliesTo(const tBaseXChg& rule, int mainLine) const;
   void placeScannerError(const SSException& failure);
   void passPlainLines();
   void countSkippedDirective(eConditional directive, int line);
@@ -268,6 +293,7 @@ class KorelPreYaccClass : public SSYacc {
   void addRule(bool command, bool abbreviate, tChainBuilder& pattern, tChainBuilder& result,
                std::string_view text, int line);
   void enterRule(std::unique_ptr<tBaseXChg> rule);
+  void enterDefine(std::unique_ptr<tBaseXChg> rule);
   void removeDynamicDefines(const tString& name);
   bool searchInclude(const tString& name) const;
   void noteIncluded(const tString& name);
@@ -294,6 +320,7 @@ class KorelPreYaccClass : public SSYacc {
 
   KorelPreYaccClass* root_;
   KorelPreYaccClass* includer_ = nullptr;
+  int includedAt_ = 0;  // the line of the includer's directive; 0 for the standard header
   std::unique_ptr<tSharedState> ownShared_;  // in the root
   tSharedState& shared_;
 
@@ -336,6 +363,7 @@ class KorelPreYaccClass : public SSYacc {
   tSqlBlock sql_;
   int lastTokenLine_ = 0;
   std::size_t innerDirective_ = 0;  // where the last directive that was reduced begins
+  std::size_t lastTokenEnd_ = 0;
 };
 
 }  // namespace precomp

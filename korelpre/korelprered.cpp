@@ -204,7 +204,7 @@ void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslat
       shared_.recorder->ruleEntered(rule.get());
     }
     removeDynamicDefines(rule->key());
-    defines()->define(rule.release());
+    enterDefine(std::move(rule));
     return;
   }
   tSourceLine& entry = source_.entry(line);
@@ -275,6 +275,12 @@ void KorelPreYaccClass::enterRule(std::unique_ptr<tBaseXChg> rule) {
 }
 
 // A #define takes the place of the only one of its name.
+void KorelPreYaccClass::enterDefine(std::unique_ptr<tBaseXChg> rule) {
+  if (!defines()->define(rule.release())) return;
+  shared_.rewriting.file = nullptr;  // its list of rules may have the one that is gone
+  shared_.rewriting.replacedAt = root().currentLine_;
+}
+
 void KorelPreYaccClass::removeDynamicDefines(const tString& name) {
   int first = 0;
   int last = 0;

@@ -145,6 +145,9 @@ void KorelPreYaccClass::noteDelivered(const SSLexLexeme& lexeme) {
   anyDelivered_ = true;
   atLineStart_ = lexeme.token() == kTokLineFeed;
   if (!atLineStart_) lastTokenLine_ = static_cast<int>(lexeme.line());
+  if (!atLineStart_ && lexeme.token() != kTokSpc) {
+    lastTokenEnd_ = lexeme.absoluteOffset() + lexeme.length();
+  }
   if (lexeme.token() == kTokBeginSql) {
     beginSql(static_cast<int>(lexeme.line()));
     inSql_ = true;
@@ -163,7 +166,8 @@ void KorelPreYaccClass::noteContinuation(const SSLexLexeme& lexeme) {
   if (atLineStart_ || consumer_->start() != text_.size()) return;
   const bool joinsBlank =
       continued && lexeme.token() == kTokLineFeed && lastLineIsBlank(text_.data() + text_.size());
-  if (continuing_ || joinsBlank) exceptionAt(2002, lastTokenLine_, nullptr);
+  if (continuing_ || joinsBlank)
+    exceptionAt(2002, lastTokenLine_, nullptr, columnAt(lastTokenEnd_));
 }
 
 int KorelPreYaccClass::lineCount() const {

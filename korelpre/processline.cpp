@@ -14,6 +14,7 @@
 #include "korelpre/expansion.h"
 #include "korelpre/korelprecls.h"
 #include "korelpre/ruleobserver.h"
+#include "korelpre/tokenise.h"
 
 namespace precomp {
 
@@ -26,9 +27,11 @@ bool tooLarge(const tTknString& statement) {
 // Rewrites one statement.
 class tRewriter {
  public:
-  tRewriter(KorelPreYaccClass& processor, tTknString& statement, std::vector<int>& failed)
-      : processor_(processor), statement_(statement), failed_(failed) {
+  tRewriter(KorelPreYaccClass& processor, tTknString& statement, std::vector<int>& failed,
+            std::vector<const tBaseXChg*>& applied)
+      : processor_(processor), statement_(statement), failed_(failed), applied_(applied) {
     failed_.clear();
+    applied_.clear();
   }
 
   /// Applies the first rule that matches anywhere. False when none does.
@@ -101,12 +104,15 @@ class tRewriter {
   }
 
   bool apply(tXChgArray& table, int first, int last, int start) {
-    return table.replace(&processor_, first, last, start, &statement_);
+    if (!table.replace(&processor_, first, last, start, &statement_)) return false;
+    applied_.push_back(table.lastApplied());
+    return true;
   }
 
   KorelPreYaccClass& processor_;
   tTknString& statement_;
   std::vector<int>& failed_;  // see note [looking anew]
+  std::vector<const tBaseXChg*>& applied_;
   int next_ = 0;
 };
 
@@ -115,7 +121,9 @@ class tRewriter {
 void KorelPreYaccClass::processLine(tTknString& statement, tString& output) {
   statement.startSteps();
   if (shared_.observer != nullptr) shared_.observer->statementBegins(statement, openedName_);
-  tRewriter rewriter(*this, statement, failedPositions_);
+  shared_.rewriting.file = this;
+  shared_.rewriting.line = statement.origin();
+  tRewriter rewriter(*this, statement, failedPositions_, shared_.rewriting.rules);
   for (int rewrites = 0; rewriter.rewriteOnce();) {
     if (++rewrites > kMostRewrites || tooLarge(statement)) {
       exceptionAt(2078, statement.origin(), nullptr);
@@ -126,6 +134,22 @@ void KorelPreYaccClass::processLine(tTknString& statement, tString& output) {
   statement.appendText(output);
   output.append('\n');
   shared_.checks.check(statement, *this);
+}
+
+// Finds out once more how a plain statement is rewritten, for a message about it.
+std::vector<const tBaseXChg*> KorelPreYaccClass::rulesOfPlain(int line) {
+  std::vector<const tBaseXChg*> rules;
+  std::vector<int> failed;
+  tTknString statement(line);
+  const char* const start = text_.data() + source_.offset(line);
+  tokenisePlain(start, text_.data() + text_.size(), line, statement);
+  tRuleObserver* const observer = shared_.observer;
+  setRuleObserver(nullptr);
+  tRewriter rewriter(*this, statement, failed, rules);
+  int rewrites = 0;
+  while (rewrites <= kMostRewrites && !tooLarge(statement) && rewriter.rewriteOnce()) ++rewrites;
+  setRuleObserver(observer);
+  return rules;
 }
 
 }  // namespace precomp

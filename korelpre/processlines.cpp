@@ -30,7 +30,11 @@ void appendMarker(tString& output, int line, std::string_view name) {
 }  // namespace
 
 void KorelPreYaccClass::processLines(tString& output, int& depth) {
-  if (++depth == 1) shared_.checks.begin();
+  if (++depth == 1) {
+    shared_.checks.begin();
+    shared_.walking = true;
+    shared_.rewriting = {};
+  }
   if (root_ == this) {
     // All conditionals are decided.
     dynDefines()->dropRules();
@@ -139,7 +143,7 @@ bool KorelPreYaccClass::enterPending(tSourceLine& entry) {
   if (entry.pendingDefine != nullptr) {
     tBaseXChg* rule = entry.pendingDefine.get();
     rule->setLineEntry(nullptr);
-    defines()->define(entry.pendingDefine.release());
+    enterDefine(std::move(entry.pendingDefine));
   }
   for (auto& rule : entry.pendingRules) enterRule(std::move(rule));
   entry.pendingRules.clear();

@@ -37,6 +37,7 @@ class tBestRule {
     if (applied && observer_ != nullptr) observer_->ruleApplied(*rule_, start_, *t_);
     return applied;
   }
+  const tBaseXChg* rule() const { return rule_; }
 
  private:
   int start_;
@@ -184,11 +185,11 @@ int tXChgArray::placeOf(const tBaseXChg& rule) const {
 }
 
 // A define takes the place of the one that it replaces: names are all different there.
-void tXChgArray::define(tBaseXChg* rule) {
+bool tXChgArray::define(tBaseXChg* rule) {
   const tIndexedName* known = index_.find(rule->key());
   if (known == nullptr || known->rules != 1) {
     Add(rule);
-    return;
+    return false;
   }
   const int place = placeOf(*known->rule);
   index_.removed(known->rule, nullptr);
@@ -196,6 +197,7 @@ void tXChgArray::define(tBaseXChg* rule) {
   rule->setPlace(place);
   lookup_.changed();
   index_.added(rule);
+  return true;
 }
 
 void tXChgArray::forgetRules() {
@@ -243,7 +245,9 @@ bool tXChgArray::cannotMatch(int index, int start, tTknString* t) const {
 bool tXChgArray::apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t) {
   tBestRule best(start, t, observer_);
   best.meet(0, rule);
-  return best.apply(processor);
+  if (!best.apply(processor)) return false;
+  lastApplied_ = &rule;
+  return true;
 }
 
 bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int start,
@@ -259,7 +263,9 @@ bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int 
       if (observer_ != nullptr || !cannotMatch(i, start, t)) best.meet(i, *get(i));
     }
   }
-  return best.apply(processor);
+  if (!best.apply(processor)) return false;
+  lastApplied_ = best.rule();
+  return true;
 }
 
 }  // namespace precomp

@@ -39,8 +39,9 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   /// Inserts `rule` behind every rule whose key equals its key.
   void Add(tBaseXChg* rule);
-  /// Inserts the rule of a #define. When exactly one rule has its key, that one is destroyed.
-  void define(tBaseXChg* rule);
+  /// Inserts the rule of a #define. When exactly one rule has its key, that one is destroyed; true
+  /// then.
+  bool define(tBaseXChg* rule);
   /// As Add for a rule of an image, which must outlive this table. `processor` is that of the rule.
   void addStored(const tStoredRule& rule, KorelPreYaccClass* processor);
   /// Adds all rules of a table that lie in an image at once. The rules that this table has must
@@ -56,6 +57,8 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   /// Applies `rule` of this table at the token `start` of `t`. False when it does not match.
   bool apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t);
+  /// The rule that the last replace() or apply() which answered true has applied.
+  const tBaseXChg* lastApplied() const { return lastApplied_; }
 
   /// Lets `observer` see which rules are tried and applied; null for none. It must outlive the
   /// table or be taken away.
@@ -139,6 +142,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   tRuleIndex index_;
   tWordLookup lookup_;
   tRuleObserver* observer_ = nullptr;
+  const tBaseXChg* lastApplied_ = nullptr;
   int placed_ = 0;                          // rules at the front that have their places
   bool irregular_ = false;                  // see ruleorder.cpp
   bool abbreviating_ = false;               // there is a rule that lets words be abbreviated

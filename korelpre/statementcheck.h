@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "korelpre/statementwords.h"
@@ -54,7 +53,11 @@ class tStatementCheck {
   tStatementPlace misplaced_;    // the first statement before all bodies that belongs into one
   // Whether a statement that begins with a word of no meaning is just an executable one more.
   bool settled_ = false;
-  std::vector<std::pair<char, int>> brackets_;  // the open ones of a part, and their lines
+  struct tOpenBracket {
+    const tSpcString* token;
+    int line;
+  };
+  std::vector<tOpenBracket> brackets_;  // of a part
 };
 
 inline bool tStatementCheck::checkPlain(std::string_view text, bool joined, KorelPreYaccClass& file,

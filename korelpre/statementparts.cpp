@@ -79,6 +79,15 @@ class tTokenList {
 constexpr std::string_view kArrow = "->";
 constexpr std::string_view kBlockCall = "__execSql";
 
+// The column of a token if it stands on the given line of the file, otherwise 0.
+int columnOn(int line, const tSpcString& token, const KorelPreYaccClass& file) {
+  return static_cast<int>(token.line()) == line ? file.columnOf(token) : 0;
+}
+
+[[noreturn]] void raise(int code, int line, const tSpcString& token, KorelPreYaccClass& file) {
+  file.exceptionAt(code, line, nullptr, columnOn(line, token, file));
+}
+
 }  // namespace
 
 struct tStatementCheck::tPart {
@@ -146,7 +155,8 @@ void tStatementCheck::checkPart(tPart& part, KorelPreYaccClass& file) {
   }
   part.readOpening();
   part.line = std::max(part.line, static_cast<int>(tokens[part.at].line()));
-  const tStatementPlace place = file.placeOf(part.line);
+  tStatementPlace place = file.placeOf(part.line);
+  if (part.at > 0) place.column = columnOn(part.line, tokens[part.at], file);
   const eStatementWord word = statementWord(part.opening.word);
   const bool judged = word != eStatementWord::kDebugMarker;
   const bool group = word == eStatementWord::kIf && part.opening.next == "(";
@@ -161,7 +171,7 @@ void tStatementCheck::checkPart(tPart& part, KorelPreYaccClass& file) {
     }
     part.inGroup = group;
   }
-  if (!brackets_.empty()) file.exceptionAt(2002, brackets_.back().second, nullptr);
+  if (!brackets_.empty()) raise(2002, brackets_.back().line, *brackets_.back().token, file);
   judge(part.opening, word, group && part.group.isFunction(), place);
 }
 
@@ -171,26 +181,27 @@ void tStatementCheck::takeToken(tPart& part, const tSpcString& token, KorelPreYa
   if (part.ended) return;
   if (part.inGroup) part.group.take(text[0]);
   const std::string_view before = std::exchange(part.before, text);
+  const int line = part.line;
   if (isQuoteOfRule(token) ? !part.passString(token) : isUnclosed(token)) {
-    file.exceptionAt(2002, part.line, nullptr);
+    raise(2002, line, token, file);
   }
   if (text.size() != 1) return;
   switch (text[0]) {
     case '(':
     case '[':
-      brackets_.emplace_back(text[0], part.line);
+      brackets_.push_back({&token, line});
       break;
     case ')':
     case ']':
-      if (brackets_.empty() || brackets_.back().first != (text[0] == ')' ? '(' : '[')) {
-        file.exceptionAt(2002, part.line, nullptr);
+      if (brackets_.empty() || *brackets_.back().token != (text[0] == ')' ? "(" : "[")) {
+        raise(2002, line, token, file);
       }
       brackets_.pop_back();
       break;
     case '@': {
       const bool passed = before == "(" || before == "," || before == "{";
       const bool begins = before.empty() && file.isExtendedSource();
-      if (!passed && !begins) file.exceptionAt(2009, part.line, nullptr);
+      if (!passed && !begins) raise(2009, line, token, file);
       break;
     }
     default:

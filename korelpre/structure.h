@@ -12,6 +12,7 @@ struct tStatementPlace {
   KorelPreYaccClass* file = nullptr;
   int line = 0;      // of that file, from 1
   int mainLine = 0;  // the line of the main file that led there
+  int column = 0;    // from 1; 0 for that of the first character of the line that is no blank
 };
 
 enum class eBlock : std::uint8_t { kIf, kCase, kWhile, kFor, kSequence, kTry, kBody };
