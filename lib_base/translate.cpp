@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "lib_base/fatal.h"
+#include "lib_base/language.h"
 #include "lib_base/pathname.h"
 #include "lib_base/translateqt.h"
 
@@ -74,6 +75,9 @@ tTranslateFunction translateFunction() {
 }  // namespace
 
 tString translate(const char* text) {
+  if (const tLanguage* language = tLanguageScope::current()) {
+    return tString(language->translation(text != nullptr ? text : ""));
+  }
   const tTranslateFunction ask = translateFunction();
   if (!ask) return tString::borrow(text ? text : "");
   tString translated;

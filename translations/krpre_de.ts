@@ -1,0 +1,158 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>Preprocessor</name>
+    <message>
+        <source>KOREL</source>
+        <translation>KOREL</translation>
+    </message>
+    <message>
+        <source>Preprocessor</source>
+        <translation>Präprozessor</translation>
+    </message>
+    <message>
+        <source>Preprocessor: </source>
+        <translation>Präprozessor: </translation>
+    </message>
+    <message>
+        <source>Preprocessor: Cannot copy</source>
+        <translation>Präprozessor: Nicht kopierbar:</translation>
+    </message>
+    <message>
+        <source>Preprocessor: source line TOO BIG - file</source>
+        <translation>Präprozessor: Quellzeile ZU LANG - Datei</translation>
+    </message>
+    <message>
+        <source>Precompilation of file</source>
+        <translation>Vorübersetzung der Datei</translation>
+    </message>
+    <message>
+        <source>ok</source>
+        <translation>in Ordnung</translation>
+    </message>
+    <message>
+        <source>with error</source>
+        <translation>mit Fehler</translation>
+    </message>
+    <message>
+        <source>Exitecode equal to</source>
+        <translation>Rückgabewert gleich</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Error creating</source>
+        <translation>Fehler beim Erzeugen von</translation>
+    </message>
+    <message>
+        <source>Error creating out file</source>
+        <translation>Fehler beim Erzeugen der Ausgabedatei</translation>
+    </message>
+    <message>
+        <source>File not found</source>
+        <translation>Datei nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Could not execute</source>
+        <translation>Nicht ausführbar:</translation>
+    </message>
+    <message>
+        <source>Memory Allocation Failure</source>
+        <translation>Speicheranforderung gescheitert</translation>
+    </message>
+    <message>
+        <source>and</source>
+        <translation>und</translation>
+    </message>
+    <message>
+        <source>are the same file.</source>
+        <translation>sind dieselbe Datei.</translation>
+    </message>
+    <message>
+        <source>at line</source>
+        <translation>in Zeile</translation>
+    </message>
+    <message>
+        <source>in file</source>
+        <translation>in Datei</translation>
+    </message>
+    <message>
+        <source>line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>nach</translation>
+    </message>
+    <message>
+        <source>unknown failure</source>
+        <translation>unbekannter Fehler</translation>
+    </message>
+    <message>
+        <source>Build</source>
+        <translation>Build</translation>
+    </message>
+    <message>
+        <source>Released under the MIT licence</source>
+        <translation>Veröffentlicht unter der MIT-Lizenz</translation>
+    </message>
+    <message>
+        <source>The krpre authors</source>
+        <translation>Die Autoren von krpre</translation>
+    </message>
+    <message>
+        <source>[TRACE] Renaming files</source>
+        <translation>[TRACE] Benenne Dateien um:</translation>
+    </message>
+    <message>
+        <source>[TRACE] adding include paths</source>
+        <translation>[TRACE] füge Include-Verzeichnisse hinzu</translation>
+    </message>
+    <message>
+        <source>[TRACE] copying</source>
+        <translation>[TRACE] kopiere</translation>
+    </message>
+    <message>
+        <source>[TRACE] creating file</source>
+        <translation>[TRACE] erzeuge Datei</translation>
+    </message>
+    <message>
+        <source>[TRACE] generated lines</source>
+        <translation>[TRACE] erzeugte Zeilen</translation>
+    </message>
+    <message>
+        <source>[TRACE] pre-processor error msg</source>
+        <translation>[TRACE] Fehlermeldung des Präprozessors</translation>
+    </message>
+    <message>
+        <source>[TRACE] preprocessing</source>
+        <translation>[TRACE] verarbeite</translation>
+    </message>
+    <message>
+        <source>tTranslate </source>
+        <translation>tTranslate </translation>
+    </message>
+    <message>
+        <source>xCommand </source>
+        <translation>xCommand </translation>
+    </message>
+</context>
+<context>
+    <name>krpre</name>
+    <message>
+        <source>included from</source>
+        <translation>eingebunden von</translation>
+    </message>
+    <message>
+        <source>in the expansion of</source>
+        <translation>in der Ersetzung von</translation>
+    </message>
+    <message>
+        <source>more rules</source>
+        <translation>weitere Regeln</translation>
+    </message>
+</context>
+</TS>

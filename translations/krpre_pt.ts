@@ -1,0 +1,158 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="pt" sourcelanguage="en">
+<context>
+    <name>Preprocessor</name>
+    <message>
+        <source>KOREL</source>
+        <translation>KOREL</translation>
+    </message>
+    <message>
+        <source>Preprocessor</source>
+        <translation>Pré-processador</translation>
+    </message>
+    <message>
+        <source>Preprocessor: </source>
+        <translation>Pré-processador: </translation>
+    </message>
+    <message>
+        <source>Preprocessor: Cannot copy</source>
+        <translation>Pré-processador: Não foi possível copiar</translation>
+    </message>
+    <message>
+        <source>Preprocessor: source line TOO BIG - file</source>
+        <translation>Pré-processador: linha de fonte GRANDE DEMAIS - arquivo</translation>
+    </message>
+    <message>
+        <source>Precompilation of file</source>
+        <translation>Pré-compilação do arquivo</translation>
+    </message>
+    <message>
+        <source>ok</source>
+        <translation>concluída</translation>
+    </message>
+    <message>
+        <source>with error</source>
+        <translation>com erro</translation>
+    </message>
+    <message>
+        <source>Exitecode equal to</source>
+        <translation>Código de saída igual a</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Erro</translation>
+    </message>
+    <message>
+        <source>Error creating</source>
+        <translation>Erro ao criar</translation>
+    </message>
+    <message>
+        <source>Error creating out file</source>
+        <translation>Erro ao criar o arquivo de saída</translation>
+    </message>
+    <message>
+        <source>File not found</source>
+        <translation>Arquivo não encontrado</translation>
+    </message>
+    <message>
+        <source>Could not execute</source>
+        <translation>Não foi possível executar</translation>
+    </message>
+    <message>
+        <source>Memory Allocation Failure</source>
+        <translation>Falha de alocação de memória</translation>
+    </message>
+    <message>
+        <source>and</source>
+        <translation>e</translation>
+    </message>
+    <message>
+        <source>are the same file.</source>
+        <translation>são o mesmo arquivo.</translation>
+    </message>
+    <message>
+        <source>at line</source>
+        <translation>na linha</translation>
+    </message>
+    <message>
+        <source>in file</source>
+        <translation>no arquivo</translation>
+    </message>
+    <message>
+        <source>line</source>
+        <translation>linha</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>para</translation>
+    </message>
+    <message>
+        <source>unknown failure</source>
+        <translation>falha desconhecida</translation>
+    </message>
+    <message>
+        <source>Build</source>
+        <translation>Build</translation>
+    </message>
+    <message>
+        <source>Released under the MIT licence</source>
+        <translation>Distribuído sob a licença MIT</translation>
+    </message>
+    <message>
+        <source>The krpre authors</source>
+        <translation>Os autores do krpre</translation>
+    </message>
+    <message>
+        <source>[TRACE] Renaming files</source>
+        <translation>[TRACE] Renomeando arquivos</translation>
+    </message>
+    <message>
+        <source>[TRACE] adding include paths</source>
+        <translation>[TRACE] acrescentando diretórios de inclusão</translation>
+    </message>
+    <message>
+        <source>[TRACE] copying</source>
+        <translation>[TRACE] copiando</translation>
+    </message>
+    <message>
+        <source>[TRACE] creating file</source>
+        <translation>[TRACE] criando o arquivo</translation>
+    </message>
+    <message>
+        <source>[TRACE] generated lines</source>
+        <translation>[TRACE] linhas geradas</translation>
+    </message>
+    <message>
+        <source>[TRACE] pre-processor error msg</source>
+        <translation>[TRACE] mensagem de erro do pré-processador</translation>
+    </message>
+    <message>
+        <source>[TRACE] preprocessing</source>
+        <translation>[TRACE] pré-processando</translation>
+    </message>
+    <message>
+        <source>tTranslate </source>
+        <translation>tTranslate </translation>
+    </message>
+    <message>
+        <source>xCommand </source>
+        <translation>xCommand </translation>
+    </message>
+</context>
+<context>
+    <name>krpre</name>
+    <message>
+        <source>included from</source>
+        <translation>incluído de</translation>
+    </message>
+    <message>
+        <source>in the expansion of</source>
+        <translation>na expansão de</translation>
+    </message>
+    <message>
+        <source>more rules</source>
+        <translation>regras a mais</translation>
+    </message>
+</context>
+</TS>
