@@ -177,6 +177,35 @@ enum {
   KRPRE_STEP_ENDS = 5     /* nothing applies any more */
 };
 
+/* A directive that includes a file. */
+struct krpre_place {
+  const char* file;
+  int line; /* from 1; 0 for the standard header, which no directive includes */
+};
+
+/* What is known of one message about a source. Names of files are as a user knows them, relative to
+ * the current directory unless they begin with "/". */
+struct krpre_diagnostic {
+  int severity;            /* one of the KRPRE_SEVERITY_ values */
+  int code;                /* the number of a numbered error; the result in SEVERITY_RESULT */
+  const char* slug;        /* a name for the kind of message: "syntax-error"; see docs/errors.md */
+  const char* message;     /* in English, whatever the language of the run; without a position */
+  const char* file;        /* the source or the included file; empty: the run as a whole */
+  int line;                /* from 1; 0 when it is not about a line */
+  int column;              /* of the line's bytes, from 1; 0 when it is not known */
+  const char* source;      /* the line, without its line end; it may hold zero bytes */
+  size_t sourceLength;
+  int includeCount;        /* how the file was reached, the directive that includes it first */
+  const struct krpre_place* includedFrom; /* null when includeCount is 0 */
+  int ruleCount;           /* what made the statement, in the order in which it was applied */
+  const struct krpre_rule* rules; /* null when ruleCount is 0 */
+};
+enum {
+  KRPRE_SEVERITY_ERROR = 1,
+  KRPRE_SEVERITY_TRACE = 2, /* a step of the run; only with the argument -T */
+  KRPRE_SEVERITY_RESULT = 3 /* the last word on a source file */
+};
+
 /* Flags of a host. */
 enum {
   KRPRE_NO_OUTPUT = 1,      /* write no output file; an older one stays */
@@ -209,6 +238,14 @@ struct krpre_host {
   /* Takes the output of each source without errors, `length` bytes as its file would hold them. No
    * file is written then, and none removed. Null: outputs go to files. */
   void (*output)(void* context, const char* source, const char* text, size_t length);
+
+  /* Every error, trace and result of a source file, in order, each after the message that says the
+   * same. Null: not wanted. */
+  void (*diagnostic)(void* context, const struct krpre_diagnostic* diagnostic);
+  /* The language of the messages, by the name of a locale: "de", "pt_BR.UTF-8", "de_DE.ISO-8859-1".
+   * Null: whatever translator the process has installed in Qt, English without one. A language or
+   * encoding that the library does not have is English. */
+  const char* language;
 };
 enum {
   KRPRE_FILE_READ = 1,       /* the source, then each file that it includes, whenever it is read */
@@ -256,6 +293,12 @@ KRPRE_API size_t krpre_output_name(const char* source, const char* directory, ch
 /* Not 0 when the extension of `name` is one of a source or a header: no output should be written
  * there. */
 KRPRE_API int krpre_is_source(const char* name);
+
+/* The translation of `text`, words of a message, in a language named as in krpre_host; the text itself
+ * when the language does not have it. Puts it into `translation`, cut to size - 1 bytes and ended by a
+ * zero (nothing when size is 0). Returns its full length. */
+KRPRE_API size_t krpre_translate(const char* language, const char* text, char* translation,
+                                 size_t size);
 
 #ifdef __cplusplus
 }

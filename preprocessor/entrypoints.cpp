@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "lib_base/diskman.h"
-#include "lib_gzip/zipfile.h"
+#include "lib_base/language.h"
 #include "lib_base/pathname.h"
+#include "lib_gzip/zipfile.h"
 #include "preprocessor/filerun.h"
 #include "preprocessor/hostbridge.h"
 #include "preprocessor/options.h"
@@ -32,6 +34,8 @@ bool readHost(const krpre_host* host, krpre_host& known) {
 
 int runFor(const krpre_host& host, tDiskMan& disk, int count, char** vector) {
   tHostBridge bridge(host);
+  std::optional<tLanguageScope> language;
+  if (host.language != nullptr) language.emplace(languageNamed(host.language));
   if (!bridge.wantsMessages()) return runPreprocessor(disk, count, vector, bridge);
   const tOutputScope messages(bridge);
   return runPreprocessor(disk, count, vector, bridge);
@@ -85,6 +89,12 @@ int runText(const krpre_host& host, int count, char** vector, const char* name,
   return runFor(host, disk, static_cast<int>(slots.size()), slots.data());
 }
 
+/// Copies as much of a text as fits, with a zero behind it. Returns its full length.
+std::size_t copyCut(std::string_view text, char* target, std::size_t size) {
+  if (size > 0) *std::copy_n(text.data(), std::min(text.size(), size - 1), target) = '\0';
+  return text.size();
+}
+
 }  // namespace
 
 extern "C" int doPreProc(int count, char** vector) {
@@ -132,15 +142,9 @@ extern "C" std::size_t krpre_output_name(const char* source, const char* directo
     tRunOptions options;
     if (directory != nullptr) options.outputDirectory = tString(directory);
     const tString output = outputNameOf(options, tString(source));
-    if (size > 0) {
-      const std::size_t kept = std::min(output.size(), size - 1);
-      std::memcpy(name, output.c_str(), kept);
-      name[kept] = '\0';
-    }
-    return output.size();
+    return copyCut(output, name, size);
   } catch (...) {
-    if (size > 0) *name = '\0';
-    return 0;
+    return copyCut({}, name, size);
   }
 }
 
@@ -151,5 +155,14 @@ extern "C" int krpre_is_source(const char* name) {
     return isSourceExtension(parts.extension) ? 1 : 0;
   } catch (...) {
     return 0;
+  }
+}
+
+extern "C" std::size_t krpre_translate(const char* language, const char* text, char* translation,
+                                       std::size_t size) {
+  try {
+    return copyCut(languageNamed(language).translation(text), translation, size);
+  } catch (...) {
+    return copyCut({}, translation, size);
   }
 }

@@ -5,11 +5,13 @@
 #include <string_view>
 
 #include "korelpre/korelpre.h"
+#include "lib_base/language.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
 #include "lib_base/translate.h"
 #include "preprocessor/failure.h"
+#include "preprocessor/filediagnosis.h"
 #include "preprocessor/foreign.h"
 #include "preprocessor/htmlpage.h"
 #include "preprocessor/inlineblock.h"
@@ -75,6 +77,20 @@ tFileNames composeNames(const tRunOptions& options, const tString& sourceName,
   return names;
 }
 
+/// The last message about a source.
+tString composeReport(const tString& source, int result) {
+  const tString korel = translate("KOREL");
+  const tString preprocessor = translate("Preprocessor");
+  const tString precompilation = translate("Precompilation of file");
+  if (result == kDone) {
+    return tString::format("%s %s: %s %s %s.\n", korel.c_str(), preprocessor.c_str(),
+                           precompilation.c_str(), source.c_str(), translate("ok").c_str());
+  }
+  return tString::format("%s %s. %s %s %s. %s %d\n", korel.c_str(), preprocessor.c_str(),
+                         precompilation.c_str(), source.c_str(), translate("with error").c_str(),
+                         translate("Exitecode equal to").c_str(), result);
+}
+
 /// The run of one file. Each step prints what went wrong in it and returns a result.
 class tFileRun {
  public:
@@ -102,6 +118,14 @@ class tFileRun {
   bool outputIsSource();
   void handOver(const tString& text);
 
+  int fail(int result, const char* slug, std::string_view message);
+  template <class Compose>
+  void tell(precomp::tDiagnosis::eSeverity severity, int code, const char* slug, Compose compose);
+  template <class Compose>
+  void trace(Compose compose) {
+    if (options_.trace) tell(precomp::tDiagnosis::kTrace, 0, "trace", compose);
+  }
+
   tDiskMan& disk_;
   const tRunOptions& options_;
   tRunHost& host_;
@@ -118,24 +142,48 @@ int tFileRun::run() {
   try {
     result = process();
   } catch (...) {
-    reportException();
+    fail(result, "internal-error", reportException());
   }
   finish(result);
   return result;
 }
 
+/// Tells the host of a failure that has been printed. Returns `result`.
+int tFileRun::fail(int result, const char* slug, std::string_view message) {
+  if (host_.wantsDiagnoses()) host_.diagnosed(fileDiagnosis(names_.source, slug, message));
+  return result;
+}
+
+/// Prints a text and tells the host of it, always in English. `compose` makes the text.
+template <class Compose>
+void tFileRun::tell(precomp::tDiagnosis::eSeverity severity, int code, const char* slug,
+                    Compose compose) {
+  writeOutput(compose());
+  if (!host_.wantsDiagnoses()) return;
+  const tLanguageScope english((tLanguage()));
+  tString message = compose();
+  message.trim();
+  precomp::tDiagnosis diagnosis = fileDiagnosis(names_.source, slug, message);
+  diagnosis.severity = severity;
+  diagnosis.code = code;
+  host_.diagnosed(diagnosis);
+}
+
 int tFileRun::process() {
   // A name with a zero byte would be cut by the file layer and mean another file.
-  if (readName_.find(std::string_view("\0", 1)) != tString::npos ||
-      (!host_.takesOutput() && outputIsSource())) {
+  if (readName_.find(std::string_view("\0", 1)) != tString::npos) {
     reportNoCopy(names_.output);
-    return kNotNormalised;
+    return fail(kNotNormalised, "file-not-found", "File not found");
+  }
+  if (!host_.takesOutput() && outputIsSource()) {
+    reportNoCopy(names_.output);
+    return fail(kNotNormalised, "output-is-source", "The output would take the source's place");
   }
   outputIsOurs_ = writesFile();
   if (names_.foreign && disk_.exists(readName_.c_str())) {
     const tForeignSource source = {readName_, options_.includePath, names_.directory};
     const int code = foreign_.run(host_.converterDirectory(), source);
-    if (code != 0) return code;
+    if (code != 0) return fail(code, "converter-failed", "The converter failed");
     readName_ = foreign_.converted();
   }
   tString text;
@@ -172,23 +220,33 @@ void tFileRun::handOver(const tString& text) {
 /// Puts the converted text of a page, or of a program with inline blocks, in front of the source.
 int tFileRun::convert(tDiskManOverlay& files) {
   if (names_.foreign) return kDone;
-  eConversion done = DoKRHPreprocessor(files, readName_, options_.pageDebugInfo, options_.httpSend);
+  tPageError error;
+  eConversion done =
+      DoKRHPreprocessor(files, readName_, options_.pageDebugInfo, options_.httpSend, &error);
   if (done == eConversion::kDone) longestLine_ = tLineWriter::kAnyLength;
   if (done == eConversion::kNone) done = DoBCPreprocessor(files, readName_);
-  if (done == eConversion::kError) return kSessionError;
+  if (done == eConversion::kError) {
+    if (host_.wantsDiagnoses()) host_.diagnosed(pageDiagnosis(files, readName_, error));
+    return kSessionError;
+  }
   if (done != eConversion::kTooLarge) return kDone;
   reportNoCopy(names_.copy);
-  return kNotNormalised;
+  return fail(kNotNormalised, "cannot-read", "The converted source is too big");
 }
 
 int tFileRun::normalise(tDiskManOverlay& files) {
-  if (options_.trace) {
-    qdprintf("%s %s %s %s...\n", translate("[TRACE] copying").c_str(), names_.source.c_str(),
-             translate("to").c_str(), names_.copy.c_str());
-  }
+  trace([&] {
+    return tString::format("%s %s %s %s...\n", translate("[TRACE] copying").c_str(),
+                           names_.source.c_str(), translate("to").c_str(), names_.copy.c_str());
+  });
   unsigned char dialogFound = 0;
-  const bool done = AdjustCRLF_and_CreateTemp(files, readName_.c_str(), names_.copy.c_str(),
-                                              dialogFound, names_.source.c_str(), longestLine_);
+  tNormaliseFailure failure;
+  const bool done =
+      AdjustCRLF_and_CreateTemp(files, readName_.c_str(), names_.copy.c_str(), dialogFound,
+                                names_.source.c_str(), longestLine_, &failure);
+  if (!done && host_.wantsDiagnoses()) {
+    host_.diagnosed(normaliseDiagnosis(files, readName_, names_.source, failure));
+  }
   files.release(readName_);  // includes of that name mean the file itself
   return done ? kDone : kNotNormalised;
 }
@@ -206,27 +264,34 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   session.setHeaderCache(headers_);
   addIncludePaths(session);
   host_.sessionBegins(session, names_.copy, names_.source);
-  if (options_.trace) {
-    qdprintf("%s... %s\n", translate("[TRACE] preprocessing").c_str(), names_.source.c_str());
-  }
+  trace([&] {
+    return tString::format("%s... %s\n", translate("[TRACE] preprocessing").c_str(),
+                           names_.source.c_str());
+  });
   tString errorText;
   session.doIt(text, errorText);
   const bool failed = session.errorCount() > 0 || !errorText.empty();
-  if (options_.trace && failed) {
-    qdprintf("%s %s\n", translate("[TRACE] pre-processor error msg").c_str(), errorText.c_str());
+  if (failed) {
+    host_.diagnosed(session.diagnosis());
+    trace([&] {
+      return tString::format("%s %s\n", translate("[TRACE] pre-processor error msg").c_str(),
+                             errorText.c_str());
+    });
+    return kSessionError;
   }
-  if (options_.trace && !failed) {
+  trace([&] {
     const std::string_view lines = text;
     const auto count = std::count(lines.begin(), lines.end(), '\n') + (lines.empty() ? 0 : 1);
-    qdprintf("%s %d\n", translate("[TRACE] generated lines").c_str(), static_cast<int>(count));
-  }
-  if (!failed) host_.sessionDone(session);
-  return failed ? kSessionError : kDone;
+    return tString::format("%s %d\n", translate("[TRACE] generated lines").c_str(),
+                           static_cast<int>(count));
+  });
+  host_.sessionDone(session);
+  return kDone;
 }
 
 void tFileRun::addIncludePaths(precomp::KorelPre16& session) {
   if (options_.includePath.empty()) return;
-  if (options_.trace) qdprintf("%s\n", translate("[TRACE] adding include paths").c_str());
+  trace([] { return translate("[TRACE] adding include paths").append('\n'); });
   tAutoArray<tString> directories;
   splitAt(options_.includePath, ';', directories);
   while (!directories.empty()) {
@@ -236,9 +301,10 @@ void tFileRun::addIncludePaths(precomp::KorelPre16& session) {
 }
 
 int tFileRun::write(const tString& text) {
-  if (options_.trace) {
-    qdprintf("%s %s...\n", translate("[TRACE] creating file").c_str(), names_.output.c_str());
-  }
+  trace([&] {
+    return tString::format("%s %s...\n", translate("[TRACE] creating file").c_str(),
+                           names_.output.c_str());
+  });
   tOutputFile output(disk_, names_.temporaryOutput, names_.output);
   if (host_.keepsUnchanged() && output.isUpToDate(text)) {
     host_.outputDone(names_.source, names_.output, false);
@@ -247,15 +313,17 @@ int tFileRun::write(const tString& text) {
   if (!output.create(host_.takesTurns())) {
     qdprintf("%s %s. %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
              translate("Error creating out file").c_str(), names_.output.c_str());
-    return kInternalFailure;
+    return fail(kInternalFailure, "output-failed",
+                tString("Error creating out file ").append(names_.output));
   }
   bool done = output.write(text);
   if (done) {
-    if (options_.trace) {
-      // Kept on purpose: no line end, the report on the file follows on the same line.
-      qdprintf("%s %s %s %s...", translate("[TRACE] Renaming files").c_str(),
-               names_.temporaryOutput.c_str(), translate("to").c_str(), names_.output.c_str());
-    }
+    // Kept on purpose: no line end, the report on the file follows on the same line.
+    trace([&] {
+      return tString::format("%s %s %s %s...", translate("[TRACE] Renaming files").c_str(),
+                             names_.temporaryOutput.c_str(), translate("to").c_str(),
+                             names_.output.c_str());
+    });
     done = output.rename();
   }
   if (done) {
@@ -264,7 +332,7 @@ int tFileRun::write(const tString& text) {
   }
   qdprintf("%s %s: %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
            translate("Error creating").c_str(), names_.output.c_str());
-  return kInternalFailure;
+  return fail(kInternalFailure, "output-failed", tString("Error creating ").append(names_.output));
 }
 
 /// Prints the report on the file and leaves nothing of a failed run behind.
@@ -273,17 +341,8 @@ void tFileRun::finish(int result) {
   if (disk_.exists(names_.temporaryErrors.c_str())) {
     disk_.rename(names_.temporaryErrors.c_str(), names_.errors.c_str());
   }
-  const tString korel = translate("KOREL");
-  const tString preprocessor = translate("Preprocessor");
-  const tString precompilation = translate("Precompilation of file");
-  if (result == kDone) {
-    qdprintf("%s %s: %s %s %s.\n", korel.c_str(), preprocessor.c_str(), precompilation.c_str(),
-             names_.source.c_str(), translate("ok").c_str());
-  } else {
-    qdprintf("%s %s. %s %s %s. %s %d\n", korel.c_str(), preprocessor.c_str(),
-             precompilation.c_str(), names_.source.c_str(), translate("with error").c_str(),
-             translate("Exitecode equal to").c_str(), result);
-  }
+  tell(precomp::tDiagnosis::kResult, result, result == kDone ? "preprocessed" : "failed",
+       [&] { return composeReport(names_.source, result); });
 }
 
 void tFileRun::reportNoCopy(const tString& target) {

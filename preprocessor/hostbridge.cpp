@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "preprocessor/diagnosticreport.h"
+
 namespace {
 
 int lastLineOf(const precomp::tTknString& statement) {
@@ -52,6 +54,12 @@ void tHostBridge::outputDone(const tString& source, const tString& name, bool wr
 
 void tHostBridge::tellOfFile(int event, const tString& source, const tString& name) {
   if (host_.file != nullptr) host_.file(host_.context, event, source.c_str(), name.c_str());
+}
+
+void tHostBridge::diagnosed(const precomp::tDiagnosis& diagnosis) {
+  if (host_.diagnostic == nullptr) return;
+  const tDiagnosticReport report(diagnosis, names_);
+  host_.diagnostic(host_.context, &report.diagnostic());
 }
 
 void tHostBridge::listRules(const precomp::tXChgArray& rules) {

@@ -30,6 +30,8 @@ class tHostBridge : public tRunHost,
   void sessionDone(precomp::KorelPre16& session) override;
   void sourceRead(const tString& source) override;
   void outputDone(const tString& source, const tString& name, bool written) override;
+  bool wantsDiagnoses() const override { return host_.diagnostic != nullptr; }
+  void diagnosed(const precomp::tDiagnosis& diagnosis) override;
 
  private:
   void statementBegins(const precomp::tTknString& statement, const tString& file) override;

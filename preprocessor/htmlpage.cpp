@@ -426,20 +426,21 @@ eConversion HTMLParse(tString& text, const tPageForm& form, tPageError& error) {
 }
 
 eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool debugInfo,
-                              bool httpSend) {
+                              bool httpSend, tPageError* error) {
   tPathParts parts;
   SplitPath(name, parts);
   tString text;
   if (!holds(kPages, parts.extension) || !readSourceText(files, name, text)) {
     return eConversion::kNone;
   }
-  tPageError error;
+  tPageError found;
   const eConversion result =
-      HTMLParse(text, {pageFunctionName(parts.base), debugInfo, httpSend}, error);
+      HTMLParse(text, {pageFunctionName(parts.base), debugInfo, httpSend}, found);
   if (result == eConversion::kDone) return keepConverted(files, name, text);
   if (result == eConversion::kError) {
-    qdprintf("%s(%d) %s %s\n", name.c_str(), error.line, translate("Error").c_str(),
-             translate(error.text).c_str());
+    qdprintf("%s(%d) %s %s\n", name.c_str(), found.line, translate("Error").c_str(),
+             translate(found.text).c_str());
+    if (error != nullptr) *error = found;
   }
   return result;
 }

@@ -207,9 +207,15 @@ void BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock cl
 
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
                                unsigned char& dialogFound, const char* shownName,
-                               std::size_t longestLine) {
+                               std::size_t longestLine, tNormaliseFailure* failure) {
   if (shownName == nullptr) shownName = sourceName;
-  if (equalNoCase(sourceName, tempName)) return reportSameFile(shownName, tempName);
+  tNormaliseFailure unused;
+  tNormaliseFailure& why = failure != nullptr ? *failure : unused;
+  if (equalNoCase(sourceName, tempName)) {
+    why.kind = tNormaliseFailure::kSameFile;
+    return reportSameFile(shownName, tempName);
+  }
+  why.kind = tNormaliseFailure::kNoCopy;
 
   const std::unique_ptr<tFile> source = disk.open(sourceName);
   std::unique_ptr<tFile> copy = source ? disk.create(tempName) : nullptr;
@@ -237,7 +243,10 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
     lines->write(buffer.text());
   }
   lines->finish();
-  if (lines->state() == tLineWriter::kTooLong) return reportTooLong(shownName, lines->lines());
+  if (lines->state() == tLineWriter::kTooLong) {
+    why = {tNormaliseFailure::kLineTooLong, lines->lines() + 1};
+    return reportTooLong(shownName, lines->lines());
+  }
   if (read && lines->state() == tLineWriter::kGood && copy->close()) return true;
   copy->close();
   disk.remove(tempName);

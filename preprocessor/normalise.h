@@ -18,15 +18,25 @@ inline constexpr std::string_view kTimeStamp = "__COMPTIMESTAMP__";
 using tClock = std::tm (*)();
 std::tm localTime();
 
+/// Why a source could not be normalised.
+struct tNormaliseFailure {
+  enum eKind { kNone, kSameFile, kNoCopy, kLineTooLong };
+
+  eKind kind = kNone;
+  int line = 0;  // the one that is too long, from 1
+};
+
 /// Copies a source to `tempName`: BeforePreProcessor rewrites the text, and every line of the copy
 /// ends in "\r\n". An empty source gives an empty copy. Returns false after printing why: the two
 /// names are the same (without regard to case), the source cannot be read, the copy cannot be
 /// written, or a line is too long; in the last case the lines before it stay in the
 /// copy. `dialogFound` is set when a dialog block was expanded. Messages show `shownName` for the
-/// source when it is given. `longestLine` is for texts that a converter has made.
+/// source when it is given. `longestLine` is for texts that a converter has made. `failure`, when
+/// given, is set after a failure.
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
                                unsigned char& dialogFound, const char* shownName = nullptr,
-                               std::size_t longestLine = kLongestLine);
+                               std::size_t longestLine = kLongestLine,
+                               tNormaliseFailure* failure = nullptr);
 
 /// Rewrites the text in `buffer` (which ends in a zero byte): expands the dialog blocks, setting
 /// `dialogFound` when there was one, and puts the time for "__COMPTIMESTAMP__".

@@ -5,6 +5,7 @@
 #include "lib_base/stringz.h"
 #include "preprocessor/banner.h"
 #include "preprocessor/failure.h"
+#include "preprocessor/filediagnosis.h"
 #include "preprocessor/filerun.h"
 #include "preprocessor/options.h"
 
@@ -42,7 +43,7 @@ int runPreprocessor(tDiskMan& disk, int argc, char* const* argv, tRunHost& host)
   try {
     return run(disk, argc, argv, host);
   } catch (...) {
-    reportException();
+    host.diagnosed(fileDiagnosis({}, "internal-error", reportException()));
     return -1;
   }
 }

@@ -12,3 +12,4 @@ void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*
 void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}
 void tRunHost::sourceRead(const tString& /*source*/) {}
 void tRunHost::outputDone(const tString& /*source*/, const tString& /*name*/, bool /*written*/) {}
+void tRunHost::diagnosed(const precomp::tDiagnosis& /*diagnosis*/) {}

@@ -35,4 +35,8 @@ class tRunHost {
   virtual void sourceRead(const tString& source);
   /// The output of `source` stands in the file `name`; not `written` when it stood there already.
   virtual void outputDone(const tString& source, const tString& name, bool written);
+  /// False: nobody listens to diagnosed().
+  virtual bool wantsDiagnoses() const { return false; }
+  /// A message has been printed; this is what is known of it.
+  virtual void diagnosed(const precomp::tDiagnosis& diagnosis);
 };

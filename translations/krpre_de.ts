@@ -4,6 +4,14 @@
 <context>
     <name>Preprocessor</name>
     <message>
+        <source>A page cannot begin with a conditional directive</source>
+        <translation>Eine Seite kann nicht mit einer bedingten Direktive beginnen</translation>
+    </message>
+    <message>
+        <source>A page is one function and cannot hold another</source>
+        <translation>Eine Seite ist eine Funktion und kann keine weitere enthalten</translation>
+    </message>
+    <message>
         <source>KOREL</source>
         <translation>KOREL</translation>
     </message>

@@ -4,6 +4,14 @@
 <context>
     <name>Preprocessor</name>
     <message>
+        <source>A page cannot begin with a conditional directive</source>
+        <translation>Uma página não pode começar com uma diretiva condicional</translation>
+    </message>
+    <message>
+        <source>A page is one function and cannot hold another</source>
+        <translation>Uma página é uma função e não pode conter outra</translation>
+    </message>
+    <message>
         <source>KOREL</source>
         <translation>KOREL</translation>
     </message>
