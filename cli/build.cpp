@@ -168,14 +168,16 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
     complainAbout(plan.complaint);
     return kSomeFailed;
   }
+  const bool input = line.readsStandardInput();
+  const int messages = input ? STDERR_FILENO : STDOUT_FILENO;
+  const tMessageStyle style = messageStyle(line, messages);
   std::deque<tSourceRun> runs;
   for (const tBuildJob& job : plan.jobs) {
-    runs.emplace_back(line, job, shippedHeaders);
+    runs.emplace_back(line, job, shippedHeaders, style);
     if (!runs.back().refusal().empty()) return refuseUsage(runs.back().refusal());
   }
 
-  const bool input = line.readsStandardInput();
-  tPrinter printer(line.quiet, input ? STDERR_FILENO : STDOUT_FILENO);
+  tPrinter printer(line.quiet, messages);
   if (input) return buildStandardInput(runs.front(), printer);
   const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
   const bool done = tBuild(runs, printer, terminal).run(threadsFor(line));

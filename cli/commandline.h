@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/diagnostics.h"
+
 /// What is asked for dependency files.
 struct tDependencyOptions {
   bool wanted = false;
@@ -34,6 +36,7 @@ struct tCommandLine {
   tDependencyOptions dependencies;
   /// What the file "-" is called; may be empty.
   std::string standardInputName;
+  eDiagnosticForm diagnostics = eDiagnosticForm::kAuto;
   bool alwaysWrite = false;
   bool trace = false;
   bool quiet = false;

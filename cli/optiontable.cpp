@@ -67,6 +67,26 @@ void takeInputName(tCommandLine& line, const tGivenOption& given) {
   line.standardInputName = given.value;
 }
 
+struct tFormName {
+  const char* name;
+  eDiagnosticForm form;
+};
+
+constexpr tFormName kFormNames[] = {
+    {"auto", eDiagnosticForm::kAuto}, {"classic", eDiagnosticForm::kClassic},
+    {"long", eDiagnosticForm::kLong}, {"json", eDiagnosticForm::kJson},
+    {"gcc", eDiagnosticForm::kGcc},
+};
+
+void takeDiagnostics(tCommandLine& line, const tGivenOption& given) {
+  for (const tFormName& known : kFormNames) {
+    if (std::strcmp(known.name, given.value) != 0) continue;
+    line.diagnostics = known.form;
+    return;
+  }
+  line.complain(given.spelling + ": no form of messages: " + given.value);
+}
+
 void takeTrace(tCommandLine& line, const tGivenOption&) {
   line.trace = true;
 }
@@ -106,6 +126,10 @@ const tOption kOptions[] = {
     {"", "always-write", nullptr, "write outputs that do not change too", takeAlwaysWrite},
     {"", "stdin-name", "NAME", "what the source from standard input is called\n(stdin.prw)",
      takeInputName},
+    {"", "diagnostics", "FORM",
+     "print messages as classic lines, long (with the\nsource and how it was reached), json or gcc;"
+     "\nauto, the default: long on a terminal",
+     takeDiagnostics},
     {"T", "trace", nullptr, "trace the steps of the run", takeTrace},
     {"q", "quiet", nullptr, "print no messages unless a file fails", takeQuiet},
     {"", "classic", nullptr,

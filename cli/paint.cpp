@@ -13,13 +13,12 @@ bool isSet(const char* variable) {
   return value != nullptr && *value != '\0';
 }
 
-bool terminalShowsColour() {
-  const char* const terminal = std::getenv("TERM");
-  return isatty(STDOUT_FILENO) == 1 && !isSet("NO_COLOR") && terminal != nullptr &&
-         std::string_view(terminal) != "dumb";
-}
-
 }  // namespace
+
+bool mayColour() {
+  const char* const terminal = std::getenv("TERM");
+  return !isSet("NO_COLOR") && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
 
 std::string tPaint::operator()(eColour colour, std::string_view text) const {
   if (!on_ || text.empty()) return std::string(text);
@@ -30,7 +29,7 @@ bool readColour(std::string_view when, bool& on) {
   if (when == "always" || when == "never") {
     on = when == "always";
   } else if (when == "auto") {
-    on = terminalShowsColour();
+    on = isatty(STDOUT_FILENO) == 1 && mayColour();
   } else {
     return false;
   }

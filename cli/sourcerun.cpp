@@ -7,6 +7,9 @@
 #include <exception>
 
 #include "cli/dependencies.h"
+#include "cli/diagnostics.h"
+#include "cli/messagelanguage.h"
+#include "cli/paint.h"
 #include "cli/wholefile.h"
 #include "include/krpre.h"
 
@@ -16,6 +19,7 @@ namespace {
 struct tTold {
   tSourceResult result;
   tDependencies files;
+  const tMessageStyle* style = nullptr;
 };
 
 tTold& told(void* context) {
@@ -26,6 +30,36 @@ void takeMessage(void* context, const char* text, std::size_t length) {
   told(context).result.messages.append(text, length);
 }
 
+std::string translated(const std::string& language, const char* text) {
+  std::string words(krpre_translate(language.c_str(), text, nullptr, 0), '\0');
+  krpre_translate(language.c_str(), text, words.data(), words.size() + 1);
+  return words;
+}
+
+void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
+  const tMessageStyle& style = *told(context).style;
+  std::string& messages = told(context).result.messages;
+  switch (style.form) {
+    case eDiagnosticForm::kJson:
+      messages += jsonLine(*diagnostic);
+      break;
+    case eDiagnosticForm::kGcc:
+      messages += gccLines(*diagnostic);
+      break;
+    default:
+      messages += longDetails(*diagnostic, tPaint(style.colour),
+                              [&](const char* text) { return translated(style.language, text); });
+      break;
+  }
+}
+
+// The lines of the library have no place in the forms for machines.
+void dropMessage(void* /*context*/, const char* /*text*/, std::size_t /*length*/) {}
+
+bool isForMachines(eDiagnosticForm form) {
+  return form == eDiagnosticForm::kJson || form == eDiagnosticForm::kGcc;
+}
+
 void takeFile(void* context, int event, const char* /*source*/, const char* name) {
   if (event == KRPRE_FILE_READ) told(context).files.add(name);
 }
@@ -34,13 +68,17 @@ void takeOutput(void* context, const char* /*source*/, const char* text, std::si
   told(context).result.text.assign(text, length);
 }
 
-krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, tTold& heard) {
+krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessageStyle& style,
+                   tTold& heard) {
   krpre_host host{};
   host.size = sizeof host;
   host.context = &heard;
   host.flags = KRPRE_TAKE_TURNS;
   if (!line.alwaysWrite) host.flags |= KRPRE_KEEP_UNCHANGED;
-  host.message = takeMessage;
+  heard.style = &style;
+  host.message = isForMachines(style.form) ? dropMessage : takeMessage;
+  if (style.form != eDiagnosticForm::kClassic) host.diagnostic = takeDiagnostic;
+  if (!style.language.empty()) host.language = style.language.c_str();
   if (!job.dependencies.empty()) host.file = takeFile;
   if (job.output.empty()) {
     host.output = takeOutput;
@@ -73,9 +111,23 @@ tCommandLine lineFor(const tCommandLine& line, const tBuildJob& job) {
 
 }  // namespace
 
+tMessageStyle messageStyle(const tCommandLine& line, int messages) {
+  tMessageStyle style{.form = line.diagnostics, .colour = false, .language = {}};
+  const bool terminal = isatty(messages) == 1;
+  if (style.form == eDiagnosticForm::kAuto) {
+    style.form = terminal ? eDiagnosticForm::kLong : eDiagnosticForm::kClassic;
+  }
+  if (!isForMachines(style.form)) style.language = messageLanguage();
+  style.colour = terminal && mayColour();
+  return style;
+}
+
 tSourceRun::tSourceRun(const tCommandLine& line, const tBuildJob& job,
-                       const std::string& shippedHeaders)
-    : line_(line), job_(job), arguments_(lineFor(line, job), shippedHeaders, job.tag) {}
+                       const std::string& shippedHeaders, const tMessageStyle& style)
+    : line_(line),
+      job_(job),
+      style_(style),
+      arguments_(lineFor(line, job), shippedHeaders, job.tag) {}
 
 tSourceResult tSourceRun::run() {
   return runWith(nullptr);
@@ -87,7 +139,7 @@ tSourceResult tSourceRun::runText(const std::string& text) {
 
 tSourceResult tSourceRun::runWith(const std::string* text) {
   tTold heard;
-  const krpre_host host = hostFor(line_, job_, heard);
+  const krpre_host host = hostFor(line_, job_, style_, heard);
   try {
     const int code = text == nullptr
                          ? krpre_run(arguments_.count(), arguments_.vector(), &host)

@@ -17,12 +17,23 @@ struct tSourceResult {
   std::string text;
 };
 
+/// How the messages of all sources are shown.
+struct tMessageStyle {
+  eDiagnosticForm form;  // not kAuto
+  bool colour;
+  std::string language;  // empty: English
+};
+
+/// What `line` asks for when messages go to the descriptor `messages`.
+tMessageStyle messageStyle(const tCommandLine& line, int messages);
+
 /// The run of the library over one source: the only place where one is set up. Several may run at
 /// once in several threads.
 class tSourceRun {
  public:
   /// All of them must outlive this object.
-  tSourceRun(const tCommandLine& line, const tBuildJob& job, const std::string& shippedHeaders);
+  tSourceRun(const tCommandLine& line, const tBuildJob& job, const std::string& shippedHeaders,
+             const tMessageStyle& style);
 
   /// Empty, or why one of the values cannot be handed to the library.
   const std::string& refusal() const { return arguments_.refusal(); }
@@ -38,5 +49,6 @@ class tSourceRun {
 
   const tCommandLine& line_;
   const tBuildJob& job_;
+  const tMessageStyle& style_;
   tRunArguments arguments_;
 };

@@ -151,6 +151,10 @@
 <context>
     <name>krpre</name>
     <message>
+        <source>at</source>
+        <translation>bei</translation>
+    </message>
+    <message>
         <source>included from</source>
         <translation>eingebunden von</translation>
     </message>

@@ -151,6 +151,10 @@
 <context>
     <name>krpre</name>
     <message>
+        <source>at</source>
+        <translation>em</translation>
+    </message>
+    <message>
         <source>included from</source>
         <translation>incluído de</translation>
     </message>

@@ -48,6 +48,7 @@ class tMemoryFile {
   } else {
     setenv("INCLUDE", include.c_str(), 1);
   }
+  setenv("LC_ALL", "C", 1);  // the language that the tests expect
   dup2(output, STDOUT_FILENO);
   dup2(errors, STDERR_FILENO);
   alarm(kLongestRun);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "cli/paint.h"
+#include "include/krpre.h"
+
+/// How messages are shown.
+enum class eDiagnosticForm {
+  kAuto,     // kLong on a terminal, otherwise kClassic
+  kClassic,  // the lines of the library
+  kLong,     // below the line of an error, what the library knows of it
+  kJson,     // one object per line
+  kGcc,      // "file:line:column: error: text [code]"
+};
+
+/// The words that stand for English ones.
+using tWords = std::function<std::string(const char* text)>;
+
+/// What stands below the classic line of an error: the line of the source with a caret, the
+/// including directives, the rules that were applied. Empty for other diagnostics.
+std::string longDetails(const krpre_diagnostic& diagnostic, const tPaint& paint,
+                        const tWords& translated);
+
+/// One line of JSON. Bytes that are no UTF-8 are replaced.
+std::string jsonLine(const krpre_diagnostic& diagnostic);
+
+/// The line of an error with its notes, as compilers print them; nothing for a result.
+std::string gccLines(const krpre_diagnostic& diagnostic);

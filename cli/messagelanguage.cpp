@@ -1,0 +1,37 @@
+#include "cli/messagelanguage.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+std::string_view variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string_view localeOfMessages() {
+  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const std::string_view value = variable(name);
+    if (!value.empty()) return value;
+  }
+  return "";
+}
+
+std::string_view languageOf(std::string_view locale) {
+  return locale.substr(0, locale.find_first_of("_.@"));
+}
+
+}  // namespace
+
+std::string messageLanguage() {
+  const std::string_view locale = localeOfMessages();
+  const std::string_view language = languageOf(locale);
+  // As everywhere: who wants the C locale wants no other language.
+  if (language.empty() || language == "C" || language == "POSIX") return {};
+  const std::string_view preferred = variable("LANGUAGE");
+  const std::string_view first = languageOf(preferred.substr(0, preferred.find(':')));
+  if (first.empty()) return std::string(locale);
+  const std::size_t dot = locale.find('.');
+  return std::string(first).append(dot == std::string_view::npos ? "" : locale.substr(dot));
+}

@@ -1,0 +1,114 @@
+#include "cli/sourcequote.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace {
+
+// The characters of Windows-1252 from 0x80 to 0x9F; 0 where it has none.
+constexpr std::uint16_t kWindows[] = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+constexpr std::size_t kWidest = 100;  // characters of a line that are shown
+
+// Bytes of the UTF-8 character that `text`, which is not empty, begins with; 0 when it is none.
+std::size_t utf8Length(std::string_view text) {
+  const auto byteAt = [&](std::size_t i) {
+    return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
+  };
+  const unsigned first = byteAt(0);
+  if (first < 0x80) return 1;
+  const std::size_t length = first < 0xC2   ? 0
+                             : first < 0xE0 ? 2
+                             : first < 0xF0 ? 3
+                             : first < 0xF5 ? 4
+                                            : 0;
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byteAt(i) & 0xC0) != 0x80) return 0;
+  }
+  const unsigned second = byteAt(1);
+  const bool outside = (first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F) ||
+                       (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F);
+  return outside ? 0 : length;
+}
+
+std::string utf8Of(unsigned code) {
+  if (code < 0x800) {
+    return {static_cast<char>(0xC0 | code >> 6), static_cast<char>(0x80 | (code & 0x3F))};
+  }
+  return {static_cast<char>(0xE0 | code >> 12), static_cast<char>(0x80 | (code >> 6 & 0x3F)),
+          static_cast<char>(0x80 | (code & 0x3F))};
+}
+
+std::string shownByte(unsigned char byte) {
+  if (byte == '\t' || (byte >= 0x20 && byte < 0x7F)) return std::string(1, static_cast<char>(byte));
+  if (byte < 0x80) return "?";
+  const unsigned code = byte < 0xA0 ? kWindows[byte - 0x80] : byte;
+  return code == 0 ? "?" : utf8Of(code);
+}
+
+// The characters of a text as they are shown; `at` becomes the index of the one that holds its
+// byte.
+std::vector<std::string> charactersOf(std::string_view text, std::size_t& at) {
+  std::vector<std::string> characters;
+  const std::size_t wanted = at;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t length = utf8Length(text.substr(i));
+    const std::size_t size = std::max<std::size_t>(length, 1);
+    if (wanted >= i && wanted < i + size) at = characters.size();
+    // The control characters of the second block.
+    const bool control =
+        length == 2 && text[i] == '\xC2' && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+    characters.push_back(length < 2 ? shownByte(static_cast<unsigned char>(text[i]))
+                         : control  ? "?"
+                                    : std::string(text.substr(i, length)));
+    i += size;
+  }
+  if (wanted >= text.size()) at = characters.size() + (wanted - text.size());
+  return characters;
+}
+
+}  // namespace
+
+std::string printable(std::string_view text) {
+  std::size_t none = 0;
+  std::string shown;
+  for (const std::string& character : charactersOf(text, none)) shown += character;
+  return shown;
+}
+
+std::string quoted(std::string_view source, int line, int column, const tPaint& paint) {
+  // So many bytes hold all characters that can be shown; a cut character at the front is not.
+  constexpr std::size_t kBytes = 4 * kWidest;
+  std::size_t at =
+      column > 0 ? std::min<std::size_t>(static_cast<std::size_t>(column) - 1, source.size()) : 0;
+  const std::size_t begin = at > kBytes ? at - kBytes : 0;
+  at -= begin;
+  const bool cutBehind = source.size() - begin > 2 * kBytes;
+  std::vector<std::string> shown = charactersOf(source.substr(begin, 2 * kBytes), at);
+  std::string before;
+  std::string behind;
+  if (shown.size() > kWidest || begin > 0) {
+    const std::size_t first = at > kWidest / 2 ? at - kWidest / 2 : 0;
+    const std::size_t count = std::min(kWidest, shown.size() - std::min(first, shown.size()));
+    if (first > 0 || begin > 0) before = "...";
+    if (cutBehind || first + count < shown.size()) behind = "...";
+    shown = {shown.begin() + static_cast<std::ptrdiff_t>(first),
+             shown.begin() + static_cast<std::ptrdiff_t>(first + count)};
+    at -= first;
+  }
+  const std::string number = std::to_string(line);
+  std::string text = paint(tPaint::kDim, "  " + number + " |") + " " + before;
+  for (const std::string& character : shown) text += character;
+  while (text.ends_with(' ') || text.ends_with('\t')) text.pop_back();
+  text += behind + "\n";
+  if (column == 0) return text;
+  text += paint(tPaint::kDim, "  " + std::string(number.size(), ' ') + " |") + " ";
+  text.append(before.size(), ' ');
+  for (std::size_t i = 0; i < at; ++i) text += i < shown.size() && shown[i] == "\t" ? '\t' : ' ';
+  return text + paint(tPaint::kRed, "^") + "\n";
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "cli/paint.h"
+
+/// A text for the terminal or a line-wise reader: what is no UTF-8 is taken for Windows-1252 and
+/// control characters, a tab aside, become "?".
+std::string printable(std::string_view text);
+
+/// A line of a source, from 1, with a caret below the byte at `column`, from 1 (0: no caret). Of a
+/// long line the part around the caret is shown. Each character is taken to be one column wide;
+/// tabs stay tabs in both lines.
+std::string quoted(std::string_view source, int line, int column, const tPaint& paint);

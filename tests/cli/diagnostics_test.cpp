@@ -1,0 +1,230 @@
+// The forms of messages, as the program prints them.
+
+#include "cli/diagnostics.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <regex>
+
+#include "cli/sourcequote.h"
+#include "tests/support/childprocess.h"
+
+namespace {
+
+std::string quotedPlainly(const std::string& source, int column) {
+  return quoted(source, 7, column, tPaint(false));
+}
+
+TEST(SourceQuote, PutsTheCaretBelowTheCharacter) {
+  EXPECT_EQ(quotedPlainly("\t  x := y", 4), "  7 | \t  x := y\n    | \t  ^\n");
+  // A byte of Windows-1252 and a letter in UTF-8 are one column each.
+  EXPECT_EQ(quotedPlainly("\x80\xC3\xA7\xE7 x", 6),
+            "  7 | \xE2\x82\xAC\xC3\xA7\xC3\xA7 x\n    |     ^\n");
+  EXPECT_EQ(quotedPlainly("ab", 9), "  7 | ab\n    |   ^\n");
+  EXPECT_EQ(quotedPlainly("", 0), "  7 |\n");
+  // What a terminal would obey, and what only looks like UTF-8.
+  EXPECT_EQ(printable("\x1B[31m\x07\xC2\x9B\xED\xA0\x80\x7F"),
+            "?[31m??\xC3\xAD\xC2\xA0\xE2\x82\xAC?");
+}
+
+TEST(SourceQuote, ShowsTheMiddleOfALongLine) {
+  const std::string text =
+      quotedPlainly(std::string(1000, 'a') + "b" + std::string(1000, 'c'), 1001);
+  EXPECT_EQ(text, "  7 | ..." + std::string(50, 'a') + "b" + std::string(49, 'c') + "...\n    | " +
+                      std::string(53, ' ') + "^\n");
+  EXPECT_EQ(quotedPlainly(std::string(101, 'a'), 1),
+            "  7 | " + std::string(100, 'a') + "...\n    | ^\n");
+  EXPECT_EQ(quotedPlainly(std::string(100, 'a'), 100).find("..."), std::string::npos);
+  std::string letters;
+  for (int i = 0; i < 1000; ++i) letters += "\xE2\x82\xAC";
+  const std::string caret = quotedPlainly(letters + "x", 3001);
+  EXPECT_NE(caret.find("\xE2\x82\xACx\n    | " + std::string(53, ' ') + "^\n"), std::string::npos);
+}
+
+class Messages : public testing::Test {
+ protected:
+  Messages() {
+    write("std.ch", "");
+    // An error in the main file, in a header two includes deep, of a header's command; an unclosed
+    // quote, a missing file and a missing include, too long a line.
+    write("main.prw", "x := 1\n  EndIf\n");
+    write("deep.prw", "\n#include \"h/a.ch\"\n");
+    write("h/a.ch", "#include \"h/b.ch\"\n");
+    write("h/b.ch", "x := 1\n\tNext\n");
+    write("rule.prw", "#include \"h/rule.ch\"\nCLOSE IT\n");
+    write("h/rule.ch", "#define IT It()\n#command CLOSE <x> => EndIf ; <x>\n");
+    write("quote.prw", "x := 'open\n");
+    write("lost.prw", "\n#include \"no.ch\" // gone\n");
+    write("long.prw", "x := '" + std::string(4090, 'y') + "'\n");
+    write("good.prw", "x := 1\n");
+  }
+  void write(const std::string& name, const std::string& text) const {
+    directory_.write(name, text);
+  }
+
+  std::string run(std::vector<std::string> arguments, const std::string& environment = {}) const {
+    std::vector<std::string> command = {"/usr/bin/env", "-u", "LANGUAGE", "LC_ALL=C"};
+    if (!environment.empty()) command.push_back(environment);
+    command.insert(command.end(), {KRPRE_PROGRAM, "-I."});
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    const tChildResult result = runChild(command, directory_.path());
+    EXPECT_EQ(result.errors, "");
+    // The name of a copy that nobody sees.
+    return std::regex_replace(result.output, std::regex("krpre~[0-9a-f]*"), "krpreTAG");
+  }
+
+  tTemporaryDirectory directory_;
+};
+
+const std::vector<std::string> kFiles = {"main.prw", "deep.prw", "rule.prw", "quote.prw",
+                                         "none.prw", "lost.prw", "long.prw", "good.prw"};
+
+std::vector<std::string> with(const std::string& option, std::vector<std::string> files = kFiles) {
+  files.insert(files.begin(), option);
+  return files;
+}
+
+std::string failed(const std::string& file, int code = 1) {
+  return "KOREL Preprocessor. Precompilation of file " + file + " with error. Exitecode equal to " +
+         std::to_string(code) + "\n";
+}
+
+TEST_F(Messages, InTheLongFormStandBelowTheirClassicLines) {
+  const std::string expected =
+      "main.prw(2) Error C2027  ENDIF does not match IF\n"
+      "  2 |   EndIf\n"
+      "    |   ^\n" +
+      failed("main.prw") +
+      "deep.prw(2) Error b.ch(2) Error C2029  NEXT does not match FOR\n"
+      "  at h/b.ch:2:2\n"
+      "  2 | \tNext\n"
+      "    | \t^\n"
+      "  included from h/a.ch:1\n"
+      "  included from deep.prw:2\n" +
+      failed("deep.prw") +
+      "rule.prw(2) Error C2027  ENDIF does not match IF\n"
+      "  2 | CLOSE IT\n"
+      "    | ^\n"
+      "  in the expansion of #define IT (h/rule.ch:1)\n"
+      "  in the expansion of #command CLOSE (h/rule.ch:2)\n" +
+      failed("rule.prw") +
+      "quote.prw(1) Error C2002  Statement unterminated at end of line/unbalanced "
+      "parentesis/brackets\n"
+      "  1 | x := 'open\n"
+      "    |      ^\n" +
+      failed("quote.prw") + "KOREL Preprocessor: Cannot copy none.prw to krpreTAG.pw_...\n" +
+      failed("none.prw", 15) +
+      "lost.prw(2) Error C2090  File not found no.ch\n"
+      "  2 | #include \"no.ch\" // gone\n"
+      "    |          ^\n" +
+      failed("lost.prw") +
+      "KOREL Preprocessor: source line TOO BIG - file long.prw line 0\n"
+      "  1 | ..." +
+      std::string(50, 'y') + "y'\n    | " + std::string(53, ' ') + "^\n" + failed("long.prw", 15) +
+      "KOREL Preprocessor: Precompilation of file good.prw ok.\n";
+  EXPECT_EQ(run(with("--diagnostics=long")), expected);
+}
+
+TEST_F(Messages, AreClassicWhereNobodyLooks) {
+  EXPECT_EQ(run({"quote.prw"}), run(with("--diagnostics=classic", {"quote.prw"})));
+  EXPECT_EQ(run({"main.prw"}),
+            "main.prw(2) Error C2027  ENDIF does not match IF\n" + failed("main.prw"));
+}
+
+TEST_F(Messages, InTheFormOfCompilersAreOneLineEachWithNotes) {
+  EXPECT_EQ(run(with("--diagnostics=gcc")),
+            "main.prw:2:3: error: ENDIF does not match IF [2027]\n"
+            "h/b.ch:2:2: error: NEXT does not match FOR [2029]\n"
+            "h/a.ch:1: note: included from here\n"
+            "deep.prw:2: note: included from here\n"
+            "rule.prw:2:1: error: ENDIF does not match IF [2027]\n"
+            "h/rule.ch:1: note: in the expansion of #define IT\n"
+            "h/rule.ch:2: note: in the expansion of #command CLOSE\n"
+            "quote.prw:1:6: error: Statement unterminated at end of line/unbalanced "
+            "parentesis/brackets [2002]\n"
+            "none.prw: error: File not found [file-not-found]\n"
+            "lost.prw:2:10: error: File not found no.ch [2090]\n"
+            "long.prw:1:4096: error: Source line too big: 4096 bytes or more [line-too-long]\n");
+  EXPECT_EQ(run(with("--diagnostics=gcc", {"good.prw"})), "");
+}
+
+std::string firstLine(const std::string& text) {
+  return text.substr(0, text.find('\n'));
+}
+
+const char* const kDeep =
+    R"({"file":"h/b.ch","line":2,"column":2,"code":2029,"slug":"next-without-for",)"
+    R"("severity":"error","message":"C2029  NEXT does not match FOR","includedFrom":)"
+    R"([{"file":"h/a.ch","line":1},{"file":"deep.prw","line":2}],"rules":[]})";
+
+const char* const kRule =
+    R"({"file":"rule.prw","line":2,"column":1,"code":2027,"slug":"endif-without-if",)"
+    R"("severity":"error","message":"C2027  ENDIF does not match IF","includedFrom":[],)"
+    R"_("rules":[{"directive":"#define","key":"IT","listing":"IT  => It ( )",)_"
+    R"("file":"h/rule.ch","line":1},{"directive":"#command","key":"CLOSE",)"
+    R"("listing":"#xcommand CLOSE x => EndIf ; x","file":"h/rule.ch","line":2}]})";
+
+TEST_F(Messages, InJsonAreOneObjectEach) {
+  const std::string all = run(with("--diagnostics=json"));
+  std::string shown;
+  for (std::size_t at = 0; at < all.size();) {
+    const std::size_t end = all.find('\n', at);
+    const nlohmann::json json = nlohmann::json::parse(all.substr(at, end - at));
+    shown += json["file"].get<std::string>() + " " + json["line"].dump() + " " +
+             json["column"].dump() + " " + json["code"].dump() + " " +
+             json["slug"].get<std::string>() + " " + json["severity"].get<std::string>() + "\n";
+    at = end + 1;
+  }
+  EXPECT_EQ(shown,
+            "main.prw 2 3 2027 endif-without-if error\nmain.prw 0 0 1 failed result\n"
+            "h/b.ch 2 2 2029 next-without-for error\ndeep.prw 0 0 1 failed result\n"
+            "rule.prw 2 1 2027 endif-without-if error\nrule.prw 0 0 1 failed result\n"
+            "quote.prw 1 6 2002 unterminated-statement error\nquote.prw 0 0 1 failed result\n"
+            "none.prw 0 0 0 file-not-found error\nnone.prw 0 0 15 failed result\n"
+            "lost.prw 2 10 2090 include-not-found error\nlost.prw 0 0 1 failed result\n"
+            "long.prw 1 4096 0 line-too-long error\nlong.prw 0 0 15 failed result\n"
+            "good.prw 0 0 0 preprocessed result\n");
+  EXPECT_EQ(firstLine(run(with("--diagnostics=json", {"deep.prw"}))), kDeep);
+  EXPECT_EQ(firstLine(run(with("--diagnostics=json", {"rule.prw"}))), kRule);
+}
+
+TEST_F(Messages, InJsonSurviveHostileNames) {
+  write("\xE7\"\n\\.prw", "#include \"\xFF\x01.ch\"\n");
+  const std::string all = run(with("--diagnostics=json", {"--", "\xE7\"\n\\.prw"}));
+  const nlohmann::json json = nlohmann::json::parse(firstLine(all));
+  EXPECT_EQ(json["file"], "\xEF\xBF\xBD\"\n\\.prw");
+  EXPECT_EQ(json["message"], "C2090  File not found \xEF\xBF\xBD\x01.ch");
+}
+
+TEST_F(Messages, AreTheSameForAnyNumberOfThreads) {
+  for (const char* form : {"--diagnostics=long", "--diagnostics=json", "--diagnostics=gcc"}) {
+    std::vector<std::string> arguments = with(form);
+    arguments.emplace_back("-j1");
+    const std::string one = run(arguments);
+    arguments.back() = "-j4";
+    EXPECT_EQ(run(arguments), one);
+  }
+}
+
+TEST_F(Messages, FollowTheLocaleInTheFormsForPeopleOnly) {
+  const std::string german = "LC_ALL=de_DE.UTF-8";
+  EXPECT_EQ(run(with("--diagnostics=long", {"deep.prw"}), german),
+            "deep.prw(2) Fehler b.ch(2) Fehler C2029  NEXT does not match FOR\n"
+            "  bei h/b.ch:2:2\n  2 | \tNext\n    | \t^\n"
+            "  eingebunden von h/a.ch:1\n  eingebunden von deep.prw:2\n"
+            "KOREL Pr\xC3\xA4prozessor. Vor\xC3\xBC"
+            "bersetzung der Datei deep.prw mit Fehler. R\xC3\xBC"
+            "ckgabewert gleich 1\n");
+  for (const char* form : {"--diagnostics=json", "--diagnostics=gcc"}) {
+    EXPECT_EQ(run(with(form), german), run(with(form)));
+  }
+  EXPECT_EQ(run({"good.prw"}, "LC_ALL=pt_BR.ISO-8859-1"),
+            "KOREL Pr\xE9-processador: Pr\xE9-compila\xE7\xE3o do arquivo good.prw conclu\xED"
+            "da.\n");
+  for (const char* english : {"LC_ALL=en_US.UTF-8", "LANGUAGE=de", "LC_MESSAGES=de"}) {
+    EXPECT_EQ(run({"good.prw"}, english), run({"good.prw"})) << english;  // LC_ALL is C
+  }
+}
+
+}  // namespace
