@@ -294,6 +294,8 @@ class KorelPreYaccClass : public SSYacc {
                std::string_view text, int line);
   void enterRule(std::unique_ptr<tBaseXChg> rule);
   void enterDefine(std::unique_ptr<tBaseXChg> rule);
+  void removeSingleDefine(const tString& name);
+  void noteReplaced();
   void removeDynamicDefines(const tString& name);
   bool searchInclude(const tString& name) const;
   void noteIncluded(const tString& name);

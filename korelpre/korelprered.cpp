@@ -276,7 +276,18 @@ void KorelPreYaccClass::enterRule(std::unique_ptr<tBaseXChg> rule) {
 
 // A #define takes the place of the only one of its name.
 void KorelPreYaccClass::enterDefine(std::unique_ptr<tBaseXChg> rule) {
-  if (!defines()->define(rule.release())) return;
+  if (defines()->define(rule.release())) noteReplaced();
+}
+
+void KorelPreYaccClass::removeSingleDefine(const tString& name) {
+  int first = 0;
+  int last = 0;
+  if (defines()->Find(name, first, last, 0) == 0 || first != last) return;
+  defines()->removeRule(first);
+  noteReplaced();
+}
+
+void KorelPreYaccClass::noteReplaced() {
   shared_.rewriting.file = nullptr;  // its list of rules may have the one that is gone
   shared_.rewriting.replacedAt = root().currentLine_;
 }
@@ -284,7 +295,7 @@ void KorelPreYaccClass::enterDefine(std::unique_ptr<tBaseXChg> rule) {
 void KorelPreYaccClass::removeDynamicDefines(const tString& name) {
   int first = 0;
   int last = 0;
-  while (dynDefines()->index().contains(name)) {
+  while (dynDefines()->index().countOf(name) > 0) {
     dynDefines()->Find(name, first, last, 1);
     tSourceLine* entry = dynDefines()->takeRule(last)->lineEntry();
     if (entry != nullptr) entry->pendingDefine.reset();
