@@ -85,7 +85,9 @@ class tRewriter {
     const tIndexedName* name = defines.index().find(word);
     if (name == nullptr) return kNoRule;
     if (name->rules == 1) {
-      return defines.apply(&processor_, *name->rule, index, &statement_) ? kApplied : kFailed;
+      if (!defines.apply(&processor_, *name->rule, index, &statement_)) return kFailed;
+      applied_.push_back(name->rule);
+      return kApplied;
     }
     const tFoundRules* found = defines.lookUp(word);
     return found != nullptr && apply(defines, found->first, found->last, index) ? kApplied

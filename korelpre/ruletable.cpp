@@ -245,9 +245,7 @@ bool tXChgArray::cannotMatch(int index, int start, tTknString* t) const {
 bool tXChgArray::apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t) {
   tBestRule best(start, t, observer_);
   best.meet(0, rule);
-  if (!best.apply(processor)) return false;
-  lastApplied_ = &rule;
-  return true;
+  return best.apply(processor);
 }
 
 bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int start,

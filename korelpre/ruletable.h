@@ -57,7 +57,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   /// Applies `rule` of this table at the token `start` of `t`. False when it does not match.
   bool apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t);
-  /// The rule that the last replace() or apply() which answered true has applied.
+  /// The rule that the last replace() which answered true has applied.
   const tBaseXChg* lastApplied() const { return lastApplied_; }
 
   /// Lets `observer` see which rules are tried and applied; null for none. It must outlive the
