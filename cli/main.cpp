@@ -7,6 +7,7 @@
 
 #include "cli/build.h"
 #include "cli/commandline.h"
+#include "cli/completions.h"
 #include "cli/exitstatus.h"
 #include "cli/helptext.h"
 #include "cli/pack.h"
@@ -57,6 +58,7 @@ struct tCommand {
 
 const tCommand kCommands[] = {
     {"--classic", run},
+    {"--completions", completionsCommand},
 };
 
 const tCommand* commandFor(int count, char** arguments) {
