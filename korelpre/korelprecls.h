@@ -290,8 +290,7 @@ class KorelPreYaccClass : public SSYacc {
   void enterDefineDirective(int line, std::unique_ptr<tTranslate> rule);
   void doRule(unsigned production, int line);
   bool readRule(const char* start, const char* end, int line);
-  void addRule(bool command, bool abbreviate, tChainBuilder& pattern, tChainBuilder& result,
-               std::string_view text, int line);
+  void addRule(std::unique_ptr<tBaseXChg> rule, int line);
   void enterRule(std::unique_ptr<tBaseXChg> rule);
   void enterDefine(std::unique_ptr<tBaseXChg> rule);
   void removeSingleDefine(const tString& name);

@@ -35,6 +35,42 @@ bool isDirectiveProduction(unsigned production) {
          (production >= kUndef && production <= kStdoutAlone);
 }
 
+// The markers of ten thousand rules take 25 MiB. What comes when these are taken is read again by
+// the rules that are used.
+constexpr std::size_t kMostMarkers = std::size_t{64} << 20;
+
+tWordRule wordRuleOf(const tRuleReader& reader) {
+  return {.abbreviate = reader.abbreviates(), .caseSensitive = false};
+}
+
+// The rule that the reader has read, at `place` in an arena.
+tBaseXChg* makeRule(tRuleReader& reader, KorelPreYaccClass* processor, void* place) {
+  const tString key = reader.pattern().head()->token();
+  tMatchMarker* const pattern = reader.pattern().release();
+  tMatchMarker* const result = reader.result().release();
+  tBaseXChg* rule = nullptr;
+  if (reader.isCommand()) {
+    rule = new (place) tCommand(processor, wordRuleOf(reader), pattern, result, key);
+  } else {
+    rule = new (place) tTranslate(processor, wordRuleOf(reader), pattern, result, key);
+  }
+  rule->setInArena();
+  return rule;
+}
+
+// A rule that will read its directive again.
+std::unique_ptr<tBaseXChg> makeUnread(tRuleReader& reader, KorelPreYaccClass* processor) {
+  const tString key = reader.pattern().head()->token();
+  std::unique_ptr<tBaseXChg> rule;
+  if (reader.isCommand()) {
+    rule = std::make_unique<tCommand>(processor, wordRuleOf(reader), nullptr, nullptr, key);
+  } else {
+    rule = std::make_unique<tTranslate>(processor, wordRuleOf(reader), nullptr, nullptr, key);
+  }
+  rule->readLater();
+  return rule;
+}
+
 }  // namespace
 
 SSYaccStackElement* KorelPreYaccClass::reduce(unsigned production, unsigned size) {
@@ -232,21 +268,6 @@ void KorelPreYaccClass::doRule(unsigned production, int line) {
   if (!sound) exceptionAt(2001, line, nullptr);
   const bool command = production == kCommand || production == kXCommand;
   const bool abbreviate = production == kCommand || production == kTranslate;
-  addRule(command, abbreviate, pattern, result, directiveText(), line);
-}
-
-bool KorelPreYaccClass::readRule(const char* start, const char* end, int line) {
-  if (!reader_.read(start, end, shared_.markers)) return false;
-  includeStandardHeader();
-  addRule(reader_.isCommand(), reader_.abbreviates(), reader_.pattern(), reader_.result(),
-          reader_.text(), line);
-  currentLine_ = line;
-  return true;
-}
-
-// `text` is what the markers' texts refer to.
-void KorelPreYaccClass::addRule(bool command, bool abbreviate, tChainBuilder& pattern,
-                                tChainBuilder& result, std::string_view text, int line) {
   const tWordRule wordRule{.abbreviate = abbreviate, .caseSensitive = false};
   const tString key = pattern.head()->token();
   std::unique_ptr<tBaseXChg> rule;
@@ -256,8 +277,36 @@ void KorelPreYaccClass::addRule(bool command, bool abbreviate, tChainBuilder& pa
     rule =
         std::make_unique<tTranslate>(&root(), wordRule, pattern.release(), result.release(), key);
   }
+  rule->keepText(text_, directiveText());
+  addRule(std::move(rule), line);
+}
+
+// A rule lies in front of its markers.
+bool KorelPreYaccClass::readRule(const char* start, const char* end, int line) {
+  tMarkerArena& arena = shared_.markers;
+  const tMarkerArena::tMark mark = arena.mark();
+  void* const place = arena.allocate(std::max(sizeof(tCommand), sizeof(tTranslate)));
+  if (!reader_.read(start, end, &arena)) {
+    arena.rewind(mark);
+    return false;
+  }
+  includeStandardHeader();
+  std::unique_ptr<tBaseXChg> rule;
+  if (arena.size() <= kMostMarkers) {
+    rule.reset(makeRule(reader_, &root(), place));
+  } else {
+    rule = makeUnread(reader_, &root());
+    reader_.drop();
+    arena.rewind(mark);
+  }
+  rule->keepText(text_, reader_.text());
+  addRule(std::move(rule), line);
+  currentLine_ = line;
+  return true;
+}
+
+void KorelPreYaccClass::addRule(std::unique_ptr<tBaseXChg> rule, int line) {
   rule->setOrigin(openedName_, line);
-  rule->keepText(text_, text);
   if (includeMode_ != 0) {
     if (shared_.recorder != nullptr) shared_.recorder->ruleEntered(rule.get());
     enterRule(std::move(rule));

@@ -15,16 +15,20 @@ class tMarkerArena {
   void clear() { *this = tMarkerArena(); }
   /// How far the storage is taken; rewind() gives back what was taken since.
   struct tMark {
-    std::size_t chunks;
-    std::byte* next;
-    std::size_t left;
+    std::size_t chunks = 0;
+    std::byte* next = nullptr;
+    std::size_t left = 0;
+    std::size_t size = 0;
   };
-  tMark mark() const { return {chunks_.size(), next_, left_}; }
+  tMark mark() const { return {chunks_.size(), next_, left_, size_}; }
   void rewind(const tMark& mark) {
     chunks_.resize(mark.chunks);
     next_ = mark.next;
     left_ = mark.left;
+    size_ = mark.size;
   }
+  /// The bytes of all chunks.
+  std::size_t size() const { return size_; }
 
   void* allocate(std::size_t size) {
     constexpr std::size_t kAlignment = 16;
@@ -39,10 +43,15 @@ class tMarkerArena {
  private:
   void* allocateFresh(std::size_t size);
 
-  std::vector<std::unique_ptr<std::byte[]>> chunks_;
+  struct tRelease {
+    void operator()(std::byte* chunk) const noexcept;
+  };
+
+  std::vector<std::unique_ptr<std::byte, tRelease>> chunks_;
   std::size_t chunkSize_ = 0;
   std::byte* next_ = nullptr;
   std::size_t left_ = 0;
+  std::size_t size_ = 0;
 };
 
 }  // namespace precomp

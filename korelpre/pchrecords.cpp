@@ -188,14 +188,14 @@ void tBaseXChg::save(tPCHStream* stream) const {
   if (isCmd()) first |= kIsCommand;
   if (wordRule_.abbreviate) first |= kAbbreviates;
   if (wordRule_.caseSensitive) first |= kCaseSensitive;
-  if (firstMatch_ != nullptr) first |= kHasPattern;
-  if (firstResult_ != nullptr) first |= kHasResult;
+  if (firstMatch() != nullptr) first |= kHasPattern;
+  if (firstResult() != nullptr) first |= kHasResult;
   stream->putByte(first);
   stream->putText(key_);
   stream->putName(originFile_);
   stream->putNumber(static_cast<std::uint64_t>(originLine_));
-  if (firstMatch_ != nullptr) saveChain(stream, firstMatch());
-  if (firstResult_ != nullptr) saveChain(stream, firstResult());
+  if (firstMatch() != nullptr) saveChain(stream, firstMatch());
+  if (firstResult() != nullptr) saveChain(stream, firstResult());
 }
 
 bool tBaseXChg::load(tPCHStream* stream, std::uint8_t first) {

@@ -6,6 +6,7 @@
 
 #include "korelpre/matchwalk.h"
 #include "korelpre/resultwalk.h"
+#include "korelpre/rulereader.h"
 #include "lib_base/fatal.h"
 #include "lib_base/output.h"
 #include "lib_base/translate.h"
@@ -74,6 +75,21 @@ tBaseXChg::tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMar
 
 tBaseXChg::~tBaseXChg() = default;
 
+void tBaseXChg::operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept {
+  const bool inArena = rule->inArena_;
+  rule->~tBaseXChg();
+  if (!inArena) ::operator delete(rule);
+}
+
+void tBaseXChg::buildChains() {
+  unread_ = false;
+  tRuleReader reader;
+  if (!reader.read(directive_.data(), text_.data() + text_.size(), nullptr)) {
+    fatalError("A directive was sound and is not", "korelpre/rule", __LINE__);
+  }
+  setChains(reader.pattern().release(), reader.result().release());
+}
+
 void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
   firstMatch_.reset(firstMatch);
   firstResult_.reset(firstResult);
@@ -90,6 +106,7 @@ void tBaseXChg::resetMatch() {
 }
 
 int tBaseXChg::matchCount(int start, tTknString* t) {
+  __builtin_prefetch(directive_.data());
   t->curTokenIdx(std::max(start, 0));
   // Most patterns that do not match fail in the words that they begin with, where nothing is
   // captured and so nothing has to be forgotten.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <new>
 #include <string_view>
 
 #include "korelpre/keyword.h"
@@ -20,6 +21,15 @@ class tBaseXChg {
   tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMarker* firstMatch,
             tMatchMarker* firstResult, const tString& key);
   virtual ~tBaseXChg();
+
+  static void* operator new(std::size_t size) { return ::operator new(size); }
+  /// In front of its markers, in their arena; setInArena() must follow.
+  static void* operator new(std::size_t /*size*/, void* place) { return place; }
+  // For constructors that throw.
+  static void operator delete(void* storage) { ::operator delete(storage); }
+  static void operator delete(void* /*storage*/, void* /*place*/) {}
+  static void operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept;
+  void setInArena() { inArena_ = true; }
   tBaseXChg(const tBaseXChg&) = delete;
   tBaseXChg& operator=(const tBaseXChg&) = delete;
 
@@ -48,7 +58,10 @@ class tBaseXChg {
   const tString& key() const { return key_; }
   tWordRule wordRule() const { return wordRule_; }
   /// How many pairs of a result marker and a match marker have one name.
-  int linkCount() const { return linkCount_; }
+  int linkCount() const {
+    readDirective();
+    return linkCount_;
+  }
   /// The processor whose tables hold the rule.
   KorelPreYaccClass* processor() const { return processor_; }
   /// The line entry that will enter the rule into the tables, or null.
@@ -57,8 +70,14 @@ class tBaseXChg {
   /// Where its table may keep it; whoever asks must look whether it is there.
   int place() const { return place_; }
   void setPlace(int place) { place_ = place; }
-  tMatchMarker* firstMatch() const { return firstMatch_.get(); }
-  tMatchMarker* firstResult() const { return firstResult_.get(); }
+  tMatchMarker* firstMatch() const {
+    readDirective();
+    return firstMatch_.get();
+  }
+  tMatchMarker* firstResult() const {
+    readDirective();
+    return firstResult_.get();
+  }
 
   /// The file, named as it was opened, and the line, from 1, of the directive that made the rule;
   /// 0 when none did.
@@ -74,6 +93,18 @@ class tBaseXChg {
     text_ = text;
     directive_ = directive;
   }
+  /// Tells that the rule, which was made without chains, reads them from its directive when
+  /// somebody asks for them.
+  void readLater() { unread_ = true; }
+  /// Has the processor fetch a rule and its markers, of which hardly any is still in its caches
+  /// when there are thousands. To fetch them all at once costs little more than to wait for the
+  /// first.
+  static void fetch(const tBaseXChg* rule) {
+    constexpr std::size_t kLine = 64;
+    constexpr std::size_t kLines = 28;
+    const char* const begin = reinterpret_cast<const char*>(rule);
+    for (std::size_t i = 0; i < kLines; ++i) __builtin_prefetch(begin + i * kLine);
+  }
   /// The directive that made the rule. Empty when there was none.
   std::string_view directive() const { return directive_; }
 
@@ -84,6 +115,10 @@ class tBaseXChg {
   void setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult);
 
  private:
+  void readDirective() const {
+    if (unread_) const_cast<tBaseXChg*>(this)->buildChains();  // the rule stays what it is
+  }
+  void buildChains();
   void resetMatch();
   bool buildReplacement(int start, tTknString* t);
 
@@ -94,6 +129,8 @@ class tBaseXChg {
   int linkCount_ = 0;
   tString key_;
   tWordRule wordRule_;
+  bool inArena_ = false;
+  bool unread_ = false;     // see readLater()
   bool matchLeft_ = false;  // the markers hold what a match left in them
   KorelPreYaccClass* processor_;
   tSourceLine* lineEntry_ = nullptr;

@@ -85,11 +85,14 @@ struct tXChgArray::tWaiting {
 
 std::uint64_t tXChgArray::startOf(const tBaseXChg* slot) {
   const tKey key = keyOf(slot);
-  const bool folded = !key.wordRule.caseSensitive;
+  return startOf(key.text, !key.wordRule.caseSensitive);
+}
+
+std::uint64_t tXChgArray::startOf(std::string_view key, bool folds) {
   std::uint64_t start = 0;
   for (std::size_t i = 0; i < 8; ++i) {
-    const char c = i < key.text.size() ? key.text[i] : '\0';
-    start = start << 8 | static_cast<unsigned char>(folded ? upperAscii(c) : c);
+    const char c = i < key.size() ? key[i] : '\0';
+    start = start << 8 | static_cast<unsigned char>(folds ? upperAscii(c) : c);
   }
   return start;
 }
@@ -177,6 +180,9 @@ bool tXChgArray::placeTogether() {
     setPointer(i, all[static_cast<std::size_t>(i)].rule);
     if (storedIn(slot(i)) == nullptr) slot(i)->setPlace(i);
   }
+  starts_.clear();
+  for (const tWaiting& rule : all) starts_.push_back(rule.start);
+  startsGeneration_ = lookup_.generation();
   placed_ = count();
   return true;
 }

@@ -68,19 +68,21 @@ bool tRuleReader::tPiece::isString() const {
   return kind == kKindString || kind == kKindSingleQuoted;
 }
 
-bool tRuleReader::read(const char* start, const char* end, tMarkerArena& arena) {
+bool tRuleReader::read(const char* start, const char* end, tMarkerArena* arena) {
   const char* p = skipBlanks(start, end);
   const char* const directive = p;
   if (!readWord(p, end) || !readPieces(p, end)) return false;
   const char* const last = pieces_.back().text.data() + pieces_.back().text.size();
   text_ = {directive, static_cast<std::size_t>(last - directive)};
-  arena_ = &arena;
-  const tMarkerArena::tMark mark = arena.mark();
+  arena_ = arena;
   if (build()) return true;
+  drop();
+  return false;
+}
+
+void tRuleReader::drop() {
   pattern_ = tChainBuilder(tChainBuilder::kPattern);
   result_ = tChainBuilder(tChainBuilder::kResult);
-  arena.rewind(mark);
-  return false;
 }
 
 bool tRuleReader::build() {

@@ -15,8 +15,11 @@ class tRuleReader {
  public:
   /// Reads the directive whose line starts at `start`. The text must end with a line feed and have
   /// "\r\n" for every line end. False when this is no such directive or not an ordinary one.
-  /// The markers lie in `arena`.
-  bool read(const char* start, const char* end, tMarkerArena& arena);
+  /// The markers lie in `arena`, which may have less room afterwards even when it fails; null: each
+  /// on its own.
+  bool read(const char* start, const char* end, tMarkerArena* arena);
+  /// Destroys what was read and not released.
+  void drop();
 
   // What the last read() that succeeded has read.
   bool isCommand() const { return command_; }

@@ -11,6 +11,8 @@ namespace {
 // Runs below this length are tried rule by rule.
 constexpr int kLongRun = 16;
 
+}  // namespace
+
 // The rule that has scored best so far, and where its match ended.
 class tBestRule {
  public:
@@ -49,13 +51,29 @@ class tBestRule {
   int cursor_ = 0;
 };
 
-}  // namespace
-
 void tXChgArray::Destroy() {
   dropStored();
   forgetRules();
   tAutoArray<tBaseXChg>::Destroy();
 }
+
+namespace {
+
+/// The first index from `first` up to `last` for which `holds` does not: it holds for those before.
+template <class tHolds>
+int firstWithout(int first, int last, const tHolds& holds) {
+  while (first < last) {
+    const int middle = first + (last - first) / 2;
+    if (holds(middle)) {
+      first = middle + 1;
+    } else {
+      last = middle;
+    }
+  }
+  return first;
+}
+
+}  // namespace
 
 int tXChgArray::compare(const tBaseXChg* slot, std::string_view word, bool exact) {
   tKey key = keyOf(slot);
@@ -64,6 +82,7 @@ int tXChgArray::compare(const tBaseXChg* slot, std::string_view word, bool exact
 }
 
 bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& last) const {
+  if (exact && startsGeneration_ == lookup_.generation()) return findOrdered(word, first, last);
   int found = 0;
   const bool any = search(*this, word, exact, count(), found);
   first = last = found;
@@ -71,6 +90,21 @@ bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& las
   while (first > 0 && compare(slot(first - 1), word, exact) == 0) --first;
   while (last + 1 < count() && compare(slot(last + 1), word, exact) == 0) ++last;
   return true;
+}
+
+// As findRun for whole words, where starts_ tells which rules need not be looked at.
+bool tXChgArray::findOrdered(std::string_view word, int& first, int& last) const {
+  const bool folds = !keyOf(slot(0)).wordRule.caseSensitive;
+  const auto run = std::equal_range(starts_.begin(), starts_.end(), startOf(word, folds));
+  first = static_cast<int>(run.first - starts_.begin());
+  last = static_cast<int>(run.second - starts_.begin());
+  const auto isLess = [&](int index) { return compare(slot(index), word, true) < 0; };
+  const auto isNotGreater = [&](int index) { return compare(slot(index), word, true) <= 0; };
+  const int begin = firstWithout(first, last, isLess);
+  const int end = firstWithout(begin, last, isNotGreater);
+  first = begin;
+  last = begin < end ? end - 1 : begin;
+  return begin < end;
 }
 
 int tXChgArray::Find(const tString& word, int& first, int& last, unsigned char exact) const {
@@ -226,20 +260,36 @@ const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
   return run_.words.get();
 }
 
-// Whether the rule is a stored one that fails at the word after the key, so that it need not be
-// made. Takes the steps that trying it would have taken.
-bool tXChgArray::cannotMatch(int index, int start, tTknString* t) const {
-  const tStoredRule* stored = storedIn(slot(index));
-  if (stored == nullptr || stored->secondSize == 0) return false;
-  const int next = std::max(start, 0) + 1;
-  if (next >= t->count()) {
-    t->step();
-    return true;
+std::uint32_t tXChgArray::tagAt(int index) {
+  std::uint32_t& tag = tags_.at(index, lookup_.generation());
+  if (tag == tSecondTags::kUnknown) {
+    const std::string_view word = secondWord(index);
+    tag = word.empty() ? tSecondTags::kNoTag : secondTag(word, wordRuleAt(index).abbreviate);
   }
-  const tString& word = t->getToken(next);
-  if (compareKeyword(stored->secondWord(), word, stored->wordRule()) == 0) return false;
-  t->step(2);
-  return true;
+  return tag;
+}
+
+// The rules of a run that may match by the word after their keys. Takes the steps that trying one
+// of the others would have taken.
+void tXChgArray::meetLikely(int first, int last, int start, tTknString* t, tBestRule& best) {
+  const int next = std::max(start, 0) + 1;
+  const bool ends = next >= t->count();
+  const std::string_view word = t->getToken(next);
+  std::uint32_t tags[2] = {tSecondTags::kUnknown, tSecondTags::kUnknown};
+  for (int i = last; i >= first; --i) {
+    const std::uint32_t tag = tagAt(i);
+    if (tag != tSecondTags::kNoTag) {
+      const bool abbreviate = (tag & 1U) != 0;
+      std::uint32_t& wanted = tags[abbreviate ? 1 : 0];
+      if (wanted == tSecondTags::kUnknown) wanted = secondTag(word, abbreviate);
+      if (ends || tag != wanted) {
+        t->step(ends ? 1 : 2);
+        continue;
+      }
+    }
+    tBaseXChg::fetch(get(i));
+    best.meet(i, *get(i));
+  }
 }
 
 bool tXChgArray::apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t) {
@@ -255,10 +305,16 @@ bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int 
   const tSecondWords* words = observer_ == nullptr ? secondWordsOf(first, last) : nullptr;
   if (words != nullptr) {
     const tString& second = t->getToken(std::max(start, 0) + 1);
-    words->find(second, [&](int index) { best.meet(index, *get(index)); });
+    words->find(second, [&](int index) {
+      tBaseXChg::fetch(get(index));
+      best.meet(index, *get(index));
+    });
+  } else if (observer_ == nullptr && last > first) {
+    meetLikely(first, last, start, t, best);
   } else {
     for (int i = last; i >= first; --i) {
-      if (observer_ != nullptr || !cannotMatch(i, start, t)) best.meet(i, *get(i));
+      tBaseXChg::fetch(get(i));
+      best.meet(i, *get(i));
     }
   }
   if (!best.apply(processor)) return false;

@@ -14,6 +14,7 @@
 
 namespace precomp {
 
+class tBestRule;
 class tRuleObserver;
 
 /// Rules sorted by key; rules with equal keys stand next to each other in the order of arrival.
@@ -100,6 +101,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   template <class tRow>
   static bool search(const tRow& row, std::string_view word, bool exact, int count, int& position);
   bool findRun(std::string_view word, bool exact, int& first, int& last) const;
+  bool findOrdered(std::string_view word, int& first, int& last) const;
   int placeOf(const tBaseXChg& rule) const;
 
   // The slots of the array. A stored rule stands there by its address + 1.
@@ -125,11 +127,13 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   tBaseXChg* makeRule(int index) const;
   void noteKey(std::string_view key, tWordRule wordRule);
   void dropStored();
-  bool cannotMatch(int index, int start, tTknString* t) const;
+  std::uint32_t tagAt(int index);
+  void meetLikely(int first, int last, int start, tTknString* t, tBestRule& best);
 
   // Giving rules their places (ruleorder.cpp).
   struct tWaiting;
   static std::uint64_t startOf(const tBaseXChg* slot);
+  static std::uint64_t startOf(std::string_view key, bool folds);
   static bool isBefore(const tWaiting& a, const tWaiting& b);
   static bool isRegular(const std::vector<tWaiting>& rules);
   void placeOneByOne();
@@ -141,6 +145,9 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   tRuleIndex index_;
   tWordLookup lookup_;
+  tSecondTags tags_;
+  std::vector<std::uint64_t> starts_;   // the beginnings of the keys, in the order of the rules,
+  std::uint32_t startsGeneration_ = 0;  // as of this generation
   tRuleObserver* observer_ = nullptr;
   const tBaseXChg* lastApplied_ = nullptr;
   int placed_ = 0;                          // rules at the front that have their places

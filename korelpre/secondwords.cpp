@@ -24,6 +24,14 @@ std::uint64_t tSecondWords::abbreviatedKey(std::string_view word) {
   return key;
 }
 
+// The lowest bit tells the two kinds apart.
+std::uint32_t secondTag(std::string_view word, bool abbreviate) {
+  const std::uint64_t key =
+      abbreviate ? tSecondWords::abbreviatedKey(word) : tSecondWords::wholeKey(word);
+  const auto folded = static_cast<std::uint32_t>(key ^ key >> 29);
+  return (folded << 2) | 2U | (abbreviate ? 1U : 0U);
+}
+
 tSecondWords::tSecondWords(const tXChgArray& table, int first, int last) {
   for (int i = first; i <= last; ++i) {
     const std::string_view word = table.secondWord(i);
