@@ -132,6 +132,24 @@ TEST_F(Messages, AreClassicWhereNobodyLooks) {
             "main.prw(2) Error C2027  ENDIF does not match IF\n" + failed("main.prw"));
 }
 
+TEST_F(Messages, OnATerminalAreLongAndColouredUnlessThatIsUnwanted) {
+  const std::pair<const char*, const char*> kCases[] = {
+      {"TERM=xterm", "\033[2m  2 |\033[0m   EndIf\n\033[2m    |\033[0m   \033[31m^\033[0m\n"},
+      {"TERM=xterm NO_COLOR=1", "  2 |   EndIf\n    |   ^\n"},
+      {"TERM=dumb", "  2 |   EndIf\n    |   ^\n"},
+  };
+  for (const auto& [environment, quote] : kCases) {
+    const std::string program =
+        std::string("env -u NO_COLOR ") + environment + " '" KRPRE_PROGRAM "' -I. main.prw";
+    const tChildResult result = runChild(
+        {KRPRE_PYTHON, "-c", "import pty, sys; pty.spawn(['sh', '-c', sys.argv[1]])", program},
+        directory_.path());
+    EXPECT_EQ(std::regex_replace(result.output, std::regex("\r\n"), "\n"),
+              "main.prw(2) Error C2027  ENDIF does not match IF\n" + std::string(quote) +
+                  failed("main.prw"));
+  }
+}
+
 TEST_F(Messages, InTheFormOfCompilersAreOneLineEachWithNotes) {
   EXPECT_EQ(run(with("--diagnostics=gcc")),
             "main.prw:2:3: error: ENDIF does not match IF [2027]\n"
