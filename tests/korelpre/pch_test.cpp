@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -121,6 +124,7 @@ TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
        [](tProgram& p) { p.disk.put("early/limits.ch", "#define MOST 5\n"); }},
       {"one in the working directory",
        [](tProgram& p) { p.disk.put("limits.ch", "#define MOST 5\n"); }},
+      {"the spelling of its path", [](tProgram& p) { p.options[0] = "-Iearly;./inc"; }},
       {"the place of the header",
        [](tProgram& p) {
          p.disk.put("other/std.ch", kHeader);
@@ -323,6 +327,37 @@ TEST(IncludedHeader, ThatIncludesItselfIsReadEachTime) {
   program.disk.put("inc/inner.ch", "#include \"./app.ch\"\n#define MOST 1\n");
   tHeaderCache cache;
   for (int i = 0; i < 3; ++i) EXPECT_EQ(program.run(&cache), program.run(nullptr));
+}
+
+TEST(IncludedHeader, IsReadWhereItIsNoCycle) {
+  tIncludingProgram program;
+  program.disk.put("inc/outer.ch", "#include \"inner.ch\"\ny := INNER\n");
+  program.disk.put("inc/inner.ch", "#include \"./outer.ch\"\n#define INNER 1\n");
+  tHeaderCache cache;
+  for (const char* text : {"#include \"outer.ch\"\n", "#include \"outer.ch\"\n",
+                           "#include \"inner.ch\"\n", "#include \"inner.ch\"\n"}) {
+    program.main(text);
+    EXPECT_EQ(program.run(&cache), program.run(nullptr)) << text;
+  }
+}
+
+TEST(SharedHeader, IsWaitedForWhileSomebodyReadsIt) {
+  tHeaderCache cache;
+  std::optional<tHeaderCache::tTurn> reading(std::in_place, cache, "a.ch");
+  EXPECT_TRUE(tHeaderCache::tTurn(cache, "b.ch").wanted()) << "another header";
+  std::atomic<bool> turned = false;
+  std::thread other([&] {
+    EXPECT_TRUE(tHeaderCache::tTurn(cache, "a.ch").wanted());
+    turned = true;
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  EXPECT_FALSE(turned);
+  reading.reset();
+  other.join();
+
+  reading.emplace(cache, "a.ch");
+  cache.giveUp("a.ch");
+  EXPECT_FALSE(tHeaderCache::tTurn(cache, "a.ch").wanted()) << "nobody waits in vain";
 }
 
 TEST(SharedHeader, IsCompiledOnceForAllThreads) {
