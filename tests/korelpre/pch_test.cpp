@@ -40,6 +40,15 @@ class tFileNames : public tFileObserver {
   std::string text;
 };
 
+/// A disk on which "./" changes a name but not the file, as links do.
+class tLinkedDisk : public tDiskManMemory {
+ public:
+  tString resolve(const char* name) override {
+    const bool spelled = std::string_view(name).starts_with("./");
+    return tDiskManMemory::resolve(spelled ? name + 2 : name);
+  }
+};
+
 /// A disk with a program on it, and the options to preprocess it with.
 struct tProgram {
   tProgram() {
@@ -86,7 +95,7 @@ struct tProgram {
     return second.reused();
   }
 
-  tDiskManMemory disk;
+  tLinkedDisk disk;
   std::vector<const char*> options = {"-Iearly;inc"};
 };
 
@@ -124,7 +133,7 @@ TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
        [](tProgram& p) { p.disk.put("early/limits.ch", "#define MOST 5\n"); }},
       {"one in the working directory",
        [](tProgram& p) { p.disk.put("limits.ch", "#define MOST 5\n"); }},
-      {"the spelling of its path", [](tProgram& p) { p.options[0] = "-Iearly;./inc"; }},
+      {"the spelling of its path", [](tProgram& p) { p.options[0] = "/Iearly;./inc"; }},
       {"the place of the header",
        [](tProgram& p) {
          p.disk.put("other/std.ch", kHeader);
