@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <cstring>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -28,6 +29,7 @@
 #include "cli/sourcerun.h"
 #include "cli/standardinput.h"
 #include "cli/wholefile.h"
+#include "include/krpre.h"
 
 namespace {
 
@@ -144,6 +146,11 @@ std::size_t threadsFor(const tCommandLine& line) {
   return std::max(std::thread::hardware_concurrency(), 1U);
 }
 
+struct tFreeHeaders {
+  void operator()(krpre_headers* headers) const { krpre_headers_free(headers); }
+};
+using tHeaders = std::unique_ptr<krpre_headers, tFreeHeaders>;
+
 int buildStandardInput(tSourceRun& run, tPrinter& printer) {
   std::string text;
   const std::string trouble = readStandardInput(text);
@@ -171,9 +178,11 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   const bool input = line.readsStandardInput();
   const int messages = input ? STDERR_FILENO : STDOUT_FILENO;
   const tMessageStyle style = messageStyle(line, messages);
+  const bool share = plan.jobs.size() > 1 || line.precompiled;
+  const tHeaders headers(share ? krpre_headers_new(line.precompiled ? 1 : 0) : nullptr);
   std::deque<tSourceRun> runs;
   for (const tBuildJob& job : plan.jobs) {
-    runs.emplace_back(line, job, shippedHeaders, style);
+    runs.emplace_back(line, job, shippedHeaders, style, headers.get());
     if (!runs.back().refusal().empty()) return refuseUsage(runs.back().refusal());
   }
 

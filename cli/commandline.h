@@ -38,6 +38,7 @@ struct tCommandLine {
   std::string standardInputName;
   eDiagnosticForm diagnostics = eDiagnosticForm::kAuto;
   bool alwaysWrite = false;
+  bool precompiled = false;
   bool trace = false;
   bool quiet = false;
 

@@ -62,6 +62,10 @@ void takeAlwaysWrite(tCommandLine& line, const tGivenOption&) {
   line.alwaysWrite = true;
 }
 
+void takePrecompiled(tCommandLine& line, const tGivenOption&) {
+  line.precompiled = true;
+}
+
 void takeInputName(tCommandLine& line, const tGivenOption& given) {
   if (refuseEmpty(line, given, "source")) return;
   line.standardInputName = given.value;
@@ -124,6 +128,8 @@ const tOption kOptions[] = {
     {"MT", nullptr, "TARGET", "name TARGET in the rule instead of the output", takeTarget},
     {"MP", nullptr, nullptr, "add an empty rule for every header", takePhony},
     {"", "always-write", nullptr, "write outputs that do not change too", takeAlwaysWrite},
+    {"", "precompiled", nullptr,
+     "keep the standard header in a file beside it that\nlater runs use", takePrecompiled},
     {"", "stdin-name", "NAME", "what the source from standard input is called\n(stdin.prw)",
      takeInputName},
     {"", "diagnostics", "FORM",

@@ -11,7 +11,7 @@ struct tRuleInfo {
   std::string key;
   std::string listing;
   std::string directive;  // empty for a define of an option
-  std::string file;  // empty for a define of an option
+  std::string file;       // empty for a define of an option
   int line = 0;
   bool abbreviates = false;
 

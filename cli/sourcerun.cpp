@@ -123,10 +123,12 @@ tMessageStyle messageStyle(const tCommandLine& line, int messages) {
 }
 
 tSourceRun::tSourceRun(const tCommandLine& line, const tBuildJob& job,
-                       const std::string& shippedHeaders, const tMessageStyle& style)
+                       const std::string& shippedHeaders, const tMessageStyle& style,
+                       krpre_headers* headers)
     : line_(line),
       job_(job),
       style_(style),
+      headers_(headers),
       arguments_(lineFor(line, job), shippedHeaders, job.tag) {}
 
 tSourceResult tSourceRun::run() {
@@ -139,7 +141,8 @@ tSourceResult tSourceRun::runText(const std::string& text) {
 
 tSourceResult tSourceRun::runWith(const std::string* text) {
   tTold heard;
-  const krpre_host host = hostFor(line_, job_, style_, heard);
+  krpre_host host = hostFor(line_, job_, style_, heard);
+  host.headers = headers_;
   try {
     const int code = text == nullptr
                          ? krpre_run(arguments_.count(), arguments_.vector(), &host)

@@ -6,6 +6,8 @@
 #include "cli/commandline.h"
 #include "cli/runarguments.h"
 
+struct krpre_headers;
+
 /// What came of one source.
 struct tSourceResult {
   bool done = false;
@@ -31,9 +33,9 @@ tMessageStyle messageStyle(const tCommandLine& line, int messages);
 /// once in several threads.
 class tSourceRun {
  public:
-  /// All of them must outlive this object.
+  /// All of them must outlive this object; `headers` may be null.
   tSourceRun(const tCommandLine& line, const tBuildJob& job, const std::string& shippedHeaders,
-             const tMessageStyle& style);
+             const tMessageStyle& style, krpre_headers* headers);
 
   /// Empty, or why one of the values cannot be handed to the library.
   const std::string& refusal() const { return arguments_.refusal(); }
@@ -50,5 +52,6 @@ class tSourceRun {
   const tCommandLine& line_;
   const tBuildJob& job_;
   const tMessageStyle& style_;
+  krpre_headers* headers_;  // shared with others, or null
   tRunArguments arguments_;
 };

@@ -16,7 +16,7 @@ _krpre() {
     --diagnostics) _krpre_words -W 'auto classic long json gcc'; return ;;
   esac
   if [[ $cur == -* ]]; then
-    _krpre_words -W '-o --output -I --include -D --define -j --jobs -MD -MF -MT -MP --always-write --stdin-name --diagnostics -T --trace -q --quiet --classic --help --version'
+    _krpre_words -W '-o --output -I --include -D --define -j --jobs -MD -MF -MT -MP --always-write --precompiled --stdin-name --diagnostics -T --trace -q --quiet --classic --help --version'
     return
   fi
   mapfile -t COMPREPLY < <(

@@ -186,18 +186,18 @@ struct krpre_place {
 /* What is known of one message about a source. Names of files are as a user knows them, relative to
  * the current directory unless they begin with "/". */
 struct krpre_diagnostic {
-  int severity;            /* one of the KRPRE_SEVERITY_ values */
-  int code;                /* the number of a numbered error; the result in SEVERITY_RESULT */
-  const char* slug;        /* a name for the kind of message: "syntax-error"; see docs/errors.md */
-  const char* message;     /* in English, whatever the language of the run; without a position */
-  const char* file;        /* the source or the included file; empty: the run as a whole */
-  int line;                /* from 1; 0 when it is not about a line */
-  int column;              /* of the line's bytes, from 1; 0 when it is not known */
-  const char* source;      /* the line, without its line end; it may hold zero bytes */
+  int severity;        /* one of the KRPRE_SEVERITY_ values */
+  int code;            /* the number of a numbered error; the result in SEVERITY_RESULT */
+  const char* slug;    /* a name for the kind of message: "syntax-error"; see docs/errors.md */
+  const char* message; /* in English, whatever the language of the run; without a position */
+  const char* file;    /* the source or the included file; empty: the run as a whole */
+  int line;            /* from 1; 0 when it is not about a line */
+  int column;          /* of the line's bytes, from 1; 0 when it is not known */
+  const char* source;  /* the line, without its line end; it may hold zero bytes */
   size_t sourceLength;
-  int includeCount;        /* how the file was reached, the directive that includes it first */
+  int includeCount; /* how the file was reached, the directive that includes it first */
   const struct krpre_place* includedFrom; /* null when includeCount is 0 */
-  int ruleCount;           /* what made the statement, in the order in which it was applied */
+  int ruleCount; /* what made the statement, in the order in which it was applied */
   const struct krpre_rule* rules; /* null when ruleCount is 0 */
 };
 enum {
@@ -213,6 +213,18 @@ enum {
   KRPRE_TAKE_TURNS = 4      /* wait, 10 seconds at most, while another run with the same tag writes
                                an output to the same directory; without it that is a failure */
 };
+
+/* Headers that several runs share, so that each is read once: see docs/precompiled.md. Runs in
+ * several threads may use one at the same time. It takes for granted that headers do not change
+ * while it lives. `precompiled` not 0: the standard header is also kept in a file beside it, from
+ * one process to the next. Null when there is no memory. The caller frees it when no run uses it
+ * any more; null is nothing to free. */
+struct krpre_headers;
+KRPRE_API struct krpre_headers* krpre_headers_new(int precompiled);
+KRPRE_API void krpre_headers_free(struct krpre_headers* headers);
+/* How often the text of a header was read to be kept, and how often a kept one was used instead. */
+KRPRE_API int krpre_headers_read(const struct krpre_headers* headers);
+KRPRE_API int krpre_headers_reused(const struct krpre_headers* headers);
 
 /* What a host wants. Fill it with zeros, then set `size` and what you need. */
 struct krpre_host {
@@ -246,6 +258,8 @@ struct krpre_host {
    * Null: whatever translator the process has installed in Qt, English without one. A language or
    * encoding that the library does not have is English. */
   const char* language;
+  /* Headers that this run shares with others. Null: the sources of this run share theirs. */
+  struct krpre_headers* headers;
 };
 enum {
   KRPRE_FILE_READ = 1,       /* the source, then each file that it includes, whenever it is read */
@@ -257,19 +271,21 @@ enum {
  * host->size is not one that this library knows; nothing else has happened then. */
 KRPRE_API int krpre_run(int count, char** vector, const struct krpre_host* host);
 
-/* --- Packed files -----------------------------------------------------------------------------------
+/* --- Packed files
+ * -----------------------------------------------------------------------------------
  *
- * Sources and headers may be packed; the preprocessor reads them as their text. krpre_pack packs the
- * file `in` into `out`, krpre_unpack reverses that, byte for byte. `out` may be null or the same
- * file: it is then replaced. It is replaced in one step, keeps the permissions of `in`, and stays as
- * it was after a failure. Nothing is printed. */
+ * Sources and headers may be packed; the preprocessor reads them as their text. krpre_pack packs
+ * the file `in` into `out`, krpre_unpack reverses that, byte for byte. `out` may be null or the
+ * same file: it is then replaced. It is replaced in one step, keeps the permissions of `in`, and
+ * stays as it was after a failure. Nothing is printed. */
 enum {
-  KRPRE_PACKED = 0,       /* done */
-  KRPRE_UNCHANGED = 2,    /* it was packed already, or is not packed; a different `out` is a copy now */
-  KRPRE_UNREADABLE = 3,   /* `in` cannot be read */
-  KRPRE_TOO_LARGE = 4,    /* it is larger than 16 MiB, packed or not */
-  KRPRE_DAMAGED = 5,      /* it is packed, but not whole */
-  KRPRE_NOT_WRITTEN = 6   /* `out` cannot be written */
+  KRPRE_PACKED = 0, /* done */
+  KRPRE_UNCHANGED =
+      2, /* it was packed already, or is not packed; a different `out` is a copy now */
+  KRPRE_UNREADABLE = 3, /* `in` cannot be read */
+  KRPRE_TOO_LARGE = 4,  /* it is larger than 16 MiB, packed or not */
+  KRPRE_DAMAGED = 5,    /* it is packed, but not whole */
+  KRPRE_NOT_WRITTEN = 6 /* `out` cannot be written */
 };
 KRPRE_API int krpre_pack(const char* in, const char* out);
 KRPRE_API int krpre_unpack(const char* in, const char* out);
@@ -294,9 +310,9 @@ KRPRE_API size_t krpre_output_name(const char* source, const char* directory, ch
  * there. */
 KRPRE_API int krpre_is_source(const char* name);
 
-/* The translation of `text`, words of a message, in a language named as in krpre_host; the text itself
- * when the language does not have it. Puts it into `translation`, cut to size - 1 bytes and ended by a
- * zero (nothing when size is 0). Returns its full length. */
+/* The translation of `text`, words of a message, in a language named as in krpre_host; the text
+ * itself when the language does not have it. Puts it into `translation`, cut to size - 1 bytes and
+ * ended by a zero (nothing when size is 0). Returns its full length. */
 KRPRE_API size_t krpre_translate(const char* language, const char* text, char* translation,
                                  size_t size);
 

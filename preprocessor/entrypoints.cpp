@@ -106,6 +106,26 @@ extern "C" int doPreProc(int count, char** vector) {
   }
 }
 
+extern "C" krpre_headers* krpre_headers_new(int precompiled) {
+  try {
+    return new krpre_headers(precompiled != 0);
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+extern "C" void krpre_headers_free(krpre_headers* headers) {
+  delete headers;
+}
+
+extern "C" int krpre_headers_read(const krpre_headers* headers) {
+  return headers->cache.compiled();
+}
+
+extern "C" int krpre_headers_reused(const krpre_headers* headers) {
+  return headers->cache.reused();
+}
+
 extern "C" int krpre_run(int count, char** vector, const krpre_host* host) {
   krpre_host known;
   if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;

@@ -2,10 +2,17 @@
 
 #include "include/krpre.h"
 #include "korelpre/fileobserver.h"
+#include "korelpre/pchcache.h"
 #include "korelpre/ruleobserver.h"
 #include "lib_base/output.h"
 #include "preprocessor/rulereport.h"
 #include "preprocessor/runhost.h"
+
+/// What stands behind the opaque type of the C interface.
+struct krpre_headers {
+  explicit krpre_headers(bool precompiled) : cache(precompiled) {}
+  precomp::tHeaderCache cache;
+};
 
 /// Hands what a run tells its host to the callbacks of the C interface.
 class tHostBridge : public tRunHost,
@@ -19,6 +26,9 @@ class tHostBridge : public tRunHost,
   bool wantsMessages() const { return host_.message != nullptr; }
   void write(std::string_view text) override;
 
+  precomp::tHeaderCache* headers() override {
+    return host_.headers == nullptr ? nullptr : &host_.headers->cache;
+  }
   bool wantsOutput() const override { return (host_.flags & KRPRE_NO_OUTPUT) == 0; }
   tString outputName() const override { return tString(host_.outputName); }
   bool takesOutput() const override { return host_.output != nullptr; }

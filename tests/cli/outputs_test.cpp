@@ -70,4 +70,20 @@ TEST_F(Outputs, KeepTheirTimesUnlessTheyChange) {
   EXPECT_EQ(output("a.ppo"), "x := 2\n");
 }
 
+TEST_F(Outputs, AreTheSameWithAKeptStandardHeader) {
+  write("h/std.ch", "#xcommand BEEP => Tone(440)\n");
+  write("a.prw", "BEEP\n");
+  EXPECT_EQ(run({"-I", "h", "a.prw"}).status, 0);
+  const std::string expected = bytes("a.ppo");
+  for (int runs = 1; runs <= 2; ++runs) {
+    EXPECT_EQ(run({"-I", "h", "--precompiled", "--always-write", "a.prw"}).status, 0);
+    EXPECT_EQ(bytes("a.ppo"), expected);
+    EXPECT_TRUE(fs::exists(path("h/std.pch")));
+  }
+  // What is kept is not trusted when the header has changed.
+  write("h/std.ch", "#xcommand BEEP => Tone(220)\n");
+  EXPECT_EQ(run({"-I", "h", "--precompiled", "a.prw"}).status, 0);
+  EXPECT_EQ(output("a.ppo"), "Tone(220)\n");
+}
+
 }  // namespace

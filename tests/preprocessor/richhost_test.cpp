@@ -319,4 +319,21 @@ TEST(RichHost, OfAnUnknownSizeIsRefusedBeforeAnythingHappens) {
   EXPECT_FALSE(std::filesystem::exists(directory.path() / "a.ppo"));
 }
 
+TEST(RichHost, SharesHeadersAmongRuns) {
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "#xcommand BEEP => Tone(440)\n");
+  directory.write("a.prw", "BEEP\n");
+  tHeard heard;
+  krpre_host host = hostOf(heard);
+  host.headers = krpre_headers_new(0);
+  for (int runs = 1; runs <= 3; ++runs) {
+    EXPECT_EQ(run(directory, &host), 0);
+    EXPECT_EQ(readBytes(directory.path() / "a.ppo"), "Tone(440)\r\n");
+  }
+  EXPECT_EQ(krpre_headers_read(host.headers), 1);
+  EXPECT_EQ(krpre_headers_reused(host.headers), 2);
+  krpre_headers_free(host.headers);
+  krpre_headers_free(nullptr);
+}
+
 }  // namespace
