@@ -22,7 +22,7 @@ class tMarkerArena {
   };
   tMark mark() const { return {chunks_.size(), next_, left_, size_}; }
   void rewind(const tMark& mark) {
-    chunks_.resize(mark.chunks);
+    if (chunks_.size() > mark.chunks) keepSpare(mark.chunks);
     next_ = mark.next;
     left_ = mark.left;
     size_ = mark.size;
@@ -41,13 +41,21 @@ class tMarkerArena {
   }
 
  private:
-  void* allocateFresh(std::size_t size);
-
   struct tRelease {
     void operator()(std::byte* chunk) const noexcept;
   };
 
-  std::vector<std::unique_ptr<std::byte, tRelease>> chunks_;
+  struct tChunk {
+    std::unique_ptr<std::byte, tRelease> bytes;
+    std::size_t size = 0;
+  };
+
+  void* allocateFresh(std::size_t size);
+  void startChunk(tChunk chunk);
+  void keepSpare(std::size_t chunks);
+
+  std::vector<tChunk> chunks_;
+  tChunk spare_;  // given back by rewind(), which may come again and again
   std::size_t chunkSize_ = 0;
   std::byte* next_ = nullptr;
   std::size_t left_ = 0;
