@@ -24,6 +24,9 @@ class tHostWithConverter : public tRunHost {
 
 /// A directory with the stand-in under the converter's name, and a temporary directory of its own.
 class Foreign : public testing::Test {
+ public:
+  ~Foreign() override { unsetenv("TMPDIR"); }
+
  protected:
   Foreign() {
     fs::create_directories(path("bin"));
@@ -33,8 +36,6 @@ class Foreign : public testing::Test {
     fs::create_symlink(KRPRE_STANDIN, path("bin/abl2korel.so"));
     setenv("TMPDIR", path("tmp").c_str(), 1);
   }
-  ~Foreign() override { unsetenv("TMPDIR"); }
-
   std::string path(const std::string& name) const { return directory_.path() / name; }
 
   /// Runs over a source with the converter of `converters`; what it prints itself is not among
