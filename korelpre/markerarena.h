@@ -31,7 +31,7 @@ class tMarkerArena {
   std::size_t size() const { return size_; }
 
   void* allocate(std::size_t size) {
-    constexpr std::size_t kAlignment = 16;
+    constexpr std::size_t kAlignment = 8;
     size = (size + kAlignment - 1) / kAlignment * kAlignment;
     if (size > left_) return allocateFresh(size);
     void* const place = next_;
