@@ -48,9 +48,11 @@ void tHeaderRecorder::marker(int line, std::string_view name) {
 // Those that are still there of the rules that arrived, in that order. A rule that is gone may have
 // left its place to another one; the last arrival counts.
 std::vector<const tBaseXChg*> tHeaderRecorder::rulesOf(const tXChgArray& table) const {
-  std::unordered_set<const tBaseXChg*> there;
-  for (int i = 0; i < table.count(); ++i) there.insert(table.get(i));
   std::vector<const tBaseXChg*> rules;
+  if (arrived_.empty()) return rules;
+  std::unordered_set<const tBaseXChg*> there;
+  // Those that came out of another image did not arrive.
+  for (int i = 0; i < table.count(); ++i) there.insert(table.madeRule(i));
   for (auto rule = arrived_.rbegin(); rule != arrived_.rend(); ++rule) {
     if (there.erase(*rule) > 0) rules.push_back(*rule);
   }

@@ -36,6 +36,11 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
     return storedIn(slot) == nullptr ? slot : makeRule(index);
   }
   tBaseXChg& operator[](int index) const { return *get(index); }
+  /// The rule at `index`; null when it is a stored one that nobody has asked for yet.
+  const tBaseXChg* madeRule(int index) const {
+    const tBaseXChg* const rule = slot(index);
+    return storedIn(rule) == nullptr ? rule : nullptr;
+  }
   tBaseXChg* last() const { return get(count() - 1); }
 
   /// Inserts `rule` behind every rule whose key equals its key.
