@@ -93,7 +93,7 @@ std::string forBash() {
          "complete -o filenames -F _krpre krpre\n";
 }
 
-// Inside the single quotes and brackets of a specification of _arguments.
+// Inside the single quotes and brackets of what _arguments takes.
 std::string escapedForZsh(const std::string& text) {
   std::string escaped;
   for (const char c : text) {
