@@ -2,7 +2,10 @@
 
 #include "cli/diagnostics.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
+#include <unistd.h>
 
 #include <nlohmann/json.hpp>
 #include <regex>
@@ -133,6 +136,9 @@ TEST_F(Messages, AreClassicWhereNobodyLooks) {
 }
 
 TEST_F(Messages, OnATerminalAreLongAndColouredUnlessThatIsUnwanted) {
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  if (terminal < 0) GTEST_SKIP() << "no terminals to be had";
+  close(terminal);
   const std::pair<const char*, const char*> kCases[] = {
       {"TERM=xterm", "\033[2m  2 |\033[0m   EndIf\n\033[2m    |\033[0m   \033[31m^\033[0m\n"},
       {"TERM=xterm NO_COLOR=1", "  2 |   EndIf\n    |   ^\n"},
