@@ -108,4 +108,20 @@ TEST(RuleLimits, LeaveAStatementAsItWasWhenAResultIsTooLong) {
             "main.prw(3) Error C2078  Circular #translate/#command/#define\n");
 }
 
+TEST(RuleLimits, RulesThatAreReadAgainApplyLikeTheFirst) {
+  // The markers of so many rules pass what is kept of them.
+  std::string source;
+  for (int i = 10000; i < 50000; ++i) {
+    const std::string number = std::to_string(i);
+    source.append("#xcommand Z").append(number).append(" TO <x1> [WITH <x2>] [TINT <x3>] ;\n");
+    source.append(" => Open(<x1>, <x2>, <x3>, ").append(number).append(", '', '', '', '')\n");
+  }
+  const tPreprocessed result = preprocessSoon(source + "Z10000 TO a TINT b\nz49999 TO a WITH b");
+  EXPECT_EQ(result.error, "");
+  EXPECT_TRUE(
+      result.text.ends_with("Open(a,, b, 10000, '', '', '', '')\n"
+                            "Open(a, b,, 49999, '', '', '', '')"))
+      << result.text.substr(result.text.size() - 100);
+}
+
 }  // namespace
