@@ -177,9 +177,10 @@ bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
   if (byteAt(p) != kWordStart) return lookup.startsOddToken(*p);
   const char* word = p++;
   while (isWordByte(*p)) ++p;
-  if (!lookup.passes(word[0], p - word > 1 ? word[1] : '\0')) return false;
+  const std::string_view text(word, static_cast<std::size_t>(p - word));
+  if (!lookup.passes(text)) return false;
   return joinsLongerToken(word, p, start) ||
-         commands_.lookUp({word, static_cast<std::size_t>(p - word)}) != nullptr;
+         commands_.foresee(text, {p, static_cast<std::size_t>(end - p)});
 }
 
 bool tPlainWriter::write(const char* start, const char* end, tString& output) {
@@ -230,7 +231,8 @@ bool tPlainWriter::passWord(tCursor& at) {
   if (name == nullptr && !mayTranslate) return true;
   // A number of which this may be a part, or a token of several words.
   if (isDigit(*word) || joinsLongerToken(word, p, at.start)) return false;
-  if (mayTranslate && translates_.lookUp(text) != nullptr) return false;
+  const std::string_view behind(p, static_cast<std::size_t>(at.end - p));
+  if (mayTranslate && translates_.foresee(text, behind)) return false;
   if (name == nullptr) return true;
   if (needsArguments(*name)) return !mayOpenArguments(p, at.end);
   if (!commands_.empty() && skipBlanks(at.start, at.end) == word) return false;

@@ -96,12 +96,16 @@ void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
   if (firstMatch == nullptr) return;
   visitChain(firstMatch, [this](tMatchMarker& marker) { marker.setRule(this); });
   rlink(this, firstMatch, firstResult, linkCount_);
+  for (const tMatchMarker* marker = firstResult; marker != nullptr; marker = marker->next()) {
+    hasClauses_ = hasClauses_ || marker->hasGroups();
+  }
 }
 
+// A match leaves nothing in the markers of a result but how often clauses were written.
 void tBaseXChg::resetMatch() {
   if (!matchLeft_) return;
   firstMatch_->resetAll();
-  if (firstResult_ != nullptr) firstResult_->resetAll();
+  if (hasClauses_) firstResult_->resetAll();
   matchLeft_ = false;
 }
 

@@ -96,6 +96,7 @@ class tBaseXChg {
   /// Tells that the rule, which was made without chains, reads them from its directive when
   /// somebody asks for them.
   void readLater() { unread_ = true; }
+  bool isRead() const { return !unread_; }
   /// Has the processor fetch a rule and its markers, of which hardly any is still in its caches
   /// when there are thousands. To fetch them all at once costs little more than to wait for the
   /// first.
@@ -132,6 +133,7 @@ class tBaseXChg {
   bool inArena_ = false;
   bool unread_ = false;     // see readLater()
   bool matchLeft_ = false;  // the markers hold what a match left in them
+  bool hasClauses_ = false;
   KorelPreYaccClass* processor_;
   tSourceLine* lineEntry_ = nullptr;
   tString originFile_;

@@ -77,27 +77,18 @@ bool foldsOddly(std::string_view key) {
 
 }  // namespace
 
-// A rule with the beginning of its key, which decides most comparisons.
-struct tXChgArray::tWaiting {
-  std::uint64_t start;
-  tBaseXChg* rule;
-};
-
-std::uint64_t tXChgArray::startOf(const tBaseXChg* slot) {
+tXChgArray::tHead tXChgArray::headOf(tBaseXChg* slot) {
   const tKey key = keyOf(slot);
-  return startOf(key.text, !key.wordRule.caseSensitive);
-}
-
-std::uint64_t tXChgArray::startOf(std::string_view key, bool folds) {
   std::uint64_t start = 0;
   for (std::size_t i = 0; i < 8; ++i) {
-    const char c = i < key.size() ? key[i] : '\0';
-    start = start << 8 | static_cast<unsigned char>(folds ? upperAscii(c) : c);
+    const char c = i < key.text.size() ? key.text[i] : '\0';
+    const char folded = key.wordRule.caseSensitive ? c : upperAscii(c);
+    start = start << 8 | static_cast<unsigned char>(folded);
   }
-  return start;
+  return {start, foldedHash(key.text), tSecondTags::kUnknown, slot};
 }
 
-bool tXChgArray::isBefore(const tWaiting& a, const tWaiting& b) {
+bool tXChgArray::isBefore(const tHead& a, const tHead& b) {
   if (a.start != b.start) return a.start < b.start;
   tKey key = keyOf(a.rule);
   key.wordRule.abbreviate = false;
@@ -106,7 +97,7 @@ bool tXChgArray::isBefore(const tWaiting& a, const tWaiting& b) {
 
 // Whether no rule can have been put behind one that its key abbreviates: no key that comes twice
 // is followed by one that begins with it and may be abbreviated.
-bool tXChgArray::isRegular(const std::vector<tWaiting>& rules) {
+bool tXChgArray::isRegular(const std::vector<tHead>& rules) {
   for (std::size_t i = 0; i < rules.size(); ++i) {
     const std::string_view key = keyOf(rules[i].rule).text;
     if (foldsOddly(key)) return false;
@@ -131,6 +122,7 @@ void tXChgArray::arrange() const {
 }
 
 void tXChgArray::placeOneByOne() {
+  waiting_.clear();
   if (count() - placed_ < kSomeWaiting) {
     while (placed_ < count()) placeBehindEquals(*this, placed_, takeAt(placed_));
     return;
@@ -156,35 +148,66 @@ void tXChgArray::placeBehindEquals(tRow& row, int& placed, tBaseXChg* rule) {
   ++placed;
 }
 
+// What was noted of the rules that wait, or is found out now.
+std::vector<tXChgArray::tHead> tXChgArray::takeWaiting() {
+  std::vector<tHead> waiting;
+  waiting.swap(waiting_);
+  const auto count = static_cast<std::size_t>(this->count() - placed_);
+  if (waiting.size() == count) return waiting;
+  waiting.clear();
+  waiting.reserve(count);
+  for (int i = placed_; i < this->count(); ++i) waiting.push_back(headOf(slot(i)));
+  return waiting;
+}
+
 // See note [irregular order]. Sorts the rules that wait and merges them in; false, with nothing
 // done, when that may not be what inserting them gives.
 bool tXChgArray::placeTogether() {
-  std::vector<tWaiting> waiting;
-  waiting.reserve(static_cast<std::size_t>(count() - placed_));
-  for (int i = placed_; i < count(); ++i) waiting.push_back({startOf(slot(i)), slot(i)});
+  std::vector<tHead> waiting = takeWaiting();
   std::stable_sort(waiting.begin(), waiting.end(), isBefore);
-  std::vector<tWaiting> all;
+  std::vector<tHead> all;
   all.reserve(static_cast<std::size_t>(count()));
   int next = 0;
-  for (const tWaiting& rule : waiting) {
+  for (const tHead& rule : waiting) {
     for (; next < placed_; ++next) {
-      const tWaiting placed{startOf(slot(next)), slot(next)};
+      const tHead placed = headOf(slot(next));
       if (isBefore(rule, placed)) break;
       all.push_back(placed);
     }
     all.push_back(rule);
   }
-  for (; next < placed_; ++next) all.push_back({startOf(slot(next)), slot(next)});
+  for (; next < placed_; ++next) all.push_back(headOf(slot(next)));
   if (abbreviating_ && !isRegular(all)) return false;
   for (int i = 0; i < count(); ++i) {
     setPointer(i, all[static_cast<std::size_t>(i)].rule);
     if (storedIn(slot(i)) == nullptr) slot(i)->setPlace(i);
   }
-  starts_.clear();
-  for (const tWaiting& rule : all) starts_.push_back(rule.start);
-  startsGeneration_ = lookup_.generation();
   placed_ = count();
+  if (!keyOf(slot(0)).wordRule.caseSensitive) learnKeys(all);
   return true;
+}
+
+// `rules` are all of the table.
+void tXChgArray::learnKeys(const std::vector<tHead>& rules) {
+  keys_.begin(rules.size());
+  int first = 0;
+  for (int i = 1; i <= count(); ++i) {
+    if (i < count() &&
+        !isBefore(rules[static_cast<std::size_t>(i - 1)], rules[static_cast<std::size_t>(i)])) {
+      continue;
+    }
+    const std::string_view key = keyOf(slot(first)).text;
+    keys_.add({.key = key.data(),
+               .hash = rules[static_cast<std::size_t>(first)].hash,
+               .size = static_cast<std::uint32_t>(key.size()),
+               .first = first,
+               .last = i - 1});
+    first = i;
+  }
+  keysGeneration_ = lookup_.generation();
+  for (int i = 0; i < count(); ++i) {
+    tags_.at(i, lookup_.generation()) = rules[static_cast<std::size_t>(i)].tag;
+  }
 }
 
 }  // namespace precomp

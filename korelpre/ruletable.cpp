@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "korelpre/bytekinds.h"
 #include "korelpre/ruleobserver.h"
+#include "lib_base/misc.h"
 
 namespace precomp {
 
@@ -82,7 +84,6 @@ int tXChgArray::compare(const tBaseXChg* slot, std::string_view word, bool exact
 }
 
 bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& last) const {
-  if (exact && startsGeneration_ == lookup_.generation()) return findOrdered(word, first, last);
   int found = 0;
   const bool any = search(*this, word, exact, count(), found);
   first = last = found;
@@ -92,19 +93,13 @@ bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& las
   return true;
 }
 
-// As findRun for whole words, where starts_ tells which rules need not be looked at.
-bool tXChgArray::findOrdered(std::string_view word, int& first, int& last) const {
-  const bool folds = !keyOf(slot(0)).wordRule.caseSensitive;
-  const auto run = std::equal_range(starts_.begin(), starts_.end(), startOf(word, folds));
-  first = static_cast<int>(run.first - starts_.begin());
-  last = static_cast<int>(run.second - starts_.begin());
-  const auto isLess = [&](int index) { return compare(slot(index), word, true) < 0; };
-  const auto isNotGreater = [&](int index) { return compare(slot(index), word, true) <= 0; };
-  const int begin = firstWithout(first, last, isLess);
-  const int end = firstWithout(begin, last, isNotGreater);
-  first = begin;
-  last = begin < end ? end - 1 : begin;
-  return begin < end;
+bool tXChgArray::findKey(std::string_view word, int& first, int& last) const {
+  const tKeyTable::tRun* run = keys_.find(
+      foldedHash(word), [&](const tKeyTable::tRun& met) { return equalNoCase(met.text(), word); });
+  if (run == nullptr) return false;
+  first = run->first;
+  last = run->last;
+  return true;
 }
 
 int tXChgArray::Find(const tString& word, int& first, int& last, unsigned char exact) const {
@@ -115,7 +110,9 @@ int tXChgArray::Find(const tString& word, int& first, int& last, unsigned char e
 tFoundRules tXChgArray::findRules(std::string_view word) const {
   arrange();
   tFoundRules found;
-  if (!findRun(word, true, found.wholeFirst, found.wholeLast)) found.wholeLast = -1;
+  const bool whole = knowsKeys() ? findKey(word, found.wholeFirst, found.wholeLast)
+                                 : findRun(word, true, found.wholeFirst, found.wholeLast);
+  if (!whole) found.wholeLast = -1;
   if (!abbreviating_) {
     found.first = found.wholeFirst;
     found.last = found.wholeLast;
@@ -125,11 +122,64 @@ tFoundRules tXChgArray::findRules(std::string_view word) const {
   return found;
 }
 
+const tFoundRules* tXChgArray::lookUpPassed(std::string_view word) {
+  if (abbreviating_ || !knowsKeys()) return lookup_.findPassed(*this, word);
+  found_ = findRules(word);
+  return found_.any() ? &found_ : nullptr;
+}
+
+// Whether a run of the word's hash is really that of the word can wait until its rules are there.
+bool tXChgArray::foreseePassed(std::string_view word, std::string_view behind) {
+  if (abbreviating_ || !knowsKeys()) {
+    const tFoundRules* found = lookup_.findPassed(*this, word);
+    if (found == nullptr) return false;
+    fetchLikely(found->wholeFirst, found->wholeLast, behind);
+    return true;
+  }
+  const tKeyTable::tRun* run =
+      keys_.find(foldedHash(word), [](const tKeyTable::tRun& /*met*/) { return true; });
+  if (run == nullptr) return false;
+  // The words of the rule stand behind its key.
+  constexpr std::size_t kLine = 64;
+  __builtin_prefetch(run->key);
+  __builtin_prefetch(run->key + kLine);
+  fetchLikely(run->first, run->last, behind);
+  return true;
+}
+
+void tXChgArray::fetchLikely(int first, int last, std::string_view behind) {
+  if (last - first >= kLongRun) return;
+  std::uint32_t wanted = tSecondTags::kUnknown;
+  if (first < last) {
+    const std::size_t begin = std::min(behind.find_first_not_of(" \t"), behind.size());
+    std::size_t end = begin;
+    while (end < behind.size() && isWordByte(behind[end])) ++end;
+    wanted = secondTag(behind.substr(begin, end - begin), false);
+  }
+  for (int i = first; i <= last; ++i) {
+    const std::uint32_t tag = first == last ? wanted : tags_.at(i, lookup_.generation());
+    const bool likely = tag == wanted || tag == tSecondTags::kNoTag;
+    if (likely && storedIn(slot(i)) == nullptr) fetched(i);
+  }
+}
+
+// The rule at `index`, about to be looked at.
+tBaseXChg& tXChgArray::fetched(int index) {
+  tBaseXChg* const rule = get(index);
+  if (rule != foreseen_) tBaseXChg::fetch(rule);
+  foreseen_ = rule;
+  return *rule;
+}
+
 void tXChgArray::Add(tBaseXChg* rule) {
   const tWordRule wordRule = rule->wordRule();
   noteKey(rule->key(), wordRule);
   rule->setPlace(count());
   add(rule);
+  if (!wordRule.caseSensitive) {
+    waiting_.push_back(headOf(rule));
+    if (rule->isRead()) waiting_.back().tag = tagOf(rule);
+  }
   if (wordRule.caseSensitive && !wordRule.abbreviate) index_.added(rule);
 }
 
@@ -156,6 +206,7 @@ void tXChgArray::addStored(const tStoredRules& stored, KorelPreYaccClass* proces
   own.reserve(static_cast<std::size_t>(count()));
   for (int i = 0; i < count(); ++i) own.push_back(slot(i));
   dropElements();
+  waiting_.clear();
   reserve(static_cast<int>(stored.count) + static_cast<int>(own.size()));
   for (std::uint32_t i = 0; i < stored.count; ++i) add(slotOf(stored.rules[stored.order[i]]));
   placed_ = count();
@@ -181,10 +232,10 @@ void tXChgArray::dropStored() {
   processor_ = nullptr;
 }
 
-std::string_view tXChgArray::secondWord(int index) const {
-  const tStoredRule* stored = storedIn(slot(index));
+std::string_view tXChgArray::secondWordOf(const tBaseXChg* slot) {
+  const tStoredRule* stored = storedIn(slot);
   if (stored != nullptr) return stored->secondWord();
-  const tMatchMarker* head = slot(index)->firstMatch();
+  const tMatchMarker* head = slot->firstMatch();
   if (head->hasGroups() || head->next() == nullptr || !head->next()->isIdentifier()) return {};
   return head->next()->token();
 }
@@ -237,6 +288,7 @@ bool tXChgArray::define(tBaseXChg* rule) {
 void tXChgArray::forgetRules() {
   index_.clear();
   lookup_.clear();
+  waiting_.clear();
   placed_ = 0;
   irregular_ = abbreviating_ = mixed_ = false;
 }
@@ -262,11 +314,13 @@ const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
 
 std::uint32_t tXChgArray::tagAt(int index) {
   std::uint32_t& tag = tags_.at(index, lookup_.generation());
-  if (tag == tSecondTags::kUnknown) {
-    const std::string_view word = secondWord(index);
-    tag = word.empty() ? tSecondTags::kNoTag : secondTag(word, wordRuleAt(index).abbreviate);
-  }
+  if (tag == tSecondTags::kUnknown) tag = tagOf(slot(index));
   return tag;
+}
+
+std::uint32_t tXChgArray::tagOf(const tBaseXChg* slot) {
+  const std::string_view word = secondWordOf(slot);
+  return word.empty() ? tSecondTags::kNoTag : secondTag(word, keyOf(slot).wordRule.abbreviate);
 }
 
 // The rules of a run that may match by the word after their keys. Takes the steps that trying one
@@ -287,8 +341,7 @@ void tXChgArray::meetLikely(int first, int last, int start, tTknString* t, tBest
         continue;
       }
     }
-    tBaseXChg::fetch(get(i));
-    best.meet(i, *get(i));
+    best.meet(i, fetched(i));
   }
 }
 
@@ -305,16 +358,12 @@ bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int 
   const tSecondWords* words = observer_ == nullptr ? secondWordsOf(first, last) : nullptr;
   if (words != nullptr) {
     const tString& second = t->getToken(std::max(start, 0) + 1);
-    words->find(second, [&](int index) {
-      tBaseXChg::fetch(get(index));
-      best.meet(index, *get(index));
-    });
+    words->find(second, [&](int index) { best.meet(index, fetched(index)); });
   } else if (observer_ == nullptr && last > first) {
     meetLikely(first, last, start, t, best);
   } else {
     for (int i = last; i >= first; --i) {
-      tBaseXChg::fetch(get(i));
-      best.meet(i, *get(i));
+      best.meet(i, fetched(i));
     }
   }
   if (!best.apply(processor)) return false;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "korelpre/keytable.h"
 #include "korelpre/rule.h"
 #include "korelpre/ruleindex.h"
 #include "korelpre/secondwords.h"
@@ -74,7 +75,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   void arrange() const;
   /// The literal that must follow the key of the rule at `index`; empty when it is not known, or
   /// there is none.
-  std::string_view secondWord(int index) const;
+  std::string_view secondWord(int index) const { return secondWordOf(slot(index)); }
   tWordRule wordRuleAt(int index) const {
     return keyOf(tAutoArray<tBaseXChg>::get(index)).wordRule;
   }
@@ -84,7 +85,14 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   /// What Find answers for the word, with and without `exact`.
   tFoundRules findRules(std::string_view word) const;
   /// The same, kept for the next time the word comes; null when it starts no rule.
-  const tFoundRules* lookUp(std::string_view word) { return lookup_.find(*this, word); }
+  const tFoundRules* lookUp(std::string_view word) {
+    return lookup_.passes(word) ? lookUpPassed(word) : nullptr;
+  }
+  /// False when the word starts no rule. Otherwise has the processor fetch what a look at its rules
+  /// will need; `behind` is what follows the word.
+  bool foresee(std::string_view word, std::string_view behind) {
+    return lookup_.passes(word) && foreseePassed(word, behind);
+  }
   const tWordLookup& lookup() const { return lookup_; }
 
   /// Destroys the rule at `index`.
@@ -106,7 +114,13 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   template <class tRow>
   static bool search(const tRow& row, std::string_view word, bool exact, int count, int& position);
   bool findRun(std::string_view word, bool exact, int& first, int& last) const;
-  bool findOrdered(std::string_view word, int& first, int& last) const;
+  bool knowsKeys() const { return keysGeneration_ == lookup_.generation(); }
+  bool findKey(std::string_view word, int& first, int& last) const;
+  // For words that pass the gate.
+  const tFoundRules* lookUpPassed(std::string_view word);
+  bool foreseePassed(std::string_view word, std::string_view behind);
+  void fetchLikely(int first, int last, std::string_view behind);
+  tBaseXChg& fetched(int index);
   int placeOf(const tBaseXChg& rule) const;
 
   // The slots of the array. A stored rule stands there by its address + 1.
@@ -132,27 +146,39 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   tBaseXChg* makeRule(int index) const;
   void noteKey(std::string_view key, tWordRule wordRule);
   void dropStored();
+  static std::uint32_t tagOf(const tBaseXChg* slot);
+  static std::string_view secondWordOf(const tBaseXChg* slot);
   std::uint32_t tagAt(int index);
   void meetLikely(int first, int last, int start, tTknString* t, tBestRule& best);
 
-  // Giving rules their places (ruleorder.cpp).
-  struct tWaiting;
-  static std::uint64_t startOf(const tBaseXChg* slot);
-  static std::uint64_t startOf(std::string_view key, bool folds);
-  static bool isBefore(const tWaiting& a, const tWaiting& b);
-  static bool isRegular(const std::vector<tWaiting>& rules);
+  // Giving rules their places (ruleorder.cpp). What orders and finds a rule, noted when it comes:
+  // its markers are at hand then.
+  struct tHead {
+    std::uint64_t start;  // the beginning of its key, which decides most comparisons
+    std::uint32_t hash;   // of its key
+    std::uint32_t tag;    // of its second word; see tSecondTags
+    tBaseXChg* rule;
+  };
+  static tHead headOf(tBaseXChg* slot);
+  std::vector<tHead> takeWaiting();
+  static bool isBefore(const tHead& a, const tHead& b);
+  static bool isRegular(const std::vector<tHead>& rules);
   void placeOneByOne();
   template <class tRow>
   void placeBehindEquals(tRow& row, int& placed, tBaseXChg* rule);
   bool placeTogether();
+  void learnKeys(const std::vector<tHead>& rules);
   void forgetRules();
   const tSecondWords* secondWordsOf(int first, int last);
 
+  std::vector<tHead> waiting_;  // the rules behind placed_, or some of them
   tRuleIndex index_;
   tWordLookup lookup_;
   tSecondTags tags_;
-  std::vector<std::uint64_t> starts_;   // the beginnings of the keys, in the order of the rules,
-  std::uint32_t startsGeneration_ = 0;  // as of this generation
+  tKeyTable keys_;                       // finds rules by whole keys, case ignored,
+  std::uint32_t keysGeneration_ = 0;     // as of this generation
+  tFoundRules found_;                    // what lookUp has found in it
+  const tBaseXChg* foreseen_ = nullptr;  // the rule that was fetched last, which may be gone
   tRuleObserver* observer_ = nullptr;
   const tBaseXChg* lastApplied_ = nullptr;
   int placed_ = 0;                          // rules at the front that have their places

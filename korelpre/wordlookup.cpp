@@ -18,9 +18,8 @@ bool isNameStart(char c) {
   return isLetter(c) || c == '_';
 }
 
-}  // namespace
-
-std::uint32_t hashOfWord(std::string_view word) {
+// Of those bits of each byte that are set in the mask.
+std::uint32_t hashOfBits(std::string_view word, std::uint64_t mask) {
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15u;
   std::uint64_t hash = word.size() * kFactor;
   const char* p = word.data();
@@ -28,13 +27,23 @@ std::uint32_t hashOfWord(std::string_view word) {
   for (; left > 8; left -= 8, p += 8) {
     std::uint64_t bytes = 0;
     std::memcpy(&bytes, p, 8);
-    hash = (hash ^ bytes) * kFactor;
+    hash = (hash ^ (bytes & mask)) * kFactor;
     hash ^= hash >> 32;
   }
   std::uint64_t bytes = 0;
   std::memcpy(&bytes, p, left);
-  hash = (hash ^ bytes) * kFactor;
+  hash = (hash ^ (bytes & mask)) * kFactor;
   return static_cast<std::uint32_t>(hash >> 32);
+}
+
+}  // namespace
+
+std::uint32_t hashOfWord(std::string_view word) {
+  return hashOfBits(word, ~std::uint64_t{0});
+}
+
+std::uint32_t foldedHash(std::string_view word) {
+  return hashOfBits(word, 0xDFDFDFDFDFDFDFDFu);
 }
 
 void tWordLookup::added(std::string_view key, tWordRule wordRule) {
@@ -62,7 +71,7 @@ void tWordLookup::clear() {
   ++generation_;
 }
 
-const tFoundRules* tWordLookup::findKept(const tXChgArray& table, std::string_view word) {
+const tFoundRules* tWordLookup::findPassed(const tXChgArray& table, std::string_view word) {
   if (word.size() > kLongestKept) {
     unkept_ = table.findRules(word);
     return unkept_.any() ? &unkept_ : nullptr;

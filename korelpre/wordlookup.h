@@ -29,14 +29,15 @@ struct tFoundRules {
 /// their first two bytes, and what was found out about the others is kept until the table changes.
 class tWordLookup {
  public:
-  /// Null when the word starts no rule. The answer is valid until the next call.
-  const tFoundRules* find(const tXChgArray& table, std::string_view word) {
-    if (word.empty() || !gate_.passes(word[0], word.size() > 1 ? word[1] : '\0')) return nullptr;
-    return findKept(table, word);
-  }
+  /// For a word that passes(). Null when it starts no rule. The answer is valid until the next
+  /// call.
+  const tFoundRules* findPassed(const tXChgArray& table, std::string_view word);
   /// False when no word with these first two bytes starts a rule; `second` is 0 for a word of one
   /// byte.
   bool passes(char first, char second) const { return gate_.passes(first, second); }
+  bool passes(std::string_view word) const {
+    return !word.empty() && passes(word[0], word.size() > 1 ? word[1] : '\0');
+  }
   /// Whether a rule starts with a token that begins with this byte and is no name.
   bool startsOddToken(char first) const { return oddStarts_[static_cast<unsigned char>(first)]; }
 
@@ -58,7 +59,6 @@ class tWordLookup {
     tFoundRules rules;
   };
 
-  const tFoundRules* findKept(const tXChgArray& table, std::string_view word);
   void grow();
 
   tFoldedGate gate_;
@@ -71,5 +71,7 @@ class tWordLookup {
 
 /// A hash of a word's bytes.
 std::uint32_t hashOfWord(std::string_view word);
+/// Equal for words that are equal whatever the case of their letters.
+std::uint32_t foldedHash(std::string_view word);
 
 }  // namespace precomp

@@ -74,12 +74,13 @@ bool equalNoCase(std::string_view a, std::string_view b) noexcept {
 bool startsWithNoCase(std::string_view text, std::string_view start) noexcept {
   return text.size() >= start.size() &&
          std::equal(start.begin(), start.end(), text.begin(),
-                    [](char a, char b) { return upperAscii(a) == upperAscii(b); });
+                    [](char a, char b) { return a == b || upperAscii(a) == upperAscii(b); });
 }
 
 int compareNoCase(std::string_view a, std::string_view b) noexcept {
   const std::size_t common = std::min(a.size(), b.size());
   for (std::size_t i = 0; i < common; ++i) {
+    if (a[i] == b[i]) continue;
     const auto left = static_cast<unsigned char>(upperAscii(a[i]));
     const auto right = static_cast<unsigned char>(upperAscii(b[i]));
     if (left != right) return left < right ? -1 : 1;
