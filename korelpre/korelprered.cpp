@@ -43,8 +43,9 @@ tWordRule wordRuleOf(const tRuleReader& reader) {
   return {.abbreviate = reader.abbreviates(), .caseSensitive = false};
 }
 
-// The rule that the reader has read, at `place` in an arena.
-tBaseXChg* makeRule(tRuleReader& reader, KorelPreYaccClass* processor, void* place) {
+// The rule that the reader has read, at `place` in the arena.
+tBaseXChg* makeRule(tRuleReader& reader, KorelPreYaccClass* processor, tMarkerArena& arena,
+                    void* place) {
   const tString key = reader.pattern().head()->token();
   tMatchMarker* const pattern = reader.pattern().release();
   tMatchMarker* const result = reader.result().release();
@@ -54,7 +55,7 @@ tBaseXChg* makeRule(tRuleReader& reader, KorelPreYaccClass* processor, void* pla
   } else {
     rule = new (place) tTranslate(processor, wordRuleOf(reader), pattern, result, key);
   }
-  rule->setInArena();
+  rule->setArena(&arena);
   return rule;
 }
 
@@ -293,7 +294,7 @@ bool KorelPreYaccClass::readRule(const char* start, const char* end, int line) {
   includeStandardHeader();
   std::unique_ptr<tBaseXChg> rule;
   if (arena.size() <= kMostMarkers) {
-    rule.reset(makeRule(reader_, &root(), place));
+    rule.reset(makeRule(reader_, &root(), arena, place));
   } else {
     rule = makeUnread(reader_, &root());
     reader_.drop();

@@ -7,6 +7,9 @@
 #include <new>
 #include <utility>
 
+#include "korelpre/arenalist.h"
+#include "lib_base/fatal.h"
+
 namespace precomp {
 
 namespace {
@@ -15,6 +18,10 @@ constexpr std::size_t kFirstChunk = 16 * 1024;
 constexpr std::size_t kLargePage = std::size_t{2} << 20;
 
 }  // namespace
+
+void arenaListOutOfBounds() {
+  fatalError("array index out of bounds", "korelpre/markerarena", __LINE__);
+}
 
 void tMarkerArena::tRelease::operator()(std::byte* chunk) const noexcept {
   std::free(chunk);

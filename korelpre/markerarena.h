@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace precomp {
@@ -38,6 +40,14 @@ class tMarkerArena {
     next_ += size;
     left_ -= size;
     return place;
+  }
+
+  /// A copy of two texts, one behind the other.
+  std::string_view join(std::string_view first, std::string_view second) {
+    auto* const copy = static_cast<char*>(allocate(first.size() + second.size()));
+    std::copy(first.begin(), first.end(), copy);
+    std::copy(second.begin(), second.end(), copy + first.size());
+    return {copy, first.size() + second.size()};
   }
 
  private:

@@ -9,8 +9,8 @@
 
 namespace precomp {
 
-const tAutoArray<tMatchMarker> tMatchMarker::kNoGroups;
-const std::vector<tMatchInfo> tMatchMarker::kNoInfos;
+constinit const tMarkerList tMatchMarker::kNoChains;
+constinit const tArenaList<tMatchInfo> tMatchMarker::kNoInfos;
 
 void tMatchInfo::restore(tMatchMarker& marker) const {
   marker.setCapture(first, last);
@@ -39,15 +39,22 @@ tMatchMarker::~tMatchMarker() {
     delete marker;
     marker = following;
   }
+  destroyList(groups_);
+  if (!inArena_) tArenaList<tMatchInfo>::release(infos_);
 }
 
-void tMatchMarker::addGroup(tMatchMarker* head) {
-  if (groups_ == nullptr) groups_ = std::make_unique<tAutoArray<tMatchMarker>>();
-  groups_->add(head);
+void tMatchMarker::destroyList(tMarkerList* list) const noexcept {
+  if (list == nullptr) return;
+  for (int i = 0; i < list->count(); ++i) delete (*list)[i];
+  if (!inArena_) tMarkerList::release(list);
+}
+
+void tMatchMarker::addGroup(tMatchMarker* head, tMarkerArena* arena) {
+  tMarkerList::add(groups_, head, arena);
 }
 
 int tMatchMarker::getRecurLevel() const {
-  if (!infos().empty()) return static_cast<int>(infos().size());
+  if (!infos().empty()) return infos().count();
   return matched_ ? 1 : 0;
 }
 
@@ -64,7 +71,7 @@ void tMatchMarker::resetMatch(unsigned char deep) {
     marker->first_ = marker->last_ = -1;
     marker->matched_ = false;
     if (deep == 0 || !marker->hasGroups()) continue;
-    for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i].resetMatch(deep);
+    for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i]->resetMatch(deep);
   }
 }
 
@@ -76,16 +83,17 @@ void tMatchMarker::resetAll() {
     marker->matched_ = false;
     if (marker->infos_ != nullptr) marker->infos_->clear();
     if (!marker->hasGroups()) continue;
-    for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i].resetAll();
+    for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i]->resetAll();
   }
 }
 
 void tMatchMarker::setRecMatch(const tTknString& t) {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
     if (marker->kind_ != kMatchIdentifier) {
-      if (marker->infos_ == nullptr) marker->infos_ = std::make_unique<std::vector<tMatchInfo>>();
-      marker->infos_->push_back(
-          {marker->first_, marker->last_, marker->macro_, marker->macroDot_, t.steps()});
+      tArenaList<tMatchInfo>::add(
+          marker->infos_,
+          {marker->first_, marker->last_, marker->macro_, marker->macroDot_, t.steps()},
+          marker->rule_->arena());
     }
     marker->matched_ = false;
     marker->first_ = -1;
@@ -96,12 +104,12 @@ void tMatchMarker::setRecMatch(const tTknString& t) {
 void tMatchMarker::forgetSince(std::uint32_t step) {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
     for (int i = 0; i < marker->groups().count(); ++i) {
-      for (tMatchMarker* inner = &marker->groups()[i]; inner != nullptr; inner = inner->next_) {
-        while (!inner->infos().empty() && inner->infos_->back().step > step) {
-          inner->infos_->pop_back();
+      for (tMatchMarker* inner = marker->groups()[i]; inner != nullptr; inner = inner->next_) {
+        while (!inner->infos().empty() && inner->infos().end()[-1].step > step) {
+          inner->infos_->removeLast();
         }
       }
-      marker->groups()[i].forgetSince(step);
+      marker->groups()[i]->forgetSince(step);
     }
   }
 }
@@ -116,8 +124,8 @@ void tMatchMarker::setIsMacro(tTknString* t) {
 
 void tMatchMarker::replay(int level) {
   if (infos().empty()) return;
-  if (level < static_cast<int>(infos().size())) {
-    (*infos_)[static_cast<std::size_t>(level)].restore(*this);
+  if (level < infos().count()) {
+    infos()[level].restore(*this);
   } else {
     setCapture(-1, -1);
     clearIsMacro();
@@ -195,7 +203,7 @@ void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative,
                                    tMarkerArena* arena) {
   auto* marker = makeMarker<tMatchIdentifier>(arena, word);
   if (newAlternative || lastWord_ == nullptr) {
-    alternatives_.add(marker);
+    tMarkerList::add(alternatives_, marker, arena);
   } else {
     lastWord_->setNext(marker);
   }
@@ -205,8 +213,8 @@ void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative,
 int tMatchMarkerRestrict::findAlternative(tTknString* t) const {
   const int start = t->curTokenIdx();
   const tWordRule wordRule = rule()->wordRule();
-  for (int i = 0; i < alternatives_.count() && t->step(); ++i) {
-    for (const tMatchMarker* word = alternatives_.get(i);; word = word->next()) {
+  for (int i = 0; i < alternatives().count() && t->step(); ++i) {
+    for (const tMatchMarker* word = alternatives()[i];; word = word->next()) {
       if (t->curTokenIdx() < 0) break;
       const std::string_view token = t->curToken();
       if (!equalNoCase(word->token(), token) &&
@@ -240,7 +248,7 @@ bool tMatchMarkerRestrict::match(tTknString* t, tMatchMarker* /*parent*/) {
 bool tMatchMarkerRestrict::replace(tTknString* t, int level) {
   replay(level);
   if (last() < 0) return true;
-  const tMatchMarker* word = alternatives_.get(last());
+  const tMatchMarker* word = alternatives()[last()];
   for (bool opens = true; word != nullptr; word = word->next(), opens = false) {
     auto* copy = new tSpcString(word->token());
     if (opens) copy->setSpacing(token().spacing());

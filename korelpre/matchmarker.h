@@ -1,10 +1,9 @@
 #pragma once
 
-#include <memory>
 #include <new>
 #include <string_view>
-#include <vector>
 
+#include "korelpre/arenalist.h"
 #include "korelpre/korelpreobjs.h"
 #include "korelpre/markerarena.h"
 #include "korelpre/tknstring.h"
@@ -23,6 +22,9 @@ struct tMatchInfo {
   /// Makes it the marker's current capture.
   void restore(tMatchMarker& marker) const;
 };
+
+/// First markers of chains, in the order in which they were added.
+using tMarkerList = tArenaList<tMatchMarker*>;
 
 /// A marker of a rule's pattern, and the base of those of its result. This class itself is the
 /// regular marker, `<id>`.
@@ -84,10 +86,11 @@ class tMatchMarker {
   tMatchMarker* next() const { return next_; }
   /// Takes ownership of `next` and of the chain behind it.
   void setNext(tMatchMarker* next) { next_ = next; }
-  const tAutoArray<tMatchMarker>& groups() const { return groups_ ? *groups_ : kNoGroups; }
+  const tMarkerList& groups() const { return groups_ != nullptr ? *groups_ : kNoChains; }
   bool hasGroups() const { return groups_ != nullptr; }
-  /// Adds a group, or a clause, and takes ownership of the chain.
-  void addGroup(tMatchMarker* head);
+  /// Adds a group, or a clause, and takes ownership of the chain. `arena` is that of this marker,
+  /// null when it lies in none.
+  void addGroup(tMatchMarker* head, tMarkerArena* arena = nullptr);
   const tSpcString& token() const { return token_; }
   tSpcString& token() { return token_; }
   /// The rule that owns the marker.
@@ -118,7 +121,7 @@ class tMatchMarker {
     first_ = first;
     last_ = last;
   }
-  const std::vector<tMatchInfo>& infos() const { return infos_ ? *infos_ : kNoInfos; }
+  const tArenaList<tMatchInfo>& infos() const { return infos_ != nullptr ? *infos_ : kNoInfos; }
 
   /// Counts the writing of the result clause that begins here. False when it was written `count`
   /// times already in this replacement.
@@ -134,16 +137,18 @@ class tMatchMarker {
   bool takesNothing() const { return first_ < 0 || last_ < first_; }
   /// Prints as prefix, name and suffix.
   void printForm(tString* out, const char* prefix, const char* suffix) const;
+  /// Destroys the chains of a list of this marker, and the list.
+  void destroyList(tMarkerList* list) const noexcept;
+  static const tMarkerList kNoChains;
 
  private:
   friend class tExpressionScan;
   friend struct tMatchInfo;
 
-  static const tAutoArray<tMatchMarker> kNoGroups;
-  static const std::vector<tMatchInfo> kNoInfos;
+  static const tArenaList<tMatchInfo> kNoInfos;
 
   tMatchMarker* next_ = nullptr;
-  std::unique_ptr<tAutoArray<tMatchMarker>> groups_;  // null when there are none
+  tMarkerList* groups_ = nullptr;  // null when there are none
   tSpcString token_;
   tBaseXChg* rule_ = nullptr;
   eRuleType kind_;
@@ -158,7 +163,7 @@ class tMatchMarker {
   std::uint8_t repetitions_ = 0;
   int first_ = -1;
   int last_ = -1;
-  std::unique_ptr<std::vector<tMatchInfo>> infos_;  // null while there are none
+  tArenaList<tMatchInfo>* infos_ = nullptr;  // null while there were none
 };
 
 /// A new marker of the class, in `arena` or on its own when that is null.
@@ -201,11 +206,15 @@ class tMatchMarkerRestrict : public tMatchMarker {
  public:
   explicit tMatchMarkerRestrict(const tSpcString& token)
       : tMatchMarker(token, kMatchMarkerRestrict) {}
+  ~tMatchMarkerRestrict() override { destroyList(alternatives_); }
+  tMatchMarkerRestrict(const tMatchMarkerRestrict&) = delete;
+  tMatchMarkerRestrict& operator=(const tMatchMarkerRestrict&) = delete;
   /// Adds a word: to the last alternative, or as the first one of a new alternative.
-  /// Its marker lies in `arena`, on its own when that is null.
+  /// `arena` is that of this marker, null when it lies in none.
   void addWord(const tSpcString& word, bool newAlternative, tMarkerArena* arena = nullptr);
-  const tAutoArray<tMatchMarker>& alternatives() const { return alternatives_; }
-  tAutoArray<tMatchMarker>& alternatives() { return alternatives_; }
+  const tMarkerList& alternatives() const {
+    return alternatives_ != nullptr ? *alternatives_ : kNoChains;
+  }
 
   void print(tString* out) const override;
   bool checkMatch(tTknString* t) override;
@@ -218,7 +227,7 @@ class tMatchMarkerRestrict : public tMatchMarker {
   /// The alternative at the cursor, or -1; the cursor then stands on its last word.
   int findAlternative(tTknString* t) const;
 
-  tAutoArray<tMatchMarker> alternatives_;  // chains of words
+  tMarkerList* alternatives_ = nullptr;  // chains of words; null when there are none
   tMatchMarker* lastWord_ = nullptr;
 };
 

@@ -40,11 +40,11 @@ int walkChain(tMatchMarker* head, tTknString* t, tMatchMarker* parent) {
 
 // Tries the groups behind a marker once; returns the score of the one that matched.
 int walkOneGroup(tMatchMarker& marker, tTknString* t) {
-  const tAutoArray<tMatchMarker>& groups = marker.groups();
+  const tMarkerList& groups = marker.groups();
   for (int i = 0; i < groups.count(); ++i) {
     const int start = t->curTokenIdx();
     if (start < 0) return 0;
-    tMatchMarker& group = groups[i];
+    tMatchMarker& group = *groups[i];
     const std::uint32_t begin = t->steps();
     const int score = walkChain(&group, t, &marker);
     const bool tookTokens = t->curTokenIdx() != start;
@@ -89,9 +89,9 @@ bool rmatch(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatchMark
   return rmatchCount(rule, head, t, parent) > 0;
 }
 
-bool searchOpt(tTknString* t, const tAutoArray<tMatchMarker>& groups) {
+bool searchOpt(tTknString* t, const tMarkerList& groups) {
   for (int i = 0; i < groups.count(); ++i) {
-    if (t->step() && groups[i].checkMatch(t)) return true;
+    if (t->step() && groups[i]->checkMatch(t)) return true;
   }
   return false;
 }

@@ -13,6 +13,6 @@ bool rmatch(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatchMark
 /// the chain does not match.
 int rmatchCount(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent);
 /// Whether one of the groups could start at the cursor.
-bool searchOpt(tTknString* t, const tAutoArray<tMatchMarker>& groups);
+bool searchOpt(tTknString* t, const tMarkerList& groups);
 
 }  // namespace precomp

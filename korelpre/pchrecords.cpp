@@ -144,7 +144,7 @@ void tMatchMarker::save(tPCHStream* stream) const {
   saveToken(stream, token_, first);
   if (!hasGroups()) return;
   stream->putNumber(static_cast<std::uint64_t>(groups().count()));
-  for (int i = 0; i < groups().count(); ++i) saveChain(stream, groups().get(i));
+  for (int i = 0; i < groups().count(); ++i) saveChain(stream, groups()[i]);
 }
 
 bool tMatchMarker::load(tPCHStream* stream, std::uint8_t first) {
@@ -162,8 +162,8 @@ bool tMatchMarker::load(tPCHStream* stream, std::uint8_t first) {
 
 void tMatchMarkerRestrict::save(tPCHStream* stream) const {
   tMatchMarker::save(stream);
-  stream->putNumber(static_cast<std::uint64_t>(alternatives_.count()));
-  for (int i = 0; i < alternatives_.count(); ++i) saveChain(stream, alternatives_.get(i));
+  stream->putNumber(static_cast<std::uint64_t>(alternatives().count()));
+  for (int i = 0; i < alternatives().count(); ++i) saveChain(stream, alternatives()[i]);
 }
 
 bool tMatchMarkerRestrict::load(tPCHStream* stream, std::uint8_t first) {

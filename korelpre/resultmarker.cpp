@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "korelpre/rule.h"
 #include "lib_base/misc.h"
 
 namespace precomp {
@@ -10,13 +11,16 @@ bool tResultMarker::match(tTknString* /*t*/, tMatchMarker* /*parent*/) {
   return false;
 }
 
-void tResultMarker::link(tBaseXChg* /*rule*/, tMatchMarker& marker) {
+void tResultMarker::link(tBaseXChg* rule, tMatchMarker& marker) {
   if (!equalNoCase(token(), marker.token())) return;
   if (firstLink_ == nullptr) {
     firstLink_ = &marker;
     return;
   }
-  if (moreLinks_ == nullptr) moreLinks_ = std::make_unique<tArray<tMatchMarker>>();
+  if (moreLinks_ == nullptr) {
+    moreLinks_ = std::make_unique<tArray<tMatchMarker>>();
+    rule->setNeedsDestructors();
+  }
   moreLinks_->add(&marker);
 }
 

@@ -45,7 +45,7 @@ class tNamedMarkers {
   void collect(tMatchMarker* head, bool inGroup) {
     for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
       if (isCapturing(*marker)) markers_.push_back({marker, inGroup});
-      for (int i = 0; i < marker->groups().count(); ++i) collect(&marker->groups()[i], true);
+      for (int i = 0; i < marker->groups().count(); ++i) collect(marker->groups()[i], true);
     }
   }
 
@@ -86,7 +86,7 @@ class tLinker {
     for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
       driver.meet(linkMarker(static_cast<tResultMarker&>(*marker)));
       for (int i = 0; i < marker->groups().count(); ++i)
-        driver.meet(linkClause(marker->groups()[i]));
+        driver.meet(linkClause(*marker->groups()[i]));
     }
     return driver;
   }
@@ -136,7 +136,7 @@ bool rreplace(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, int leve
     if (!t->step()) return false;
     if (!marker->isGroupHead() && !marker->replace(t, level)) return false;
     for (int i = 0; i < marker->groups().count(); ++i) {
-      tMatchMarker& clause = marker->groups()[i];
+      tMatchMarker& clause = *marker->groups()[i];
       // Kept on purpose: such a clause is never written.
       if (clause.token() == "\"") continue;
       replaceClause(rule, clause, t);

@@ -19,10 +19,10 @@ template <class Visitor>
 void visitChain(tMatchMarker* head, const Visitor& visit) {
   for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
     visit(*marker);
-    for (int i = 0; i < marker->groups().count(); ++i) visitChain(&marker->groups()[i], visit);
+    for (int i = 0; i < marker->groups().count(); ++i) visitChain(marker->groups()[i], visit);
     if (marker->kind() != kMatchMarkerRestrict) continue;
-    auto& alternatives = static_cast<tMatchMarkerRestrict&>(*marker).alternatives();
-    for (int i = 0; i < alternatives.count(); ++i) visitChain(&alternatives[i], visit);
+    const tMarkerList& alternatives = static_cast<tMatchMarkerRestrict&>(*marker).alternatives();
+    for (int i = 0; i < alternatives.count(); ++i) visitChain(alternatives[i], visit);
   }
 }
 
@@ -76,7 +76,11 @@ tBaseXChg::tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMar
 tBaseXChg::~tBaseXChg() = default;
 
 void tBaseXChg::operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept {
-  const bool inArena = rule->inArena_;
+  const bool inArena = rule->arena_ != nullptr;
+  if (inArena && !rule->needsDestructors_) {
+    static_cast<void>(rule->firstMatch_.release());
+    static_cast<void>(rule->firstResult_.release());
+  }
   rule->~tBaseXChg();
   if (!inArena) ::operator delete(rule);
 }

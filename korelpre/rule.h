@@ -23,13 +23,18 @@ class tBaseXChg {
   virtual ~tBaseXChg();
 
   static void* operator new(std::size_t size) { return ::operator new(size); }
-  /// In front of its markers, in their arena; setInArena() must follow.
+  /// In front of its markers, in their arena; setArena() must follow.
   static void* operator new(std::size_t /*size*/, void* place) { return place; }
   // For constructors that throw.
   static void operator delete(void* storage) { ::operator delete(storage); }
   static void operator delete(void* /*storage*/, void* /*place*/) {}
   static void operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept;
-  void setInArena() { inArena_ = true; }
+  void setArena(tMarkerArena* arena) { arena_ = arena; }
+  /// Null when neither the rule nor its markers lie in one.
+  tMarkerArena* arena() const { return arena_; }
+  /// Tells that a marker of the rule owns something outside of the arena. Otherwise the markers of
+  /// a rule in an arena are forgotten with it and not destroyed.
+  void setNeedsDestructors() { needsDestructors_ = true; }
   tBaseXChg(const tBaseXChg&) = delete;
   tBaseXChg& operator=(const tBaseXChg&) = delete;
 
@@ -130,10 +135,11 @@ class tBaseXChg {
   int linkCount_ = 0;
   tString key_;
   tWordRule wordRule_;
-  bool inArena_ = false;
   bool unread_ = false;     // see readLater()
   bool matchLeft_ = false;  // the markers hold what a match left in them
   bool hasClauses_ = false;
+  bool needsDestructors_ = false;
+  tMarkerArena* arena_ = nullptr;
   KorelPreYaccClass* processor_;
   tSourceLine* lineEntry_ = nullptr;
   tString originFile_;

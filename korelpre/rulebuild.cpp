@@ -67,6 +67,8 @@ void tChainBuilder::addLiteral(const tSpcString& literal) {
 void tChainBuilder::addSpacing(const tString& blanks) {
   if (spacing_.empty()) {
     spacing_ = blanks;
+  } else if (arena_ != nullptr) {
+    spacing_ = tString::borrow(arena_->join(spacing_, blanks));
   } else {
     spacing_.append(blanks);
   }
@@ -92,7 +94,7 @@ void tChainBuilder::append(tMatchMarker* marker) {
     head_.reset(marker);
   } else {
     marker->setGroupHead(true);
-    open_.back().owner->addGroup(marker);
+    open_.back().owner->addGroup(marker, arena_);
   }
   (open_.empty() ? last_ : open_.back().last) = marker;
 }

@@ -26,7 +26,8 @@ class tChainBuilder {
   void openGroup();
   void closeGroup();
 
-  /// Adds blanks to the spacing of the next element.
+  /// Adds blanks to the spacing of the next element. Where there is an arena they must not be
+  /// owned, since a marker there is not destroyed.
   void addSpacing(const tString& blanks);
 
   /// Whether all groups are closed, none closed that was not open, and none nested too deeply.

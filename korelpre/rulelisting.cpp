@@ -40,8 +40,8 @@ void tMatchMarkerList::print(tString* out) const {
 
 void tMatchMarkerRestrict::print(tString* out) const {
   printForm(out, "<", ":");
-  for (int i = 0; i < alternatives_.count(); ++i) {
-    const tMatchMarker* const first = alternatives_.get(i);
+  for (int i = 0; i < alternatives().count(); ++i) {
+    const tMatchMarker* const first = alternatives()[i];
     for (const tMatchMarker* word = first; word != nullptr; word = word->next()) {
       put(out, word != first ? " " : i > 0 ? "," : "");
       put(out, word->token());
@@ -95,7 +95,7 @@ void tBaseXChg::rprint(tString* out, const tMatchMarker* head) const {
   if (isGroup) put(out, "[");
   for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
     marker->print(out);
-    for (int i = 0; i < marker->groups().count(); ++i) rprint(out, marker->groups().get(i));
+    for (int i = 0; i < marker->groups().count(); ++i) rprint(out, marker->groups()[i]);
   }
   if (isGroup) put(out, "]");
 }

@@ -9,7 +9,7 @@ tString textOf(const tMatchMarker& marker, int first, int last, const tTknString
   if (marker.kind() == kMatchMarkerRestrict) {
     const auto& alternatives = static_cast<const tMatchMarkerRestrict&>(marker).alternatives();
     if (last < 0) return text;
-    for (const tMatchMarker* word = alternatives.get(last); word != nullptr; word = word->next()) {
+    for (const tMatchMarker* word = alternatives[last]; word != nullptr; word = word->next()) {
       text.append(word->token().spacing()).append(word->token());
     }
     return text;
@@ -36,7 +36,7 @@ void collect(const tMatchMarker* head, const tTknString& statement,
       captures.push_back(std::move(capture));
     }
     for (int i = 0; i < marker->groups().count(); ++i) {
-      collect(marker->groups().get(i), statement, captures);
+      collect(marker->groups()[i], statement, captures);
     }
   }
 }

@@ -195,9 +195,7 @@ bool tRuleReader::buildElement(tChainBuilder& chain,
   const tPiece& first = pieces_[at_];
   if (first.kind == 0) return false;
   if (!first.spacing.empty()) {
-    const bool inText =
-        text_.data() <= first.spacing.data() && first.spacing.data() < text_.data() + text_.size();
-    chain.addSpacing(inText ? tString::borrow(first.spacing) : tString(first.spacing));
+    chain.addSpacing(spacingOf(first));
   }
   const bool dumb = &chain == &result_ && first.is(kKindHash) && piece(at_ + 1).isTight(kKindLess);
   if (!first.is(kKindLess) && !dumb) {
@@ -211,6 +209,14 @@ bool tRuleReader::buildElement(tChainBuilder& chain,
   chain.add(made);
   at_ = next;
   return true;
+}
+
+tString tRuleReader::spacingOf(const tPiece& piece) {
+  const std::string_view spacing = piece.spacing;
+  const bool inText =
+      text_.data() <= spacing.data() && spacing.data() < text_.data() + text_.size();
+  if (inText) return tString::borrow(spacing);
+  return arena_ != nullptr ? tString::borrow(arena_->join(spacing, {})) : tString(spacing);
 }
 
 void tRuleReader::addToken(tChainBuilder& chain, const tPiece& token) {

@@ -57,6 +57,7 @@ class tRuleReader {
   bool buildPattern();
   bool buildResult();
   bool buildElement(tChainBuilder& chain, tMatchMarker* (tRuleReader::*marker)(std::size_t&));
+  tString spacingOf(const tPiece& piece);
   void addToken(tChainBuilder& chain, const tPiece& token);
   tMatchMarker* patternMarker(std::size_t& at);
   tMatchMarker* restrictedMarker(std::size_t& at);

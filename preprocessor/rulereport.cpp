@@ -48,7 +48,8 @@ tCaptureReport::tCaptureReport(const precomp::tBaseXChg& rule, const precomp::tT
     : taken_(precomp::capturesOf(rule, statement)), texts_(taken_.size()) {
   for (std::size_t i = 0; i < taken_.size(); ++i) {
     for (const tString& text : taken_[i].texts) texts_[i].push_back(text.c_str());
-    captures_.push_back({taken_[i].marker->token().c_str(), static_cast<int>(texts_[i].size()),
+    names_.push_back(taken_[i].marker->token());
+    captures_.push_back({names_.back().c_str(), static_cast<int>(texts_[i].size()),
                          texts_[i].empty() ? nullptr : texts_[i].data()});
   }
 }

@@ -44,6 +44,7 @@ class tCaptureReport {
  private:
   std::vector<precomp::tCapture> taken_;
   std::vector<std::vector<const char*>> texts_;
+  std::vector<tString> names_;
   std::vector<krpre_capture> captures_;
 };
 

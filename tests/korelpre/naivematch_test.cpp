@@ -90,7 +90,7 @@ std::string engineCaptures(const tMatchMarker* head) {
       text << ' ';
     }
     for (int i = 0; i < marker->groups().count(); ++i) {
-      text << engineCaptures(marker->groups().get(i));
+      text << engineCaptures(marker->groups()[i]);
     }
   }
   return text.str();

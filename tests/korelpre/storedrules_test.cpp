@@ -31,11 +31,11 @@ void appendMarkers(std::string& text, const tMatchMarker* head, int depth) {
                             marker->isGroupHead() ? 1 : 0)
                 .view();
     for (int i = 0; i < marker->groups().count(); ++i) {
-      appendMarkers(text, marker->groups().get(i), depth + 1);
+      appendMarkers(text, marker->groups()[i], depth + 1);
     }
     if (marker->kind() != kMatchMarkerRestrict) continue;
     const auto& words = static_cast<const tMatchMarkerRestrict&>(*marker).alternatives();
-    for (int i = 0; i < words.count(); ++i) appendMarkers(text, words.get(i), depth + 1);
+    for (int i = 0; i < words.count(); ++i) appendMarkers(text, words[i], depth + 1);
   }
 }
 
