@@ -1,6 +1,5 @@
 #include "korelpre/lineends.h"
 
-#include <algorithm>
 #include <utility>
 
 #if defined(__SSE2__)
@@ -8,6 +7,26 @@
 #endif
 
 namespace precomp {
+
+namespace {
+
+// The index of the next carriage return or line feed from `i` on, or the size of the text.
+std::size_t nextLineEnd(std::string_view text, std::size_t i) {
+#if defined(__SSE2__)
+  const __m128i returns = _mm_set1_epi8('\r');
+  const __m128i feeds = _mm_set1_epi8('\n');
+  for (; i + 16 <= text.size(); i += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + i));
+    const __m128i ends = _mm_or_si128(_mm_cmpeq_epi8(bytes, returns), _mm_cmpeq_epi8(bytes, feeds));
+    const auto found = static_cast<unsigned>(_mm_movemask_epi8(ends));
+    if (found != 0) return i + static_cast<unsigned>(__builtin_ctz(found));
+  }
+#endif
+  while (i < text.size() && text[i] != '\r' && text[i] != '\n') ++i;
+  return i;
+}
+
+}  // namespace
 
 bool hasNormalLineEnds(std::string_view text) {
   std::size_t i = 0;
@@ -37,7 +56,7 @@ void normaliseLineEnds(tString& text) {
   const std::string_view from = text.view();
   std::size_t i = 0;
   while (i < from.size()) {
-    const std::size_t stop = std::min(from.find_first_of("\r\n", i), from.size());
+    const std::size_t stop = nextLineEnd(from, i);
     normal.append(from.substr(i, stop - i));
     if (stop == from.size()) break;
     normal.append("\r\n");
