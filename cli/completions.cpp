@@ -27,6 +27,7 @@ constexpr tValueKind kValueKinds[] = {
 };
 
 constexpr const char* kSourcePattern = "prw|prg|prx|zorb|krh|khu";
+constexpr const char* kCommands = "explain rules pack unpack";  // as the first word only
 
 const tValueKind* kindOf(const tOption& entry) {
   for (const tValueKind& kind : kValueKinds) {
@@ -84,7 +85,9 @@ std::string forBash() {
          "    return\n"
          "  fi\n"
          "  mapfile -t COMPREPLY < <(\n"
-         "    ((COMP_CWORD > 1)) || compgen -W 'explain rules pack unpack' -- \"$cur\"\n"
+         "    ((COMP_CWORD > 1)) || compgen -W '" +
+         std::string(kCommands) +
+         "' -- \"$cur\"\n"
          "    compgen -d -- \"$cur\"\n"
          "    compgen -f -- \"$cur\" | grep -iE '\\.(" +
          std::string(kSourcePattern) +
@@ -93,15 +96,15 @@ std::string forBash() {
          "complete -o filenames -F _krpre krpre\n";
 }
 
-// Inside the single quotes and brackets of what _arguments takes.
-std::string escapedForZsh(const std::string& text) {
+// Inside the single quotes of what _arguments takes; `special` ends a part of it.
+std::string escapedForZsh(const std::string& text, std::string_view special) {
   std::string escaped;
   for (const char c : text) {
     if (c == '\'') {
       escaped += "'\\''";
       continue;
     }
-    if (std::string_view("[]:\\").find(c) != std::string_view::npos) escaped += '\\';
+    if (special.find(c) != std::string_view::npos) escaped += '\\';
     escaped += c;
   }
   return escaped;
@@ -110,11 +113,11 @@ std::string escapedForZsh(const std::string& text) {
 std::string forZsh() {
   std::string lines;
   for (const tOption& entry : programOptions()) {
-    const std::string help = "[" + escapedForZsh(joined(entry.help)) + "]";
+    const std::string help = "[" + escapedForZsh(joined(entry.help), "[]:\\") + "]";
     const tValueKind* kind = kindOf(entry);
     std::string value;
     if (entry.value != nullptr) {
-      value = ":" + escapedForZsh(entry.value) + ":" + (kind == nullptr ? "" : kind->zsh);
+      value = ":" + escapedForZsh(entry.value, ":\\") + ":" + (kind == nullptr ? "" : kind->zsh);
     }
     // Options may be repeated. The value of a letter may be joined to it, that of a name by "=".
     const auto add = [&](const std::string& form, const char* joint) {
@@ -127,8 +130,17 @@ std::string forZsh() {
   }
   return "#compdef krpre\n"
          "# zsh completion of krpre; made by \"krpre --completions zsh\".\n"
-         "_arguments -s \\\n" +
-         lines + "  '*:source:_files -g \"(#i)*.(" + kSourcePattern + ")\"'\n";
+         "_krpre_sources() {\n"
+         "  local -a kinds=('sources:source:_files -g \"(#i)*.(" +
+         std::string(kSourcePattern) +
+         ")\"')\n"
+         "  ((CURRENT > 2)) || kinds+=('commands:command:(" +
+         std::string(kCommands) +
+         ")')\n"
+         "  _alternative $kinds\n"
+         "}\n"
+         "_arguments -s -S \\\n" +
+         lines + "  '*: :_krpre_sources'\n";
 }
 
 // A hyphen that is typed, and no dot or quote that begins a request.
@@ -167,7 +179,7 @@ constexpr tTarget kTargets[] = {{"bash", forBash}, {"zsh", forZsh}, {"man", forM
 int completionsCommand(int count, char** arguments) {
   for (const tTarget& target : kTargets) {
     if (count != 2 || std::strcmp(arguments[1], target.name) != 0) continue;
-    return std::fputs(target.make().c_str(), stdout) < 0 ? kSomeFailed : kAllPreprocessed;
+    return std::fputs(target.make().c_str(), stdout) < 0 ? kSomeFailed : kAllDone;
   }
   return refuseUsage("--completions needs one of bash, zsh and man");
 }
