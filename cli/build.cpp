@@ -163,7 +163,7 @@ int buildStandardInput(tSourceRun& run, tPrinter& printer) {
   if (!result.done) return kSomeFailed;
   const int error = writeAll(STDOUT_FILENO, result.text);
   if (error != 0) complainAbout(std::string("standard output: ") + std::strerror(error));
-  return error == 0 ? kAllPreprocessed : kSomeFailed;
+  return error == 0 ? kAllDone : kSomeFailed;
 }
 
 }  // namespace
@@ -190,5 +190,5 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   if (input) return buildStandardInput(runs.front(), printer);
   const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
   const bool done = tBuild(runs, printer, terminal).run(threadsFor(line));
-  return printer.finish() && done ? kAllPreprocessed : kSomeFailed;
+  return printer.finish() && done ? kAllDone : kSomeFailed;
 }

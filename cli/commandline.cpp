@@ -144,9 +144,7 @@ void tArgumentReader::set(const tOption& entry, std::string spelling, const char
 }  // namespace
 
 void tCommandLine::complain(std::string text) {
-  if (request == kWrongUsage) return;
-  request = kWrongUsage;
-  complaint = std::move(text);
+  if (complaint.empty()) complaint = std::move(text);
 }
 
 bool tCommandLine::readsStandardInput() const {

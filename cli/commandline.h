@@ -18,10 +18,10 @@ struct tDependencyOptions {
 
 /// What the arguments of the program ask for.
 struct tCommandLine {
-  enum eRequest { kPreprocess, kShowHelp, kShowVersion, kWrongUsage };
+  enum eRequest { kRun, kShowHelp, kShowVersion };
 
-  eRequest request = kPreprocess;
-  /// Says what is wrong with the usage; otherwise empty.
+  eRequest request = kRun;
+  /// Says what is wrong with the usage; otherwise empty. A wish for help goes before.
   std::string complaint;
 
   std::vector<std::string> files;
@@ -44,7 +44,7 @@ struct tCommandLine {
 
   bool readsStandardInput() const;
 
-  /// Makes this a wrong usage, unless it is one already: the first complaint is the clearest.
+  /// Sets the complaint, unless there is one already: the first is the clearest.
   void complain(std::string text);
 };
 

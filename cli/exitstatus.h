@@ -2,7 +2,8 @@
 
 #include <string>
 
-enum eExit { kAllPreprocessed = 0, kSomeFailed = 1, kWrongUsage = 2 };
+/// How the program ends, whatever it was asked for.
+enum eExit { kAllDone = 0, kSomeFailed = 1, kWrongUsage = 2 };
 
-/// Prints why the usage is wrong, with a hint, and returns kWrongUsage.
-int refuseUsage(const std::string& reason);
+/// Prints why the usage is wrong, with a hint at the help of `command`, and returns kWrongUsage.
+int refuseUsage(const std::string& reason, const std::string& command = "krpre");

@@ -18,7 +18,7 @@
 namespace {
 
 int run(int count, char** arguments) {
-  return doPreProc(count, arguments) == 0 ? kAllPreprocessed : kSomeFailed;
+  return doPreProc(count, arguments) == 0 ? kAllDone : kSomeFailed;
 }
 
 int showVersion() {
@@ -71,8 +71,8 @@ const tCommand* commandFor(int count, char** arguments) {
 
 }  // namespace
 
-int refuseUsage(const std::string& reason) {
-  std::fprintf(stderr, "krpre: %s\nTry 'krpre --help'.\n", reason.c_str());
+int refuseUsage(const std::string& reason, const std::string& command) {
+  std::fprintf(stderr, "krpre: %s\nTry '%s --help'.\n", reason.c_str(), command.c_str());
   return kWrongUsage;
 }
 
@@ -94,13 +94,12 @@ int main(int count, char** arguments) {
   const tCommandLine line = readCommandLine(count, arguments);
   switch (line.request) {
     case tCommandLine::kShowHelp:
-      return std::fputs(helpText().c_str(), stdout) < 0 ? kSomeFailed : 0;
+      return std::fputs(helpText().c_str(), stdout) < 0 ? kSomeFailed : kAllDone;
     case tCommandLine::kShowVersion:
       return showVersion();
-    case tCommandLine::kWrongUsage:
-      return refuseUsage(line.complaint);
-    case tCommandLine::kPreprocess:
+    case tCommandLine::kRun:
       break;
   }
+  if (!line.complaint.empty()) return refuseUsage(line.complaint);
   return build(line, shippedHeaders());
 }

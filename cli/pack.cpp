@@ -6,11 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "cli/exitstatus.h"
 #include "include/krpre.h"
 
 namespace {
-
-enum eExit { kAllDone = 0, kSomeFailed = 1, kWrongUsage = 2 };
 
 const char kHelp[] =
     "Usage: krpre pack [-o FILE] FILE...\n"

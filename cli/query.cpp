@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "cli/exitstatus.h"
 #include "cli/explain.h"
 #include "cli/queryline.h"
 #include "cli/runarguments.h"
@@ -12,7 +13,8 @@
 
 namespace {
 
-enum eExit { kAnswered = 0, kNoAnswer = 1, kWrongUsage = 2 };
+const char kExplain[] = "krpre explain";
+const char kRules[] = "krpre rules";
 
 const char kExplainHelp[] =
     "Usage: krpre explain [OPTION]... FILE:LINE\n"
@@ -58,11 +60,6 @@ void takeRule(void* context, const krpre_rule* rule) {
   answer(context).rules->push_back(infoOf(*rule));
 }
 
-int refuse(const std::string& reason, const char* command) {
-  std::fprintf(stderr, "krpre: %s\nTry 'krpre %s --help'.\n", reason.c_str(), command);
-  return kWrongUsage;
-}
-
 // Runs the library over the query's file. Empty, or why it cannot be asked.
 std::string ask(tQueryLine& query, tAnswer& answers, int& result) {
   tRunArguments arguments(query.source, shippedHeaders());
@@ -80,7 +77,7 @@ std::string ask(tQueryLine& query, tAnswer& answers, int& result) {
 
 int show(const std::string& text) {
   const bool done = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
-  return done ? kAnswered : kNoAnswer;
+  return done ? kAllDone : kSomeFailed;
 }
 
 int showHelp(const char* text, const char* more) {
@@ -98,7 +95,7 @@ bool isFoundBy(const tRuleInfo& rule, const std::string& word) {
 
 int reportFailure(const tAnswer& answers) {
   std::fputs(answers.messages.c_str(), stderr);
-  return kNoAnswer;
+  return kSomeFailed;
 }
 
 }  // namespace
@@ -106,16 +103,14 @@ int reportFailure(const tAnswer& answers) {
 int explainCommand(int count, char** arguments) {
   tQueryLine query = readQueryLine(count, arguments, true);
   if (query.source.request == tCommandLine::kShowHelp) return showHelp(kExplainHelp, "");
-  if (query.source.request == tCommandLine::kWrongUsage) {
-    return refuse(query.source.complaint, "explain");
-  }
+  if (!query.source.complaint.empty()) return refuseUsage(query.source.complaint, kExplain);
   const std::string& file = query.source.files[0];
   tRuleStory story(nameInRun(file), query.line);
   tAnswer answers;
   answers.story = &story;
   int result = 0;
   const std::string refusal = ask(query, answers, result);
-  if (!refusal.empty()) return refuse(refusal, "explain");
+  if (!refusal.empty()) return refuseUsage(refusal, kExplain);
 
   if (story.found()) {
     const int shown = show(query.json ? explainedJson(story, file)
@@ -127,21 +122,19 @@ int explainCommand(int count, char** arguments) {
                "krpre: %s:%d: no statement stands here: the line is empty, a comment or a\n"
                "directive, or it is skipped by a conditional\n",
                file.c_str(), query.line);
-  return kNoAnswer;
+  return kSomeFailed;
 }
 
 int rulesCommand(int count, char** arguments) {
   tQueryLine query = readQueryLine(count, arguments, false);
   if (query.source.request == tCommandLine::kShowHelp) return showHelp(kRulesHelp, kKeyHelp);
-  if (query.source.request == tCommandLine::kWrongUsage) {
-    return refuse(query.source.complaint, "rules");
-  }
+  if (!query.source.complaint.empty()) return refuseUsage(query.source.complaint, kRules);
   std::vector<tRuleInfo> rules;
   tAnswer answers;
   answers.rules = &rules;
   int result = 0;
   const std::string refusal = ask(query, answers, result);
-  if (!refusal.empty()) return refuse(refusal, "rules");
+  if (!refusal.empty()) return refuseUsage(refusal, kRules);
   if (result != 0) return reportFailure(answers);
   if (!query.key.empty()) {
     std::erase_if(rules, [&](const tRuleInfo& rule) { return !isFoundBy(rule, query.key); });

@@ -18,12 +18,6 @@ const option kLongOptions[] = {
     {nullptr, 0, nullptr, 0},
 };
 
-void complain(tQueryLine& query, std::string text) {
-  if (query.source.request == tCommandLine::kWrongUsage) return;
-  query.source.request = tCommandLine::kWrongUsage;
-  query.source.complaint = std::move(text);
-}
-
 // Takes ":LINE" from the end of the name.
 void splitLine(tQueryLine& query, std::string& file) {
   const std::size_t colon = file.rfind(':');
@@ -35,7 +29,7 @@ void splitLine(tQueryLine& query, std::string& file) {
       return;
     }
   }
-  complain(query, file + ": FILE:LINE is wanted, with a line from 1");
+  query.source.complain(file + ": FILE:LINE is wanted, with a line from 1");
 }
 
 void takeOption(tQueryLine& query, int code, bool withLine) {
@@ -47,12 +41,13 @@ void takeOption(tQueryLine& query, int code, bool withLine) {
       query.json = true;
       break;
     case kKey:
-      if (withLine) return complain(query, "unknown option --key");
+      if (withLine) return query.source.complain("unknown option --key");
       query.key = optarg;
       break;
     case kColour:
       if (!readColour(optarg, query.colour)) {
-        complain(query, std::string("--color=") + optarg + ": always, never or auto is wanted");
+        query.source.complain(std::string("--color=") + optarg +
+                              ": always, never or auto is wanted");
       }
       break;
     case 'I':
@@ -62,10 +57,9 @@ void takeOption(tQueryLine& query, int code, bool withLine) {
       query.source.defines.emplace_back(optarg);
       break;
     default:
-      complain(query,
-               std::string("unknown option or missing value: ") +
-                   (optopt > 0 && optopt < kHelp ? std::string("-") + static_cast<char>(optopt)
-                                                 : "--..."));
+      query.source.complain(
+          std::string("unknown option or missing value: ") +
+          (optopt > 0 && optopt < kHelp ? std::string("-") + static_cast<char>(optopt) : "--..."));
   }
 }
 
@@ -87,7 +81,7 @@ tQueryLine readQueryLine(int count, char** arguments, bool withLine) {
   }
   for (int i = optind; i < count; ++i) query.source.files.emplace_back(arguments[i]);
   if (query.source.files.size() != 1) {
-    complain(query, withLine ? "one FILE:LINE is wanted" : "one FILE is wanted");
+    query.source.complain(withLine ? "one FILE:LINE is wanted" : "one FILE is wanted");
   } else if (withLine) {
     splitLine(query, query.source.files[0]);
   }
