@@ -34,6 +34,19 @@ TEST_F(Dependencies, NameEveryFileOnceInTheOrderOfReading) {
   EXPECT_EQ(files(), "inc out rule sub ");
 }
 
+TEST_F(Dependencies, NameTheTextsOfAKeptStandardHeader) {
+  write("h/std.ch", "#include \"more.ch\"\n#define ONE 1\n");
+  write("h/more.ch", "");
+  write("a.prw", "x := ONE\n");
+  // What is made and what is then taken is a file of nobody's build.
+  for (int runs = 1; runs <= 2; ++runs) {
+    EXPECT_EQ(run({"-MD", "--precompiled", "-I", "h", "a.prw"}).status, 0);
+    EXPECT_TRUE(exists("h/std.pch"));
+    EXPECT_EQ(bytes("a.d"), "a.ppo: a.prw h/std.ch h/more.ch\n");
+    write("a.d", "");
+  }
+}
+
 TEST_F(Dependencies, AreOfSourcesWithoutErrorsOnly) {
   write("a.prw", "#else\n");
   write("a.d", "old");

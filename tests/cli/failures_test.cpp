@@ -128,4 +128,17 @@ TEST_F(Failures, AClosedOutputNeverBecomesAFile) {
   EXPECT_EQ(shell("($K a.prw; echo $? >status) | true; cat status").output, "0\n");
 }
 
+TEST_F(Failures, AClosedOutputIsNotTheFileThatAnotherThreadWrites) {
+  const int lines = 20000;
+  const std::string expected = linesOf("x := 1\r\n", lines);
+  write("b.prw", linesOf("x := 1\n", lines));
+  // In some round the message of the first comes while the second is written.
+  for (int fewer = 0; fewer < lines / 2; fewer += lines / 80) {
+    write("a.prw", linesOf("x := 1\n", lines - fewer));
+    const tChildResult result = shell("$K -j2 --always-write a.prw b.prw >&-");
+    EXPECT_EQ(result.errors, "krpre: cannot write the messages: Bad file descriptor\n");
+    EXPECT_TRUE(bytes("b.ppo") == expected) << fewer;
+  }
+}
+
 }  // namespace

@@ -39,10 +39,10 @@ TEST_F(Jobs, NothingDependsOnTheirNumber) {
   EXPECT_EQ(alone.substr(0, 1), "1");
   EXPECT_NE(alone.find(failed("s3.prw") + ok("s4.prw")), std::string::npos);
   for (const char* jobs : {"-j2", "-j7", "-j200", "-j0", "--jobs="}) {
-    EXPECT_EQ(outcome({jobs}), alone) << jobs;
+    EXPECT_TRUE(outcome({jobs}) == alone) << jobs;  // too much to be shown
   }
-  EXPECT_EQ(outcome({"-q", "-j3"}), alone);
-  EXPECT_EQ(outcome({"-T", "-j3"}), outcome({"-T", "-j1"}));
+  EXPECT_TRUE(outcome({"-q", "-j3"}) == alone);
+  EXPECT_TRUE(outcome({"-T", "-j3"}) == outcome({"-T", "-j1"}));
 }
 
 TEST_F(Jobs, MessagesAppearAsSoonAsThoseBeforeHaveAppeared) {
