@@ -18,18 +18,23 @@ public class MemoryTest {
     growthOf("prebuild without a file", CALLS, () -> KRPRE.prebuild(manyArguments));
     growthOf("getCH", CALLS, () -> KRPRE.getCH(header));
     growthOf("getCH of no file", CALLS, () -> KRPRE.getCH("none"));
-    growthOf("prebuild with a file", 3 * CALLS / 10, () -> KRPRE.prebuild(oneFile));
+    growthOf("prebuild with a file", CALLS / 25, () -> KRPRE.prebuild(oneFile));
   }
 
   private static void growthOf(String what, int calls, Runnable call) throws IOException {
     for (int i = 0; i < calls / 4; ++i) call.run();
+    // The virtual machine takes memory for itself now and then; a leak takes some each time.
+    for (int round = 1; grows(what, calls, call); ++round) Check.that(round < 3, what + " grows");
+  }
+
+  private static boolean grows(String what, int calls, Runnable call) throws IOException {
     long before = residentKibibytes();
     long start = System.nanoTime();
     for (int i = 0; i < calls; ++i) call.run();
     long nanoseconds = (System.nanoTime() - start) / calls;
     long growth = residentKibibytes() - before;
     System.err.println(what + ": " + growth + " KiB in " + calls + " calls, " + nanoseconds + " ns each");
-    Check.that(growth * 1024 < (long) MOST_BYTES_PER_CALL * calls, what + " grows by " + growth + " KiB");
+    return growth * 1024 >= (long) MOST_BYTES_PER_CALL * calls;
   }
 
   private static long residentKibibytes() throws IOException {
