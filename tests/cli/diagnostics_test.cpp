@@ -3,15 +3,13 @@
 #include "cli/diagnostics.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <nlohmann/json.hpp>
-#include <regex>
 
 #include "cli/sourcequote.h"
-#include "tests/support/childprocess.h"
+#include "tests/cli/program.h"
 
 namespace {
 
@@ -45,7 +43,7 @@ TEST(SourceQuote, ShowsTheMiddleOfALongLine) {
   EXPECT_NE(caret.find("\xE2\x82\xACx\n    | " + std::string(53, ' ') + "^\n"), std::string::npos);
 }
 
-class Messages : public testing::Test {
+class Messages : public Program {
  protected:
   Messages() {
     write("std.ch", "");
@@ -59,13 +57,9 @@ class Messages : public testing::Test {
     write("h/rule.ch", "#define IT It()\n#command CLOSE <x> => EndIf ; <x>\n");
     write("quote.prw", "x := 'open\n");
     write("lost.prw", "\n#include \"no.ch\" // gone\n");
-    write("long.prw", "x := '" + std::string(4090, 'y') + "'\n");
+    write("long.prw", "x\r\r\nx := '" + std::string(4090, 'y') + "'\n");
     write("good.prw", "x := 1\n");
   }
-  void write(const std::string& name, const std::string& text) const {
-    directory_.write(name, text);
-  }
-
   std::string run(std::vector<std::string> arguments, const std::string& environment = {}) const {
     std::vector<std::string> command = {"/usr/bin/env", "-u", "LANGUAGE", "LC_ALL=C"};
     if (!environment.empty()) command.push_back(environment);
@@ -76,8 +70,6 @@ class Messages : public testing::Test {
     // The name of a copy that nobody sees.
     return std::regex_replace(result.output, std::regex("krpre~[0-9a-f]*"), "krpreTAG");
   }
-
-  tTemporaryDirectory directory_;
 };
 
 const std::vector<std::string> kFiles = {"main.prw", "deep.prw", "rule.prw", "quote.prw",
@@ -86,11 +78,6 @@ const std::vector<std::string> kFiles = {"main.prw", "deep.prw", "rule.prw", "qu
 std::vector<std::string> with(const std::string& option, std::vector<std::string> files = kFiles) {
   files.insert(files.begin(), option);
   return files;
-}
-
-std::string failed(const std::string& file, int code = 1) {
-  return "KOREL Preprocessor. Precompilation of file " + file + " with error. Exitecode equal to " +
-         std::to_string(code) + "\n";
 }
 
 TEST_F(Messages, InTheLongFormStandBelowTheirClassicLines) {
@@ -122,10 +109,10 @@ TEST_F(Messages, InTheLongFormStandBelowTheirClassicLines) {
       "  2 | #include \"no.ch\" // gone\n"
       "    |          ^\n" +
       failed("lost.prw") +
-      "KOREL Preprocessor: source line TOO BIG - file long.prw line 0\n"
-      "  1 | ..." +
+      "KOREL Preprocessor: source line TOO BIG - file long.prw line 2\n"
+      "  3 | ..." +
       std::string(50, 'y') + "y'\n    | " + std::string(53, ' ') + "^\n" + failed("long.prw", 15) +
-      "KOREL Preprocessor: Precompilation of file good.prw ok.\n";
+      ok("good.prw");
   EXPECT_EQ(run(with("--diagnostics=long")), expected);
 }
 
@@ -169,7 +156,7 @@ TEST_F(Messages, InTheFormOfCompilersAreOneLineEachWithNotes) {
             "parentesis/brackets [2002]\n"
             "none.prw: error: File not found [file-not-found]\n"
             "lost.prw:2:10: error: File not found no.ch [2090]\n"
-            "long.prw:1:4096: error: Source line too big: 4096 bytes or more [line-too-long]\n");
+            "long.prw:3:4096: error: Source line too big: 4096 bytes or more [line-too-long]\n");
   EXPECT_EQ(run(with("--diagnostics=gcc", {"good.prw"})), "");
 }
 
@@ -207,10 +194,12 @@ TEST_F(Messages, InJsonAreOneObjectEach) {
             "quote.prw 1 6 2002 unterminated-statement error\nquote.prw 0 0 1 failed result\n"
             "none.prw 0 0 0 file-not-found error\nnone.prw 0 0 15 failed result\n"
             "lost.prw 2 10 2090 include-not-found error\nlost.prw 0 0 1 failed result\n"
-            "long.prw 1 4096 0 line-too-long error\nlong.prw 0 0 15 failed result\n"
+            "long.prw 3 4096 0 line-too-long error\nlong.prw 0 0 15 failed result\n"
             "good.prw 0 0 0 preprocessed result\n");
   EXPECT_EQ(firstLine(run(with("--diagnostics=json", {"deep.prw"}))), kDeep);
   EXPECT_EQ(firstLine(run(with("--diagnostics=json", {"rule.prw"}))), kRule);
+  const std::string traced = firstLine(run({"--diagnostics=json", "-T", "good.prw"}));
+  EXPECT_EQ(nlohmann::json::parse(traced)["severity"], "trace");
 }
 
 TEST_F(Messages, InJsonSurviveHostileNames) {

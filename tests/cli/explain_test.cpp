@@ -1,11 +1,9 @@
 // `krpre explain` and `krpre rules`, run as a child in a directory of its own.
 
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "tests/support/childprocess.h"
+#include "tests/cli/program.h"
 
 namespace {
 
@@ -17,26 +15,19 @@ const char kHeader[] =
     "#command SHOW ALL => All()\n"
     "#xtranslate TWICE(<x>) => (<x> + <x>)\n";
 
-class Query : public testing::Test {
+class Query : public Program {
  protected:
   Query() {
-    directory_.write("std.ch", "");
-    directory_.write("sub/show.ch", kHeader);
-    directory_.write("a.prw",
-                     "#include \"sub/show.ch\"\n"
-                     "// nothing\n"
-                     "Show TWICE(a) , b;\n"
-                     "  , c AT ROW\n"
-                     "Beep()\n"
-                     "SHOUT\n");
+    write("std.ch", "");
+    write("sub/show.ch", kHeader);
+    write("a.prw",
+          "#include \"sub/show.ch\"\n"
+          "// nothing\n"
+          "Show TWICE(a) , b;\n"
+          "  , c AT ROW\n"
+          "Beep()\n"
+          "SHOUT\n");
   }
-
-  tChildResult run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), KRPRE_PROGRAM);
-    return runChild(arguments, directory_.path());
-  }
-
-  tTemporaryDirectory directory_;
 };
 
 TEST_F(Query, ExplainShowsEveryRewriteWithItsRuleAndWhyOthersLost) {
@@ -72,12 +63,11 @@ TEST_F(Query, ExplainShowsEveryRewriteWithItsRuleAndWhyOthersLost) {
     EXPECT_EQ(result.output, kStory) << place;
     EXPECT_EQ(result.errors, "");
   }
-  EXPECT_FALSE(std::filesystem::exists(directory_.path() / "a.ppo"));
+  EXPECT_FALSE(exists("a.ppo"));
 }
 
 TEST_F(Query, ExplainTellsWhichRulesWereTriedInVainAndWhereAnErrorEndedIt) {
-  directory_.write(
-      "b.prw", "#include \"sub/show.ch\"\nShow\n#xtranslate LOOP(<x>) => LOOP((<x>))\nLOOP(1)\n");
+  write("b.prw", "#include \"sub/show.ch\"\nShow\n#xtranslate LOOP(<x>) => LOOP((<x>))\nLOOP(1)\n");
   const tChildResult tried = run({"explain", "b.prw:2"});
   // An error elsewhere in the file is told behind the story.
   EXPECT_EQ(tried.status, 1);
@@ -151,9 +141,10 @@ TEST_F(Query, JsonHoldsTheSameAndStaysValidWhateverTheBytes) {
             nlohmann::json::parse(R"({"name": "more", "texts": ["b", "c"]})"));
   EXPECT_EQ(story["rewrites"][2]["lost"][0]["failedMarker"], "ALL");
   EXPECT_GT(story["rewrites"][2]["score"], 0);
+  EXPECT_EQ(story["rewrites"][1]["token"], 11);
   EXPECT_EQ(story["final"], "Placed(5, (a + a), b, c)");
 
-  directory_.write("c.prw", "#define A \"\xE7\x01\xFF\"\nx := A\n");
+  write("c.prw", "#define A \"\xE7\x01\xFF\"\nx := A\n");
   EXPECT_EQ(nlohmann::json::parse(run({"explain", "--json", "c.prw:2"}).output)["before"],
             "x := A");
   EXPECT_EQ(nlohmann::json::parse(run({"rules", "--json", "c.prw"}).output)[0]["line"], 1);

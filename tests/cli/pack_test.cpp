@@ -1,68 +1,57 @@
 // `krpre pack` and `krpre unpack`, run as children.
 
-#include <gtest/gtest.h>
-
-#include "tests/support/childprocess.h"
+#include "tests/cli/program.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-class Pack : public testing::Test {
- protected:
-  tChildResult run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), KRPRE_PROGRAM);
-    return runChild(arguments, directory_.path());
-  }
-  fs::path path(const char* name) const { return directory_.path() / name; }
-
-  tTemporaryDirectory directory_;
-};
+using Pack = Program;
 
 TEST_F(Pack, FilesChangeInPlaceAndAreReadAsTheirText) {
-  directory_.write("a.prw", "#include \"b.ch\"\nx := ONE\n");
-  directory_.write("b.ch", "#define ONE 1\n");
+  write("a.prw", "#include \"b.ch\"\nx := ONE\n");
+  write("b.ch", "#define ONE 1\n");
   EXPECT_EQ(run({"pack", "a.prw", "b.ch"}).output, "a.prw packed\nb.ch packed\n");
-  EXPECT_EQ(readBytes(path("b.ch")).substr(0, 4), "#zip");
+  EXPECT_EQ(bytes("b.ch").substr(0, 4), "#zip");
   EXPECT_EQ(run({"a.prw"}).status, 0);
-  EXPECT_NE(readBytes(path("a.ppo")).find("x := 1"), std::string::npos);
+  EXPECT_NE(bytes("a.ppo").find("x := 1"), std::string::npos);
   const tChildResult again = run({"pack", "b.ch"});
   EXPECT_EQ(again.output, "b.ch is packed already\n");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(run({"unpack", "--", "b.ch", "a.prw"}).output, "b.ch unpacked\na.prw unpacked\n");
-  EXPECT_EQ(readBytes(path("b.ch")), "#define ONE 1\n");
+  EXPECT_EQ(bytes("b.ch"), "#define ONE 1\n");
   EXPECT_EQ(run({"unpack", "b.ch"}).output, "b.ch is not packed\n");
 }
 
 TEST_F(Pack, LinksAndPermissionsStay) {
-  directory_.write("real/a.ch", "#define A 1\n");
+  write("real/a.ch", "#define A 1\n");
   fs::permissions(path("real/a.ch"), fs::perms::owner_read | fs::perms::owner_write);
   fs::create_symlink("real/a.ch", path("link.ch"));
   EXPECT_EQ(run({"pack", "link.ch"}).status, 0);
   EXPECT_TRUE(fs::is_symlink(path("link.ch")));
-  EXPECT_EQ(readBytes(path("real/a.ch")).substr(0, 4), "#zip");
+  EXPECT_EQ(bytes("real/a.ch").substr(0, 4), "#zip");
   EXPECT_EQ(fs::status(path("real/a.ch")).permissions(),
             fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(std::distance(fs::directory_iterator(path("real")), {}), 1);
 }
 
 TEST_F(Pack, FailuresAreToldAndTheOthersAreDone) {
-  directory_.write("damaged", "#zip none");
-  directory_.write("b", "x\n");
+  write("damaged", "#zip none");
+  write("b", "x\n");
   const tChildResult result = run({"unpack", "damaged", "none", "b"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "b is not packed\n");
   EXPECT_EQ(result.errors,
             "krpre: damaged is damaged, or only begins like a packed file\n"
             "krpre: none cannot be read\n");
-  EXPECT_EQ(readBytes(path("damaged")), "#zip none");
+  EXPECT_EQ(bytes("damaged"), "#zip none");
   EXPECT_EQ(run({"pack", "b", "-o", "no/where"}).errors, "krpre: no/where cannot be written\n");
   EXPECT_EQ(run({"pack", "b", "--output=c"}).status, 0);
-  EXPECT_EQ(readBytes(path("b")), "x\n");
+  EXPECT_EQ(bytes("b"), "x\n");
 }
 
 TEST_F(Pack, WrongUsageIsRefused) {
-  directory_.write("a", "x\n");
+  write("a", "x\n");
   const std::pair<std::vector<std::string>, std::string> kCases[] = {
       {{"pack"}, "pack: no file"},
       {{"unpack", "-x", "a"}, "unpack: unknown option -x"},
@@ -76,14 +65,14 @@ TEST_F(Pack, WrongUsageIsRefused) {
     EXPECT_EQ(result.status, 2) << complaint;
     EXPECT_EQ(result.errors, "krpre " + complaint + "\nTry 'krpre " + arguments[0] + " --help'.\n");
   }
-  EXPECT_EQ(readBytes(path("a")), "x\n");
+  EXPECT_EQ(bytes("a"), "x\n");
   EXPECT_NE(run({"unpack", "--help"}).output.find("krpre unpack"), std::string::npos);
 }
 
 TEST_F(Pack, SourceOfThatNameHasADirectory) {
-  directory_.write("pack", "x := 1\n");
+  write("pack", "x := 1\n");
   EXPECT_EQ(run({"./pack"}).status, 0);
-  EXPECT_EQ(readBytes(path("pack.ppo")), "x := 1\r\n");
+  EXPECT_EQ(bytes("pack.ppo"), "x := 1\r\n");
 }
 
 }  // namespace

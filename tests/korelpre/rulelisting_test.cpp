@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "korelpre/ruleobserver.h"
 #include "tests/support/preprocess.h"
 
 using namespace precomp;
@@ -106,68 +105,6 @@ TEST(RuleListing, IsTheSameHoweverARuleWasRead) {
     ASSERT_EQ(shown[0], shown[1]) << source;
   }
   EXPECT_GT(rules, 5000);
-}
-
-class tWitness : public tRuleObserver {
- public:
-  void statementBegins(const tTknString& statement, const tString& file) override {
-    put(file, statement);
-  }
-  void ruleTried(const tRuleTrial& trial) override {
-    story += "try " + keyOf(trial.rule) + " " + std::to_string(trial.score);
-    if (trial.score == 0) {
-      story += trial.failedMarker == nullptr
-                   ? " end"
-                   : " " + std::string(trial.failedMarker->token().view());
-      story += "@" + std::to_string(trial.failedToken);
-    }
-    story += "\n";
-  }
-  void ruleMatched(const tBaseXChg& rule, int start, const tTknString& statement) override {
-    story += "match " + keyOf(rule) + " at " + std::to_string(start);
-    for (const tCapture& capture : capturesOf(rule, statement)) {
-      story += " " + std::string(capture.marker->token().view()) + "=";
-      for (const tString& text : capture.texts) story += "(" + std::string(text.view()) + ")";
-    }
-    story += "\n";
-  }
-  void ruleApplied(const tBaseXChg& rule, int /*start*/, const tTknString& statement) override {
-    put(tString("after ") += rule.key(), statement);
-  }
-  void statementEnds(const tTknString& statement) override { put(tString("end"), statement); }
-
-  std::string story;
-
- private:
-  static std::string keyOf(const tBaseXChg& rule) {
-    return std::string(rule.key().view()) + ":" + std::to_string(rule.originLine());
-  }
-  void put(const tString& what, const tTknString& statement) {
-    tString text;
-    statement.appendText(text);
-    story += std::string(what.view()) + ": " + std::string(text.view()) + "\n";
-  }
-};
-
-TEST(RuleObserver, SeesWhatHappensToAStatement) {
-  tWitness witness;
-  tMemoryProcessor processor;
-  processor->setRuleObserver(&witness);
-  processor.run("f.prw",
-                "#command SHOW <x> [AT <r>, <c>] => s(<x>,<r>)\n"
-                "#command SHOW <x> IN <o: RED, DARK BLUE> => c(<x>,<o>)\n"
-                "#define N 1 + 2\n"
-                "SHOW N AT 3, 4 AT 5, 6");
-  EXPECT_EQ(witness.story,
-            "f.prw: SHOW N AT 3, 4 AT 5, 6\n"
-            "try N:3 1\n"
-            "match N:3 at 1\n"
-            "after N: SHOW 1 + 2 AT 3, 4 AT 5, 6\n"
-            "try SHOW:2 0 IN@4\n"
-            "try SHOW:1 10\n"
-            "match SHOW:1 at -1 x=(1 + 2) r=(3)(5) c=(4)(6)\n"
-            "after SHOW: s(1 + 2,3)\n"
-            "end: s(1 + 2,3)\n");
 }
 
 }  // namespace

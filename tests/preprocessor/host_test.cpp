@@ -86,12 +86,8 @@ tLeft execute(int count, const std::string& commandLine) {
   return left;
 }
 
-TEST(CommandLine, IsCutAtBlanksOutsideQuotes) {
-  EXPECT_EQ(execute(3, "  @F\"a b.prw\"   /DONE=1  /DTWO=2 ").output, "x := 1 + 2\r\n");
-}
-
 TEST(CommandLine, IsReadAsFarAsTheHostCounts) {
-  const std::string line = "@F\"a b.prw\" /DONE=1 /DTWO=2";
+  const std::string line = " @F\"a b.prw\"   /DONE=1 /DTWO=2";
   EXPECT_EQ(execute(2, line).output, "x := 1 + TWO\r\n");
   EXPECT_EQ(execute(1, line).output, "x := ONE + TWO\r\n");
   for (const int count : {3, 4, 1000000000, INT_MAX}) {
@@ -126,6 +122,18 @@ TEST(CommandLine, MustNotBeNull) {
   }
   // The library has a C++ runtime of its own; this one must have kept count.
   EXPECT_EQ(std::uncaught_exceptions(), 0);
+}
+
+TEST(Translations, AreCutToTheSizeOfTheBuffer) {
+  char buffer[8] = "before";
+  EXPECT_EQ(krpre_translate("de", "Error", buffer, 0), 6U);
+  EXPECT_STREQ(buffer, "before");
+  EXPECT_EQ(krpre_translate("de", "Error", buffer, 6), 6U);
+  EXPECT_STREQ(buffer, "Fehle");
+  EXPECT_EQ(krpre_translate("de", "Error", buffer, 7), 6U);
+  EXPECT_STREQ(buffer, "Fehler");
+  EXPECT_EQ(krpre_translate(nullptr, "Error", buffer, sizeof buffer), 5U);
+  EXPECT_STREQ(buffer, "Error");
 }
 
 TEST(Output, IsSilentBetweenRedirectAndRestore) {
