@@ -91,6 +91,11 @@ class InstalledPackage : public testing::Test {
   inline static tTemporaryDirectory* directory_ = nullptr;
 };
 
+TEST_F(InstalledPackage, HoldsAProgramThatFindsItsLibraryAndItsHeaders) {
+  EXPECT_EQ(runChild({prefix() / "bin/krpre", "-q", "good.prw"}, path()).status, 0);
+  EXPECT_EQ(readBytes(path() / "good.ppo"), "x := 9\r\n");
+}
+
 TEST_F(InstalledPackage, IsFoundByCMake) {
   run("'" KRPRE_CMAKE "' -G Ninja -S '" KRPRE_SOURCE
       "/examples/embed' -B embed -DCMAKE_PREFIX_PATH=" +
