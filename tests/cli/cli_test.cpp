@@ -169,16 +169,6 @@ TEST_F(Program, QuietRunsPrintNothing) {
   EXPECT_EQ(output("a.ppo"), "x := 1\n");
 }
 
-TEST_F(Program, TraceNamesTheSteps) {
-  write("a.prw", "x := 1\n");
-  const std::string trace = run({"-T", "a.prw"}).output;
-  for (const char* step :
-       {"[TRACE] copying", "[TRACE] adding include paths", "[TRACE] preprocessing",
-        "[TRACE] generated lines", "[TRACE] creating file"}) {
-    EXPECT_NE(trace.find(step), std::string::npos) << step;
-  }
-}
-
 TEST_F(Program, ClassicHandsEverythingOnUnchanged) {
   write("a.prw", "x := { A, B }\n");
   write("--help", "a.prw;;b.prw;");

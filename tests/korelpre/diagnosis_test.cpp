@@ -38,16 +38,9 @@ std::string diagnose(tFiles files) {
   tDiskManMemory disk;
   disk.put("std.ch", "");
   for (const auto& [name, text] : files) disk.put(name, text);
-  tStringSink sink;
-  const tOutputScope scope(sink);
   precomp::KorelPre16 session(disk);
-  tAutoArray<tString> options;
-  options.add(new tString("-Fmain.prw"));
-  session.Init(options, 1);
-  tString output;
-  tString error;
-  session.doIt(output, error);
-  return error.empty() ? "none" : shown(session.diagnosis());
+  const tPreprocessed result = runSession(session, {"-Fmain.prw"});
+  return result.error.empty() ? "none" : shown(session.diagnosis());
 }
 
 std::string diagnose(std::string_view source) {

@@ -7,7 +7,7 @@
 namespace {
 
 // Both ways of reading a source must say the same.
-std::string errorOf(std::string_view source, std::initializer_list<const char*> options = {}) {
+std::string errorOf(std::string_view source, const std::vector<std::string>& options = {}) {
   const std::string quick = preprocessFiles({{"main.prw", source}}, options, true).error;
   EXPECT_EQ(preprocessFiles({{"main.prw", source}}, options, false).error, quick) << source;
   return quick;
@@ -205,16 +205,8 @@ std::string errorOfExtended(std::string_view source) {
   tDiskManMemory disk;
   disk.put("std.ch", "");
   disk.put("main.zorb", source);
-  tAutoArray<tString> options;
-  options.add(new tString("-Fmain.zorb"));
-  tStringSink sink;
-  const tOutputScope scope(sink);
   precomp::KorelPre16 session(disk);
-  session.Init(options, 1);
-  tString output;
-  tString error;
-  session.doIt(output, error);
-  return std::string(error.view());
+  return runSession(session, {"-Fmain.zorb"}).error;
 }
 
 TEST(StatementChecks, KnowTheExtendedLanguage) {

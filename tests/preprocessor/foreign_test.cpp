@@ -57,11 +57,6 @@ class Foreign : public testing::Test {
     return {result, printed.text()};
   }
 
-  std::string failed(const std::string& name, int code) const {
-    return "KOREL Preprocessor. Precompilation of file " + path(name) +
-           " with error. Exitecode equal to " + std::to_string(code) + "\n";
-  }
-
   tTemporaryDirectory directory_;
   std::string childPrinted_;
 };
@@ -121,7 +116,7 @@ TEST_F(Foreign, FailureOfTheConverterIsThatOfTheFile) {
   for (const auto& row : rows) {
     const tRun result = run("a.p", row.text);
     EXPECT_EQ(result.result, row.result);
-    EXPECT_EQ(result.printed, failed("a.p", row.result));
+    EXPECT_EQ(result.printed, failed(path("a.p"), row.result));
     EXPECT_FALSE(fs::exists(path("out/a.ppx_")));
   }
   const tRun nothing = run("a.p", "nothing");
@@ -140,7 +135,7 @@ TEST_F(Foreign, ConverterThatCannotRunIsNamed) {
                               "/abl2korel.so' '@F" + directory_.path().string() +
                               "/it'\\''s.p' '@Q";
     EXPECT_EQ(result.printed.substr(0, start.size()), start);
-    EXPECT_TRUE(result.printed.ends_with("'.\n" + failed("it's.p", -1))) << result.printed;
+    EXPECT_TRUE(result.printed.ends_with("'.\n" + failed(path("it's.p"), -1))) << result.printed;
     EXPECT_EQ(childPrinted_, "");
   }
 }

@@ -63,23 +63,11 @@ std::string textOf(std::string_view code) {
 
 }  // namespace
 
-TEST(Page, BecomesAFunctionLineForLine) {
-  EXPECT_EQ(withFeeds(preprocessed("<h1><%= cName %></h1>\n<% If x %>\n  yes\r\n<% EndIf %>\nend")),
-            "Function a(); Local __cPage := \"\"; __cPage += \"<h1>\"; __cPage += (cName); "
-            "__cPage += \"</h1>\" + Chr(10)\n"
-            " If x\n"
-            "__cPage += \"  yes\" + Chr(13) + Chr(10)\n"
-            " EndIf\n"
-            "__cPage += \"end\"; Return __cPage\n");
-  EXPECT_EQ(withFeeds(preprocessed("a<%= b %>\n", {"/DHTTPSEND"})),
-            "Function a(); HTTPSend(\"a\"); HTTPSend(b); HTTPSend(Chr(10)); Return \"\"\n");
-  EXPECT_EQ(withFeeds(preprocessed("")), "Function a(); Local __cPage := \"\"; Return __cPage\n");
-}
-
 TEST(Page, TextComesThroughUnharmed) {
   std::string every;
   for (int c = 0; c < 256; ++c) every += static_cast<char>(c);
   const std::string kTexts[] = {
+      "",
       every,
       "it's \"both\" '\"'\"",
       "% %> <a> < % ; // * && /* #include \"x\"",

@@ -23,13 +23,6 @@ std::string block(const std::string& content, const std::string& option = "") {
 
 }  // namespace
 
-TEST(InlineBlock, BecomesAssignmentsLineByLine) {
-  EXPECT_EQ(converted("a()\n   BEGINCONTENT VAR cHtml\n   Hello 'you'\n   Total: %Exp:nTotal%\n"
-                      "   ENDCONTENT\nb()"),
-            "a()\n   \n   cHtml := 'Hello ' + CHR(39) + 'you' + CHR(39) + '' + CHR(10)\n"
-            "   cHtml += 'Total: ' + nTotal + '' + CHR(10)\n   \nb()\n");
-}
-
 TEST(InlineBlock, LinesOfContent) {
   const struct {
     std::string content, option, output;

@@ -1,26 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "lib_base/misc.h"
-#include "lib_base/pathname.h"
 #include "lib_gzip/zipsource.h"
-#include "preprocessor/outputfile.h"
 #include "testrun.h"
-
-namespace {
-
-const char kOk[] = "KOREL Preprocessor: Precompilation of file ";
-const char kFailed[] = "KOREL Preprocessor. Precompilation of file ";
-
-std::string ok(const std::string& name) {
-  return kOk + name + " ok.\n";
-}
-std::string failed(const std::string& name, int code) {
-  return kFailed + name + " with error. Exitecode equal to " + std::to_string(code) + "\n";
-}
-
-}  // namespace
 
 TEST(Run, VersionRequestPrintsTheBanner) {
   tSources disk;
@@ -75,18 +57,6 @@ TEST(Run, TraceTellsEachStep) {
             "[TRACE] creating file o/a.ppo...\n"
             "[TRACE] Renaming files o/krpre7.ppo to o/a.ppo..." +
                 ok("s/a.prw"));
-}
-
-TEST(Run, IncludesComeFromThePathAndMarkersNameTheSource) {
-  tSources disk;
-  disk.put("src/a.prw", "#include \"h.ch\"\nx := SIZE\n");
-  disk.put("lib/h.ch", "#define SIZE 7\ny := SIZE\n");
-  const tRun run = runOver(disk, {"@Fsrc/a.prw", "-Iinc;;lib", "@Oout", "/DUNUSED=1"});
-  EXPECT_EQ(run.printed, ok("src/a.prw"));
-  EXPECT_EQ(fileText(disk, "out/a.ppo"),
-            "#line 1 \"lib/h.ch\"\r\n\r\ny := 7\r\n#line 2 \"src/a.prw\"\r\nx := 7\r\n");
-  disk.put("h.ch", "#else\n");
-  EXPECT_EQ(runOver(disk, {"@Fsrc/a.prw"}).printed.substr(0, 19), "src/a.prw(1) Error ");
 }
 
 TEST(Run, FailedFilesLeaveNothingAndTheOthersAreDone) {
@@ -146,39 +116,6 @@ TEST(Run, OutputFailuresAreReported) {
   EXPECT_EQ(disk.count(), 3U);
 }
 
-TEST(Run, LeftoverOfAKilledRunGivesWay) {
-  tSources disk;
-  disk.put("a.prw", "x := 1\n");
-  disk.put("a.ppo", "older");
-  disk.put("krpre0.ppo", "half a li");
-  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, 0);
-  EXPECT_EQ(fileText(disk, "a.ppo"), "x := 1\r\n");
-  disk.put("a.prw", "");
-  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, 0);
-  EXPECT_EQ(fileText(disk, "a.ppo"), "");
-  EXPECT_EQ(disk.count(), 2U);
-}
-
-TEST(Run, OutputOfARunGoingOnIsLeftAlone) {
-  const std::string directory = ::testing::TempDir() + "krpre_lock_test/";
-  std::filesystem::create_directory(directory);
-  tDiskManLocal local;
-  tDiskManMemory memory;
-  for (tDiskMan* disk : {static_cast<tDiskMan*>(&local), static_cast<tDiskMan*>(&memory)}) {
-    const tString temporary = joinPath(directory, "krpre0.ppo");
-    tOutputFile first(*disk, temporary, joinPath(directory, "a.ppo"));
-    tOutputFile second(*disk, temporary, joinPath(directory, "b.ppo"));
-    ASSERT_TRUE(first.create());
-    EXPECT_FALSE(second.create());
-    ASSERT_TRUE(first.write("first"));
-    EXPECT_FALSE(second.create());
-    ASSERT_TRUE(first.rename());
-    ASSERT_TRUE(second.create());
-    EXPECT_TRUE(second.write("second") && second.rename());
-  }
-  std::filesystem::remove_all(directory);
-}
-
 TEST(Run, PackedSourceIsReadAsItsText) {
   // Long enough for line ends to stand in the packed bytes.
   std::string text = "t := __COMPTIMESTAMP__\n";
@@ -227,14 +164,4 @@ TEST(Run, ErrorTextOfAHostGetsTheNameOfTheSource) {
   runOver(disk, {"@Fa.zorb"});
   EXPECT_EQ(fileText(disk, "a.erx_"), "text");
   EXPECT_EQ(disk.count(), 2U);
-}
-
-TEST(Run, DialogCodeIsTiedToItsBlock) {
-  tSources disk;
-  disk.put("a.prw",
-           "x := 1\n//$BEGINDIALOGDEF_1\n//$DIALOGCODE=4128290D0A414354495641544528290D0A\n"
-           "//$ENDDIALOGDEF_1\ny := 2\n");
-  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, 0);
-  EXPECT_EQ(fileText(disk, "a.ppo"),
-            "x := 1\r\n#line 0 \"a.prw\"\r\nA()\r\n#line 2 \"a.prw\"\r\nACTIVATE()\r\ny := 2\r\n");
 }

@@ -40,6 +40,15 @@ inline tRun runOver(tDiskMan& disk, std::vector<std::string> arguments) {
   return {result, printed.text()};
 }
 
+/// The message of a source that was preprocessed, and of one with an error.
+inline std::string ok(const std::string& name) {
+  return "KOREL Preprocessor: Precompilation of file " + name + " ok.\n";
+}
+inline std::string failed(const std::string& name, int code) {
+  return "KOREL Preprocessor. Precompilation of file " + name + " with error. Exitecode equal to " +
+         std::to_string(code) + "\n";
+}
+
 /// The bytes of a file, or "(none)".
 inline std::string fileText(const tDiskManMemory& disk, std::string_view name) {
   const std::string* bytes = disk.bytes(name);

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "korelpre/korelpre.h"
 #include "lib_base/diskman.h"
@@ -44,20 +45,13 @@ class tMemoryProcessor {
   precomp::KorelPreYaccClass processor_{&disk_};
 };
 
-/// Preprocesses "main.prw" of the given files; "std.ch" is empty unless it is among them.
-inline tPreprocessed preprocessFiles(tFiles files, std::initializer_list<const char*> options = {},
-                                     bool plainLines = true) {
-  tDiskManMemory disk;
-  disk.put("std.ch", "");
-  for (const auto& [name, text] : files) disk.put(name, text);
+/// Preprocesses the files that the options name.
+inline tPreprocessed runSession(precomp::KorelPre16& session,
+                                const std::vector<std::string>& options) {
   tAutoArray<tString> list;
-  for (const char* option : options) list.add(new tString(option));
-  list.add(new tString("-Fmain.prw"));
-
+  for (const std::string& option : options) list.add(new tString(option));
   tStringSink sink;
   const tOutputScope scope(sink);
-  precomp::KorelPre16 session(disk);
-  session.setPlainLines(plainLines);
   session.Init(list, 1);
   tString output;
   tString error;
@@ -65,7 +59,18 @@ inline tPreprocessed preprocessFiles(tFiles files, std::initializer_list<const c
   return {std::string(output.view()), std::string(error.view()), sink.text};
 }
 
-inline tPreprocessed preprocess(std::string_view source,
-                                std::initializer_list<const char*> options = {}) {
-  return preprocessFiles({{"main.prw", source}}, options);
+/// Preprocesses "main.prw" of the given files; "std.ch" is empty unless it is among them.
+inline tPreprocessed preprocessFiles(tFiles files, std::vector<std::string> options = {},
+                                     bool plainLines = true) {
+  tDiskManMemory disk;
+  disk.put("std.ch", "");
+  for (const auto& [name, text] : files) disk.put(name, text);
+  options.emplace_back("-Fmain.prw");
+  precomp::KorelPre16 session(disk);
+  session.setPlainLines(plainLines);
+  return runSession(session, options);
+}
+
+inline tPreprocessed preprocess(std::string_view source, std::vector<std::string> options = {}) {
+  return preprocessFiles({{"main.prw", source}}, std::move(options));
 }
