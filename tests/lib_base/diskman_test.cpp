@@ -187,35 +187,6 @@ TEST(File, ReadsToTheEndWhateverItsSizeSays) {
   tString::setMaxSize(before);
 }
 
-TEST(MemoryDisk, FailsOnOrder) {
-  tDiskManMemory memory;
-  memory.put("./in//a", "text");
-  ASSERT_NE(memory.bytes("in/a"), nullptr);
-  const auto open = memory.open("in/a");
-  memory.put("in/a", "other");
-  tString text;
-  EXPECT_TRUE(open->readAll(text));
-  EXPECT_EQ(text, "text");
-  EXPECT_EQ(readFile(memory, "in/a") + readFile(memory, "in/a"), "otherother");
-
-  memory.refuseCreate("out");
-  bool exists = true;
-  EXPECT_EQ(memory.create("./out"), nullptr);
-  EXPECT_EQ(memory.createNew("out", exists), nullptr);
-  EXPECT_FALSE(exists);
-
-  memory.limitWrites("full", 5);
-  const auto file = memory.create("full");
-  EXPECT_TRUE(file->write("1234"));
-  EXPECT_FALSE(file->write("567"));
-  EXPECT_FALSE(file->close());
-  EXPECT_EQ(*memory.bytes("full"), "12345");
-
-  memory.refuseRename("in/a");
-  EXPECT_FALSE(memory.rename("in/a", "b"));
-  EXPECT_EQ(memory.fileCount(), 2u);
-}
-
 TEST(OverlayDisk, KeepsSomeNamesInMemoryAndPassesTheOthersOn) {
   tDiskManMemory below;
   tDiskManOverlay disk(below);

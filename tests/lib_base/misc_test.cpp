@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <thread>
@@ -17,37 +18,26 @@ namespace {
 
 TEST(Misc, FindsWhatThePlainSearchFinds) {
   std::mt19937 random(7);
-  for (int i = 0; i < 20000; ++i) {
-    // Exactly as many bytes as the text has, so that a read past its end is seen.
-    std::string letters(random() % 100, 'a');
-    for (char& c : letters) c = "aaab"[random() % 4];
-    const std::vector<char> bytes(letters.begin(), letters.end());
-    const std::string_view text(bytes.data(), bytes.size());
-    const std::string what = letters.substr(random() % (letters.size() + 1), random() % 24);
-    const std::string other = what + "ab"[random() % 2];
-    const std::size_t from = random() % (letters.size() + 3);
-    ASSERT_EQ(findText(text, what, from), text.find(what, from)) << letters << ' ' << what;
-    ASSERT_EQ(findText(text, other, from), text.find(other, from)) << letters << ' ' << other;
-  }
-}
-
-TEST(Misc, FindsInAnyCaseWhatTheSearchInLowerCaseFinds) {
-  std::mt19937 random(8);
   const auto lower = [](std::string text) {
-    for (char& c : text) c = lowerAscii(c);
+    std::transform(text.begin(), text.end(), text.begin(), lowerAscii);
     return text;
   };
   for (int i = 0; i < 20000; ++i) {
     std::string letters(random() % 100, 'a');
-    for (char& c : letters) c = "aAaA@`{["[random() % 8];
+    const char* const alphabet = i % 2 == 0 ? "aaaaaaab" : "aAaA@`{[";
+    for (char& c : letters) c = alphabet[random() % 8];
+    // Exactly as many bytes as the text has, so that a read past its end is seen.
     const std::vector<char> bytes(letters.begin(), letters.end());
     const std::string_view text(bytes.data(), bytes.size());
-    std::string what = letters.substr(random() % (letters.size() + 1), random() % 6);
-    for (char& c : what) c = random() % 2 == 0 ? upperAscii(c) : lowerAscii(c);
-    what += "a@`["[random() % 4];
     const std::size_t from = random() % (letters.size() + 3);
-    ASSERT_EQ(findTextNoCase(text, what, from), lower(letters).find(lower(what), from))
-        << letters << ' ' << what;
+    std::string what = letters.substr(random() % (letters.size() + 1), random() % 24);
+    for (int tries = 0; tries < 2; ++tries) {
+      ASSERT_EQ(findText(text, what, from), text.find(what, from)) << letters << ' ' << what;
+      const std::string other = random() % 2 == 0 ? lower(what) : what;
+      ASSERT_EQ(findTextNoCase(text, other, from), lower(letters).find(lower(what), from))
+          << letters << ' ' << other;
+      what += "ab@`["[random() % 5];
+    }
   }
 }
 
@@ -152,12 +142,6 @@ TEST(Output, GoesToTheInnermostSinkOfTheThread) {
   EXPECT_EQ(inner.collected, std::string("2\0", 2));
   EXPECT_EQ(other.collected, "3");
   EXPECT_EQ(outer.collected, expected);
-}
-
-TEST(Output, IsStandardOutputByDefault) {
-  testing::internal::CaptureStdout();
-  qdprintf("line %d\n", 1);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "line 1\n");
 }
 
 TEST(Fatal, NamesItsPlaceAndCutsLongTexts) {

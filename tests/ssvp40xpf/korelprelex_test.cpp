@@ -2,40 +2,23 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <algorithm>
+#include <iterator>
 #include <string>
 
-#include "ssvp40xpf/sstableformat.h"
+#include "tests/ssvp40xpf/scanning.h"
 
 namespace {
 
 using namespace korelpre;
 
-bool showsText(unsigned token) {
-  switch (token) {
-    case kTokNullStr:
-    case kTokIdentName:
-    case kTokFuncName:
-    case kTokFileName:
-    case kTokNumber:
-    case kTokString:
-    case kTokSqString:
-    case kTokEspCh:
-    case kTokSqlExp:
-    case kTokSqlOrder:
-      return true;
-    default:
-      return false;
-  }
-}
+using scanning::textOf;
 
-std::string textOf(const SSLexLexeme& lexeme) {
-  if (lexeme.isByteText()) return {lexeme.text(), lexeme.length()};
-  std::string text;
-  for (std::size_t at = 0; at < lexeme.length(); ++at) {
-    text += static_cast<char>(lexeme.wideText()[at]);
-  }
-  return text;
+bool showsText(unsigned token) {
+  constexpr unsigned kShown[] = {kTokNullStr, kTokIdentName, kTokFuncName, kTokFileName,
+                                 kTokNumber,  kTokString,    kTokSqString, kTokEspCh,
+                                 kTokSqlExp,  kTokSqlOrder};
+  return std::find(std::begin(kShown), std::end(kShown), token) != std::end(kShown);
 }
 
 /// Scans to the end: spellings, "LF" for a line feed, where the text matters with the text behind

@@ -189,23 +189,4 @@ TEST(Scanner, OwnsWhatItOpensByName) {
             "1 SSLex0101e: Error opening file, /no/such/table, 2");
 }
 
-TEST(DenseAutomaton, MatchesWithoutLexemes) {
-  const SSLexDense dense = table().expressionList(0)->dense();
-  const std::string text = "12.x=y";
-  const char* const begin = text.data();
-  const char* const end = begin + text.size();
-  const SSLexMatch number = dense.longestMatch(begin, end);
-  EXPECT_EQ(number.final->token, samples::kNumber);
-  EXPECT_EQ(number.end - begin, 2);
-  EXPECT_EQ(number.reached - begin, 3);
-  EXPECT_EQ(dense.longestMatch(begin + 2, end).final, nullptr);
-  const SSLexMatch given = dense.longestMatch(begin + 4, end);
-  EXPECT_EQ(given.final->token, samples::kEquals);
-  EXPECT_EQ(given.end - begin, 5);
-  EXPECT_EQ(dense.longestMatch(end, end).final, nullptr);
-  EXPECT_FALSE(number.final->lineFeeds);
-  const char blank = ' ';
-  EXPECT_TRUE(dense.longestMatch(&blank, &blank + 1).final->drops());
-}
-
 }  // namespace

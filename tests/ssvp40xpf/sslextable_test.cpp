@@ -1,7 +1,5 @@
 #include "ssvp40xpf/sslextable.h"
 
-#include <cstring>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,6 +10,7 @@
 
 namespace {
 
+using samples::bytesOf;
 using samples::raised;
 
 const char kInvalid[] = "4 SSLex0104e: Invalid table, image";
@@ -41,32 +40,13 @@ std::string loadAndScan(const std::vector<char>& bytes) {
   return error;
 }
 
-std::vector<char> bytesOf(const tableimage::tImage& image) {
-  std::vector<char> bytes(tableimage::bytes(image));
-  std::memcpy(bytes.data(), image.data(), bytes.size());
-  return bytes;
-}
-
-TEST(ScannerTable, RefusesEveryTruncation) {
+TEST(ScannerTable, RefusesEveryTruncationAndSurvivesEveryFlippedBit) {
   const std::vector<char> whole = bytesOf(samples::lexImage());
   ASSERT_EQ(loadAndScan(whole), "none");
-  for (std::size_t size = 0; size < whole.size(); ++size) {
-    ASSERT_EQ(loadAndScan({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}),
-              kInvalid)
-        << size;
-  }
-}
-
-TEST(ScannerTable, SurvivesEveryFlippedBit) {
-  std::vector<char> bytes = bytesOf(samples::lexImage());
-  std::size_t refused = 0;
-  for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
-    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
-    if (loadAndScan(bytes) != "none") ++refused;
-    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
-  }
-  EXPECT_GT(refused, 2 * bytes.size());
-  EXPECT_LT(refused, 8 * bytes.size());
+  EXPECT_EQ(samples::refusedTruncations(whole, loadAndScan, kInvalid), whole.size());
+  const std::size_t refused = samples::refusedFlips(whole, loadAndScan);
+  EXPECT_GT(refused, 2 * whole.size());
+  EXPECT_LT(refused, 8 * whole.size());
 }
 
 TEST(ScannerTable, ChecksWhatTheImageSays) {

@@ -97,6 +97,15 @@ class tParser : public SSYacc {
     return count;
   }
 
+  /// Answers errors by the error token, with the stack as it was.
+  void recoverByErrorToken() {
+    keepsStack = true;
+    onError = [this](unsigned, SSLexLexeme&) {
+      restoreStack();
+      return errorToken();
+    };
+  }
+
   std::function<void(unsigned)> onReduce;
   std::function<SSLexLexeme*()> onNext;
   std::function<int(unsigned, SSLexLexeme&)> onError;
@@ -225,11 +234,7 @@ TEST(Parser, EmptiesItsStackOnErrorsWithoutReleasingIt) {
 
 TEST(Parser, RecoversByTheErrorToken) {
   tParser parser("a; b ( ) ; c;", lines());
-  parser.keepsStack = true;
-  parser.onError = [&](unsigned, SSLexLexeme&) {
-    parser.restoreStack();
-    return parser.errorToken();
-  };
+  parser.recoverByErrorToken();
   EXPECT_EQ(parser.parse(), 1);
   EXPECT_EQ(parser.result(), "1[1[1[2[]3[a;]]4[%error;]]3[c;]]");
   EXPECT_EQ(parser.shiftedSinceError(), 3u);  // the ";" behind the error token, "c", ";"
@@ -239,11 +244,7 @@ TEST(Parser, RecoversByTheErrorToken) {
             "16 SSYacc0105e: Error token failed, no valid token");
 
   tParser ending("a; b (", lines());
-  ending.keepsStack = true;
-  ending.onError = [&](unsigned, SSLexLexeme&) {
-    ending.restoreStack();
-    return ending.errorToken();
-  };
+  ending.recoverByErrorToken();
   EXPECT_EQ(raised([&] { ending.parse(); }), "17 SSYacc0106e: Error token failed, eof");
 }
 
@@ -251,11 +252,7 @@ TEST(Parser, ResumesWithoutErrorTokenWhereAStateSaysSo) {
   for (const std::uint32_t flag : {sstable::kRowAcceptAny, sstable::kRowScanOnError}) {
     const SSYaccTable table = tableOf(samples::linesImage(flag));
     tParser parser("a ( ; b;", table);
-    parser.keepsStack = true;
-    parser.onError = [&](unsigned, SSLexLexeme&) {
-      parser.restoreStack();
-      return parser.errorToken();
-    };
+    parser.recoverByErrorToken();
     EXPECT_EQ(parser.parse(), 1);
     EXPECT_EQ(parser.result(), "1[1[2[]3[a;]]3[b;]]");
   }

@@ -1,6 +1,5 @@
 #include "ssvp40xpf/ssyacctable.h"
 
-#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,6 +11,7 @@
 
 namespace {
 
+using samples::bytesOf;
 using samples::raised;
 
 const char kInvalid[] = "22 SSYacc0111e: Error reading table, image";
@@ -56,35 +56,14 @@ std::string loadAndParse(const std::vector<char>& bytes) {
   return error;
 }
 
-std::vector<char> bytesOf(const tableimage::tImage& image) {
-  std::vector<char> bytes(tableimage::bytes(image));
-  std::memcpy(bytes.data(), image.data(), bytes.size());
-  return bytes;
-}
-
-TEST(ParserTable, RefusesEveryTruncation) {
+TEST(ParserTable, RefusesEveryTruncationAndSurvivesEveryFlippedBit) {
   for (const tableimage::tImage& image : {samples::expressionImage(), samples::linesImage()}) {
     const std::vector<char> whole = bytesOf(image);
     ASSERT_EQ(loadAndParse(whole), "none");
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-      ASSERT_EQ(loadAndParse({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}),
-                kInvalid)
-          << size;
-    }
-  }
-}
-
-TEST(ParserTable, SurvivesEveryFlippedBit) {
-  for (const tableimage::tImage& image : {samples::expressionImage(), samples::linesImage()}) {
-    std::vector<char> bytes = bytesOf(image);
-    std::size_t refused = 0;
-    for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
-      bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
-      if (loadAndParse(bytes) != "none") ++refused;
-      bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
-    }
-    EXPECT_GT(refused, 3 * bytes.size());
-    EXPECT_LT(refused, 8 * bytes.size());
+    EXPECT_EQ(samples::refusedTruncations(whole, loadAndParse, kInvalid), whole.size());
+    const std::size_t refused = samples::refusedFlips(whole, loadAndParse);
+    EXPECT_GT(refused, 3 * whole.size());
+    EXPECT_LT(refused, 8 * whole.size());
   }
 }
 
