@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "korelpre/definereader.h"
 #include "korelpre/diagnosis.h"
 #include "korelpre/fileobserver.h"
 #include "korelpre/include.h"
@@ -287,9 +288,10 @@ class KorelPreYaccClass : public SSYacc {
   void doDefine(int line, const tSpcString& name, tAutoArray<tSpcString>& value);
   void doDefineWithParameters(int line, const tAutoArray<tSpcString>& parameters,
                               tAutoArray<tSpcString>& value);
-  void enterDefineDirective(int line, std::unique_ptr<tTranslate> rule);
+  void enterDefineDirective(int line, std::unique_ptr<tTranslate> rule, std::string_view directive);
   void doRule(unsigned production, int line);
   bool readRule(const char* start, const char* end, int line);
+  bool readDefine(const char* start, const char* end, int line);
   void addRule(std::unique_ptr<tBaseXChg> rule, int line);
   void enterRule(std::unique_ptr<tBaseXChg> rule);
   void enterDefine(std::unique_ptr<tBaseXChg> rule);
@@ -349,6 +351,7 @@ class KorelPreYaccClass : public SSYacc {
   tAutoArray<tIFDef> conditionals_;
 
   tRuleReader reader_;
+  tDefineReader defineReader_;
   tTknString scratch_;                // the plain statement being rewritten
   std::vector<int> failedPositions_;  // of the statement being rewritten
 

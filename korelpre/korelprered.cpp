@@ -35,8 +35,8 @@ bool isDirectiveProduction(unsigned production) {
          (production >= kUndef && production <= kStdoutAlone);
 }
 
-// The markers of ten thousand rules take 25 MiB. What comes when these are taken is read again by
-// the rules that are used.
+// The markers of ten thousand rules take 25 MiB. Commands and translations that come when these are
+// taken are read again when they are used; defines then lie on their own.
 constexpr std::size_t kMostMarkers = std::size_t{64} << 20;
 
 tWordRule wordRuleOf(const tRuleReader& reader) {
@@ -70,6 +70,14 @@ std::unique_ptr<tBaseXChg> makeUnread(tRuleReader& reader, KorelPreYaccClass* pr
   }
   rule->readLater();
   return rule;
+}
+
+// A define made of `parts`, in the arena when there is one.
+template <class... Parts>
+std::unique_ptr<tTranslate> makeDefine(tMarkerArena* arena, const Parts&... parts) {
+  if (arena == nullptr) return std::make_unique<tTranslate>(parts...);
+  void* const place = arena->allocate(sizeof(tTranslate));
+  return std::unique_ptr<tTranslate>(new (place) tTranslate(parts..., arena));
 }
 
 }  // namespace
@@ -218,7 +226,7 @@ void KorelPreYaccClass::noteIncluded(const tString& name) {
 
 void KorelPreYaccClass::doDefine(int line, const tSpcString& name, tAutoArray<tSpcString>& value) {
   for (int i = 0; i < value.count(); ++i) unescape(value[i]);
-  enterDefineDirective(line, std::make_unique<tTranslate>(&root(), name, value));
+  enterDefineDirective(line, std::make_unique<tTranslate>(&root(), name, value), directiveText());
 }
 
 void KorelPreYaccClass::doDefineWithParameters(int line, const tAutoArray<tSpcString>& parameters,
@@ -229,12 +237,27 @@ void KorelPreYaccClass::doDefineWithParameters(int line, const tAutoArray<tSpcSt
   name.setText(tString::borrow({text_.data() + lexeme.absoluteOffset(), lexeme.length()}));
   name.setKind(kKindIdentifier);
   name.setAux(lexeme.token());
-  enterDefineDirective(line, std::make_unique<tTranslate>(&root(), name, parameters, value));
+  enterDefineDirective(line, std::make_unique<tTranslate>(&root(), name, parameters, value),
+                       directiveText());
 }
 
-void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslate> rule) {
+bool KorelPreYaccClass::readDefine(const char* start, const char* end, int line) {
+  const tDefineReader& reader = defineReader_;
+  tMarkerArena* const arena = shared_.markers.size() <= kMostMarkers ? &shared_.markers : nullptr;
+  if (!defineReader_.read(start, end, line, arena)) return false;
+  std::unique_ptr<tTranslate> rule =
+      reader.hasParameters()
+          ? makeDefine(arena, &root(), reader.name(), reader.parameters(), reader.value())
+          : makeDefine(arena, &root(), reader.name(), reader.value());
+  enterDefineDirective(line, std::move(rule), reader.text());
+  currentLine_ = line;
+  return true;
+}
+
+void KorelPreYaccClass::enterDefineDirective(int line, std::unique_ptr<tTranslate> rule,
+                                             std::string_view directive) {
   rule->setOrigin(openedName_, line);
-  rule->keepText(text_, directiveText());
+  rule->keepText(text_, directive);
   if (includeMode_ != 0) {
     if (shared_.recorder != nullptr) {
       shared_.recorder->defining(rule->key(), defines()->index().countOf(rule->key()));

@@ -197,6 +197,10 @@ void KorelPreYaccClass::passPlainLines() {
     if (scanned.end == end && scanned.lines > 1 && lastLineIsBlank(end)) break;
     if (!shared_.plainLines && !isStarComment(at, end)) break;
     if (scanned.kind == eLineKind::kOther) {
+      if (readDefine(at, end, line)) {
+        passTo(defineReader_.lineEnd(), defineReader_.lines());
+        continue;
+      }
       if (readRule(at, end, line)) {
         passTo(reader_.lineEnd(), reader_.lines());
         continue;

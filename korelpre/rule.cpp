@@ -65,6 +65,28 @@ class tChain {
   tMatchMarker* last_ = nullptr;
 };
 
+// The parameters of a define; mostly few.
+class tParameterNames {
+ public:
+  explicit tParameterNames(const tAutoArray<tSpcString>& parameters) : parameters_(parameters) {
+    if (parameters.count() <= kFew) return;
+    for (int i = 0; i < parameters.count(); ++i) names_.insert(parameters[i].view());
+  }
+  bool have(std::string_view name) const {
+    if (parameters_.count() > kFew) return names_.count(name) > 0;
+    for (int i = 0; i < parameters_.count(); ++i) {
+      if (parameters_[i] == name) return true;
+    }
+    return false;
+  }
+
+ private:
+  static constexpr int kFew = 8;
+
+  const tAutoArray<tSpcString>& parameters_;
+  std::unordered_set<std::string_view> names_;  // where they are many
+};
+
 }  // namespace
 
 tBaseXChg::tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMarker* firstMatch,
@@ -167,40 +189,44 @@ bool tBaseXChg::buildReplacement(int start, tTknString* t) {
 }
 
 tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
-                       const tAutoArray<tSpcString>& value)
+                       const tAutoArray<tSpcString>& value, tMarkerArena* arena)
     : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true}, name) {
+  setArena(arena);
   tChain result;
   for (int i = 0; i < value.count(); ++i) {
-    result.add(new tResultIdentifier(value[i]));
+    result.add(makeMarker<tResultIdentifier>(arena, value[i]));
     result.last()->token().setLine(0);
   }
-  setChains(new tMatchIdentifier(name), result.head());
+  setChains(makeMarker<tMatchIdentifier>(arena, name), result.head());
 }
 
 tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
                        const tAutoArray<tSpcString>& parameters,
-                       const tAutoArray<tSpcString>& value)
+                       const tAutoArray<tSpcString>& value, tMarkerArena* arena)
     : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true},
                 name.substr(0, name.size() - (name.view().ends_with('(') ? 1 : 0))) {
+  setArena(arena);
+  const auto literal = [arena](std::string_view text) {
+    return makeMarker<tMatchIdentifier>(arena, bareToken(text));
+  };
   tSpcString word;
   word = name;
   word.setText(key());
   tChain pattern;
-  pattern.add(new tMatchIdentifier(word));
-  if (key().size() < name.size()) pattern.add(new tMatchIdentifier(bareToken("(")));
-  std::unordered_set<std::string_view> names;
+  pattern.add(makeMarker<tMatchIdentifier>(arena, word));
+  if (key().size() < name.size()) pattern.add(literal("("));
   for (int i = 0; i < parameters.count(); ++i) {
-    if (i > 0) pattern.add(new tMatchIdentifier(bareToken(",")));
-    pattern.add(new tMatchMarker(parameters[i]));
-    names.insert(parameters[i].view());
+    if (i > 0) pattern.add(literal(","));
+    pattern.add(makeMarker<tMatchMarker>(arena, parameters[i]));
   }
-  pattern.add(new tMatchIdentifier(bareToken(")")));
+  pattern.add(literal(")"));
+  const tParameterNames names(parameters);
   tChain result;
   for (int i = 0; i < value.count(); ++i) {
-    if (names.count(value[i].view()) > 0) {
-      result.add(new tResultMarker(value[i]));
+    if (names.have(value[i])) {
+      result.add(makeMarker<tResultMarker>(arena, value[i]));
     } else {
-      result.add(new tResultIdentifier(value[i]));
+      result.add(makeMarker<tResultIdentifier>(arena, value[i]));
     }
     result.last()->token().setLine(0);
   }

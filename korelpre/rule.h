@@ -160,13 +160,15 @@ class tTranslate : public tBaseXChg {
  public:
   using tBaseXChg::tBaseXChg;
   /// A #define without parameters: `name` is replaced by copies of `value`. The key is the name.
+  /// Where `arena` is not null the rule and its markers lie there, so no text may be owned.
   tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
-             const tAutoArray<tSpcString>& value);
+             const tAutoArray<tSpcString>& value, tMarkerArena* arena = nullptr);
   /// A #define with parameters: `name`, of which a "(" at its end is no part, and arguments in
   /// parentheses are replaced by copies of `value`, in which the parameters' names stand for the
   /// arguments. The key is the name without the "(".
   tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
-             const tAutoArray<tSpcString>& parameters, const tAutoArray<tSpcString>& value);
+             const tAutoArray<tSpcString>& parameters, const tAutoArray<tSpcString>& value,
+             tMarkerArena* arena = nullptr);
   void print(tString* out) const override;
 };
 

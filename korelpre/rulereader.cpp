@@ -1,20 +1,16 @@
-// The directive is first cut into pieces, the tokens and the gaps in front of them, by the
-// scanner's own automaton; then the pieces are put together by hand as the grammar would. Both
-// parts give up at the first thing that is not plain: a comment between tokens, an escaped
-// character, a directive at the end of the result, a "<" that opens no complete marker.
+// The directive is cut into pieces, which are put together by hand as the grammar would. This gives
+// up at the first thing that is not plain: a directive at the end of the result, a "<" that opens
+// no complete marker.
 
 #include "korelpre/rulereader.h"
 
-#include <cstring>
 #include <memory>
 
 #include "korelpre/bytekinds.h"
 #include "korelpre/resultmarker.h"
-#include "korelpre/tokenise.h"
 #include "korelpre/tokenkinds.h"
 #include "lib_base/misc.h"
-#include "ssvp40xpf/korelprelex.h"
-#include "ssvp40xpf/sslexdense.h"
+#include "ssvp40xpf/korelpretokens.h"
 
 namespace precomp {
 
@@ -27,10 +23,6 @@ constexpr std::uint32_t kKindGreater = 76;
 constexpr std::uint32_t kKindHash = 84;
 constexpr std::uint32_t kKindStar = 90;
 constexpr std::uint32_t kKindColon = 111;
-constexpr std::uint32_t kKindFileName = 124;
-
-// Longer directives are left to the grammar.
-constexpr std::size_t kMostPieces = 4096;
 
 struct tDirectiveWord {
   std::string_view word;
@@ -45,35 +37,12 @@ constexpr tDirectiveWord kWords[] = {
     {"#xtranslate", false, false},
 };
 
-bool isRuleToken(std::uint32_t kind) {
-  return kind != 0 && kind != kKindFileName && kind <= kKindKeyword &&
-         (kind < kKindEscaped || kind > kKindIgnoreComment);
-}
-
-bool endsDirective(const char* p) {
-  return *p == '\r' || *p == '\n' || ((*p == '/' || *p == '&') && p[0] == p[1]);
-}
-
-const char* lineFeedFrom(const char* p, const char* end) {
-  return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
-}
-
 }  // namespace
-
-bool tRuleReader::tPiece::isName() const {
-  return kind == kKindIdentifier || kind == kKindKeyword;
-}
-
-bool tRuleReader::tPiece::isString() const {
-  return kind == kKindString || kind == kKindSingleQuoted;
-}
 
 bool tRuleReader::read(const char* start, const char* end, tMarkerArena* arena) {
   const char* p = skipBlanks(start, end);
   const char* const directive = p;
-  if (!readWord(p, end) || !readPieces(p, end)) return false;
-  const char* const last = pieces_.back().text.data() + pieces_.back().text.size();
-  text_ = {directive, static_cast<std::size_t>(last - directive)};
+  if (!readWord(p, end) || !readPieces(directive, p, end) || count() == 0) return false;
   arena_ = arena;
   if (build()) return true;
   drop();
@@ -104,87 +73,17 @@ bool tRuleReader::readWord(const char*& p, const char* end) {
   return false;
 }
 
-bool tRuleReader::readPieces(const char* p, const char* end) {
-  pieces_.clear();
-  joinedGaps_.Destroy();
-  lines_ = 1;
-  for (;;) {
-    tPiece piece;
-    if (!readGap(p, end, piece)) return false;
-    if (endsDirective(p)) break;
-    if (pieces_.size() == kMostPieces || !readPiece(p, end, piece)) return false;
-    pieces_.push_back(piece);
-  }
-  const char* feed = lineFeedFrom(p, end);
-  if (feed == nullptr || pieces_.empty()) return false;
-  lineEnd_ = feed + 1;
-  return true;
-}
-
-// Passes blanks and continuations.
-bool tRuleReader::readGap(const char*& p, const char* end, tPiece& piece) {
-  const char* const gap = p;
-  p = skipBlanks(p, end);
-  piece.spacing = {gap, static_cast<std::size_t>(p - gap)};
-  if (*p != ';') return true;
-  tString blanks(piece.spacing);
-  bool joined = false;
-  while (*p == ';') {
-    const char* after = skipBlanks(p + 1, end);
-    if (!endsDirective(after)) break;
-    after = lineFeedFrom(after, end);
-    if (after == nullptr || after + 1 == end) return false;
-    p = skipBlanks(after + 1, end);
-    blanks.append({after + 1, static_cast<std::size_t>(p - after - 1)});
-    ++lines_;
-    joined = true;
-  }
-  if (!joined) return true;
-  if (blanks.empty()) blanks.append(' ');
-  joinedGaps_.add(new tString(blanks));
-  piece.spacing = joinedGaps_.last()->view();
-  return true;
-}
-
-bool tRuleReader::readPiece(const char*& p, const char* end, tPiece& piece) {
-  const char* tokenEnd = nullptr;
-  if (*p == '\\' || (*p == '/' && p[1] == '*')) return false;
-  if ((*p == '"' || *p == '\'') && p[1] != *p) {
-    tokenEnd = p + 1;
-    while (*tokenEnd != *p) {
-      if (*tokenEnd == '\r' || *tokenEnd == '\n') return false;
-      ++tokenEnd;
-    }
-    ++tokenEnd;
-    piece.token = *p == '"' ? kTokString : kTokSqString;
-  } else {
-    static const SSLexDense kDense =
-        KorelPreLexClass::builtinTable().expressionList(kListStatement)->dense();
-    const SSLexMatch match = kDense.longestMatch(p, end);
-    if (match.final == nullptr || match.final->drops() || match.final->switchesList()) return false;
-    piece.token = match.final->token;
-    const std::string_view matched(p, static_cast<std::size_t>(match.end - p));
-    tokenEnd = p + KorelPreLexClass::tokenLength(piece.token, matched);
-  }
-  piece.kind = kindOfToken(piece.token);
-  const bool inMarkers = piece.token == kTokResultArrow || piece.token == kTokEllipsis;
-  if (!inMarkers && !isRuleToken(piece.kind)) return false;
-  piece.text = {p, static_cast<std::size_t>(tokenEnd - p)};
-  p = tokenEnd;
-  return true;
-}
-
 bool tRuleReader::buildPattern() {
-  while (at_ < pieces_.size() && pieces_[at_].token != kTokResultArrow) {
+  while (at_ < count() && piece(at_).token != kTokResultArrow) {
     if (!buildElement(pattern_, &tRuleReader::patternMarker)) return false;
   }
-  if (at_ == pieces_.size()) return false;
+  if (at_ == count()) return false;
   ++at_;
   return pattern_.isBalanced() && pattern_.head() != nullptr && pattern_.head()->isIdentifier();
 }
 
 bool tRuleReader::buildResult() {
-  while (at_ < pieces_.size()) {
+  while (at_ < count()) {
     if (!buildElement(result_, &tRuleReader::resultMarker)) return false;
   }
   return result_.isBalanced();
@@ -192,10 +91,10 @@ bool tRuleReader::buildResult() {
 
 bool tRuleReader::buildElement(tChainBuilder& chain,
                                tMatchMarker* (tRuleReader::*marker)(std::size_t&)) {
-  const tPiece& first = pieces_[at_];
+  const tPiece& first = piece(at_);
   if (first.kind == 0) return false;
   if (!first.spacing.empty()) {
-    chain.addSpacing(spacingOf(first));
+    chain.addSpacing(spacingOf(first, arena_));
   }
   const bool dumb = &chain == &result_ && first.is(kKindHash) && piece(at_ + 1).isTight(kKindLess);
   if (!first.is(kKindLess) && !dumb) {
@@ -209,14 +108,6 @@ bool tRuleReader::buildElement(tChainBuilder& chain,
   chain.add(made);
   at_ = next;
   return true;
-}
-
-tString tRuleReader::spacingOf(const tPiece& piece) {
-  const std::string_view spacing = piece.spacing;
-  const bool inText =
-      text_.data() <= spacing.data() && spacing.data() < text_.data() + text_.size();
-  if (inText) return tString::borrow(spacing);
-  return arena_ != nullptr ? tString::borrow(arena_->join(spacing, {})) : tString(spacing);
 }
 
 void tRuleReader::addToken(tChainBuilder& chain, const tPiece& token) {

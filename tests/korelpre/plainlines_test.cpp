@@ -31,7 +31,9 @@ const std::vector<std::string> kPieces = {
     "\nbreak", "\nFunction ", "\nStatic Function F()\n", "\nlocal ", "static ", "\nusing ",
     "\n__IgnoreDebugLine__() [\n", "(a)", "[1]", "(@a, @ b)", "(One, @x)", "::", "++", "--",
     "\n#define One (1\n", "\n#define Two If x\n", "\n#define Two :\n", "\n#define Nothing @\n",
-    "\n#define One \"1\n", "\n#define One a; b\n", "\nbeginsql alias x\n", "\nendsql\n"};
+    "\n#define One \"1\n", "\n#define One a; b\n", "\nbeginsql alias x\n", "\nendsql\n",
+    "\n#define One ", "\n\t#DEFINE Two\t", "\n#define Two", "\n#define F(", "\n#define F( b )",
+    "\n#define F(a ,;\n If) ", "\n#define ;\nTwo "};
 // clang-format on
 
 // The same with rules of all kinds and the words that they start with.
@@ -104,6 +106,7 @@ TEST(PlainLines, GiveWhatScannerAndGrammarGive) {
 TEST(PlainLines, GiveTheSameForEveryTruncationOfAProgram) {
   const std::string program =
       "* first\n#include \"h.ch\"\n#define Two (One + ;\n  2) // c\nFunction f(a, b)\n"
+      "#define F(a, date) [a, F(date)] ; 'x' .5\n F(1, F(2, ;\n Two))\n"
       "#ifdef One\n\tLocal x := {'it', \"is\"} ; y := Two\n\t#ifndef No /* c\n c */\n"
       "  a->END := .T. && c\n\t#else\n) nothing ~\n#endif\n#else\nskipped ;\n#endif\n#endif\n"
       "#xcommand A <x> [B <y: C, D &>] => f( <x>, #<y> ) ;\n  [ <.y.> ]\nReturn %notdel% /* c */\n";
