@@ -71,6 +71,9 @@ class tRuleRow {
   int count_ = 0;
 };
 
+// How many characters of a key its start holds.
+constexpr std::size_t kStart = 8;
+
 bool foldsOddly(std::string_view key) {
   return key.find_first_of("@`[{\\|]}^~\x7f") != std::string_view::npos;
 }
@@ -80,16 +83,17 @@ bool foldsOddly(std::string_view key) {
 tXChgArray::tHead tXChgArray::headOf(tBaseXChg* slot) {
   const tKey key = keyOf(slot);
   std::uint64_t start = 0;
-  for (std::size_t i = 0; i < 8; ++i) {
+  for (std::size_t i = 0; i < kStart; ++i) {
     const char c = i < key.text.size() ? key.text[i] : '\0';
     const char folded = key.wordRule.caseSensitive ? c : upperAscii(c);
     start = start << 8 | static_cast<unsigned char>(folded);
   }
-  return {start, foldedHash(key.text), tSecondTags::kUnknown, slot};
+  return {start, key.text.size(), foldedHash(key.text), tSecondTags::kUnknown, slot};
 }
 
 bool tXChgArray::isBefore(const tHead& a, const tHead& b) {
   if (a.start != b.start) return a.start < b.start;
+  if (a.size <= kStart && b.size <= kStart) return a.size < b.size;
   tKey key = keyOf(a.rule);
   key.wordRule.abbreviate = false;
   return compareKeyword(key.text, keyOf(b.rule).text, key.wordRule) < 0;

@@ -306,7 +306,9 @@ const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
     run_ = {lookup_.generation(), first, last, false, nullptr};
   }
   if (run_.words == nullptr && run_.asked) {
-    run_.words = std::make_unique<tSecondWords>(*this, first, last);
+    std::vector<std::uint32_t> tags;
+    for (int i = first; i <= last; ++i) tags.push_back(tagAt(i));
+    run_.words = std::make_unique<tSecondWords>(tags, first);
   }
   run_.asked = true;
   return run_.words.get();

@@ -73,12 +73,6 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
 
   /// Gives the rules that wait their places.
   void arrange() const;
-  /// The literal that must follow the key of the rule at `index`; empty when it is not known, or
-  /// there is none.
-  std::string_view secondWord(int index) const { return secondWordOf(slot(index)); }
-  tWordRule wordRuleAt(int index) const {
-    return keyOf(tAutoArray<tBaseXChg>::get(index)).wordRule;
-  }
   bool abbreviating() const { return abbreviating_; }
   /// See ruleorder.cpp.
   bool irregular() const { return irregular_; }
@@ -155,6 +149,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   // its markers are at hand then.
   struct tHead {
     std::uint64_t start;  // the beginning of its key, which decides most comparisons
+    std::size_t size;     // of its key
     std::uint32_t hash;   // of its key
     std::uint32_t tag;    // of its second word; see tSecondTags
     tBaseXChg* rule;

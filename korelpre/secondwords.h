@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace precomp {
@@ -46,12 +45,8 @@ class tSecondTags {
 /// that have to be tried to those that can match, whatever the number of rules in the run.
 class tSecondWords {
  public:
-  /// Reads the rules `first` to `last` of the table, which must not change while this is used.
-  tSecondWords(const tXChgArray& table, int first, int last);
-
-  // Equal for words that a rule may find equal.
-  static std::uint64_t wholeKey(std::string_view word);
-  static std::uint64_t abbreviatedKey(std::string_view word);
+  /// `tags` are those of the run, whose first rule has the index `first`.
+  tSecondWords(const std::vector<std::uint32_t>& tags, int first);
 
   /// Calls `take` with the index of every rule that can match where `word` stands second; an empty
   /// word means that nothing does. The order is not that of the rules.
@@ -59,23 +54,36 @@ class tSecondWords {
   void find(std::string_view word, const Taker& take) const {
     for (const int index : others_) take(index);
     if (word.empty()) return;
-    visit(whole_, wholeKey(word), take);
-    visit(abbreviated_, abbreviatedKey(word), take);
+    visit(secondTag(word, false), take);
+    visit(secondTag(word, true), take);
   }
 
  private:
-  using tIndexes = std::unordered_map<std::uint64_t, std::vector<int>>;
+  struct tSlot {
+    std::uint32_t tag = tSecondTags::kUnknown;
+    int latest = -1;
+  };
 
+  // Where the tag is, or belongs.
+  std::size_t slotOf(std::uint32_t tag) const {
+    std::size_t slot = tag >> 2 & mask_;  // the low bits tell little
+    while (slots_[slot].tag != tag && slots_[slot].tag != tSecondTags::kUnknown) {
+      slot = (slot + 1) & mask_;
+    }
+    return slot;
+  }
   template <class Taker>
-  static void visit(const tIndexes& indexes, std::uint64_t key, const Taker& take) {
-    const auto found = indexes.find(key);
-    if (found == indexes.end()) return;
-    for (const int index : found->second) take(index);
+  void visit(std::uint32_t tag, const Taker& take) const {
+    for (int i = slots_[slotOf(tag)].latest; i >= 0; i = before_[static_cast<std::size_t>(i)]) {
+      take(first_ + i);
+    }
   }
 
-  tIndexes whole_;        // rules that want the whole word
-  tIndexes abbreviated_;  // rules that are content with four characters of it
-  std::vector<int> others_;
+  int first_;
+  std::vector<tSlot> slots_;  // by tag with open addressing; more than there are tags
+  std::size_t mask_;
+  std::vector<int> before_;  // the rule before with the same tag, or -1; all counted from first_
+  std::vector<int> others_;  // rules whose second token is no literal
 };
 
 }  // namespace precomp
