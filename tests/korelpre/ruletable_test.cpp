@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -126,11 +128,12 @@ TEST(RuleTable, HasOneOrderHoweverOftenItIsLookedInto) {
 void expectSameRules(int rules, bool abbreviate) {
   std::string header;
   for (int i = 0; i < rules; ++i) {
-    const std::string second = i % 7 == 0   ? "<y>"
-                               : i % 5 == 0 ? "[OPT]"
-                                            : "WORD" + std::to_string(i % 50);
+    // Those without a second word come first, since they match everything.
+    const std::string second = i == 3 ? "<y>" : i == 5 ? "[OPT]" : "WORD" + std::to_string(i % 50);
     const std::string directive = i % 3 == 0 && abbreviate ? "#command" : "#xcommand";
-    header += directive + " KEYWORD " + second + " <x> => r" + std::to_string(i) + "(<x>)\n";
+    const std::string last = i % 4 == 1 ? " TO <z>" : "";
+    header +=
+        directive + " KEYWORD " + second + " <x>" + last + " => r" + std::to_string(i) + "(<x>)\n";
   }
   tRuleObserver observer;
   tMemoryProcessor narrowed;
@@ -138,12 +141,16 @@ void expectSameRules(int rules, bool abbreviate) {
   observed->setRuleObserver(&observer);
   std::string statements;
   for (int i = 0; i < 60; ++i) {
-    statements += (i % 2 == 0 ? "keyword word" : "KEYW WORD") + std::to_string(i) + " a\n";
+    statements += (i % 2 == 0 ? "keyword word" : "KEYW WORD") + std::to_string(i) +
+                  (i % 3 == 0 ? " a\n" : " a to b\n");
   }
   statements += "KEYWORD opt b\nKEYWORD\nKEYWORD WORD x\nkeyword c\n";
   const std::string text = narrowed.run("a", header + statements);
   EXPECT_EQ(text, observed.run("a", header + statements));
-  EXPECT_NE(text.find("r" + std::to_string((rules - 1) / 7 * 7) + "("), std::string::npos);
+  std::set<std::string> applied;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) applied.insert(line.substr(0, line.find('(')));
+  EXPECT_GT(applied.size(), rules == 200 ? 50u : 8u) << text;
 }
 
 TEST(RuleTable, AppliesTheSameRuleHoweverManyShareItsKey) {
