@@ -1,7 +1,7 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <new>
 #include <type_traits>
 
@@ -54,13 +54,13 @@ class tArenaList {
 
   static void grow(tArenaList*& list, tMarkerArena* arena) {
     const int capacity = list == nullptr ? 2 : list->capacity_ * 2;
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): T can be a pointer
     const std::size_t size = sizeof(tArenaList) + static_cast<std::size_t>(capacity) * sizeof(T);
     void* const place = arena != nullptr ? arena->allocate(size) : ::operator new(size);
     auto* const larger = new (place) tArenaList(capacity);
     if (list != nullptr) {
       larger->count_ = list->count_;
-      std::memcpy(larger->items(), list->items(),
-                  static_cast<std::size_t>(list->count_) * sizeof(T));
+      std::copy(list->begin(), list->end(), larger->items());
       if (arena == nullptr) release(list);
     }
     list = larger;
