@@ -35,8 +35,8 @@ bool isDirectiveProduction(unsigned production) {
          (production >= kUndef && production <= kStdoutAlone);
 }
 
-// The markers of ten thousand rules take 25 MiB. Commands and translations that come when these are
-// taken are read again when they are used; defines then lie on their own.
+// The markers of ten thousand rules take 25 MiB. What comes when these are taken is read again by
+// the rules that are used.
 constexpr std::size_t kMostMarkers = std::size_t{64} << 20;
 
 tWordRule wordRuleOf(const tRuleReader& reader) {
@@ -72,12 +72,25 @@ std::unique_ptr<tBaseXChg> makeUnread(tRuleReader& reader, KorelPreYaccClass* pr
   return rule;
 }
 
-// A define made of `parts`, in the arena when there is one.
-template <class... Parts>
-std::unique_ptr<tTranslate> makeDefine(tMarkerArena* arena, const Parts&... parts) {
-  if (arena == nullptr) return std::make_unique<tTranslate>(parts...);
-  void* const place = arena->allocate(sizeof(tTranslate));
-  return std::unique_ptr<tTranslate>(new (place) tTranslate(parts..., arena));
+std::unique_ptr<tTranslate> makeDefine(const tDefineReader& reader, KorelPreYaccClass* processor,
+                                       tMarkerArena& arena) {
+  void* const place = arena.allocate(sizeof(tTranslate));
+  tTranslate* const rule =
+      reader.hasParameters()
+          ? new (place)
+                tTranslate(processor, reader.name(), reader.parameters(), reader.value(), &arena)
+          : new (place) tTranslate(processor, reader.name(), reader.value(), &arena);
+  return std::unique_ptr<tTranslate>(rule);
+}
+
+std::unique_ptr<tTranslate> makeUnread(const tDefineReader& reader, KorelPreYaccClass* processor) {
+  const tString& name = reader.name();
+  const tWordRule wordRule{.abbreviate = false, .caseSensitive = true};
+  auto rule =
+      std::make_unique<tTranslate>(processor, wordRule, nullptr, nullptr,
+                                   name.substr(0, name.size() - (reader.hasParameters() ? 1 : 0)));
+  rule->readLater();
+  return rule;
 }
 
 }  // namespace
@@ -242,14 +255,11 @@ void KorelPreYaccClass::doDefineWithParameters(int line, const tAutoArray<tSpcSt
 }
 
 bool KorelPreYaccClass::readDefine(const char* start, const char* end, int line) {
-  const tDefineReader& reader = defineReader_;
   tMarkerArena* const arena = shared_.markers.size() <= kMostMarkers ? &shared_.markers : nullptr;
   if (!defineReader_.read(start, end, line, arena)) return false;
-  std::unique_ptr<tTranslate> rule =
-      reader.hasParameters()
-          ? makeDefine(arena, &root(), reader.name(), reader.parameters(), reader.value())
-          : makeDefine(arena, &root(), reader.name(), reader.value());
-  enterDefineDirective(line, std::move(rule), reader.text());
+  std::unique_ptr<tTranslate> rule = arena != nullptr ? makeDefine(defineReader_, &root(), *arena)
+                                                      : makeUnread(defineReader_, &root());
+  enterDefineDirective(line, std::move(rule), defineReader_.text());
   currentLine_ = line;
   return true;
 }

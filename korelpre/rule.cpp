@@ -4,6 +4,7 @@
 #include <cstring>
 #include <unordered_set>
 
+#include "korelpre/definereader.h"
 #include "korelpre/matchwalk.h"
 #include "korelpre/resultwalk.h"
 #include "korelpre/rulereader.h"
@@ -87,6 +88,41 @@ class tParameterNames {
   std::unordered_set<std::string_view> names_;  // where they are many
 };
 
+// `name` may have a "(" behind the key.
+tMatchMarker* definePattern(const tSpcString& name, const tString& key,
+                            const tAutoArray<tSpcString>& parameters, tMarkerArena* arena) {
+  const auto literal = [arena](std::string_view text) {
+    return makeMarker<tMatchIdentifier>(arena, bareToken(text));
+  };
+  tSpcString word;
+  word = name;
+  word.setText(key);
+  tChain pattern;
+  pattern.add(makeMarker<tMatchIdentifier>(arena, word));
+  if (key.size() < name.size()) pattern.add(literal("("));
+  for (int i = 0; i < parameters.count(); ++i) {
+    if (i > 0) pattern.add(literal(","));
+    pattern.add(makeMarker<tMatchMarker>(arena, parameters[i]));
+  }
+  pattern.add(literal(")"));
+  return pattern.head();
+}
+
+tMatchMarker* defineResult(const tAutoArray<tSpcString>& parameters,
+                           const tAutoArray<tSpcString>& value, tMarkerArena* arena) {
+  const tParameterNames names(parameters);
+  tChain result;
+  for (int i = 0; i < value.count(); ++i) {
+    if (names.have(value[i])) {
+      result.add(makeMarker<tResultMarker>(arena, value[i]));
+    } else {
+      result.add(makeMarker<tResultIdentifier>(arena, value[i]));
+    }
+    result.last()->token().setLine(0);
+  }
+  return result.head();
+}
+
 }  // namespace
 
 tBaseXChg::tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMarker* firstMatch,
@@ -109,11 +145,19 @@ void tBaseXChg::operator delete(tBaseXChg* rule, std::destroying_delete_t) noexc
 
 void tBaseXChg::buildChains() {
   unread_ = false;
-  tRuleReader reader;
-  if (!reader.read(directive_.data(), text_.data() + text_.size(), nullptr)) {
+  const char* const end = text_.data() + text_.size();
+  tDefineReader define;
+  tRuleReader rule;
+  if (define.read(directive_.data(), end, originLine_, nullptr)) {
+    setChains(define.hasParameters()
+                  ? definePattern(define.name(), key_, define.parameters(), nullptr)
+                  : new tMatchIdentifier(define.name()),
+              defineResult(define.parameters(), define.value(), nullptr));
+  } else if (rule.read(directive_.data(), end, nullptr)) {
+    setChains(rule.pattern().release(), rule.result().release());
+  } else {
     fatalError("A directive was sound and is not", "korelpre/rule", __LINE__);
   }
-  setChains(reader.pattern().release(), reader.result().release());
 }
 
 void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
@@ -192,12 +236,7 @@ tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
                        const tAutoArray<tSpcString>& value, tMarkerArena* arena)
     : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true}, name) {
   setArena(arena);
-  tChain result;
-  for (int i = 0; i < value.count(); ++i) {
-    result.add(makeMarker<tResultIdentifier>(arena, value[i]));
-    result.last()->token().setLine(0);
-  }
-  setChains(makeMarker<tMatchIdentifier>(arena, name), result.head());
+  setChains(makeMarker<tMatchIdentifier>(arena, name), defineResult({}, value, arena));
 }
 
 tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
@@ -206,31 +245,7 @@ tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
     : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true},
                 name.substr(0, name.size() - (name.view().ends_with('(') ? 1 : 0))) {
   setArena(arena);
-  const auto literal = [arena](std::string_view text) {
-    return makeMarker<tMatchIdentifier>(arena, bareToken(text));
-  };
-  tSpcString word;
-  word = name;
-  word.setText(key());
-  tChain pattern;
-  pattern.add(makeMarker<tMatchIdentifier>(arena, word));
-  if (key().size() < name.size()) pattern.add(literal("("));
-  for (int i = 0; i < parameters.count(); ++i) {
-    if (i > 0) pattern.add(literal(","));
-    pattern.add(makeMarker<tMatchMarker>(arena, parameters[i]));
-  }
-  pattern.add(literal(")"));
-  const tParameterNames names(parameters);
-  tChain result;
-  for (int i = 0; i < value.count(); ++i) {
-    if (names.have(value[i])) {
-      result.add(makeMarker<tResultMarker>(arena, value[i]));
-    } else {
-      result.add(makeMarker<tResultIdentifier>(arena, value[i]));
-    }
-    result.last()->token().setLine(0);
-  }
-  setChains(pattern.head(), result.head());
+  setChains(definePattern(name, key(), parameters, arena), defineResult(parameters, value, arena));
 }
 
 }  // namespace precomp

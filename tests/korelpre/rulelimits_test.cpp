@@ -116,11 +116,15 @@ TEST(RuleLimits, RulesThatAreReadAgainApplyLikeTheFirst) {
     source.append("#xcommand Z").append(number).append(" TO <x1> [WITH <x2>] [TINT <x3>] ;\n");
     source.append(" => Open(<x1>, <x2>, <x3>, ").append(number).append(", '', '', '', '')\n");
   }
-  const tPreprocessed result = preprocessSoon(source + "Z10000 TO a TINT b\nz49999 TO a WITH b");
+  for (int i = 0; i < 10000; ++i) source.append("#define N" + std::to_string(i) + " 1\n");
+  source.append("#define F(a, b) [b + ;\n  a][G]\n#define G 5 // c\n#define H\n");
+  const tPreprocessed result =
+      preprocessSoon(source + "Z10000 TO a TINT b\nz49999 TO a WITH b\nF(1, F(H 2, 3))");
   EXPECT_EQ(result.error, "");
   EXPECT_TRUE(
       result.text.ends_with("Open(a,, b, 10000, '', '', '', '')\n"
-                            "Open(a, b,, 49999, '', '', '', '')"))
+                            "Open(a, b,, 49999, '', '', '', '')\n"
+                            "[[3 +   2][5] +   1][5]"))
       << result.text.substr(result.text.size() - 100);
 }
 
