@@ -64,8 +64,7 @@ bool tDefineReader::readValue(std::size_t at, tMarkerArena* arena) {
     if (token.kind == 0) return false;
     tString spacing;
     if (at > 0 && !token.spacing.empty()) spacing = spacingOf(token, arena);
-    value_.add(new tSpcString(tString::borrow(token.text), std::move(spacing), token.kind,
-                              token.token, 0));
+    value_.add(new tSpcString(token.text, std::move(spacing), token.kind, token.token, 0));
   }
   return true;
 }

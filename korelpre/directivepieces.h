@@ -33,7 +33,7 @@ class tDirectivePieces {
     bool isName() const;
     bool isString() const;
     tSpcString make(std::string_view shown) const {
-      return tSpcString(tString::borrow(shown), tString(), kind, token, 0);
+      return tSpcString(shown, tString(), kind, token, 0);
     }
     tSpcString make() const { return make(text); }
   };

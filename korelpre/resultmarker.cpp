@@ -58,8 +58,8 @@ bool tResultMarker::replace(tTknString* t, int level) {
 }
 
 bool tResultIdentifier::replace(tTknString* t, int /*level*/) {
-  auto* copy = new tSpcString;
-  *copy = token();
+  auto* copy = new tSpcString(token());
+  copy->setAux(token().aux());
   copy->setLine(0);  // that of the statement, not that of the rule
   if (t->replacementStart() >= 0) {
     copy->setSpacing(t->getToken(t->replacementStart()).spacing());

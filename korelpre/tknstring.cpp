@@ -1,5 +1,7 @@
 #include "korelpre/tknstring.h"
 
+#include <cstring>
+
 namespace precomp {
 
 void tTknString::doReset(KorelPreYaccClass* /*processor*/, int start) {
@@ -18,9 +20,21 @@ void tTknString::doReset(KorelPreYaccClass* /*processor*/, int start) {
 
 void tTknString::appendText(tString& text, bool original) const {
   const tAutoArray<tSpcString>& shown = original && !original_.empty() ? original_ : tokens_;
+  const std::size_t size = sizeOf(shown);
+  if (size == 0) return;
+  char* to = text.extend(size);
+  // Most pieces are nothing, one blank or one bracket.
+  const auto put = [&to](std::string_view piece) {
+    if (piece.size() == 1) {
+      *to = piece[0];
+    } else if (!piece.empty()) {
+      std::memcpy(to, piece.data(), piece.size());
+    }
+    to += piece.size();
+  };
   for (int i = 0; i < shown.count(); ++i) {
-    text.append(shown[i].spacing());
-    text.append(shown[i]);
+    put(shown[i].spacing());
+    put(shown[i]);
   }
 }
 
@@ -29,9 +43,9 @@ void tTknString::keepOriginal() {
   for (int i = 0; i < tokens_.count(); ++i) original_.add(new tSpcString(tokens_[i]));
 }
 
-std::size_t tTknString::textSize() const {
+std::size_t tTknString::sizeOf(const tAutoArray<tSpcString>& tokens) {
   std::size_t size = 0;
-  for (int i = 0; i < tokens_.count(); ++i) size += tokens_[i].spacing().size() + tokens_[i].size();
+  for (int i = 0; i < tokens.count(); ++i) size += tokens[i].spacing().size() + tokens[i].size();
   return size;
 }
 

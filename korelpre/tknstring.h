@@ -22,6 +22,10 @@ class tSpcString : public tString {
   tSpcString(const tString& text, tString&& spacing, std::uint32_t kind, std::uint32_t aux,
              std::uint32_t line) noexcept
       : tString(text), spacing_(std::move(spacing)), kind_(kind), aux_(aux), line_(line) {}
+  /// A token that refers to its text, which must outlive it.
+  tSpcString(std::string_view text, tString&& spacing, std::uint32_t kind, std::uint32_t aux,
+             std::uint32_t line) noexcept
+      : tString(borrow(text)), spacing_(std::move(spacing)), kind_(kind), aux_(aux), line_(line) {}
   /// A copy with another spacing; aux is not copied.
   tSpcString(const tSpcString& other, const tString& spacing) noexcept
       : tString(other), spacing_(spacing), kind_(other.kind_), line_(other.line_) {}
@@ -172,9 +176,10 @@ class tTknString {
   tAutoArray<tTknString>& continuations() { return continuations_; }
   const tAutoArray<tTknString>& continuations() const { return continuations_; }
   /// The sum of the tokens' sizes and spacings, in bytes.
-  std::size_t textSize() const;
+  std::size_t textSize() const { return sizeOf(tokens_); }
 
  private:
+  static std::size_t sizeOf(const tAutoArray<tSpcString>& tokens);
   tSpcString& emptyToken() {
     emptyToken_.clear();
     return emptyToken_;

@@ -60,6 +60,7 @@ class tGap {
     const char* first = p_;
     p_ = skipBlanks(p_, end_);
     tString blanks = tString::borrow({first, static_cast<std::size_t>(p_ - first)});
+    if (*p_ != ';' && *p_ != '/') return blanks;
     bool joined = false;
     while (passJoint()) {
       joined = true;
@@ -129,7 +130,7 @@ void tokenisePlain(const char* start, const char* end, int line, tTknString& sta
       const std::string_view matched(p, static_cast<std::size_t>(match.end - p));
       tokenEnd = p + KorelPreLexClass::tokenLength(token, matched);
     }
-    const tString text = tString::borrow({p, static_cast<std::size_t>(tokenEnd - p)});
+    const std::string_view text(p, static_cast<std::size_t>(tokenEnd - p));
     statement.tokens().add(new tSpcString(text, std::move(spacing), kindOfToken(token), token,
                                           static_cast<std::uint32_t>(line)));
     p = tokenEnd;
