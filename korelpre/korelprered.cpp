@@ -359,7 +359,7 @@ void KorelPreYaccClass::enterRule(std::unique_ptr<tBaseXChg> rule) {
 
 // A #define takes the place of the only one of its name.
 void KorelPreYaccClass::enterDefine(std::unique_ptr<tBaseXChg> rule) {
-  if (defines()->define(rule.release())) noteReplaced();
+  if (defines()->define(std::move(rule))) noteReplaced();
 }
 
 void KorelPreYaccClass::removeSingleDefine(const tString& name) {

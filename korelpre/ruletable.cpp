@@ -270,18 +270,19 @@ int tXChgArray::placeOf(const tBaseXChg& rule) const {
 }
 
 // A define takes the place of the one that it replaces: names are all different there.
-bool tXChgArray::define(tBaseXChg* rule) {
+bool tXChgArray::define(std::unique_ptr<tBaseXChg> rule) {
   const tIndexedName* known = index_.find(rule->key());
   if (known == nullptr || known->rules != 1) {
-    Add(rule);
+    Add(rule.release());
     return false;
   }
   const int place = placeOf(*known->rule);
   index_.removed(known->rule, nullptr);
-  replaceAt(place, rule);
-  rule->setPlace(place);
+  tBaseXChg* const placed = rule.release();
+  replaceAt(place, placed);
+  placed->setPlace(place);
   lookup_.changed();
-  index_.added(rule);
+  index_.added(placed);
   return true;
 }
 

@@ -48,7 +48,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   void Add(tBaseXChg* rule);
   /// Inserts the rule of a #define. When exactly one rule has its key, that one is destroyed; true
   /// then.
-  bool define(tBaseXChg* rule);
+  bool define(std::unique_ptr<tBaseXChg> rule);
   /// As Add for a rule of an image, which must outlive this table. `processor` is that of the rule.
   void addStored(const tStoredRule& rule, KorelPreYaccClass* processor);
   /// Adds all rules of a table that lie in an image at once. The rules that this table has must

@@ -190,7 +190,7 @@ TEST(RuleTable, ReplacesASingleDefineWhereverItStands) {
         removing.removeRule(first);
       }
       removing.Add(rule(key.c_str(), kExact));
-      table.define(rule(key.c_str(), kExact));
+      table.define(std::unique_ptr<tBaseXChg>(rule(key.c_str(), kExact)));
       for (tXChgArray* each : {&table, &removing}) {
         each->index().find(key)->rule->setOrigin(tString(), i);
       }
