@@ -32,6 +32,11 @@ constexpr bool isWordByte(char c) {
   return bytekinds::kWordBytes[static_cast<unsigned char>(c)];
 }
 
+/// Whether the code of a line ends here: a line end, or a comment that goes up to it.
+inline bool endsCode(const char* p) {
+  return *p == '\r' || *p == '\n' || ((*p == '/' || *p == '&') && p[0] == p[1]);
+}
+
 inline const char* skipBlanks(const char* p, const char* end) {
   while (p < end && isBlank(*p)) ++p;
   return p;

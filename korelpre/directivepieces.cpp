@@ -24,10 +24,6 @@ bool isRuleToken(std::uint32_t kind) {
          (kind < kKindEscaped || kind > kKindIgnoreComment);
 }
 
-bool endsDirective(const char* p) {
-  return *p == '\r' || *p == '\n' || ((*p == '/' || *p == '&') && p[0] == p[1]);
-}
-
 const char* lineFeedFrom(const char* p, const char* end) {
   return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
 }
@@ -51,7 +47,7 @@ bool tDirectivePieces::readPieces(const char* directive, const char* p, const ch
     tPiece piece;
     const int line = lines_;
     if (!readGap(p, end, piece)) return false;
-    if (endsDirective(p)) {
+    if (endsCode(p)) {
       if (lines_ != line) return false;
       break;
     }
@@ -85,7 +81,7 @@ bool tDirectivePieces::readGap(const char*& p, const char* end, tPiece& piece) {
   bool joined = false;
   while (*p == ';') {
     const char* after = skipBlanks(p + 1, end);
-    if (!endsDirective(after)) break;
+    if (!endsCode(after)) break;
     after = lineFeedFrom(after, end);
     if (after == nullptr || after + 1 == end) return false;
     p = skipBlanks(after + 1, end);

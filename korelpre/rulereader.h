@@ -1,8 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string_view>
-#include <vector>
 
 #include "korelpre/directivepieces.h"
 #include "korelpre/rulebuild.h"

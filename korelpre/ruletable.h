@@ -78,7 +78,8 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   bool irregular() const { return irregular_; }
   /// What Find answers for the word, with and without `exact`.
   tFoundRules findRules(std::string_view word) const;
-  /// The same, kept for the next time the word comes; null when it starts no rule.
+  /// The same, fast for words that come again and again; null when the word starts no rule. The
+  /// answer is valid until the next call.
   const tFoundRules* lookUp(std::string_view word) {
     return lookup_.passes(word) ? lookUpPassed(word) : nullptr;
   }

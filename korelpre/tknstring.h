@@ -19,9 +19,6 @@ class tSpcString : public tString {
   tSpcString() noexcept = default;
   explicit tSpcString(const tString& text) : tString(text) {}
   tSpcString(std::size_t count, char c) : tString(count, c) {}
-  tSpcString(const tString& text, tString&& spacing, std::uint32_t kind, std::uint32_t aux,
-             std::uint32_t line) noexcept
-      : tString(text), spacing_(std::move(spacing)), kind_(kind), aux_(aux), line_(line) {}
   /// A token that refers to its text, which must outlive it.
   tSpcString(std::string_view text, tString&& spacing, std::uint32_t kind, std::uint32_t aux,
              std::uint32_t line) noexcept

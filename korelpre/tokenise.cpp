@@ -83,8 +83,7 @@ class tGap {
     }
     if (*p_ != ';') return false;
     const char* after = skipBlanks(p_ + 1, end_);
-    const bool comment = (*after == '/' || *after == '&') && after[0] == after[1];
-    if (*after != '\r' && *after != '\n' && !comment) return false;
+    if (!endsCode(after)) return false;
     after =
         static_cast<const char*>(std::memchr(after, '\n', static_cast<std::size_t>(end_ - after)));
     p_ = after + 1;
@@ -96,10 +95,6 @@ class tGap {
   const char* end_;
   int lines_ = 0;
 };
-
-bool endsStatement(const char* p) {
-  return *p == '\r' || *p == '\n' || ((*p == '/' || *p == '&') && p[0] == p[1]);
-}
 
 }  // namespace
 
@@ -116,7 +111,7 @@ void tokenisePlain(const char* start, const char* end, int line, tTknString& sta
     tString spacing = gap.pass(statement.count() > 0);
     p = gap.position();
     if (statement.count() > 0) line += gap.lines();
-    if (endsStatement(p)) return;
+    if (endsCode(p)) return;
     std::uint32_t token = 0;
     const char* tokenEnd = nullptr;
     if ((*p == '"' || *p == '\'') && p[1] != *p) {
