@@ -24,7 +24,7 @@ set(also_ssvp40xpf/ayacc lib_base/)
 set(outside
     "^Q[A-Za-z]|^Qt[A-Z]" "^lib_base/(translateqt|regexp)\\.(h|cpp)$|^tools/tablegen/yaccimage\\.(h|cpp)$"
     "^z(lib|conf)\\.h$" "^lib_gzip/"
-    "^xxhash\\.h$" "^korelpre/contenthash\\.cpp$"
+    "^xxhash\\.h$" "^korelpre/headers/contenthash\\.cpp$"
     "^jni(_md)?\\.h$" "^preprocessor/jni[a-z]*\\.(h|cpp)$"
     "^CLI/" "^cli/"
     "^nlohmann/" "^cli/"

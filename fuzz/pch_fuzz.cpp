@@ -12,9 +12,9 @@
 
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
+#include "korelpre/headers/headercache.h"
 #include "korelpre/korelpre.h"
-#include "korelpre/pchcache.h"
-#include "korelpre/pchstream.h"
+#include "korelpre/rules/rulestream.h"
 #include "lib_base/diskman.h"
 #include "lib_base/fatal.h"
 #include "lib_base/output.h"

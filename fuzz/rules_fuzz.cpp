@@ -11,7 +11,7 @@
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
 #include "korelpre/korelpre.h"
-#include "korelpre/ruleobserver.h"
+#include "korelpre/rules/ruleobserver.h"
 #include "lib_base/diskman.h"
 #include "lib_base/output.h"
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "korelpre/pchrecorder.h"
+#include "korelpre/headers/headerrecorder.h"
 #include "lib_base/fatal.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"

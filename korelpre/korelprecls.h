@@ -7,17 +7,17 @@
 #include <unordered_set>
 #include <vector>
 
-#include "korelpre/definereader.h"
-#include "korelpre/diagnosis.h"
-#include "korelpre/fileobserver.h"
-#include "korelpre/include.h"
-#include "korelpre/linescan.h"
-#include "korelpre/reducesql.h"
-#include "korelpre/rulereader.h"
-#include "korelpre/ruletable.h"
-#include "korelpre/sourcecode.h"
-#include "korelpre/stackelement.h"
-#include "korelpre/statementcheck.h"
+#include "korelpre/directives/include.h"
+#include "korelpre/directives/sourcelines.h"
+#include "korelpre/directives/sqlblock.h"
+#include "korelpre/directives/stackelement.h"
+#include "korelpre/errors/diagnostic.h"
+#include "korelpre/errors/fileobserver.h"
+#include "korelpre/rules/definereader.h"
+#include "korelpre/rules/rulereader.h"
+#include "korelpre/statements/check.h"
+#include "korelpre/tables/ruletable.h"
+#include "korelpre/text/linescan.h"
 #include "lib_base/diskman.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
@@ -220,7 +220,7 @@ class KorelPreYaccClass : public SSYacc {
  private:
   friend class tInclude;
 
-  // Loading (korelpreload.cpp).
+  // Loading (filefinder.cpp).
   bool findAndRead(const tString& bare);
   bool readFrom(const tString& directory, const tString& name);
   void tellRead(const tString& path);
@@ -231,7 +231,7 @@ class KorelPreYaccClass : public SSYacc {
   bool isOptionalHeader(const tString& name) const;
   [[noreturn]] void raiseIncludeLimit(const char* limit);
 
-  // Headers that are read once (pch.cpp).
+  // Headers that are read once (headerreader.cpp).
   static constexpr bool kWholeTables = true;
   void includeStandardHeader();
   bool compileStandardHeader();
@@ -276,7 +276,7 @@ class KorelPreYaccClass : public SSYacc {
   int lineOf(unsigned index);
   std::string_view directiveText();
   void reduceDirective(unsigned production);
-  // Embedded SQL (reducesql.cpp).
+  // Embedded SQL (sqlblock.cpp).
   void beginSql(int line);
   bool isSqlLine(int line) const;
   tKorelPreStackElement* reduceSql(unsigned production);
@@ -301,7 +301,7 @@ class KorelPreYaccClass : public SSYacc {
   bool searchInclude(const tString& name) const;
   void noteIncluded(const tString& name);
 
-  // Values of the grammar's symbols (reducevalues.cpp).
+  // Values of the grammar's symbols (values.cpp).
   tKorelPreStackElement* reduceValue(unsigned production, unsigned size);
   tKorelPreStackElement* makeToken(unsigned production);
   tKorelPreStackElement* makeSpace(const SSLexLexeme& lexeme);

@@ -1,11 +1,11 @@
 // What the directives do. A production number is its place in tools/grammars/korelpre.y; for what
-// the symbols stand for see reducevalues.cpp.
+// the symbols stand for see values.cpp.
 
 #include <algorithm>
 
+#include "korelpre/headers/headerrecorder.h"
 #include "korelpre/korelprecls.h"
-#include "korelpre/pchrecorder.h"
-#include "korelpre/tokenkinds.h"
+#include "korelpre/text/tokenkinds.h"
 #include "lib_base/misc.h"
 
 namespace precomp {

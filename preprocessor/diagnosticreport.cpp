@@ -1,6 +1,6 @@
 #include "preprocessor/diagnosticreport.h"
 
-#include "korelpre/rule.h"
+#include "korelpre/rules/rule.h"
 
 namespace {
 

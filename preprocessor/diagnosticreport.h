@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "include/krpre.h"
-#include "korelpre/diagnosis.h"
+#include "korelpre/errors/diagnostic.h"
 #include "preprocessor/rulereport.h"
 
 /// A diagnosis as hosts see it. The texts that `diagnostic()` points to belong to this object, to

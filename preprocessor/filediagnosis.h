@@ -1,6 +1,6 @@
 #pragma once
 
-#include "korelpre/diagnosis.h"
+#include "korelpre/errors/diagnostic.h"
 #include "lib_base/diskman.h"
 #include "lib_base/stringz.h"
 #include "preprocessor/htmlpage.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "include/krpre.h"
-#include "korelpre/fileobserver.h"
-#include "korelpre/pchcache.h"
-#include "korelpre/ruleobserver.h"
+#include "korelpre/errors/fileobserver.h"
+#include "korelpre/headers/headercache.h"
+#include "korelpre/rules/ruleobserver.h"
 #include "lib_base/output.h"
 #include "preprocessor/rulereport.h"
 #include "preprocessor/runhost.h"

@@ -18,7 +18,7 @@
 #include <utility>
 #include <vector>
 
-#include "korelpre/statementwords.h"
+#include "korelpre/text/statementwords.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "include/krpre.h"
-#include "korelpre/ruleobserver.h"
+#include "korelpre/rules/ruleobserver.h"
 
 /// Shows names of files as the user knows them: the run reads a source under another name.
 struct tShownSource {

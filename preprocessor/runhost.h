@@ -1,7 +1,7 @@
 #pragma once
 
+#include "korelpre/headers/headercache.h"
 #include "korelpre/korelpre.h"
-#include "korelpre/pchcache.h"
 #include "lib_base/stringz.h"
 
 /// What a run asks and tells its host. Every operation has a default that suits a host which only

@@ -1,14 +1,14 @@
 // What a session can tell of an error beside its message: the place, how it was reached, and the
 // rules that made the statement.
 
-#include "korelpre/diagnosis.h"
+#include "korelpre/errors/diagnostic.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <string_view>
 
-#include "korelpre/rule.h"
+#include "korelpre/rules/rule.h"
 #include "tests/support/preprocess.h"
 
 namespace {

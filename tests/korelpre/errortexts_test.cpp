@@ -1,4 +1,4 @@
-#include "korelpre/errortexts.h"
+#include "korelpre/errors/errortexts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "korelpre/exprbounds.h"
+#include "korelpre/text/exprbounds.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "korelpre/tokenise.h"
-#include "korelpre/tokenkinds.h"
+#include "korelpre/text/tokenise.h"
+#include "korelpre/text/tokenkinds.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "korelpre/lineends.h"
+#include "korelpre/text/lineends.h"
 
 #include <gtest/gtest.h>
 

@@ -12,8 +12,8 @@
 #include <sstream>
 
 #include "korelpre/korelprecls.h"
-#include "korelpre/rulebuild.h"
-#include "korelpre/tokenkinds.h"
+#include "korelpre/rules/chainbuilder.h"
+#include "korelpre/text/tokenkinds.h"
 
 using namespace precomp;
 

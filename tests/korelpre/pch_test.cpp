@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "korelpre/pchcache.h"
+#include "korelpre/headers/headercache.h"
 #include "tests/support/preprocess.h"
 
 using namespace precomp;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "korelpre/tokenise.h"
+#include "korelpre/text/tokenise.h"
 #include "tests/support/preprocess.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "korelpre/ruleobserver.h"
-#include "korelpre/ruletable.h"
+#include "korelpre/rules/ruleobserver.h"
+#include "korelpre/tables/ruletable.h"
 #include "tests/support/preprocess.h"
 
 using namespace precomp;

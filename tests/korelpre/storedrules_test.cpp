@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "korelpre/pchstream.h"
-#include "korelpre/rule.h"
+#include "korelpre/rules/rule.h"
+#include "korelpre/rules/rulestream.h"
 #include "tests/support/preprocess.h"
 
 using namespace precomp;

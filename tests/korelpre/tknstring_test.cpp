@@ -1,4 +1,4 @@
-#include "korelpre/tknstring.h"
+#include "korelpre/text/tknstring.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "korelpre/rules/rule.h"
+#include "korelpre/text/tknstring.h"
+#include "lib_base/stringz.h"
+
+namespace precomp {
+
+class tInclude;
+
+/// What a line of a source contributes when it is more than a span of the text: the tokens of a
+/// statement that starts on it and what a directive left for the walk over the lines.
+class tSourceLine : public tTknString {
+ public:
+  /// `line` counts from 1.
+  explicit tSourceLine(int line) : tTknString(line) {}
+
+  tInclude* include = nullptr;               // owned by its processor's include list
+  std::unique_ptr<tBaseXChg> pendingDefine;  // entered into the tables when the walk gets here
+  std::vector<std::unique_ptr<tBaseXChg>> pendingRules;  // commands and translations, likewise
+  bool directive = false;                                // the line held a directive
+
+  bool hasContent() const {
+    return count() > 0 || include != nullptr || pendingDefine != nullptr || !pendingRules.empty() ||
+           directive;
+  }
+};
+
+/// The lines of one source text. A line that is blank, continues another or is a plain statement
+/// is a number; only the others have an object.
+class tSourceCode {
+ public:
+  enum eKind : std::uint32_t {
+    kNothing,    // blank, a comment, or a part of the statement above
+    kPlain,      // a statement, to be read from the text itself
+    kDirective,  // a directive that is done
+    kEntry,      // see entry()
+  };
+
+  /// Makes room for the lines of a text of `bytes` bytes.
+  void expect(std::size_t bytes);
+  /// Lines known so far.
+  int count() const { return static_cast<int>(lines_.size()); }
+  /// Lines count from 1 everywhere here. Makes the list at least `lines` long.
+  void extendTo(int lines);
+  eKind kind(int line) const { return static_cast<eKind>(word(line) & 3); }
+  /// Where the plain statement of a line starts in the text, in bytes.
+  std::size_t offset(int line) const { return word(line) >> 2; }
+  bool hasContent(int line) const;
+
+  /// Notes a plain statement that starts at byte `offset`, below 1 GiB.
+  void addPlain(int line, std::size_t offset);
+  void addDirective(int line);
+  /// The object of a line, made when there is none yet. Owned by this list.
+  tSourceLine& entry(int line);
+  /// The object of a line of kind kEntry.
+  tSourceLine& entryAt(int line) { return *entries_[offset(line)]; }
+  /// Empties a line; its object goes.
+  void reset(int line);
+  void clear();
+
+  /// Whether any line holds a statement.
+  bool hasStatements() const;
+
+ private:
+  std::uint32_t word(int line) const { return lines_[static_cast<std::size_t>(line) - 1]; }
+  void set(int line, eKind kind, std::size_t value);
+
+  std::vector<std::uint32_t> lines_;  // kind in the low two bits, an offset or index above
+  std::vector<std::unique_ptr<tSourceLine>> entries_;
+  bool hasPlain_ = false;
+};
+
+}  // namespace precomp

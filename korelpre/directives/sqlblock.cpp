@@ -1,0 +1,192 @@
+// Embedded SQL. The lines between BeginSql and EndSql become the text of one call:
+//
+//     BeginSql alias X            __execSql("X"," SELECT COST FROM  "+RetSqlName('T')+"  ",
+//       COLUMN COST AS NUMERIC(8,2)         {{"COST","N",8,2}},.F.)
+//       SELECT COST
+//       FROM %Table:T%
+//     EndSql
+//
+// The text is collected line by line as the grammar reduces the lines, so a block is never held as
+// tokens. The call is one token on the line of BeginSql: no rule looks into it.
+//
+// Note [block lines]
+// The grammar's block ends with a line feed, and so does the statement that it is a token of. The
+// line feed behind EndSql is delivered twice (lexemefeed.cpp).
+
+#include "korelpre/directives/sqlblock.h"
+
+#include <cstdlib>
+#include <string>
+
+#include "korelpre/korelprecls.h"
+#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/tokenkinds.h"
+#include "lib_base/misc.h"
+#include "ssvp40xpf/korelprelex.h"
+
+namespace precomp {
+
+using namespace korelpre;
+
+namespace {
+
+enum eSqlProduction : unsigned {
+  kBlock = 134,
+  kAliasName = 135,
+  kAliasString = 136,
+  kNumericColumn = 144,
+  kDateColumn = 145,
+  kLogicalColumn = 146,
+  kSizeNumber = 147,
+  kSizeName = 148,
+};
+
+// The elements of these productions, by position.
+constexpr unsigned kAliasOfBlock = 4;
+constexpr unsigned kWidthOfColumn = 8;
+constexpr unsigned kDecimalsOfColumn = 12;
+
+// What stands between the colon and the closing "%" of a marker.
+std::string_view argumentOf(std::string_view marker) {
+  const std::size_t colon = marker.find(':');
+  return marker.substr(colon + 1, marker.size() - colon - 2);
+}
+
+tString around(std::string_view before, std::string_view argument, std::string_view behind) {
+  tString text(before);
+  text.append(argument).append(behind);
+  return text;
+}
+
+tString orderOf(std::string_view argument) {
+  const std::size_t comma = argument.find(',');
+  const std::string_view table = trimmed(argument.substr(0, comma));
+  tString text = around(" \"+ SqlOrder(", table, "");
+  if (comma == std::string_view::npos) return text.append("->(IndexKey()))+\" ");
+  const std::string_view order = trimmed(argument.substr(comma + 1));
+  const bool number = order.find_first_not_of("0123456789") == std::string_view::npos;
+  return text.append(number ? around("->(IndexKey(", order, ")))+\" ")
+                            : around("->(DBNickIndexKey(\"", order, "\")))+\" "));
+}
+
+// The text of a token inside the SQL string.
+tString sqlTextOf(const tSpcString& token) {
+  switch (token.aux()) {
+    case kTokSqlExp:
+      return around(" \"+___SQLGetValue(", argumentOf(token), ")+\" ");
+    case kTokSqlXFilial:
+      return around(" '\" +xFilial('", trimmed(argumentOf(token)), "')+\"' ");
+    case kTokSqlTable:
+      return around(" \"+RetSqlName('", trimmed(argumentOf(token)), "')+\" ");
+    case kTokSqlTempTable:
+      return around(" \"+", trimmed(argumentOf(token)), "+\" ");
+    case kTokSqlNotDel:
+      return tString::borrow("D_E_L_E_T_= ' '");
+    case kTokSqlOrder:
+      return orderOf(argumentOf(token));
+    default:
+      break;
+  }
+  tString text;
+  for (std::string_view rest = token;;) {
+    const std::size_t quote = rest.find('"');
+    text.append(rest.substr(0, quote));
+    if (quote == std::string_view::npos) return text;
+    text.append("\"+chr(34)+\"");
+    rest.remove_prefix(quote + 1);
+  }
+}
+
+}  // namespace
+
+void tSqlBlock::addLine(const tAutoArray<tSpcString>& tokens) {
+  bool first = true;
+  for (int i = 0; i < tokens.count(); ++i) {
+    const tSpcString& token = tokens[i];
+    if (token.aux() == kTokSqlNoParser) {
+      noParser = true;
+      continue;
+    }
+    text.append(first ? std::string_view(" ") : token.spacing().view());
+    text.append(sqlTextOf(token));
+    first = false;
+  }
+}
+
+void tSqlBlock::addColumn(std::string_view name, std::string_view description) {
+  if (!columns.empty()) columns.append(',');
+  columns.append("{\"").append(name).append(description);
+}
+
+tString tSqlBlock::call(std::string_view alias) const {
+  tString made = around("__execSql(", alias, ",\"");
+  return made.append(text).append(" \",{").append(columns).append(noParser ? "},.T.)" : "},.F.)");
+}
+
+void KorelPreYaccClass::beginSql(int line) {
+  if (sql_.line != 0) exceptionAt(2001, line, nullptr);
+  sql_ = {};
+  sql_.line = line;
+}
+
+// Whether a line is one of the block's, not the one before it or the one that it begins on.
+bool KorelPreYaccClass::isSqlLine(int line) const {
+  return sql_.line != 0 && line > sql_.line;
+}
+
+// The value of one of the productions 134 to 150; null when it has none.
+tKorelPreStackElement* KorelPreYaccClass::reduceSql(unsigned production) {
+  switch (production) {
+    case kBlock:
+      return makeSqlCall();
+    case kAliasName:
+    case kSizeNumber:
+    case kSizeName:
+      return makeName(0);
+    case kAliasString:
+      return takeOver(0);
+    case kNumericColumn: {
+      tString description = around("\",\"N\",", part(kWidthOfColumn).token(), ",");
+      sql_.addColumn(lexemeText(0),
+                     description.append(part(kDecimalsOfColumn).token()).append('}'));
+      return nullptr;
+    }
+    case kDateColumn:
+      sql_.addColumn(lexemeText(0), "\",\"D\",8,0}");
+      return nullptr;
+    case kLogicalColumn:
+      sql_.addColumn(lexemeText(0), "\",\"L\",1,0}");
+      return nullptr;
+    default:
+      return nullptr;
+  }
+}
+
+std::string_view KorelPreYaccClass::lexemeText(unsigned index) {
+  const SSLexLexeme& lexeme = *part(index).lexeme();
+  return text_.view().substr(lexeme.absoluteOffset(), lexeme.length());
+}
+
+tKorelPreStackElement* KorelPreYaccClass::makeSqlCall() {
+  const tSpcString& alias = part(kAliasOfBlock).token();
+  tString expression;
+  if (alias.aux() == kTokIdentName) {
+    expression = around("\"", alias, "\"");
+  } else {
+    // The quotes stand in the source around the text.
+    const char* const quoted = alias.data() - 1;
+    const std::size_t size = alias.size() + 2;
+    if (quoted[0] != quoted[size - 1]) exceptionAt(2002, sql_.line, nullptr);
+    expression = tString(std::string_view(quoted, size));
+  }
+  auto* result = new tKorelPreStackElement;
+  tSpcString& token = result->token();
+  token.setText(sql_.call(expression));
+  token.setKind(kKindSql);
+  token.setAux(kTokBeginSql);
+  token.setLine(static_cast<std::uint32_t>(sql_.line));
+  sql_ = {};
+  return result;
+}
+
+}  // namespace precomp

@@ -1,0 +1,263 @@
+#pragma once
+
+#include <new>
+#include <string_view>
+
+#include "korelpre/korelpreobjs.h"
+#include "korelpre/rules/arenalist.h"
+#include "korelpre/rules/markerarena.h"
+#include "korelpre/text/tknstring.h"
+#include "ssvp40xpf/sssto.h"
+
+namespace precomp {
+
+/// What a marker of an optional group had taken when a repetition of the group was complete.
+struct tMatchInfo {
+  int first;
+  int last;
+  bool macro;
+  bool macroDot;
+  std::uint32_t step;  // the matcher's count of steps at that moment
+
+  /// Makes it the marker's current capture.
+  void restore(tMatchMarker& marker) const;
+};
+
+/// First markers of chains, in the order in which they were added.
+using tMarkerList = tArenaList<tMatchMarker*>;
+
+/// A marker of a rule's pattern, and the base of those of its result. This class itself is the
+/// regular marker, `<id>`.
+///
+/// Markers form chains. A marker owns its successor, and the optional groups that stand behind it
+/// in the rule, each of them a chain of its own. During a match a marker holds what it took.
+class tMatchMarker {
+ public:
+  /// Copies the token. It is the literal's text or the marker's name.
+  explicit tMatchMarker(const tSpcString& token, eRuleType kind = kMatchMarker);
+  virtual ~tMatchMarker();
+  tMatchMarker(const tMatchMarker&) = delete;
+  tMatchMarker& operator=(const tMatchMarker&) = delete;
+
+  /// Whether the marker took part in the match. One whose group was repeated did, although the flag
+  /// is cleared at the end of each repetition.
+  virtual bool isMatchOk() const { return matched_ || !infos().empty(); }
+  /// Whether the captured tokens begin with a lone "&".
+  virtual bool isMacro() const { return macro_; }
+  /// How often a result clause that follows this marker is written.
+  virtual int getRecurLevel() const;
+  /// True for a literal word.
+  virtual bool isIdentifier() const { return false; }
+  virtual bool isList() const { return false; }
+  /// Appends the marker's form in a listing to `out`, or writes it to the output when that is null.
+  virtual void print(tString* out) const;
+  /// Whether this marker could start at the cursor; it ends the capture of the marker before it
+  /// there. A capturing marker never does.
+  virtual bool checkMatch(tTknString* t);
+  /// Tries to take tokens from the cursor of `t`; on success the cursor stands on the last token
+  /// taken. `parent` is the marker behind which the group being matched stands, or null.
+  virtual bool match(tTknString* t, tMatchMarker* parent);
+  /// Appends what this marker took in the repetition `level`, from 0, to the new tokens of `t`.
+  /// False on failure.
+  virtual bool replace(tTknString* t, int level);
+  /// Links a result marker with `marker` when they have one name.
+  virtual void link(tBaseXChg* rule, tMatchMarker& marker);
+  /// Forgets the whole match, along the chain and in its groups.
+  virtual void resetAll();
+  /// Forgets the current attempt, along the chain and, with `deep` set, in its groups.
+  virtual void resetMatch(unsigned char deep);
+  /// Saves the marker with its groups, without what follows it in the chain.
+  virtual void save(tPCHStream* stream) const;
+  /// Makes this new marker what save() wrote; `first` is the byte that tells its kind, which has
+  /// been read. False when the stream is damaged. Its texts refer to the stream's bytes.
+  virtual bool load(tPCHStream* stream, std::uint8_t first);
+
+  void setMatchOk() { matched_ = true; }
+  /// Closes a repetition of the group whose first marker this is.
+  void setRecMatch(const tTknString& t);
+  /// Takes back what the groups of this chain recorded after the matcher's step `step`.
+  void forgetSince(std::uint32_t step);
+  /// The macro flag; with tokens given, also finds out whether the capture is "&", a name and ".".
+  void setIsMacro(tTknString* t);
+  void clearIsMacro() { macro_ = macroDot_ = false; }
+  bool isMacroWithDot() const { return macroDot_; }
+
+  eRuleType kind() const { return kind_; }
+  tMatchMarker* next() const { return next_; }
+  /// Takes ownership of `next` and of the chain behind it.
+  void setNext(tMatchMarker* next) { next_ = next; }
+  const tMarkerList& groups() const { return groups_ != nullptr ? *groups_ : kNoChains; }
+  bool hasGroups() const { return groups_ != nullptr; }
+  /// Adds a group, or a clause, and takes ownership of the chain. `arena` is that of this marker,
+  /// null when it lies in none.
+  void addGroup(tMatchMarker* head, tMarkerArena* arena = nullptr);
+  const tSpcString& token() const { return token_; }
+  tSpcString& token() { return token_; }
+  /// The rule that owns the marker.
+  tBaseXChg* rule() const { return rule_; }
+  void setRule(tBaseXChg* rule) { rule_ = rule; }
+  /// Whether the marker is the first of a group, or of a clause of a result.
+  bool isGroupHead() const { return groupHead_; }
+  void setGroupHead(bool head) { groupHead_ = head; }
+  /// Whether the marker may take no token: the one behind the first of a group may.
+  void setMayBeEmpty(bool may) { mayBeEmpty_ = may; }
+
+  // Rules come by the thousand, each with dozens of markers. Those of one rule best lie together.
+  static void* operator new(std::size_t size) { return ssPoolAllocate(size); }
+  static void* operator new(std::size_t size, tMarkerArena& arena) { return arena.allocate(size); }
+  // For constructors that throw.
+  static void operator delete(void* storage, std::size_t size) { ssPoolRelease(storage, size); }
+  static void operator delete(void* /*storage*/, tMarkerArena& /*arena*/) {}
+  static void operator delete(tMatchMarker* marker, std::destroying_delete_t,
+                              std::size_t size) noexcept;
+  /// Tells that the marker lies in an arena, which keeps its storage when it is deleted.
+  void setInArena() { inArena_ = true; }
+
+  /// The tokens taken, as indexes; `first` is -1 when there are none. A restricted marker keeps the
+  /// index of the alternative in `last`.
+  int first() const { return first_; }
+  int last() const { return last_; }
+  void setCapture(int first, int last) {
+    first_ = first;
+    last_ = last;
+  }
+  const tArenaList<tMatchInfo>& infos() const { return infos_ != nullptr ? *infos_ : kNoInfos; }
+
+  /// Counts the writing of the result clause that begins here. False when it was written `count`
+  /// times already in this replacement.
+  // Kept on purpose: the counter has 8 bits.
+  bool countRepetition(int count) { return repetitions_++ < count; }
+
+ protected:
+  /// Makes record `level` the current capture, or none when there is no such record. A marker
+  /// without records keeps what it has.
+  void replay(int level);
+  /// Copies the captured tokens; the first has this marker's spacing.
+  bool copyCapture(tTknString* t) const;
+  bool takesNothing() const { return first_ < 0 || last_ < first_; }
+  /// Prints as prefix, name and suffix.
+  void printForm(tString* out, const char* prefix, const char* suffix) const;
+  /// Destroys the chains of a list of this marker, and the list.
+  void destroyList(tMarkerList* list) const noexcept;
+  static const tMarkerList kNoChains;
+
+ private:
+  friend class tExpressionScan;
+  friend struct tMatchInfo;
+
+  static const tArenaList<tMatchInfo> kNoInfos;
+
+  tMatchMarker* next_ = nullptr;
+  tMarkerList* groups_ = nullptr;  // null when there are none
+  tSpcString token_;
+  tBaseXChg* rule_ = nullptr;
+  eRuleType kind_;
+  bool groupHead_ = false;
+  bool mayBeEmpty_ = false;
+  bool inArena_ = false;
+
+  // The current match.
+  bool matched_ = false;
+  bool macro_ = false;
+  bool macroDot_ = false;
+  std::uint8_t repetitions_ = 0;
+  int first_ = -1;
+  int last_ = -1;
+  tArenaList<tMatchInfo>* infos_ = nullptr;  // null while there were none
+};
+
+/// A new marker of the class, in `arena` or on its own when that is null.
+template <class Marker, class... Arguments>
+Marker* makeMarker(tMarkerArena* arena, const Arguments&... arguments) {
+  if (arena == nullptr) return new Marker(arguments...);
+  Marker* const marker = new (*arena) Marker(arguments...);
+  marker->setInArena();
+  return marker;
+}
+
+/// A literal word of a pattern; compared under its rule's flags.
+class tMatchIdentifier : public tMatchMarker {
+ public:
+  explicit tMatchIdentifier(const tSpcString& token) : tMatchMarker(token, kMatchIdentifier) {}
+  bool isIdentifier() const override { return true; }
+  void print(tString* out) const override;
+  bool checkMatch(tTknString* t) override { return matchesWord(t->curToken()); }
+  bool match(tTknString* t, tMatchMarker* /*parent*/) override {
+    return matchesWord(t->curToken());
+  }
+  bool replace(tTknString* t, int level) override;
+  bool matchesWord(std::string_view word) const;
+};
+
+/// `<id,...>`: takes elements separated by commas.
+class tMatchMarkerList : public tMatchMarker {
+ public:
+  explicit tMatchMarkerList(const tSpcString& token) : tMatchMarker(token, kMatchMarkerList) {}
+  bool isList() const override { return true; }
+  void print(tString* out) const override;
+  bool replace(tTknString* t, int level) override;
+
+ private:
+  bool copyElements(tTknString* t);
+};
+
+/// `<id: word, word ...>`: takes one of the alternatives, each of one or more words.
+class tMatchMarkerRestrict : public tMatchMarker {
+ public:
+  explicit tMatchMarkerRestrict(const tSpcString& token)
+      : tMatchMarker(token, kMatchMarkerRestrict) {}
+  ~tMatchMarkerRestrict() override { destroyList(alternatives_); }
+  tMatchMarkerRestrict(const tMatchMarkerRestrict&) = delete;
+  tMatchMarkerRestrict& operator=(const tMatchMarkerRestrict&) = delete;
+  /// Adds a word: to the last alternative, or as the first one of a new alternative.
+  /// `arena` is that of this marker, null when it lies in none.
+  void addWord(const tSpcString& word, bool newAlternative, tMarkerArena* arena = nullptr);
+  const tMarkerList& alternatives() const {
+    return alternatives_ != nullptr ? *alternatives_ : kNoChains;
+  }
+
+  void print(tString* out) const override;
+  bool checkMatch(tTknString* t) override;
+  bool match(tTknString* t, tMatchMarker* parent) override;
+  bool replace(tTknString* t, int level) override;
+  void save(tPCHStream* stream) const override;
+  bool load(tPCHStream* stream, std::uint8_t first) override;
+
+ private:
+  /// The alternative at the cursor, or -1; the cursor then stands on its last word.
+  int findAlternative(tTknString* t) const;
+
+  tMarkerList* alternatives_ = nullptr;  // chains of words; null when there are none
+  tMatchMarker* lastWord_ = nullptr;
+};
+
+/// `<*id*>`: takes the rest of the statement.
+class tMatchMarkerWild : public tMatchMarker {
+ public:
+  explicit tMatchMarkerWild(const tSpcString& token) : tMatchMarker(token, kMatchMarkerWild) {}
+  void print(tString* out) const override;
+  // Kept on purpose: asking already takes the rest of the statement.
+  bool checkMatch(tTknString* t) override { return match(t, nullptr); }
+  bool match(tTknString* t, tMatchMarker* parent) override;
+};
+
+/// `<(id)>`: as the regular marker, but a name, "." and a name are one capture.
+class tMatchMarkerExt : public tMatchMarker {
+ public:
+  explicit tMatchMarkerExt(const tSpcString& token) : tMatchMarker(token, kMatchMarkerExt) {}
+  void print(tString* out) const override;
+  bool match(tTknString* t, tMatchMarker* parent) override;
+};
+
+/// Stands where a group opens a group, which needs something to stand behind; takes no token. A
+/// clause that opens a clause of a result stands behind one too.
+class tMatchMarkerOpt : public tMatchMarker {
+ public:
+  tMatchMarkerOpt() : tMatchMarker(tSpcString(), kMatchMarkerOpt) {}
+  void print(tString* out) const override;
+  bool checkMatch(tTknString* /*t*/) override { return true; }
+  bool match(tTknString* /*t*/, tMatchMarker* /*parent*/) override { return true; }
+  bool replace(tTknString* t, int level) override;
+};
+
+}  // namespace precomp

@@ -1,0 +1,251 @@
+#include "korelpre/rules/rule.h"
+
+#include <algorithm>
+#include <cstring>
+#include <unordered_set>
+
+#include "korelpre/rules/definereader.h"
+#include "korelpre/rules/match.h"
+#include "korelpre/rules/rulereader.h"
+#include "korelpre/rules/write.h"
+#include "lib_base/fatal.h"
+#include "lib_base/output.h"
+#include "lib_base/translate.h"
+
+namespace precomp {
+
+namespace {
+
+template <class Visitor>
+void visitChain(tMatchMarker* head, const Visitor& visit) {
+  for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
+    visit(*marker);
+    for (int i = 0; i < marker->groups().count(); ++i) visitChain(marker->groups()[i], visit);
+    if (marker->kind() != kMatchMarkerRestrict) continue;
+    const tMarkerList& alternatives = static_cast<tMatchMarkerRestrict&>(*marker).alternatives();
+    for (int i = 0; i < alternatives.count(); ++i) visitChain(alternatives[i], visit);
+  }
+}
+
+// Leaves nothing of a replacement behind that did not come to its end.
+class tReplacement {
+ public:
+  tReplacement(tTknString& t, int start) : t_(t) { t_.setReplacementStart(start); }
+  ~tReplacement() {
+    t_.newTokens().Destroy();
+    t_.setReplacementStart(-1);
+    t_.endBoundaries();
+  }
+  tReplacement(const tReplacement&) = delete;
+  tReplacement& operator=(const tReplacement&) = delete;
+
+ private:
+  tTknString& t_;
+};
+
+tSpcString bareToken(std::string_view text) {
+  return tSpcString(tString::borrow(text));
+}
+
+// Appends markers to a chain.
+class tChain {
+ public:
+  void add(tMatchMarker* marker) {
+    if (last_ == nullptr) {
+      head_ = marker;
+    } else {
+      last_->setNext(marker);
+    }
+    last_ = marker;
+  }
+  tMatchMarker* head() const { return head_; }
+  tMatchMarker* last() const { return last_; }
+
+ private:
+  tMatchMarker* head_ = nullptr;
+  tMatchMarker* last_ = nullptr;
+};
+
+// The parameters of a define; mostly few.
+class tParameterNames {
+ public:
+  explicit tParameterNames(const tAutoArray<tSpcString>& parameters) : parameters_(parameters) {
+    if (parameters.count() <= kFew) return;
+    for (int i = 0; i < parameters.count(); ++i) names_.insert(parameters[i].view());
+  }
+  bool have(std::string_view name) const {
+    if (parameters_.count() > kFew) return names_.count(name) > 0;
+    for (int i = 0; i < parameters_.count(); ++i) {
+      if (parameters_[i] == name) return true;
+    }
+    return false;
+  }
+
+ private:
+  static constexpr int kFew = 8;
+
+  const tAutoArray<tSpcString>& parameters_;
+  std::unordered_set<std::string_view> names_;  // where they are many
+};
+
+// `name` may have a "(" behind the key.
+tMatchMarker* definePattern(const tSpcString& name, const tString& key,
+                            const tAutoArray<tSpcString>& parameters, tMarkerArena* arena) {
+  const auto literal = [arena](std::string_view text) {
+    return makeMarker<tMatchIdentifier>(arena, bareToken(text));
+  };
+  tSpcString word;
+  word = name;
+  word.setText(key);
+  tChain pattern;
+  pattern.add(makeMarker<tMatchIdentifier>(arena, word));
+  if (key.size() < name.size()) pattern.add(literal("("));
+  for (int i = 0; i < parameters.count(); ++i) {
+    if (i > 0) pattern.add(literal(","));
+    pattern.add(makeMarker<tMatchMarker>(arena, parameters[i]));
+  }
+  pattern.add(literal(")"));
+  return pattern.head();
+}
+
+tMatchMarker* defineResult(const tAutoArray<tSpcString>& parameters,
+                           const tAutoArray<tSpcString>& value, tMarkerArena* arena) {
+  const tParameterNames names(parameters);
+  tChain result;
+  for (int i = 0; i < value.count(); ++i) {
+    if (names.have(value[i])) {
+      result.add(makeMarker<tResultMarker>(arena, value[i]));
+    } else {
+      result.add(makeMarker<tResultIdentifier>(arena, value[i]));
+    }
+    result.last()->token().setLine(0);
+  }
+  return result.head();
+}
+
+}  // namespace
+
+tBaseXChg::tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMarker* firstMatch,
+                     tMatchMarker* firstResult, const tString& key)
+    : key_(key), wordRule_(wordRule), processor_(processor) {
+  setChains(firstMatch, firstResult);
+}
+
+tBaseXChg::~tBaseXChg() = default;
+
+void tBaseXChg::operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept {
+  const bool inArena = rule->arena_ != nullptr;
+  if (inArena && !rule->needsDestructors_) {
+    static_cast<void>(rule->firstMatch_.release());
+    static_cast<void>(rule->firstResult_.release());
+  }
+  rule->~tBaseXChg();
+  if (!inArena) ::operator delete(rule);
+}
+
+void tBaseXChg::buildChains() {
+  unread_ = false;
+  const char* const end = text_.data() + text_.size();
+  tDefineReader define;
+  tRuleReader rule;
+  if (define.read(directive_.data(), end, originLine_, nullptr)) {
+    setChains(define.hasParameters()
+                  ? definePattern(define.name(), key_, define.parameters(), nullptr)
+                  : new tMatchIdentifier(define.name()),
+              defineResult(define.parameters(), define.value(), nullptr));
+  } else if (rule.read(directive_.data(), end, nullptr)) {
+    setChains(rule.pattern().release(), rule.result().release());
+  } else {
+    fatalError("A directive was sound and is not", "korelpre/rules/rule", __LINE__);
+  }
+}
+
+void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
+  firstMatch_.reset(firstMatch);
+  firstResult_.reset(firstResult);
+  if (firstMatch == nullptr) return;
+  visitChain(firstMatch, [this](tMatchMarker& marker) { marker.setRule(this); });
+  rlink(this, firstMatch, firstResult, linkCount_);
+  for (const tMatchMarker* marker = firstResult; marker != nullptr; marker = marker->next()) {
+    hasClauses_ = hasClauses_ || marker->hasGroups();
+  }
+}
+
+// A match leaves nothing in the markers of a result but how often clauses were written.
+void tBaseXChg::resetMatch() {
+  if (!matchLeft_) return;
+  firstMatch_->resetAll();
+  if (hasClauses_) firstResult_->resetAll();
+  matchLeft_ = false;
+}
+
+int tBaseXChg::matchCount(int start, tTknString* t) {
+  __builtin_prefetch(directive_.data());
+  t->curTokenIdx(std::max(start, 0));
+  // Most patterns that do not match fail in the words that they begin with, where nothing is
+  // captured and so nothing has to be forgotten.
+  int words = 0;
+  tMatchMarker* marker = firstMatch();
+  for (; marker->isIdentifier() && !marker->hasGroups() && marker->next() != nullptr; ++words) {
+    const int cursor = t->curTokenIdx();
+    if (cursor < 0 || !t->step() || !marker->match(t, nullptr)) {
+      t->noteFailure(marker, cursor);
+      return 0;
+    }
+    t->nextTokenIdx();
+    marker = marker->next();
+  }
+  if (t->curTokenIdx() < 0) {
+    t->noteFailure(marker, -1);
+    return 0;
+  }
+  resetMatch();
+  matchLeft_ = true;
+  const int score = rmatchCount(this, marker, t, nullptr);
+  return score > 0 ? words + score : 0;
+}
+
+bool tBaseXChg::replace(KorelPreYaccClass* processor, int start, tTknString* t) {
+  return matchCount(start, t) > 0 && replaceMatched(processor, start, t);
+}
+
+bool tBaseXChg::replaceMatched(KorelPreYaccClass* processor, int start, tTknString* t) {
+  const tReplacement scope(*t, start);
+  try {
+    if (!buildReplacement(start, t)) return false;
+    t->doReset(processor, start);
+    return true;
+  } catch (const tFatalError& failure) {
+    const char* text = *failure.text() != '\0' ? failure.text() : "assert failed";
+    qdprintf("%s %s %s %s %u\n", text, translate("in file").c_str(), failure.unit(),
+             translate("at line").c_str(), failure.line());
+    return false;
+  }
+}
+
+bool tBaseXChg::buildReplacement(int start, tTknString* t) {
+  if (!rreplace(this, firstResult(), t, 0)) return false;
+  if (start >= 0) return true;
+  for (; t->curTokenIdx() >= 0; t->nextTokenIdx()) {
+    if (!t->addNew(new tSpcString(t->curToken()))) return false;
+  }
+  return true;
+}
+
+tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
+                       const tAutoArray<tSpcString>& value, tMarkerArena* arena)
+    : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true}, name) {
+  setArena(arena);
+  setChains(makeMarker<tMatchIdentifier>(arena, name), defineResult({}, value, arena));
+}
+
+tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
+                       const tAutoArray<tSpcString>& parameters,
+                       const tAutoArray<tSpcString>& value, tMarkerArena* arena)
+    : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true},
+                name.substr(0, name.size() - (name.view().ends_with('(') ? 1 : 0))) {
+  setArena(arena);
+  setChains(definePattern(name, key(), parameters, arena), defineResult(parameters, value, arena));
+}
+
+}  // namespace precomp

@@ -1,0 +1,277 @@
+// A statement is judged by its opening, its first three tokens at most: they tell which structure
+// or body it opens, continues, ends or leaves and whether it can be executed. Plain statements are
+// judged by their text, since the plain writer has seen to the rest (brackets, "@", quotes) on its
+// way through them; all others token by token (checktokens.cpp).
+
+#include "korelpre/statements/check.h"
+
+#include <array>
+#include <string>
+
+#include "korelpre/korelprecls.h"
+
+namespace precomp {
+
+using enum eStatementWord;
+
+namespace {
+
+enum class eUse : std::uint8_t { kNone, kOpens, kTakes, kLeaves };
+
+// What a word does to the structures, whatever follows it.
+struct tUse {
+  eUse use = eUse::kNone;
+  std::uint8_t what = 0;  // an eBlock, an eBlockWord or an eLeaving
+};
+
+constexpr tUse opens(eBlock block) {
+  return {eUse::kOpens, static_cast<std::uint8_t>(block)};
+}
+constexpr tUse takes(eBlockWord word) {
+  return {eUse::kTakes, static_cast<std::uint8_t>(word)};
+}
+constexpr tUse leaves(eLeaving word) {
+  return {eUse::kLeaves, static_cast<std::uint8_t>(word)};
+}
+
+struct tWordUse {
+  eStatementWord word;
+  tUse use;
+};
+
+constexpr tWordUse kWordUses[] = {
+    {kIf, opens(eBlock::kIf)},
+    {kElseIf, takes(eBlockWord::kElseIf)},
+    {kElse, takes(eBlockWord::kElse)},
+    {kEndIf, takes(eBlockWord::kEndIf)},
+    {kCase, takes(eBlockWord::kCase)},
+    {kOtherwise, takes(eBlockWord::kOtherwise)},
+    {kEndCase, takes(eBlockWord::kEndCase)},
+    {kWhile, opens(eBlock::kWhile)},
+    {kEndDo, takes(eBlockWord::kEndDo)},
+    {kFor, opens(eBlock::kFor)},
+    {kNext, takes(eBlockWord::kNext)},
+    {kRecover, takes(eBlockWord::kRecover)},
+    {kTry, opens(eBlock::kTry)},
+    {kCatch, takes(eBlockWord::kCatch)},
+    {kEndTry, takes(eBlockWord::kEndTry)},
+    {kExit, leaves(eLeaving::kExit)},
+    {kLoop, leaves(eLeaving::kLoop)},
+    {kReturn, leaves(eLeaving::kReturn)},
+};
+
+// What DO opens together with the word behind it.
+constexpr tWordUse kDoUses[] = {{kCase, opens(eBlock::kCase)}, {kWhile, opens(eBlock::kWhile)}};
+
+constexpr tWordUse kBeginUses[] = {{kSequence, opens(eBlock::kSequence)}};
+
+// What END ends together with the word behind it, or alone. With any other word it is a command of
+// some header.
+constexpr tWordUse kEndUses[] = {
+    {kSequence, takes(eBlockWord::kEndSequence)},
+    {kTry, takes(eBlockWord::kEndTry)},
+    {kIf, takes(eBlockWord::kEndIf)},
+    {kCase, takes(eBlockWord::kEndCase)},
+    {kDo, takes(eBlockWord::kEndDo)},
+    {kWhile, takes(eBlockWord::kEndDo)},
+    {kFor, takes(eBlockWord::kNext)},
+};
+
+constexpr std::size_t kWordCount = static_cast<std::size_t>(kDebugMarker) + 1;
+using tUseTable = std::array<tUse, kWordCount>;
+
+template <std::size_t count>
+constexpr tUseTable tableOf(const tWordUse (&uses)[count]) {
+  tUseTable table{};
+  for (const tWordUse& entry : uses) table[static_cast<std::size_t>(entry.word)] = entry.use;
+  return table;
+}
+
+constexpr tUseTable kUses = tableOf(kWordUses);
+constexpr tUseTable kUsesAfterDo = tableOf(kDoUses);
+constexpr tUseTable kUsesAfterBegin = tableOf(kBeginUses);
+constexpr tUseTable kUsesAfterEnd = tableOf(kEndUses);
+
+tUse useOf(const tUseTable& table, eStatementWord word) {
+  return table[static_cast<std::size_t>(word)];
+}
+
+tUse useOf(eStatementWord word, std::string_view next) {
+  switch (word) {
+    case kDo:
+      return useOf(kUsesAfterDo, statementWord(next));
+    case kBegin:
+      return useOf(kUsesAfterBegin, statementWord(next));
+    case kEnd:
+      return next.empty() ? takes(eBlockWord::kEnd) : useOf(kUsesAfterEnd, statementWord(next));
+    default:
+      return useOf(kUses, word);
+  }
+}
+
+// Words whose meaning needs nothing but that they are no names.
+bool standsAlone(eStatementWord word) {
+  return word == kLocal || (word != kExit && useOf(kUses, word).use != eUse::kNone);
+}
+
+// What a token can begin with that makes a name of the word before it, or a call.
+bool mayMakeName(char c) {
+  return std::string_view(":=+-*/^%.[(").find(c) != std::string_view::npos;
+}
+
+bool mayModifyFunction(eStatementWord word) {
+  return word == kModifier || word == kStatic || word == kExit || word == kDeclaration;
+}
+
+// Whether a token (or the end of the statement) stands where only a function's name makes sense.
+bool isNoName(std::string_view token) {
+  return token.empty() || token[0] == '(' || token[0] == '"' || token[0] == '\'' ||
+         (token[0] >= '0' && token[0] <= '9');
+}
+
+[[noreturn]] void raise(int code, const tStatementPlace& place, std::string_view extra = {}) {
+  place.file->exceptionAt(code, place, std::string(extra).c_str());
+}
+
+}  // namespace
+
+void tStatementCheck::begin() {
+  structures_.clear();
+  bodies_.clear();
+  misplaced_ = {};
+  executableSeen_ = settled_ = false;
+}
+
+void tStatementCheck::finish() {
+  raiseUnclosed();
+}
+
+void tStatementCheck::raiseUnclosed() const {
+  if (!structures_.empty()) raise(2024, structures_.top().place());
+}
+
+bool tStatementCheck::judgePlain(std::string_view text, const char* first, bool joined,
+                                 KorelPreYaccClass& file, int line) {
+  const std::string_view word = nameAt(first);
+  const eStatementWord meaning = statementWord(word);
+  if (settled_ && meaning == kNone) {
+    executableSeen_ = true;
+    return true;
+  }
+  const char* next = word.data() + word.size();
+  while (*next == ' ' || *next == '\t') ++next;
+  if (standsAlone(meaning) && !mayMakeName(*next)) {
+    judge({.word = word, .next = {}, .third = {}}, meaning, false, file.placeOf(line));
+    return true;
+  }
+  if (joined) return false;
+  const std::size_t at = static_cast<std::size_t>(next - text.data());
+  const bool ifFunction = meaning == kIf && *next == '(' && tIfGroup::isFunction(text.substr(at));
+  const tOpening opening = word.empty() ? tOpening() : openingOf(word, text.substr(at));
+  // The message about a function without a name shows the token that stands there.
+  if (meaning == kFunction && !isName(opening.next)) return false;
+  if (statementWord(opening.next) == kFunction && !isName(opening.third)) return false;
+  judge(opening, meaning, ifFunction, file.placeOf(line));
+  return true;
+}
+
+void tStatementCheck::judge(const tOpening& opening, eStatementWord word, bool ifFunction,
+                            const tStatementPlace& place) {
+  if (word == kDebugMarker) return;
+  if (word == kNone || ifFunction || opening.wordIsName()) {
+    const bool used = ifFunction || opening.next == "(" || opening.wordIsName();
+    noteExecutable(!opening.word.empty() && used, place);
+    return;
+  }
+  if (startsBody(word, opening, place)) {
+    openBody(place);
+  } else if (!declares(word, opening, place)) {
+    const bool ofBody = useStructures(word, opening, place) || word == kBreak;
+    noteExecutable(ofBody || opening.next == "(", place);
+  }
+}
+
+void tStatementCheck::noteExecutable(bool needsBody, const tStatementPlace& place) {
+  executableSeen_ = true;
+  if (!needsBody || settled_) return;
+  misplaced_ = place;
+  settled_ = true;
+}
+
+bool tStatementCheck::startsBody(eStatementWord word, const tOpening& opening,
+                                 const tStatementPlace& place) const {
+  if (mayModifyFunction(word)) {
+    const eStatementWord modified = statementWord(opening.next);
+    if (modified != kFunction && modified != kMethod) return false;
+    if (isName(opening.third)) return true;
+    if (word == kStatic && modified == kFunction && isNoName(opening.third)) {
+      raise(2091, place, opening.third);
+    }
+    return false;
+  }
+  switch (word) {
+    case kFunction:
+      if (!isName(opening.next)) raise(2091, place, opening.next);
+      return true;
+    case kMethod:
+      return isName(opening.next);
+    default:
+      return word == kMainFunction;
+  }
+}
+
+void tStatementCheck::openBody(const tStatementPlace& place) {
+  if (bodies_.empty() && misplaced_.line > 0) raise(2006, misplaced_);
+  raiseUnclosed();
+  bodies_.clear();
+  bodies_.push(eBlock::kBody, place);
+  executableSeen_ = false;
+  settled_ = true;
+}
+
+// Statements that are not executed. True when it is one.
+bool tStatementCheck::declares(eStatementWord word, const tOpening& opening,
+                               const tStatementPlace& place) {
+  switch (word) {
+    case kStatic:
+    case kDeclaration:
+      return true;
+    case kLocal: {
+      const bool late = !bodies_.empty() && executableSeen_;
+      if (late) raise(2051, place);
+      if (!settled_) misplaced_ = place;
+      settled_ = true;
+      return true;
+    }
+    case kNamespace:
+      if (!isName(opening.next)) return false;
+      if (!place.file->isExtendedSource() || !bodies_.empty()) raise(2006, place);
+      return true;
+    default:
+      return false;
+  }
+}
+
+// True when the statement belongs to the structures of a body.
+bool tStatementCheck::useStructures(eStatementWord word, const tOpening& opening,
+                                    const tStatementPlace& place) {
+  const tUse use = useOf(word, opening.next);
+  int error = 0;
+  switch (use.use) {
+    case eUse::kNone:
+      return false;
+    case eUse::kOpens:
+      structures_.push(static_cast<eBlock>(use.what), place);
+      return true;
+    case eUse::kTakes:
+      error = structures_.checkErr(static_cast<eBlockWord>(use.what));
+      break;
+    case eUse::kLeaves:
+      error = structures_.checkErr(static_cast<eLeaving>(use.what));
+      break;
+  }
+  if (error != 0) raise(error, place);
+  return true;
+}
+
+}  // namespace precomp

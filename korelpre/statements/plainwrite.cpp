@@ -1,0 +1,328 @@
+// The statement is copied in stretches as long as possible. `copied` is the point up to which the
+// source has been written; words are only looked at for their first two bytes, which is enough to
+// dismiss nearly all of them. A token that a translation could start with, or at the statement's
+// beginning a command, sends the statement the other way. A comment or a continuation opens a gap:
+// the blanks around it are collected in the output and count as the spacing of the token that
+// follows; at the statement's end they vanish.
+
+#include "korelpre/statements/plainwrite.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "korelpre/korelprecls.h"
+#include "korelpre/tables/nameexpansion.h"
+#include "korelpre/tables/ruletable.h"
+#include "korelpre/text/bytekinds.h"
+#include "lib_base/misc.h"
+
+namespace precomp {
+
+namespace {
+
+enum eByte : std::uint8_t {
+  kOther,
+  kOpenBracket,
+  kCloseBracket,
+  kWordStart,
+  kDigit,
+  kQuote,
+  kMaybeComment,
+  kSemicolon,
+  kReference,
+  kLineEnd,
+  kRuleStart  // no name, and a translation starts with it
+};
+
+constexpr std::array<eByte, 256> makeBytes() {
+  std::array<eByte, 256> bytes{};
+  for (unsigned c = 0; c < 256; ++c) {
+    const char byte = static_cast<char>(c);
+    if (isLetter(byte) || byte == '_') bytes[c] = kWordStart;
+    if (isDigit(byte)) bytes[c] = kDigit;
+  }
+  bytes['"'] = bytes['\''] = kQuote;
+  bytes['/'] = bytes['&'] = kMaybeComment;
+  bytes[';'] = kSemicolon;
+  bytes['('] = bytes['['] = kOpenBracket;
+  bytes[')'] = bytes[']'] = kCloseBracket;
+  bytes['@'] = kReference;
+  bytes['\r'] = bytes['\n'] = kLineEnd;
+  return bytes;
+}
+
+constexpr std::array<eByte, 256> kBytes = makeBytes();
+
+eByte byteAt(const char* p) {
+  return kBytes[static_cast<unsigned char>(*p)];
+}
+
+// Words that are part of a longer token: ".T.", "FIELD->", "M->", "->END".
+bool joinsLongerToken(const char* word, const char* wordEnd, const char* start) {
+  const std::string_view text(word, static_cast<std::size_t>(wordEnd - word));
+  if (word > start && word[-1] == '.' && *wordEnd == '.') return true;
+  if (word > start && word[-1] == '>' && equalNoCase(text, "end")) return true;
+  return wordEnd[0] == '-' && wordEnd[1] == '>' &&
+         (equalNoCase(text, "field") || equalNoCase(text, "m"));
+}
+
+// The definition of a name that means nothing without a "(" behind it.
+bool needsArguments(const tIndexedName& name) {
+  return name.rules == 1 && name.rule->firstMatch()->next() != nullptr;
+}
+
+bool mayOpenArguments(const char* p, const char* end) {
+  p = skipBlanks(p, end);
+  return *p == '(' || byteAt(p) == kMaybeComment || byteAt(p) == kSemicolon;
+}
+
+// The open brackets of a statement.
+class tNesting {
+ public:
+  explicit tNesting(const std::array<std::uint8_t, 256>& bytes) : bytes_(bytes) {}
+
+  // Moves `p` over ordinary bytes and brackets that nest. The byte that it stops at, which is a
+  // bracket when it does not nest or there are too many.
+  std::uint8_t passTo(const char*& p) {
+    const char* at = p;
+    std::uint8_t byte = byteOf(at);
+    for (; byte <= kCloseBracket; byte = byteOf(++at)) {
+      if (byte == kOther) continue;
+      const std::uint64_t square = *at == '[' || *at == ']' ? 1 : 0;
+      if (byte == kOpenBracket) {
+        if (bits_ >> 63 != 0) break;
+        bits_ = bits_ << 1 | square;
+      } else {
+        if (bits_ == 1 || (bits_ & 1) != square) break;
+        bits_ >>= 1;
+      }
+    }
+    p = at;
+    return byte;
+  }
+  bool open() const { return bits_ != 1; }
+
+ private:
+  std::uint8_t byteOf(const char* p) const { return bytes_[static_cast<unsigned char>(*p)]; }
+
+  const std::array<std::uint8_t, 256>& bytes_;
+  // Innermost lowest: 1 for "[", 0 for "("; a 1 stands above the outermost.
+  std::uint64_t bits_ = 1;
+};
+
+// A statement that has been rewritten and grows past this goes the slow way, which knows the
+// limits.
+constexpr std::size_t kLargestQuick = 65536;
+
+void stripBlanks(tString& output, std::size_t from) {
+  std::size_t size = output.size();
+  while (size > from && isBlank(output.data()[size - 1])) --size;
+  output.resize(size);
+}
+
+}  // namespace
+
+struct tPlainWriter::tCursor {
+  const char* start;
+  const char* end;
+  const char* p;       // the next byte to look at
+  const char* copied;  // the source up to here has been written
+  tString& output;
+  std::size_t begin;                // of the statement in the output
+  std::size_t gap = tString::npos;  // where the open gap begins in the output
+  bool gapBehindToken = false;
+  int rewrites = 0;
+
+  void copyTo(const char* to) {
+    if (to > copied) output.append({copied, static_cast<std::size_t>(to - copied)});
+    copied = to;
+  }
+  void skipTo(const char* to) { p = copied = to; }
+  // Blanks at the end vanish.
+  void endLine() {
+    const char* last = p;
+    while (last > copied && isBlank(last[-1])) --last;
+    if (last == copied) stripBlanks(output, begin);
+    const auto size = static_cast<std::size_t>(last - copied);
+    char* written = output.extend(size + 1);
+    std::memcpy(written, copied, size);
+    written[size] = '\n';
+  }
+};
+
+tPlainWriter::tPlainWriter(KorelPreYaccClass& processor)
+    : defines_(*processor.defines()),
+      translates_(*processor.translates()),
+      commands_(*processor.commands()) {}
+
+void tPlainWriter::learnRules() {
+  const std::uint64_t generation = std::uint64_t{1} + translates_.lookup().generation();
+  if (generation_ == generation) return;
+  generation_ = generation;
+  for (unsigned c = 0; c < 256; ++c) {
+    const bool starts = translates_.lookup().startsOddToken(static_cast<char>(c));
+    bytes_[c] = starts && !translates_.empty() ? kRuleStart : kBytes[c];
+  }
+}
+
+// A name, or the first byte of another token, decides. What stands behind a comment is not looked
+// at.
+bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
+  const char* p = skipBlanks(start, end);
+  if (byteAt(p) == kSemicolon || (*p == '/' && p[1] == '*')) return true;
+  const tWordLookup& lookup = commands_.lookup();
+  if (byteAt(p) != kWordStart) return lookup.startsOddToken(*p);
+  const char* word = p++;
+  while (isWordByte(*p)) ++p;
+  const std::string_view text(word, static_cast<std::size_t>(p - word));
+  if (!lookup.passes(text)) return false;
+  return joinsLongerToken(word, p, start) ||
+         commands_.foresee(text, {p, static_cast<std::size_t>(end - p)});
+}
+
+bool tPlainWriter::write(const char* start, const char* end, tString& output) {
+  learnRules();
+  if (!commands_.empty() && mayStartCommand(start, end)) return false;
+  tCursor at{start, end, start, start, output, output.size()};
+  const std::size_t begin = output.size();
+  tNesting nesting(bytes_);
+  joined_ = false;
+  for (bool passed = true; passed;) {
+    if (at.gap != tString::npos) settleGap(at);
+    switch (nesting.passTo(at.p)) {
+      case kWordStart:
+      case kDigit:
+        passed = passWord(at);
+        break;
+      case kLineEnd:
+        if (nesting.open()) {
+          passed = false;
+          break;
+        }
+        at.endLine();
+        return true;
+      case kRuleStart:
+        output.resize(begin);
+        return false;
+      default:
+        passed = passSpecial(at);
+    }
+  }
+  output.resize(begin);
+  return false;
+}
+
+bool tPlainWriter::passWord(tCursor& at) {
+  const char* word = at.p;
+  const char* p = word + 1;
+  while (isWordByte(*p)) ++p;
+  at.p = p;
+  // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
+  if (isDigit(*word) && !std::all_of(word, p, isDigit)) return false;
+  const char second = p - word > 1 ? word[1] : '\0';
+  const bool mayTranslate = translates_.lookup().passes(word[0], second);
+  const bool mayDefine = defines_.index().gate().passes(word[0], second);
+  if (!mayTranslate && !mayDefine) return true;
+  const std::string_view text(word, static_cast<std::size_t>(p - word));
+  tIndexedName* name = mayDefine ? defines_.index().find(text) : nullptr;
+  if (name == nullptr && !mayTranslate) return true;
+  // A number of which this may be a part, or a token of several words.
+  if (isDigit(*word) || joinsLongerToken(word, p, at.start)) return false;
+  const std::string_view behind(p, static_cast<std::size_t>(at.end - p));
+  if (mayTranslate && translates_.foresee(text, behind)) return false;
+  if (name == nullptr) return true;
+  if (needsArguments(*name)) return !mayOpenArguments(p, at.end);
+  if (!commands_.empty() && skipBlanks(at.start, at.end) == word) return false;
+  at.copyTo(word);
+  return replaceName(at, p, *name);
+}
+
+bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
+  if (!expandName({defines_, translates_}, name) || !name.nests) return false;
+  joined_ = joined_ || name.joins;
+  at.rewrites += name.rewrites;
+  if (at.rewrites > kMostRewrites) return false;
+  if (!name.spaced) stripBlanks(at.output, at.begin);
+  at.output.append(name.text);
+  at.skipTo(wordEnd);
+  return at.output.size() - at.begin <= kLargestQuick;
+}
+
+// A reference is passed right behind the bracket or comma of its call; elsewhere the tokens tell.
+bool tPlainWriter::passSpecial(tCursor& at) {
+  const char* p = at.p;
+  switch (byteAt(p)) {
+    case kQuote: {
+      const void* closing = std::memchr(p + 1, *p, static_cast<std::size_t>(at.end - p - 1));
+      at.p = static_cast<const char*>(closing) + 1;
+      return true;
+    }
+    case kMaybeComment:
+      if (p[0] == p[1]) {
+        openGap(at, static_cast<const char*>(
+                        std::memchr(p, '\n', static_cast<std::size_t>(at.end - p))));
+        return true;
+      }
+      if (p[0] == '/' && p[1] == '*') {
+        for (p += 2; p[0] != '*' || p[1] != '/';) ++p;
+        openGap(at, p + 2);
+        return true;
+      }
+      break;
+    case kSemicolon: {
+      const char* after = skipBlanks(p + 1, at.end);
+      const bool continues =
+          byteAt(after) == kLineEnd || (byteAt(after) == kMaybeComment && after[0] == after[1]);
+      if (continues) {
+        openGap(at, static_cast<const char*>(
+                        std::memchr(after, '\n', static_cast<std::size_t>(at.end - after))) +
+                        1);
+        return true;
+      }
+      return false;
+    }
+    case kOpenBracket:
+    case kCloseBracket:
+      return false;
+    case kReference: {
+      const char* before = p;
+      while (before > at.start && isBlank(before[-1])) --before;
+      if (before == at.start || std::strchr("(,{", before[-1]) == nullptr) return false;
+      break;
+    }
+    default:
+      break;
+  }
+  if (at.gap != tString::npos) closeGap(at);
+  ++at.p;
+  return true;
+}
+
+void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
+  const bool behindToken = at.copied != at.start || skipBlanks(at.start, at.p) != at.p;
+  at.copyTo(at.p);
+  if (at.gap == tString::npos) {
+    at.gapBehindToken = behindToken;
+    std::size_t size = at.output.size();
+    while (size > at.begin && isBlank(at.output.data()[size - 1])) --size;
+    at.gap = size;
+  }
+  at.skipTo(gapEnd);
+}
+
+void tPlainWriter::settleGap(tCursor& at) {
+  at.p = skipBlanks(at.p, at.end);
+  const eByte byte = byteAt(at.p);
+  if (byte != kLineEnd && byte != kMaybeComment && byte != kSemicolon) closeGap(at);
+}
+
+void tPlainWriter::closeGap(tCursor& at) {
+  at.copyTo(at.p);
+  if (at.output.size() == at.gap && at.gapBehindToken) at.output.append(' ');
+  at.gap = tString::npos;
+}
+
+}  // namespace precomp

@@ -1,0 +1,145 @@
+#include "korelpre/tables/ruleindex.h"
+
+#include "korelpre/tables/ruletable.h"
+#include "korelpre/tables/storedrules.h"
+
+namespace precomp {
+
+tIndexedName* tRuleIndex::find(std::string_view name) {
+  if (slots_.empty()) return stored_ == nullptr ? nullptr : findStored(name, hashOfWord(name));
+  const std::uint32_t hash = hashOfWord(name);
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t slot = hash & mask; slots_[slot] != 0; slot = (slot + 1) & mask) {
+    tIndexedName& entry = names_[slots_[slot] - 1];
+    if (entry.hash != hash || entry.name != name) continue;
+    if (entry.waits) return settled(entry);
+    return entry.rules > 0 ? &entry : nullptr;
+  }
+  return stored_ == nullptr ? nullptr : findStored(name, hash);
+}
+
+int tRuleIndex::countOf(std::string_view name) const {
+  if (slots_.empty() && stored_ == nullptr) return 0;
+  const std::uint32_t hash = hashOfWord(name);
+  const tIndexedName* entry = search(name, hash);
+  if (entry != nullptr) return entry->rules;
+  return stored_ != nullptr && stored_->findName(name, hash) != nullptr ? 1 : 0;
+}
+
+const tIndexedName* tRuleIndex::search(std::string_view name, std::uint32_t hash) const {
+  if (slots_.empty()) return nullptr;
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t slot = hash & mask; slots_[slot] != 0; slot = (slot + 1) & mask) {
+    const tIndexedName& entry = names_[slots_[slot] - 1];
+    if (entry.hash == hash && entry.name == name) return &entry;
+  }
+  return nullptr;
+}
+
+tIndexedName* tRuleIndex::findStored(std::string_view name, std::uint32_t hash) {
+  const tStoredRule* rule = stored_->findName(name, hash);
+  if (rule == nullptr) return nullptr;
+  tIndexedName*& entry = byStored_[static_cast<std::size_t>(rule - stored_->rules)];
+  if (entry == nullptr) {
+    entry = &storedNames_.emplace_back();
+    entry->name = tString::borrow(rule->keyText());
+    entry->hash = hash;
+    entry->rules = 1;
+    return settled(*entry);
+  }
+  return entry->rules > 0 ? entry : nullptr;
+}
+
+// Has the rule made that the entry stands for.
+tIndexedName* tRuleIndex::settled(tIndexedName& entry) {
+  entry.waits = false;
+  int first = 0;
+  int last = 0;
+  if (table_->Find(entry.name, first, last, 1) != 0) {
+    entry.rule = table_->get(last);
+  } else {
+    entry.rules = 0;  // of a damaged image
+  }
+  return entry.rules > 0 ? &entry : nullptr;
+}
+
+void tRuleIndex::added(tBaseXChg* rule) {
+  ++generation_;
+  gate_.add(rule->key());
+  tIndexedName& entry = entryFor(rule->key(), hashOfWord(rule->key()));
+  ++entry.rules;
+  entry.rule = rule;
+  entry.waits = false;
+}
+
+void tRuleIndex::addedStored(std::string_view key, tXChgArray& table) {
+  ++generation_;
+  table_ = &table;
+  gate_.add(key);
+  tIndexedName& entry = entryFor(key, hashOfWord(key), true);
+  ++entry.rules;
+  entry.waits = true;
+}
+
+void tRuleIndex::addedStored(const tStoredRules& stored, tXChgArray& table) {
+  ++generation_;
+  table_ = &table;
+  if (stored.names == nullptr) return;
+  stored_ = &stored;
+  byStored_.assign(stored.count, nullptr);
+  for (tIndexedName& entry : names_) {
+    if (stored.findName(entry.name, entry.hash) == nullptr) continue;
+    ++entry.rules;
+    entry.waits = true;
+  }
+  gate_.addBits(stored.nameGate);
+}
+
+void tRuleIndex::removed(tBaseXChg* rule, tBaseXChg* latest) {
+  ++generation_;
+  tIndexedName& entry = entryFor(rule->key(), hashOfWord(rule->key()));
+  --entry.rules;
+  entry.rule = latest;
+  entry.waits = false;
+}
+
+void tRuleIndex::clear() {
+  ++generation_;
+  gate_.clear();
+  names_.clear();
+  slots_.clear();
+  stored_ = nullptr;
+  storedNames_.clear();
+  byStored_.clear();
+}
+
+tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash, bool stored) {
+  if (names_.size() * 2 >= slots_.size()) grow();
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = hash & mask;
+  for (; slots_[slot] != 0; slot = (slot + 1) & mask) {
+    tIndexedName& entry = names_[slots_[slot] - 1];
+    if (entry.hash == hash && entry.name == name) return entry;
+  }
+  names_.emplace_back();
+  names_.back().name = stored ? tString::borrow(name) : tString(name);
+  names_.back().hash = hash;
+  if (stored_ != nullptr && stored_->findName(name, hash) != nullptr) {
+    names_.back().rules = 1;
+    names_.back().waits = true;
+  }
+  slots_[slot] = static_cast<std::uint32_t>(names_.size());
+  return names_.back();
+}
+
+void tRuleIndex::grow() {
+  slots_.assign(slots_.empty() ? 64 : slots_.size() * 2, 0);
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    std::size_t slot = names_[i].hash & mask;
+    while (slots_[slot] != 0) slot = (slot + 1) & mask;
+    slots_[slot] = static_cast<std::uint32_t>(i + 1);
+  }
+}
+
+}  // namespace precomp

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string_view>
+#include <vector>
+
+#include "korelpre/tables/wordgate.h"
+#include "lib_base/stringz.h"
+
+namespace precomp {
+
+class tBaseXChg;
+class tXChgArray;
+struct tStoredRules;
+
+/// What a table of defines knows of one name.
+struct tIndexedName {
+  tString name;
+  std::uint32_t hash = 0;
+  int rules = 0;              // rules of that name in the table
+  tBaseXChg* rule = nullptr;  // the only one, or the latest
+  bool waits = false;         // the rule is a stored one, to be made when the name is found
+
+  // The text that a use of the name finally becomes, worked out when first asked for and valid
+  // for one generation of the tables.
+  std::uint64_t generation = 0;
+  bool plain = false;  // false: uses have to be rewritten token by token
+  int rewrites = 0;    // how many rewrites lead to the text
+  tString text;        // without the spacing in front
+  bool spaced = true;  // false: the blanks in front of a use go with a token that vanishes
+  bool nests = false;  // brackets and quotes are closed in it, and it holds no "@" and no ";"
+  bool joins = false;  // it may grow together with what stands beside it
+};
+
+/// Finds the rules of a word at once, byte for byte, and dismisses most words by their first two
+/// bytes. Belongs to a rule table, which tells it of every change.
+class tRuleIndex {
+ public:
+  const tWordGate& gate() const { return gate_; }
+  /// Null when the table has no rule of that name.
+  tIndexedName* find(std::string_view name);
+  /// Changes whenever the table does; never 0.
+  std::uint64_t generation() const { return generation_; }
+
+  void added(tBaseXChg* rule);
+  /// A stored rule came; `table` is this index's own.
+  void addedStored(std::string_view key, tXChgArray& table);
+  /// As addedStored for all that are stored together, of which `table` has none else.
+  void addedStored(const tStoredRules& stored, tXChgArray& table);
+  /// How many rules of that name there are.
+  int countOf(std::string_view name) const;
+  /// `latest` is the rule of the same key that now stands last, or null.
+  void removed(tBaseXChg* rule, tBaseXChg* latest);
+  void clear();
+
+ private:
+  const tIndexedName* search(std::string_view name, std::uint32_t hash) const;
+  tIndexedName* findStored(std::string_view name, std::uint32_t hash);
+  tIndexedName* settled(tIndexedName& entry);
+  /// `stored`: the bytes of the name outlive this index.
+  tIndexedName& entryFor(std::string_view name, std::uint32_t hash, bool stored = false);
+  void grow();
+
+  tWordGate gate_;
+  std::vector<tIndexedName> names_;
+  std::vector<std::uint32_t> slots_;  // index into names_ + 1; 0 for none
+  std::uint64_t generation_ = 1;
+
+  tXChgArray* table_ = nullptr;  // null while no stored rule came
+  const tStoredRules* stored_ = nullptr;
+  // Of names that have no entry in names_. They keep their places, since finding one makes it.
+  std::deque<tIndexedName> storedNames_;
+  std::vector<tIndexedName*> byStored_;  // by the place of the stored rule; null until it is found
+};
+
+}  // namespace precomp

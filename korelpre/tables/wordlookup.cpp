@@ -1,0 +1,118 @@
+#include "korelpre/tables/wordlookup.h"
+
+#include <cstring>
+#include <utility>
+
+#include "korelpre/tables/ruletable.h"
+#include "korelpre/text/bytekinds.h"
+
+namespace precomp {
+
+namespace {
+
+constexpr std::size_t kFewEntries = 256;
+constexpr std::size_t kLongestKept = 64;
+constexpr std::size_t kMostEntries = std::size_t{1} << 15;
+
+bool isNameStart(char c) {
+  return isLetter(c) || c == '_';
+}
+
+// Of those bits of each byte that are set in the mask.
+std::uint32_t hashOfBits(std::string_view word, std::uint64_t mask) {
+  constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15u;
+  std::uint64_t hash = word.size() * kFactor;
+  const char* p = word.data();
+  std::size_t left = word.size();
+  for (; left > 8; left -= 8, p += 8) {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, p, 8);
+    hash = (hash ^ (bytes & mask)) * kFactor;
+    hash ^= hash >> 32;
+  }
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, p, left);
+  hash = (hash ^ (bytes & mask)) * kFactor;
+  return static_cast<std::uint32_t>(hash >> 32);
+}
+
+}  // namespace
+
+std::uint32_t hashOfWord(std::string_view word) {
+  return hashOfBits(word, ~std::uint64_t{0});
+}
+
+std::uint32_t foldedHash(std::string_view word) {
+  return hashOfBits(word, 0xDFDFDFDFDFDFDFDFu);
+}
+
+void tWordLookup::added(std::string_view key, tWordRule wordRule) {
+  ++generation_;
+  gate_.add(key);
+  // "M->" is found by the name that it begins with too.
+  if (key.size() > 1 && !isWordByte(key[1])) gate_.add(key.substr(0, 1));
+  if (key.empty() || isNameStart(key[0])) return;
+  const auto first = static_cast<unsigned char>(key[0]);
+  oddStarts_[first] = true;
+  if (wordRule.abbreviate) oddStarts_[first ^ 0x20u] = true;
+}
+
+void tWordLookup::addedStored(const tStoredRules& stored) {
+  ++generation_;
+  gate_.addBits(stored.wordGate);
+  for (std::size_t i = 0; i < oddStarts_.size(); ++i) {
+    if ((stored.oddStarts[i / 64] >> (i % 64) & 1) != 0) oddStarts_[i] = true;
+  }
+}
+
+void tWordLookup::clear() {
+  gate_.clear();
+  oddStarts_.fill(false);
+  ++generation_;
+}
+
+const tFoundRules* tWordLookup::findPassed(const tXChgArray& table, std::string_view word) {
+  if (word.size() > kLongestKept) {
+    unkept_ = table.findRules(word);
+    return unkept_.any() ? &unkept_ : nullptr;
+  }
+  if (used_ * 2 >= entries_.size()) grow();
+  const std::uint32_t hash = hashOfWord(word);
+  const std::size_t mask = entries_.size() - 1;
+  std::size_t slot = hash & mask;
+  for (; entries_[slot].generation != 0; slot = (slot + 1) & mask) {
+    tEntry& entry = entries_[slot];
+    if (entry.hash != hash || entry.word != word) continue;
+    if (entry.generation == generation_) return entry.rules.any() ? &entry.rules : nullptr;
+    break;
+  }
+  tEntry& entry = entries_[slot];
+  if (entry.generation == 0) {
+    ++used_;
+    entry.hash = hash;
+    entry.word = word;
+  }
+  entry.generation = generation_;
+  entry.rules = table.findRules(word);
+  return entry.rules.any() ? &entry.rules : nullptr;
+}
+
+// Grows, or begins anew when there are very many words or stale ones.
+void tWordLookup::grow() {
+  std::vector<tEntry> old(entries_.empty()                 ? kFewEntries
+                          : entries_.size() < kMostEntries ? entries_.size() * 2
+                                                           : kMostEntries);
+  old.swap(entries_);
+  used_ = 0;
+  if (old.size() >= kMostEntries) return;
+  const std::size_t mask = entries_.size() - 1;
+  for (tEntry& entry : old) {
+    if (entry.generation != generation_) continue;
+    std::size_t slot = entry.hash & mask;
+    while (entries_[slot].generation != 0) slot = (slot + 1) & mask;
+    entries_[slot] = std::move(entry);
+    ++used_;
+  }
+}
+
+}  // namespace precomp

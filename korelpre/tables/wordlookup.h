@@ -1,0 +1,77 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "korelpre/tables/wordgate.h"
+#include "korelpre/text/keyword.h"
+
+namespace precomp {
+
+class tXChgArray;
+struct tStoredRules;
+
+/// Which rules of a table a word can start, as runs of indexes; a run with `last` below `first` is
+/// empty.
+struct tFoundRules {
+  int wholeFirst = 0;  // the rules whose key is the word
+  int wholeLast = -1;
+  int first = 0;  // and those that let it be abbreviated too
+  int last = -1;
+
+  bool any() const { return wholeFirst <= wholeLast || first <= last; }
+};
+
+/// Answers for single words which rules of a table they can start. Most words are dismissed by
+/// their first two bytes, and what was found out about the others is kept until the table changes.
+class tWordLookup {
+ public:
+  /// For a word that passes(). Null when it starts no rule. The answer is valid until the next
+  /// call.
+  const tFoundRules* findPassed(const tXChgArray& table, std::string_view word);
+  /// False when no word with these first two bytes starts a rule; `second` is 0 for a word of one
+  /// byte.
+  bool passes(char first, char second) const { return gate_.passes(first, second); }
+  bool passes(std::string_view word) const {
+    return !word.empty() && passes(word[0], word.size() > 1 ? word[1] : '\0');
+  }
+  /// Whether a rule starts with a token that begins with this byte and is no name.
+  bool startsOddToken(char first) const { return oddStarts_[static_cast<unsigned char>(first)]; }
+
+  void added(std::string_view key, tWordRule wordRule);
+  /// Takes over what the look-up of stored rules knows.
+  void addedStored(const tStoredRules& stored);
+  /// Forgets what was found out; to be called when the table has changed otherwise.
+  void changed() { ++generation_; }
+  /// Changes whenever the table does; never 0.
+  std::uint32_t generation() const { return generation_; }
+  void clear();
+  const tFoldedGate& gate() const { return gate_; }
+
+ private:
+  struct tEntry {
+    std::uint32_t hash = 0;
+    std::uint32_t generation = 0;
+    std::string word;
+    tFoundRules rules;
+  };
+
+  void grow();
+
+  tFoldedGate gate_;
+  std::array<bool, 256> oddStarts_{};
+  std::vector<tEntry> entries_;  // by hash, with open addressing; a power of two of them
+  std::size_t used_ = 0;
+  tFoundRules unkept_;
+  std::uint32_t generation_ = 1;  // entries of other generations are stale
+};
+
+/// A hash of a word's bytes.
+std::uint32_t hashOfWord(std::string_view word);
+/// Equal for words that are equal whatever the case of their letters.
+std::uint32_t foldedHash(std::string_view word);
+
+}  // namespace precomp

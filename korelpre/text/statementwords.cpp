@@ -1,0 +1,291 @@
+#include "korelpre/text/statementwords.h"
+
+#include <cstddef>
+
+#include "korelpre/text/bytekinds.h"
+#include "lib_base/misc.h"
+
+namespace precomp {
+
+namespace {
+
+struct tWordEntry {
+  std::string_view word;
+  std::size_t shortest;  // letters that are enough
+  eStatementWord meaning;
+};
+
+using enum eStatementWord;
+
+// Words with the same first two letters stand together, the frequent ones first.
+// clang-format off
+constexpr tWordEntry kWords[] = {
+    {"BEGIN",                4, kBegin},
+    {"BREAK",                4, kBreak},
+    {"CASE",                 4, kCase},
+    {"CATCH",                5, kCatch},
+    {"DO",                   2, kDo},
+    {"ELSE",                 4, kElse},
+    {"ELSEIF",               5, kElseIf},
+    {"ENDIF",                4, kEndIf},
+    {"ENDDO",                4, kEndDo},
+    {"END",                  3, kEnd},
+    {"ENDCASE",              4, kEndCase},
+    {"ENDTRY",               6, kEndTry},
+    {"EXIT",                 4, kExit},
+    {"EXPORT",               6, kModifier},
+    {"FIELD",                4, kDeclaration},
+    {"FOR",                  3, kFor},
+    {"FUNCTION",             4, kFunction},
+    {"HIDDEN",               6, kModifier},
+    {"IF",                   2, kIf},
+    {"INIT",                 4, kModifier},
+    {"LOCAL",                4, kLocal},
+    {"LOOP",                 4, kLoop},
+    {"MAIN",                 4, kModifier},
+    {"MAIN_FUNC",            9, kMainFunction},
+    {"MEMVAR",               4, kDeclaration},
+    {"METHOD",               6, kMethod},
+    {"NAMESPACE",            9, kNamespace},
+    {"NEXT",                 4, kNext},
+    {"OTHERWISE",            4, kOtherwise},
+    {"PARAMETERS",           4, kDeclaration},
+    {"PRIVATE",              4, kDeclaration},
+    {"PROCEDURE",            4, kFunction},
+    {"PROTECTED",            9, kModifier},
+    {"PUBLIC",               4, kDeclaration},
+    {"RETURN",               4, kReturn},
+    {"RECOVER",              4, kRecover},
+    {"SEQUENCE",             4, kSequence},
+    {"STATIC",               4, kStatic},
+    {"TRY",                  3, kTry},
+    {"USER",                 4, kModifier},
+    {"USING",                5, kNamespace},
+    {"WHILE",                4, kWhile},
+    {"_FIELD",               5, kDeclaration},
+    {"__IGNOREDEBUGLINE__", 19, kDebugMarker},
+    {"__SYNCHRONIZEDEBUG__",20, kDebugMarker},
+};
+// clang-format on
+
+constexpr bool sameStart(std::string_view a, std::string_view b) {
+  return a[0] == b[0] && a[1] == b[1];
+}
+
+constexpr std::array<std::uint8_t, 1024> makePlaces() {
+  std::array<std::uint8_t, 1024> places{};
+  std::uint8_t place = 0;
+  for (const tWordEntry& entry : kWords) {
+    const auto first = static_cast<unsigned char>(entry.word[0]);
+    const auto second = static_cast<unsigned char>(entry.word[1]);
+    std::uint8_t& known = places[(first & 31U) << 5 | (second & 31U)];
+    ++place;
+    if (known == 0) known = place;
+  }
+  return places;
+}
+
+constexpr std::array<bool, 256> makeNameBytes() {
+  std::array<bool, 256> bytes = bytekinds::kWordBytes;
+  bytes['~'] = true;
+  return bytes;
+}
+
+constexpr std::array<bool, 256> kNameBytes = makeNameBytes();
+
+bool isNameByte(char c) {
+  return kNameBytes[static_cast<unsigned char>(c)];
+}
+
+// The tokens that begin with a dot and a letter.
+constexpr std::string_view kDotted[] = {".t.", ".f.", ".or.", ".and.", ".not."};
+
+// Whether two characters are an operator that a single one of them is not.
+bool isPair(char first, char second) {
+  switch (first) {
+    case '+':
+      return second == '+' || second == '=';
+    case '-':
+      return second == '-' || second == '=' || second == '>';
+    case '=':
+      return second == '=' || second == '>';
+    case ':':
+    case '*':
+    case '/':
+      return second == '=';
+    default:
+      return false;
+  }
+}
+
+std::size_t sizeOfName(std::string_view text) {
+  std::size_t size = 1;
+  while (size < text.size() && isNameByte(text[size])) ++size;
+  return size;
+}
+
+// With "->" these are one token.
+bool isAliasWord(std::string_view name) {
+  return equalNoCase(name, "m") || equalNoCase(name, "field");
+}
+
+std::size_t sizeOfToken(std::string_view text) {
+  const char first = text[0];
+  if (isNameByte(first)) {
+    const std::size_t size = sizeOfName(text);
+    return isAliasWord(text.substr(0, size)) && text.substr(size).starts_with("->") ? size + 2
+                                                                                    : size;
+  }
+  if (first == '"' || first == '\'') {
+    const std::size_t closing = text.find(first, 1);
+    return closing == std::string_view::npos ? text.size() : closing + 1;
+  }
+  if (text.size() == 1) return 1;
+  if (first == '.') {
+    if (isDigit(text[1])) return sizeOfName(text);
+    for (const std::string_view token : kDotted) {
+      if (startsWithNoCase(text, token)) return token.size();
+    }
+  }
+  return isPair(first, text[1]) ? 2 : 1;
+}
+
+std::string_view takeToken(std::string_view& text) {
+  std::size_t blanks = 0;
+  while (blanks < text.size() && (isBlank(text[blanks]) || text[blanks] == '\n')) ++blanks;
+  text.remove_prefix(blanks);
+  if (text.empty()) return {};
+  const std::string_view token = text.substr(0, sizeOfToken(text));
+  text.remove_prefix(token.size());
+  return token;
+}
+
+// What "++" and "--" can stand in front of.
+bool startsOperand(std::string_view token) {
+  return !token.empty() &&
+         (isNameByte(token[0]) || token[0] == '(' || token[0] == '&' || token[0] == ':');
+}
+
+// Whether a word is the beginning of `whole`, which is in upper case.
+bool abbreviates(std::string_view word, std::string_view whole) {
+  if (word.size() > whole.size()) return false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    // No other name character becomes one of those in the table.
+    if ((word[i] & 0xDF) != whole[i]) return false;
+  }
+  return true;
+}
+
+// Whether the third token matters, given the two before it.
+bool needsThird(std::string_view word, std::string_view next) {
+  if (next.empty()) return false;
+  if (!isNameByte(next[0]))
+    return std::string_view(":+-^%").find(next[0]) != std::string_view::npos;
+  const eStatementWord meaning = statementWord(next);
+  return (meaning == kFunction || meaning == kMethod) && statementWord(word) != kNone;
+}
+
+}  // namespace
+
+namespace statementwords {
+constinit const std::array<std::uint8_t, 1024> kPlaces = makePlaces();
+}
+
+eStatementWord statementWord(std::string_view word) {
+  if (word.size() < 2) return kNone;
+  const unsigned place = statementwords::kPlaces[statementwords::pairOf(word[0], word[1])];
+  if (place == 0) return kNone;
+  const tWordEntry* const end = kWords + std::size(kWords);
+  const tWordEntry* const first = &kWords[place - 1];
+  for (const tWordEntry* entry = first; entry < end && sameStart(entry->word, first->word);
+       ++entry) {
+    if (word.size() >= entry->shortest && abbreviates(word, entry->word)) return entry->meaning;
+  }
+  return kNone;
+}
+
+bool tOpening::wordIsName() const {
+  if (next.empty()) return false;
+  switch (next[0]) {
+    case '[':
+      return true;
+    case '=':
+      return next == "=";
+    case '.':
+      return next == ".";
+    case ':':
+      return next == ":=" || third.empty() || third[0] != ':';  // "::" begins an operand
+    case '*':
+    case '/':
+      return next.size() > 1;
+    case '^':
+    case '%':
+      return third == "=";
+    case '+':
+    case '-':
+      if (next == "++" || next == "--") return !startsOperand(third);
+      return next.size() > 1;
+    default:
+      return false;
+  }
+}
+
+std::string_view nameAt(const char* text) {
+  const char* end = text;
+  bool name = false;
+  for (; isNameByte(*end); ++end) name = name || !isDigit(*end);
+  return {text, name ? static_cast<std::size_t>(end - text) : 0};
+}
+
+tOpening openingOf(std::string_view word, std::string_view rest) {
+  tOpening opening;
+  opening.word = word;
+  opening.next = takeToken(rest);
+  if (needsThird(word, opening.next)) opening.third = takeToken(rest);
+  return opening;
+}
+
+bool isName(std::string_view token) {
+  bool name = false;
+  for (const char c : token) {
+    if (!isNameByte(c)) return false;
+    name = name || !isDigit(c);
+  }
+  return name;
+}
+
+void tIfGroup::take(char c) {
+  if (closed_) {
+    more_ = true;
+    return;
+  }
+  switch (c) {
+    case '(':
+    case '[':
+    case '{':
+      ++depth_;
+      break;
+    case ')':
+    case ']':
+    case '}':
+      closed_ = --depth_ == 0;
+      break;
+    case ',':
+      comma_ = comma_ || depth_ == 1;
+      break;
+    default:
+      break;
+  }
+}
+
+bool tIfGroup::isFunction(std::string_view rest) {
+  tIfGroup group;
+  while (!group.more_) {
+    const std::string_view token = takeToken(rest);
+    if (token.empty()) break;
+    group.take(token[0]);
+  }
+  return group.isFunction();
+}
+
+}  // namespace precomp

@@ -1,0 +1,135 @@
+#include "korelpre/text/tokenise.h"
+
+#include <array>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/tokenkinds.h"
+#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/sslexdense.h"
+
+namespace precomp {
+
+using namespace korelpre;
+
+namespace {
+
+// In the order of the grammar's productions of `token`.
+constexpr std::uint32_t kTokensByKind[] = {
+    kTokNullStr,    kTokArrow,       kTokDollar,     kTokGreater,     kTokGreaterEqual,
+    kTokLess,       kTokLessEqual,   kTokDot,        kTokExactEqual,  kTokAmpersand,
+    kTokComma,      kTokHash,        kTokPlus,       kTokIncrement,   kTokDecrement,
+    kTokMinus,      kTokSlash,       kTokStar,       kTokPercent,     kTokCaret,
+    kTokOr,         kTokAnd,         kTokNot,        kTokTrue,        kTokFalse,
+    kTokBang,       kTokLeftParen,   kTokRightParen, kTokLeftBracket, kTokRightBracket,
+    kTokLeftBrace,  kTokRightBrace,  kTokEqual,      kTokPlusAssign,  kTokMinusAssign,
+    kTokStarAssign, kTokSlashAssign, kTokAssign,     kTokColon,       kTokBar,
+    kTokAt,         kTokSemicolon,   kTokNumber,     kTokIdentName,   kTokString,
+    kTokQuestion,   kTokEspCh,       kTokSpc,        kTokIgnoreEol,   kTokIgnoreComment,
+    kTokSqString,   kTokFileName,
+};
+
+// And those behind the keywords' production.
+constexpr std::uint32_t kMarkersByKind[] = {
+    kTokMemvar,       kTokSqlExp,    kTokSqlXFilial, kTokSqlTable,
+    kTokSqlTempTable, kTokSqlNotDel, kTokSqlOrder,   kTokSqlNoParser,
+};
+
+constexpr std::array<std::uint8_t, 256> makeKinds() {
+  std::array<std::uint8_t, 256> kinds{};
+  for (unsigned token = kTokAnnounce; token <= kTokLogical; ++token) kinds[token] = kKindKeyword;
+  kinds[kTokBeginSql] = kinds[kTokEndSql] = 0;
+  std::uint8_t kind = kKindFirst;
+  for (const std::uint32_t token : kTokensByKind) kinds[token] = kind++;
+  kind = kKindMemvar;
+  for (const std::uint32_t token : kMarkersByKind) kinds[token] = kind++;
+  return kinds;
+}
+
+constexpr std::array<std::uint8_t, 256> kKinds = makeKinds();
+
+// Passes blanks, comments and continuations; collects the blanks.
+class tGap {
+ public:
+  tGap(const char* p, const char* end) : p_(p), end_(end) {}
+
+  // The spacing of the token behind the gap. `betweenTokens`: there is a token in front of it.
+  tString pass(bool betweenTokens) {
+    const char* first = p_;
+    p_ = skipBlanks(p_, end_);
+    tString blanks = tString::borrow({first, static_cast<std::size_t>(p_ - first)});
+    if (*p_ != ';' && *p_ != '/') return blanks;
+    bool joined = false;
+    while (passJoint()) {
+      joined = true;
+      first = p_;
+      p_ = skipBlanks(p_, end_);
+      blanks.append(std::string_view(first, static_cast<std::size_t>(p_ - first)));
+    }
+    if (joined && blanks.empty() && betweenTokens) blanks.append(' ');
+    return blanks;
+  }
+  const char* position() const { return p_; }
+  int lines() const { return lines_; }
+
+ private:
+  bool passJoint() {
+    if (p_[0] == '/' && p_[1] == '*') {
+      for (p_ += 2; p_[0] != '*' || p_[1] != '/'; ++p_) lines_ += *p_ == '\n' ? 1 : 0;
+      p_ += 2;
+      return true;
+    }
+    if (*p_ != ';') return false;
+    const char* after = skipBlanks(p_ + 1, end_);
+    if (!endsCode(after)) return false;
+    after =
+        static_cast<const char*>(std::memchr(after, '\n', static_cast<std::size_t>(end_ - after)));
+    p_ = after + 1;
+    ++lines_;
+    return true;
+  }
+
+  const char* p_;
+  const char* end_;
+  int lines_ = 0;
+};
+
+}  // namespace
+
+std::uint32_t kindOfToken(std::uint32_t token) {
+  if (token >= kKinds.size()) return 0;
+  return kKinds[token];
+}
+
+void tokenisePlain(const char* start, const char* end, int line, tTknString& statement) {
+  const SSLexDense dense = KorelPreLexClass::builtinTable().expressionList(kListStatement)->dense();
+  const char* p = start;
+  for (;;) {
+    tGap gap(p, end);
+    tString spacing = gap.pass(statement.count() > 0);
+    p = gap.position();
+    if (statement.count() > 0) line += gap.lines();
+    if (endsCode(p)) return;
+    std::uint32_t token = 0;
+    const char* tokenEnd = nullptr;
+    if ((*p == '"' || *p == '\'') && p[1] != *p) {
+      token = *p == '"' ? kTokString : kTokSqString;
+      tokenEnd =
+          static_cast<const char*>(std::memchr(p + 1, *p, static_cast<std::size_t>(end - p - 1))) +
+          1;
+    } else {
+      const SSLexMatch match = dense.longestMatch(p, end);
+      token = match.final->token;
+      const std::string_view matched(p, static_cast<std::size_t>(match.end - p));
+      tokenEnd = p + KorelPreLexClass::tokenLength(token, matched);
+    }
+    const std::string_view text(p, static_cast<std::size_t>(tokenEnd - p));
+    statement.tokens().add(new tSpcString(text, std::move(spacing), kindOfToken(token), token,
+                                          static_cast<std::uint32_t>(line)));
+    p = tokenEnd;
+  }
+}
+
+}  // namespace precomp

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "korelpre/text/tknstring.h"
+
+namespace precomp {
+
+/// Makes the tokens of a plain statement (see linescan.h) that starts at `start`: the same that
+/// scanner and grammar make. They refer to the text, which must outlive them. `line` is that of
+/// the first token, from 1.
+void tokenisePlain(const char* start, const char* end, int line, tTknString& statement);
+
+/// The kind of token that the grammar makes of a scanner's token; 0 for one that it never makes a
+/// statement's token of.
+std::uint32_t kindOfToken(std::uint32_t token);
+
+}  // namespace precomp
