@@ -25,7 +25,7 @@ set(outside
     "^Q[A-Za-z]|^Qt[A-Z]" "^lib_base/(translateqt|regexp)\\.(h|cpp)$|^tools/tablegen/yaccimage\\.(h|cpp)$"
     "^z(lib|conf)\\.h$" "^lib_gzip/"
     "^xxhash\\.h$" "^korelpre/headers/contenthash\\.cpp$"
-    "^jni(_md)?\\.h$" "^preprocessor/jni[a-z]*\\.(h|cpp)$"
+    "^jni(_md)?\\.h$" "^preprocessor/host/jni[a-z]*\\.(h|cpp)$"
     "^CLI/" "^cli/"
     "^nlohmann/" "^cli/"
     "^g(test|mock)/|^benchmark/" "^$")

@@ -15,9 +15,9 @@
 #include "fuzz/check.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
-#include "preprocessor/htmlpage.h"
-#include "preprocessor/inlineblock.h"
-#include "preprocessor/preprocessor.h"
+#include "preprocessor/convert/inlineblock.h"
+#include "preprocessor/convert/page.h"
+#include "preprocessor/run/preprocessor.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include "fuzz/check.h"
 #include "lib_base/diskman.h"
 #include "lib_base/output.h"
-#include "preprocessor/preprocessor.h"
+#include "preprocessor/run/preprocessor.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Runs over foreign sources, with a stand-in for the external converter.
 
-#include "preprocessor/foreign.h"
+#include "preprocessor/convert/foreign.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "preprocessor/htmlpage.h"
+#include "preprocessor/convert/page.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "preprocessor/inlineblock.h"
+#include "preprocessor/convert/inlineblock.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "include/krpre.h"
-#include "preprocessor/jnistring.h"
+#include "preprocessor/host/jnistring.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "preprocessor/normalise.h"
+#include "preprocessor/copy/normalise.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "preprocessor/debugsync.h"
-#include "preprocessor/linemarkers.h"
+#include "preprocessor/copy/debugsync.h"
+#include "preprocessor/copy/linemarkers.h"
 #include "testrun.h"
 
 namespace {

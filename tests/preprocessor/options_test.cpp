@@ -1,4 +1,4 @@
-#include "preprocessor/options.h"
+#include "preprocessor/run/options.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 
 #include "lib_base/diskman.h"
 #include "lib_base/output.h"
-#include "preprocessor/preprocessor.h"
+#include "preprocessor/run/preprocessor.h"
 
 /// Collects what is printed while it lives.
 class tPrinted : public tOutputSink {

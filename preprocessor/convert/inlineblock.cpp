@@ -1,0 +1,207 @@
+#include "preprocessor/convert/inlineblock.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "lib_base/misc.h"
+#include "lib_base/pathname.h"
+#include "lib_gzip/zipsource.h"
+
+namespace {
+
+constexpr std::string_view kBegin = "BEGINCONTENT";
+constexpr std::string_view kEnd = "ENDCONTENT";
+constexpr std::string_view kVariable = "VAR";
+constexpr std::string_view kQuote = "'";
+constexpr std::string_view kQuoteCall = "' + CHR(39) + '";
+constexpr std::string_view kExpression = "%Exp:";
+constexpr std::string_view kWhite = " \t";
+
+constexpr std::string_view kPrograms[] = {".PRW", ".PRG", ".PRX", ".ZORB"};
+
+bool isProgram(std::string_view extension) {
+  return std::any_of(std::begin(kPrograms), std::end(kPrograms),
+                     [&](std::string_view program) { return equalNoCase(program, extension); });
+}
+
+std::size_t leadingWhite(std::string_view line) {
+  return std::min(line.find_first_not_of(kWhite), line.size());
+}
+
+/// Takes a line off the front of `rest`, without its line end.
+std::string_view takeLine(std::string_view& rest) {
+  const std::string_view line = rest.substr(0, rest.find_first_of("\r\n"));
+  rest.remove_prefix(line.size());
+  rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
+  return line;
+}
+
+// Kept on purpose: the last letter counts in upper case only.
+bool asksForTrimming(std::string_view text) {
+  constexpr std::string_view kOptimize = "OPTIMIZ";
+  return startsWithNoCase(text, kOptimize) && text.substr(kOptimize.size()).starts_with('E');
+}
+
+/// The walk over the lines of a text.
+class tBlockWalk {
+ public:
+  eConversion convert(tString& text);
+
+ private:
+  void takeOutside(std::string_view line);
+  void open(std::string_view line, std::string_view declaration);
+  void takeInside(std::string_view line);
+  void takeContent(std::string_view line);
+  void put(std::string_view text);
+  void putBlanks(std::size_t count) { put(tString(count, ' ')); }
+
+  tString output_;
+  bool tooLarge_ = false;
+  bool completed_ = false;
+
+  // The block that is open.
+  bool inside_ = false;
+  bool firstLine_ = false;
+  bool trim_ = false;
+  tString variable_;
+  std::size_t indentation_ = 0;
+};
+
+void tBlockWalk::put(std::string_view text) {
+  if (text.size() > tString::maxSize() - std::min(output_.size(), tString::maxSize())) {
+    tooLarge_ = true;
+  }
+  if (!tooLarge_) output_ += text;
+}
+
+eConversion tBlockWalk::convert(tString& text) {
+  output_.reserve(std::min(text.size() + text.size() / 2 + 64, tString::maxSize()));
+  for (std::string_view rest = text; !rest.empty() && !tooLarge_;) {
+    const std::string_view line = takeLine(rest);
+    inside_ ? takeInside(line) : takeOutside(line);
+  }
+  if (tooLarge_) return eConversion::kTooLarge;
+  if (!completed_ || inside_) return eConversion::kNone;
+  text = std::move(output_);
+  return eConversion::kDone;
+}
+
+void tBlockWalk::takeOutside(std::string_view line) {
+  const std::string_view statement = trimmed(line);
+  if (!startsWithNoCase(statement, kBegin)) {
+    put(line);
+    put("\n");
+    return;
+  }
+  tString declaration(trimmed(statement.substr(kBegin.size())));
+  declaration.replaceAll("\t", "");
+  // Kept on purpose: a line that opens a block without VAR leaves no line at all.
+  if (startsWithNoCase(declaration, kVariable)) open(line, declaration);
+}
+
+void tBlockWalk::open(std::string_view line, std::string_view declaration) {
+  const std::string_view named = trimmed(declaration.substr(kVariable.size()));
+  variable_ = tString(named.substr(0, named.find(' ')));
+  indentation_ = leadingWhite(line);
+  putBlanks(indentation_);
+  put("\n");
+  trim_ = asksForTrimming(trimmed(named.substr(variable_.size())));
+  inside_ = true;
+  firstLine_ = true;
+}
+
+void tBlockWalk::takeInside(std::string_view line) {
+  if (!startsWithNoCase(trimmed(line), kEnd)) {
+    takeContent(line);
+  } else {
+    putBlanks(leadingWhite(line));
+    completed_ = true;
+    inside_ = false;
+    trim_ = false;
+  }
+  put("\n");
+}
+
+void tBlockWalk::takeContent(std::string_view line) {
+  const auto quotes = static_cast<std::size_t>(std::count(line.begin(), line.end(), '\''));
+  if (line.size() + quotes * kQuoteCall.size() > tString::maxSize() / 2) tooLarge_ = true;
+  if (tooLarge_) return;
+
+  tString content(line);
+  PrepareSingleQuotes(content);
+  ReplaceExp(content);
+  const std::string_view shown =
+      trim_ ? trimmed(content)
+            : content.view().substr(std::min(leadingWhite(content), indentation_));
+  putBlanks(indentation_);
+  if (shown.empty()) return;
+  put(variable_);
+  put(firstLine_ ? " := '" : " += '");
+  put(shown);
+  put("' + CHR(10)");
+  firstLine_ = false;
+}
+
+/// False for a source that certainly holds no block; it is then read without holding it whole.
+bool mayHoldBlock(tFile& source) {
+  constexpr std::size_t kPart = 32 * 1024;
+  constexpr std::size_t kOverlap = kBegin.size() - 1;
+  char buffer[kOverlap + kPart];
+  char* const part = buffer + kOverlap;
+  std::size_t before = 0;  // bytes of the part before that stand in front of this one
+  for (;;) {
+    const std::int64_t count = source.read(part, kPart);
+    if (count <= 0) return false;
+    const auto size = static_cast<std::size_t>(count);
+    const std::string_view seen(part - before, before + size);
+    if (before == 0 && isZipSource(seen)) return true;
+    if (findTextNoCase(seen, kBegin) != std::string_view::npos) return true;
+    before = std::min(seen.size(), kOverlap);
+    std::copy(seen.end() - before, seen.end(), part - before);
+  }
+}
+
+}  // namespace
+
+void PrepareSingleQuotes(tString& line) {
+  line.replaceAll(kQuote, kQuoteCall);
+}
+
+void ReplaceExp(tString& line) {
+  const std::string_view text = line;
+  std::size_t at = findText(text, kExpression);
+  if (at == tString::npos) return;
+  tString output;
+  output.reserve(text.size() + text.size() / 4);
+  std::size_t copied = 0;
+  while (at != tString::npos) {
+    const std::size_t start = at + kExpression.size();
+    const std::size_t end = text.find('%', start);
+    if (end == std::string_view::npos) break;
+    output.append(text.substr(copied, at - copied)).append("' + ");
+    output.append(text.substr(start, end - start)).append(" + '");
+    copied = end + 1;
+    at = findText(text, kExpression, copied);
+  }
+  output += text.substr(copied);
+  line = std::move(output);
+}
+
+eConversion BCParse(tString& text) {
+  return tBlockWalk().convert(text);
+}
+
+eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name) {
+  tPathParts parts;
+  SplitPath(name, parts);
+  if (!isProgram(parts.extension)) return eConversion::kNone;
+  {
+    const std::unique_ptr<tFile> source = files.open(name.c_str());
+    if (!source || !mayHoldBlock(*source)) return eConversion::kNone;
+  }
+  tString text;
+  if (!readSourceText(files, name, text)) return eConversion::kNone;
+  const eConversion result = BCParse(text);
+  return result == eConversion::kDone ? keepConverted(files, name, text) : result;
+}

@@ -1,0 +1,254 @@
+#include "preprocessor/copy/normalise.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "lib_base/misc.h"
+#include "lib_base/output.h"
+#include "lib_base/stringz.h"
+#include "lib_base/translate.h"
+#include "lib_gzip/zipsource.h"
+#include "preprocessor/copy/debugsync.h"
+#include "preprocessor/run/linewriter.h"
+
+namespace {
+
+// Note [dialog blocks]
+// A dialog is stored in a source as comment lines: "//$BEGINDIALOGDEF_", somewhere behind it
+// "//$DIALOGCODE=" with the dialog's code in hexadecimal, and "//$ENDDIALOGDEF_". The block is
+// replaced by its code, up to the end of the line that holds its last mark. Code can hold blocks of
+// its own; they must be whole within that code. An encoding is twice as long as what it encodes, so
+// they cannot nest deeper than a few levels.
+constexpr std::string_view kDialogCode = "//$DIALOGCODE=";
+constexpr std::string_view kDialogEnd = "//$ENDDIALOGDEF_";
+
+/// Finds a mark from ascending positions and reads the text once for all of them.
+class tMarkFinder {
+ public:
+  tMarkFinder(std::string_view text, std::string_view mark) : text_(text), mark_(mark) {}
+
+  /// The first occurrence at or behind `start`, or npos.
+  std::size_t from(std::size_t start) {
+    if (!searched_ || at_ < start) at_ = findText(text_, mark_, start);
+    searched_ = true;
+    return at_;
+  }
+
+ private:
+  std::string_view text_;
+  std::string_view mark_;
+  std::size_t at_ = 0;
+  bool searched_ = false;
+};
+
+/// The index behind the line end that follows `at`.
+std::size_t behindLine(std::string_view text, std::size_t at) {
+  at = text.find_first_of("\r\n", at);
+  if (at == std::string_view::npos) return text.size();
+  return text.substr(at).starts_with("\r\n") ? at + 2 : at + 1;
+}
+
+/// See note [dialog blocks].
+class tDialogExpander {
+ public:
+  /// Appends `text`, its blocks expanded, to the output. Returns whether there was one.
+  bool expand(std::string_view text);
+  tString& output() { return output_; }
+
+ private:
+  void expandCode(std::string_view hexText, bool& empty);
+  /// The number of line feeds in the output, read once.
+  std::int32_t line();
+
+  tString output_;
+  std::size_t counted_ = 0;
+  std::int32_t line_ = 0;
+};
+
+std::int32_t tDialogExpander::line() {
+  const std::string_view fresh = output_.view().substr(counted_);
+  line_ += CalcCurLine(fresh, static_cast<std::ptrdiff_t>(fresh.size()));
+  counted_ = output_.size();
+  return line_;
+}
+
+void tDialogExpander::expandCode(std::string_view hexText, bool& empty) {
+  tString code = HexToStr(hexText);
+  SynchronizeDebugger(code, line() + 1);
+  empty = code.empty();
+  expand(code);
+}
+
+bool tDialogExpander::expand(std::string_view text) {
+  tMarkFinder begins(text, kDialogBegin);
+  tMarkFinder codes(text, kDialogCode);
+  tMarkFinder ends(text, kDialogEnd);
+  std::size_t copied = 0;
+  bool found = false;
+  for (std::size_t at = begins.from(0); at != std::string_view::npos;) {
+    const std::size_t code = codes.from(at);
+    const std::size_t end = ends.from(at);
+    if (end == std::string_view::npos || code >= end) {
+      at = begins.from(at + kDialogBegin.size());
+      continue;
+    }
+    output_ += text.substr(copied, at - copied);
+    const std::size_t hex = code + kDialogCode.size();
+    bool empty = false;
+    expandCode(text.substr(hex, end - hex), empty);
+    found = true;
+    copied = behindLine(text, end);
+    // Kept on purpose: the search goes on as far behind the place of the block as its first mark is
+    // long, so a block that stands there right after one without code is not seen.
+    at = begins.from(empty ? copied + kDialogBegin.size() : copied);
+  }
+  output_ += text.substr(copied);
+  return found;
+}
+
+tString timeStamp(const std::tm& now) {
+  // Kept on purpose: the month counts from 0, so January prints as 00.
+  return tString::format("\"%04d%02d%02d %02d:%02d:%02d\"", now.tm_year + 1900, now.tm_mon,
+                         now.tm_mday, now.tm_hour, now.tm_min, now.tm_sec);
+}
+
+/// Appends what the file still holds to `buffer` and puts a zero byte behind it.
+bool readSource(tFile& file, tAutoChar& buffer) {
+  tString text;
+  if (!file.seek(0) || !file.readAll(text)) return false;
+  buffer.setText(text);
+  return true;
+}
+
+/// Copies a source without holding it whole. Stops with `marked` set where there is something for
+/// BeforePreProcessor to rewrite. False when the source cannot be read.
+bool copyPlainSource(tFile& source, tLineWriter& lines, bool& marked) {
+  constexpr std::size_t kPart = 32 * 1024;
+  constexpr std::size_t kOverlap = std::max(kDialogBegin.size(), kTimeStamp.size()) - 1;
+  const std::unique_ptr<char[]> buffer(new char[kOverlap + kPart]);
+  char* const part = buffer.get() + kOverlap;
+  std::size_t before = 0;  // bytes of the part before that stand in front of this one
+  for (;;) {
+    const std::int64_t count = source.read(part, kPart);
+    if (count <= 0) return count == 0;
+    const auto size = static_cast<std::size_t>(count);
+    const std::string_view seen(part - before, before + size);
+    marked = findText(seen, kDialogBegin) != std::string_view::npos ||
+             findText(seen, kTimeStamp) != std::string_view::npos;
+    if (marked || !lines.write({part, size})) return true;
+    before = std::min(seen.size(), kOverlap);
+    std::memmove(part - before, part + size - before, before);
+  }
+}
+
+bool isPacked(tFile& source) {
+  char start[4];
+  return source.read(start, sizeof start) == sizeof start && isZipSource({start, sizeof start});
+}
+
+/// Reads a packed source into `buffer`, unpacked, as readSource does. One that is damaged goes into
+/// the copy as it is, with `raw` set: the session says what is wrong with it.
+bool readPacked(tFile& source, tFile& copy, tAutoChar& buffer, bool& raw) {
+  tString packed;
+  if (!source.seek(0) || !source.readAll(packed)) return false;
+  tString text;
+  raw = unpackZipSource(packed, tString::maxSize(), text) != eZipResult::kOk;
+  if (raw) return copy.write(packed) && copy.close();
+  buffer.setText(text);
+  return true;
+}
+
+bool reportSameFile(const char* sourceName, const char* tempName) {
+  qdprintf("KOREL %s %s %s %s %s...\n", translate("Preprocessor: ").c_str(), sourceName,
+           translate("and").c_str(), tempName, translate("are the same file.").c_str());
+  return false;
+}
+
+bool reportNoCopy(const char* sourceName, const char* tempName) {
+  qdprintf("KOREL %s %s %s %s...\n", translate("Preprocessor: Cannot copy").c_str(), sourceName,
+           translate("to").c_str(), tempName);
+  return false;
+}
+
+bool reportTooLong(const char* sourceName, int line) {
+  // Kept on purpose: the number is that of the lines before, so the first line is line 0.
+  qdprintf("KOREL %s %s %s %i\n", translate("Preprocessor: source line TOO BIG - file").c_str(),
+           sourceName, translate("line").c_str(), line);
+  return false;
+}
+
+}  // namespace
+
+std::tm localTime() {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts = {};
+  localtime_r(&now, &parts);
+  return parts;
+}
+
+void BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock clock) {
+  std::string_view text = buffer.text();
+  tDialogExpander dialogs;
+  if (findText(text, kDialogBegin) != std::string_view::npos && dialogs.expand(text)) {
+    dialogFound = 1;
+    text = dialogs.output();
+  }
+  tString stamped;
+  if (findText(text, kTimeStamp) != std::string_view::npos) {
+    stamped = tString::borrow(text);
+    stamped.replaceAll(kTimeStamp, timeStamp(clock()));
+    text = stamped;
+  }
+  if (text.data() != buffer.data()) buffer.setText(text);
+}
+
+bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
+                               unsigned char& dialogFound, const char* shownName,
+                               std::size_t longestLine, tNormaliseFailure* failure) {
+  if (shownName == nullptr) shownName = sourceName;
+  tNormaliseFailure unused;
+  tNormaliseFailure& why = failure != nullptr ? *failure : unused;
+  if (equalNoCase(sourceName, tempName)) {
+    why.kind = tNormaliseFailure::kSameFile;
+    return reportSameFile(shownName, tempName);
+  }
+  why.kind = tNormaliseFailure::kNoCopy;
+
+  const std::unique_ptr<tFile> source = disk.open(sourceName);
+  std::unique_ptr<tFile> copy = source ? disk.create(tempName) : nullptr;
+  if (!copy) return reportNoCopy(shownName, tempName);
+
+  tAutoChar buffer;
+  std::optional<tLineWriter> lines(std::in_place, *copy, longestLine);
+  bool whole = isPacked(*source);  // and not copied part by part
+  bool raw = false;
+  bool read = source->seek(0);
+  if (whole) {
+    read = read && readPacked(*source, *copy, buffer, raw);
+    if (read && raw) return true;
+  } else {
+    // An eighth covers the carriage returns of all but very short lines.
+    copy->expect(source->size() + source->size() / 8 + 256);
+    read = read && copyPlainSource(*source, *lines, whole);
+    if (whole) read = readSource(*source, buffer);
+  }
+  if (whole && read) {
+    BeforePreProcessor(buffer, dialogFound);
+    copy = disk.create(tempName);
+    if (!copy) return reportNoCopy(shownName, tempName);
+    lines.emplace(*copy, longestLine);
+    lines->write(buffer.text());
+  }
+  lines->finish();
+  if (lines->state() == tLineWriter::kTooLong) {
+    why = {tNormaliseFailure::kLineTooLong, lines->lines() + 1};
+    return reportTooLong(shownName, lines->lines());
+  }
+  if (read && lines->state() == tLineWriter::kGood && copy->close()) return true;
+  copy->close();
+  disk.remove(tempName);
+  return reportNoCopy(shownName, tempName);
+}

@@ -1,0 +1,188 @@
+#include "include/krpre.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lib_base/diskman.h"
+#include "lib_base/language.h"
+#include "lib_base/pathname.h"
+#include "lib_gzip/zipfile.h"
+#include "preprocessor/host/hostbridge.h"
+#include "preprocessor/run/filerun.h"
+#include "preprocessor/run/options.h"
+#include "preprocessor/run/preprocessor.h"
+#include "preprocessor/run/sourcekind.h"
+
+namespace {
+
+constexpr std::size_t kSmallestHost = offsetof(krpre_host, step) + sizeof(krpre_host::step);
+
+/// What `host` wants, fields that it does not know being null. False when it cannot be a host.
+bool readHost(const krpre_host* host, krpre_host& known) {
+  known = {};
+  if (host == nullptr) return true;
+  // A host that was built against an earlier header knows fewer fields, one against a later more.
+  if (host->size < kSmallestHost || host->size > sizeof(krpre_host)) return false;
+  std::memcpy(&known, host, host->size);
+  return true;
+}
+
+int runFor(const krpre_host& host, tDiskMan& disk, int count, char** vector) {
+  tHostBridge bridge(host);
+  std::optional<tLanguageScope> language;
+  if (host.language != nullptr) language.emplace(languageNamed(host.language));
+  if (!bridge.wantsMessages()) return runPreprocessor(disk, count, vector, bridge);
+  const tOutputScope messages(bridge);
+  return runPreprocessor(disk, count, vector, bridge);
+}
+
+int codeOf(eFileResult result) {
+  switch (result) {
+    case eFileResult::kDone:
+      return KRPRE_PACKED;
+    case eFileResult::kUnchanged:
+      return KRPRE_UNCHANGED;
+    case eFileResult::kUnreadable:
+      return KRPRE_UNREADABLE;
+    case eFileResult::kTooLarge:
+      return KRPRE_TOO_LARGE;
+    case eFileResult::kDamaged:
+      return KRPRE_DAMAGED;
+    case eFileResult::kNotWritten:
+      break;
+  }
+  return KRPRE_NOT_WRITTEN;
+}
+
+int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*), const char* in,
+           const char* out) {
+  try {
+    tDiskManLocal disk;
+    return codeOf(changeFile(disk, in, out));
+  } catch (...) {
+    return KRPRE_NOT_WRITTEN;
+  }
+}
+
+int runText(const krpre_host& host, int count, char** vector, const char* name,
+            std::string_view text) {
+  tString::setMaxSize(kLongestText);
+  if (name == nullptr || text.size() >= kLongestText) return KRPRE_BAD_SOURCE;
+  // As the run reads a name, so that both mean the same file.
+  tString source(name);
+  source.trim();
+  if (source.empty()) return KRPRE_BAD_SOURCE;
+
+  tDiskManLocal machine;
+  tDiskManOverlay disk(machine);
+  disk.keepInMemory(source);
+  if (!disk.create(source.c_str())->write(text)) return KRPRE_BAD_SOURCE;
+  std::string argument = std::string("@F\"").append(source.view()).append("\"");
+  std::vector<char*> slots(vector, vector + (vector == nullptr ? 0 : std::max(count, 0)));
+  if (slots.empty()) slots.push_back(nullptr);
+  slots.push_back(argument.data());
+  return runFor(host, disk, static_cast<int>(slots.size()), slots.data());
+}
+
+/// Copies as much of a text as fits, with a zero behind it. Returns its full length.
+std::size_t copyCut(std::string_view text, char* target, std::size_t size) {
+  if (size > 0) *std::copy_n(text.data(), std::min(text.size(), size - 1), target) = '\0';
+  return text.size();
+}
+
+}  // namespace
+
+extern "C" int doPreProc(int count, char** vector) {
+  // The run reports its failures itself; this keeps what fails in reporting away from the host.
+  try {
+    return __get_xx__(count, vector);
+  } catch (...) {
+    return KRPRE_OUTPUT_FAILED;
+  }
+}
+
+extern "C" krpre_headers* krpre_headers_new(int precompiled) {
+  try {
+    return new krpre_headers(precompiled != 0);
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+extern "C" void krpre_headers_free(krpre_headers* headers) {
+  delete headers;
+}
+
+extern "C" int krpre_headers_read(const krpre_headers* headers) {
+  return headers->cache.compiled();
+}
+
+extern "C" int krpre_headers_reused(const krpre_headers* headers) {
+  return headers->cache.reused();
+}
+
+extern "C" int krpre_run(int count, char** vector, const krpre_host* host) {
+  krpre_host known;
+  if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;
+  try {
+    tDiskManLocal disk;
+    return runFor(known, disk, count, vector);
+  } catch (...) {
+    return KRPRE_OUTPUT_FAILED;
+  }
+}
+
+extern "C" int krpre_pack(const char* in, const char* out) {
+  return change(packFile, in, out);
+}
+
+extern "C" int krpre_unpack(const char* in, const char* out) {
+  return change(unpackFile, in, out);
+}
+
+extern "C" int krpre_text(int count, char** vector, const krpre_host* host, const char* name,
+                          const char* text, std::size_t length) {
+  krpre_host known;
+  if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;
+  try {
+    return runText(known, count, vector, name, {text, length});
+  } catch (...) {
+    return KRPRE_OUTPUT_FAILED;
+  }
+}
+
+extern "C" std::size_t krpre_output_name(const char* source, const char* directory, char* name,
+                                         std::size_t size) {
+  try {
+    tRunOptions options;
+    if (directory != nullptr) options.outputDirectory = tString(directory);
+    const tString output = outputNameOf(options, tString(source));
+    return copyCut(output, name, size);
+  } catch (...) {
+    return copyCut({}, name, size);
+  }
+}
+
+extern "C" int krpre_is_source(const char* name) {
+  try {
+    tPathParts parts;
+    SplitPath(name, parts);
+    return isSourceExtension(parts.extension) ? 1 : 0;
+  } catch (...) {
+    return 0;
+  }
+}
+
+extern "C" std::size_t krpre_translate(const char* language, const char* text, char* translation,
+                                       std::size_t size) {
+  try {
+    return copyCut(languageNamed(language).translation(text), translation, size);
+  } catch (...) {
+    return copyCut({}, translation, size);
+  }
+}

@@ -1,0 +1,128 @@
+#include "preprocessor/host/hostbridge.h"
+
+#include <algorithm>
+
+#include "preprocessor/host/diagnosticreport.h"
+
+namespace {
+
+int lastLineOf(const precomp::tTknString& statement) {
+  int last = statement.origin();
+  for (int i = 0; i < statement.count(); ++i) {
+    last = std::max(last, static_cast<int>(statement.tokens()[i].line()));
+  }
+  return last;
+}
+
+}  // namespace
+
+void tHostBridge::write(std::string_view text) {
+  const tString ended(text);
+  host_.message(host_.context, ended.c_str(), ended.size());
+}
+
+void tHostBridge::takeOutput(const tString& source, const tString& text) {
+  host_.output(host_.context, source.c_str(), text.c_str(), text.size());
+}
+
+void tHostBridge::sessionBegins(precomp::KorelPre16& session, const tString& copy,
+                                const tString& source) {
+  names_ = {copy, source};
+  if (host_.step != nullptr) session.setRuleObserver(this);
+  if (host_.file != nullptr) session.setFileObserver(this);
+}
+
+void tHostBridge::sessionDone(precomp::KorelPre16& session) {
+  if (host_.rule == nullptr) return;
+  for (precomp::tXChgArray* rules : {session.defines(), session.translates(), session.commands()}) {
+    rules->arrange();
+    listRules(*rules);
+  }
+}
+
+void tHostBridge::sourceRead(const tString& source) {
+  tellOfFile(KRPRE_FILE_READ, source, source);
+}
+
+void tHostBridge::fileRead(const tString& name) {
+  tellOfFile(KRPRE_FILE_READ, names_.source, name);
+}
+
+void tHostBridge::outputDone(const tString& source, const tString& name, bool written) {
+  tellOfFile(written ? KRPRE_OUTPUT_WRITTEN : KRPRE_OUTPUT_UNCHANGED, source, name);
+}
+
+void tHostBridge::tellOfFile(int event, const tString& source, const tString& name) {
+  if (host_.file != nullptr) host_.file(host_.context, event, source.c_str(), name.c_str());
+}
+
+void tHostBridge::diagnosed(const precomp::tDiagnosis& diagnosis) {
+  if (host_.diagnostic == nullptr) return;
+  const tDiagnosticReport report(diagnosis, names_);
+  host_.diagnostic(host_.context, &report.diagnostic());
+}
+
+void tHostBridge::listRules(const precomp::tXChgArray& rules) {
+  for (int i = 0; i < rules.count(); ++i) {
+    const tRuleReport report(rules[i], names_);
+    host_.rule(host_.context, &report.rule());
+  }
+}
+
+void tHostBridge::statementBegins(const precomp::tTknString& statement, const tString& file) {
+  file_ = names_.shown(file);
+  lastLine_ = lastLineOf(statement);
+  send({}, KRPRE_STEP_BEGINS, statement);
+}
+
+void tHostBridge::ruleTried(const precomp::tRuleTrial& trial) {
+  krpre_step step{};
+  step.score = trial.score;
+  const bool failed = trial.score == 0;
+  const tString marker = failed ? listedMarker(trial.failedMarker) : tString();
+  step.failedMarker = marker.c_str();
+  const int at = failed ? trial.failedToken : -1;
+  const bool known = at >= 0 && at < trial.statement.count();
+  step.failedToken = known ? trial.statement.tokens()[at].c_str() : "";
+  sendWithRule(step, KRPRE_STEP_TRIED, trial.rule, trial.start, trial.statement);
+}
+
+void tHostBridge::ruleMatched(const precomp::tBaseXChg& rule, int start,
+                              const precomp::tTknString& statement) {
+  const tCaptureReport captures(rule, statement);
+  krpre_step step{};
+  step.captureCount = captures.count();
+  step.captures = captures.captures();
+  sendWithRule(step, KRPRE_STEP_MATCHED, rule, start, statement);
+}
+
+void tHostBridge::ruleApplied(const precomp::tBaseXChg& rule, int start,
+                              const precomp::tTknString& statement) {
+  sendWithRule({}, KRPRE_STEP_APPLIED, rule, start, statement);
+}
+
+void tHostBridge::statementEnds(const precomp::tTknString& statement) {
+  send({}, KRPRE_STEP_ENDS, statement);
+}
+
+void tHostBridge::sendWithRule(krpre_step step, int kind, const precomp::tBaseXChg& rule, int start,
+                               const precomp::tTknString& statement) {
+  const tRuleReport report(rule, names_);
+  step.rule = &report.rule();
+  step.token = std::max(start, 0);
+  send(step, kind, statement);
+}
+
+void tHostBridge::send(krpre_step step, int kind, const precomp::tTknString& statement) {
+  tString text;
+  statement.appendText(text);
+  text.trim();
+  step.kind = kind;
+  step.file = file_.c_str();
+  step.line = statement.origin();
+  step.lastLine = lastLine_;
+  step.statement = text.c_str();
+  if (step.failedMarker == nullptr) step.failedMarker = "";
+  if (step.failedToken == nullptr) step.failedToken = "";
+  host_.step(host_.context, &step);
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "include/krpre.h"
+#include "korelpre/errors/fileobserver.h"
+#include "korelpre/headers/headercache.h"
+#include "korelpre/rules/ruleobserver.h"
+#include "lib_base/output.h"
+#include "preprocessor/host/rulereport.h"
+#include "preprocessor/run/runhost.h"
+
+/// What stands behind the opaque type of the C interface.
+struct krpre_headers {
+  explicit krpre_headers(bool precompiled) : cache(precompiled) {}
+  precomp::tHeaderCache cache;
+};
+
+/// Hands what a run tells its host to the callbacks of the C interface.
+class tHostBridge : public tRunHost,
+                    public tOutputSink,
+                    private precomp::tRuleObserver,
+                    private precomp::tFileObserver {
+ public:
+  /// `host` must outlive this object.
+  explicit tHostBridge(const krpre_host& host) : host_(host) {}
+
+  bool wantsMessages() const { return host_.message != nullptr; }
+  void write(std::string_view text) override;
+
+  precomp::tHeaderCache* headers() override {
+    return host_.headers == nullptr ? nullptr : &host_.headers->cache;
+  }
+  bool wantsOutput() const override { return (host_.flags & KRPRE_NO_OUTPUT) == 0; }
+  tString outputName() const override { return tString(host_.outputName); }
+  bool takesOutput() const override { return host_.output != nullptr; }
+  void takeOutput(const tString& source, const tString& text) override;
+  bool keepsUnchanged() const override { return (host_.flags & KRPRE_KEEP_UNCHANGED) != 0; }
+  bool takesTurns() const override { return (host_.flags & KRPRE_TAKE_TURNS) != 0; }
+  void sessionBegins(precomp::KorelPre16& session, const tString& copy,
+                     const tString& source) override;
+  void sessionDone(precomp::KorelPre16& session) override;
+  void sourceRead(const tString& source) override;
+  void outputDone(const tString& source, const tString& name, bool written) override;
+  bool wantsDiagnoses() const override { return host_.diagnostic != nullptr; }
+  void diagnosed(const precomp::tDiagnosis& diagnosis) override;
+
+ private:
+  void statementBegins(const precomp::tTknString& statement, const tString& file) override;
+  void ruleTried(const precomp::tRuleTrial& trial) override;
+  void ruleMatched(const precomp::tBaseXChg& rule, int start,
+                   const precomp::tTknString& statement) override;
+  void ruleApplied(const precomp::tBaseXChg& rule, int start,
+                   const precomp::tTknString& statement) override;
+  void statementEnds(const precomp::tTknString& statement) override;
+  void fileRead(const tString& name) override;
+
+  /// Completes `step` with what is common to all of them and hands it over.
+  void send(krpre_step step, int kind, const precomp::tTknString& statement);
+  void sendWithRule(krpre_step step, int kind, const precomp::tBaseXChg& rule, int start,
+                    const precomp::tTknString& statement);
+  void listRules(const precomp::tXChgArray& rules);
+
+  void tellOfFile(int event, const tString& source, const tString& name);
+
+  const krpre_host& host_;
+  tShownSource names_;
+
+  // The statement being rewritten.
+  tString file_;
+  int lastLine_ = 0;
+};

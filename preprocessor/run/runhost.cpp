@@ -1,0 +1,15 @@
+#include "preprocessor/run/runhost.h"
+
+#include "preprocessor/convert/foreign.h"
+
+tString tRunHost::converterDirectory() const {
+  return programDirectory();
+}
+
+void tRunHost::takeOutput(const tString& /*source*/, const tString& /*text*/) {}
+void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*copy*/,
+                             const tString& /*source*/) {}
+void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}
+void tRunHost::sourceRead(const tString& /*source*/) {}
+void tRunHost::outputDone(const tString& /*source*/, const tString& /*name*/, bool /*written*/) {}
+void tRunHost::diagnosed(const precomp::tDiagnosis& /*diagnosis*/) {}
