@@ -1,11 +1,11 @@
-# krpre_add_tables(<target> GRAMMAR korelpre STATES 299 CONFLICTS 130): makes the scanner and parser
-# tables of tools/grammars/<GRAMMAR>.lex and .y and compiles them into the target. Who links the
-# target can include "ssvp40xpf/<GRAMMAR>tokens.h". The build fails when the automaton has another
-# number of states or of shift/reduce conflicts.
+# krpre_add_tables(<target> GRAMMAR korelpre): makes the scanner and parser tables of
+# tools/grammars/<GRAMMAR>.lex and .y and compiles them into the target. Who links the target can
+# include "ssvp40xpf/<GRAMMAR>tokens.h" and "ssvp40xpf/<GRAMMAR>productions.h". The build fails on a
+# conflict that the grammar does not know.
 find_package(BISON 3.8 REQUIRED)
 
 function(krpre_add_tables target)
-  cmake_parse_arguments(T "" "GRAMMAR;STATES;CONFLICTS" "" ${ARGN})
+  cmake_parse_arguments(T "" "GRAMMAR" "" ${ARGN})
   set(source ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../tools/grammars/${T_GRAMMAR})
   cmake_path(NORMAL_PATH source)
   set(include_dir ${CMAKE_BINARY_DIR}/generated)
@@ -15,18 +15,19 @@ function(krpre_add_tables target)
   set(report ${out}/${T_GRAMMAR}.xml)
   add_custom_command(
     OUTPUT ${report}
-    # tablegen counts the conflicts.
+    # tablegen judges the conflicts.
     COMMAND ${BISON_EXECUTABLE} -Wno-conflicts-sr -Wno-conflicts-rr --xml=${report} -o /dev/null
             ${source}.y
     DEPENDS ${source}.y
     COMMENT "Building the automaton of ${T_GRAMMAR}.y"
     VERBATIM)
 
-  set(tables ${out}/${T_GRAMMAR}tokens.h ${out}/${T_GRAMMAR}tables.cpp)
+  set(tables ${out}/${T_GRAMMAR}tokens.h ${out}/${T_GRAMMAR}productions.h
+      ${out}/${T_GRAMMAR}tables.cpp)
   add_custom_command(
     OUTPUT ${tables}
     COMMAND tablegen --grammar ${T_GRAMMAR} --lex ${source}.lex --yacc ${source}.y
-            --report ${report} --out ${out} --conflicts ${T_CONFLICTS} --states ${T_STATES}
+            --report ${report} --out ${out}
     DEPENDS tablegen ${source}.lex ${source}.y ${report}
     COMMENT "Making the tables of ${T_GRAMMAR}"
     VERBATIM)

@@ -1,5 +1,5 @@
-// What the directives do. A production number is its place in tools/grammars/korelpre.y; for what
-// the symbols stand for see values.cpp.
+// What the directives do. The productions and their labels stand in tools/grammars/korelpre.y; for
+// what the symbols stand for see values.cpp.
 
 #include <algorithm>
 
@@ -7,33 +7,13 @@
 #include "korelpre/korelprecls.h"
 #include "korelpre/text/tokenkinds.h"
 #include "lib_base/misc.h"
+#include "ssvp40xpf/korelpreproductions.h"
 
 namespace precomp {
 
+using namespace korelpre;
+
 namespace {
-
-enum eProduction : unsigned {
-  kInclude = 6,
-  kCommand = 7,
-  kXCommand = 8,
-  kTranslate = 9,
-  kXTranslate = 10,
-  kDefineValue = 11,
-  kDefine = 12,
-  kDefineParamsValue = 13,
-  kDefineParams = 14,
-  kUndef = 19,
-  kIfdef = 22,
-  kIfndef = 23,
-  kElse = 24,
-  kEndif = 25,
-  kStdoutAlone = 27,
-};
-
-bool isDirectiveProduction(unsigned production) {
-  return (production >= kInclude && production <= kDefineParams) ||
-         (production >= kUndef && production <= kStdoutAlone);
-}
 
 // The markers of ten thousand rules take 25 MiB. What comes when these are taken is read again by
 // the rules that are used.
@@ -98,7 +78,7 @@ std::unique_ptr<tTranslate> makeUnread(const tDefineReader& reader, KorelPreYacc
 SSYaccStackElement* KorelPreYaccClass::reduce(unsigned production, unsigned size) {
   const int line = size > 0 ? lineOf(0) : 0;
   tKorelPreStackElement* result = nullptr;
-  if (!isDirectiveProduction(production)) {
+  if (leftSideOf(production) != kSymDirective) {
     result = skipping() ? new tKorelPreStackElement : reduceValue(production, size);
   } else {
     // See conditional.cpp: in a skipped region only the four conditionals act, without a name.

@@ -26,10 +26,6 @@ using namespace korelpre;
 
 namespace {
 
-bool isDirective(unsigned token) {
-  return token >= kTokDirCommand && token <= kTokDirUndef;
-}
-
 bool isGap(unsigned token) {
   return token == kTokSpc || token == kTokIgnoreEol || token == kTokIgnoreComment ||
          token == kTokIgnoreCommentEsp;
@@ -116,8 +112,9 @@ SSLexLexeme* KorelPreYaccClass::nextLexeme() {
       addBlanks(blanks, *lexeme);
       continue;
     }
-    const bool swallowsGap = lexeme->token() == kTokLineFeed ||
-                             (atLineStart_ && (isDirective(lexeme->token()) || blanks.empty()));
+    const bool swallowsGap =
+        lexeme->token() == kTokLineFeed ||
+        (atLineStart_ && (isDirectiveToken(lexeme->token()) || blanks.empty()));
     if (!gap || swallowsGap) {
       noteDelivered(*lexeme);
       if (lexeme->token() == kTokLineFeed && std::exchange(sqlEnding_, false)) {

@@ -23,6 +23,7 @@
 #include "korelpre/text/tokenkinds.h"
 #include "lib_base/misc.h"
 #include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/korelpreproductions.h"
 
 namespace precomp {
 
@@ -30,18 +31,7 @@ using namespace korelpre;
 
 namespace {
 
-enum eSqlProduction : unsigned {
-  kBlock = 134,
-  kAliasName = 135,
-  kAliasString = 136,
-  kNumericColumn = 144,
-  kDateColumn = 145,
-  kLogicalColumn = 146,
-  kSizeNumber = 147,
-  kSizeName = 148,
-};
-
-// The elements of these productions, by position.
+// Elements of productions, by position.
 constexpr unsigned kAliasOfBlock = 4;
 constexpr unsigned kWidthOfColumn = 8;
 constexpr unsigned kDecimalsOfColumn = 12;
@@ -134,10 +124,10 @@ bool KorelPreYaccClass::isSqlLine(int line) const {
   return sql_.line != 0 && line > sql_.line;
 }
 
-// The value of one of the productions 134 to 150; null when it has none.
+// The value of a production of a block; null when it has none.
 tKorelPreStackElement* KorelPreYaccClass::reduceSql(unsigned production) {
   switch (production) {
-    case kBlock:
+    case kKindSql:
       return makeSqlCall();
     case kAliasName:
     case kSizeNumber:

@@ -1,75 +1,14 @@
 // What the symbols of the directive grammar stand for: names, tokens and lists of tokens, and the
-// markers and chains of rules. A production number is its place in tools/grammars/korelpre.y.
+// markers and chains of rules. The productions and their labels stand in tools/grammars/korelpre.y.
 
 #include "korelpre/korelprecls.h"
 #include "korelpre/rules/resultmarker.h"
 #include "korelpre/text/tokenkinds.h"
+#include "ssvp40xpf/korelpreproductions.h"
 
 namespace precomp {
 
 using namespace korelpre;
-
-namespace {
-
-enum eProduction : unsigned {
-  kStatementLine = 5,
-  kParamListStart = 15,
-  kParamListMore = 16,
-  kParamName = 17,
-  kMatchPatternStart = 28,
-  kMatchPatternMore = 29,
-  kMatchElementMarker = 30,
-  kMatchElementToken = 31,
-  kResultPattern = 32,
-  kResultWithDirective = 33,
-  kResultElementsStart = 35,
-  kResultElementsMore = 36,
-  kResultElementMarker = 37,
-  kResultElementToken = 38,
-  kTokenListStart = 39,
-  kTokenListMore = 40,
-  kSpcIdentSpc = 41,
-  kKeyword = 48,
-  kSpcStringSpc = 49,
-  kStringAlone = 52,
-  kDoubleQuoted = 53,
-  kSingleQuoted = 54,
-  kListMarker = 55,
-  kRestrictMarker = 56,
-  kRestrictMarkerSpc = 57,
-  kWildMarker = 58,
-  kRegularMarker = 59,
-  kExtendedMarker = 60,
-  kBlockResult = 61,
-  kDumbResult = 62,
-  kStringResult = 63,
-  kLogicalResult = 64,
-  kRegularResult = 65,
-  kSmartResult = 66,
-  kWordListStart = 67,
-  kWordListMore = 68,
-  kWordListAlternative = 69,
-  kWordName = 70,
-  kWordAmpersand = 71,
-  kTokenFirst = 73,
-  kTokenKeyword = 125,
-  kTokenLast = 133,
-  kSqlFirst = 134,
-  kSqlLast = 150,
-  kKeywordFirst = 151,
-  kKeywordLast = 204,
-};
-
-// Of productions 41 to 52 the even ones have no blanks in front.
-unsigned nameIndex(unsigned production) {
-  return production % 2 != 0 ? 1 : 0;
-}
-
-unsigned includeNameIndex(unsigned production) {
-  return production == kSpcStringSpc || production == kSpcStringSpc + 2 ? 1 : 0;
-}
-
-}  // namespace
 
 // The token that a lexeme makes, as the output must show it: a string has its quotes and an escaped
 // character its backslash again.
@@ -203,20 +142,29 @@ tKorelPreStackElement* KorelPreYaccClass::startChain(tChainBuilder::eSide side) 
 }
 
 tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsigned size) {
-  if (production == kTokenKeyword) {
-    part(0).token().setKind(kKindKeyword);
-    return takeOver(0);
-  }
-  if (production >= kTokenFirst && production <= kTokenLast) return makeToken(production);
-  if (production >= kKeywordFirst && production <= kKeywordLast) return makeName(0);
-  if (production >= kSpcIdentSpc && production <= kKeyword) return makeName(nameIndex(production));
-  if (production >= kSpcStringSpc && production <= kStringAlone) {
-    return takeOver(includeNameIndex(production));
-  }
-  if (production >= kListMarker && production <= kSmartResult) return makeMarker(production);
-  if (production >= kSqlFirst && production <= kSqlLast) {
-    tKorelPreStackElement* value = skipping() ? nullptr : reduceSql(production);
-    return value != nullptr ? value : new tKorelPreStackElement;
+  switch (leftSideOf(production)) {
+    case kSymToken:
+      if (production == kKindSql) break;
+      if (production != kKindKeyword) return makeToken(production);
+      part(0).token().setKind(kKindKeyword);
+      return takeOver(0);
+    case kSymKeyword:
+    case kSymString:
+      return makeName(0);
+    case kSymName:
+      return makeName(isPaddedProduction(production) ? 1 : 0);
+    case kSymIncludeName:
+      return takeOver(isPaddedProduction(production) ? 1 : 0);
+    case kSymMatchMarker:
+    case kSymResultMarker:
+      return makeMarker(production);
+    case kSymMatchElement:
+    case kSymResultElement:
+      return takeOver(0);
+    case kSymWordList:
+      return addWord(production);
+    default:
+      break;
   }
   switch (production) {
     case kTokenListStart:
@@ -237,26 +185,20 @@ tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsig
     case kResultElementsMore:
       addElement(*part(0).chain(), part(1));
       return takeOver(0);
-    case kMatchElementMarker:
-    case kMatchElementToken:
-    case kResultElementMarker:
-    case kResultElementToken:
     case kResultPattern:
     case kResultWithDirective:
     case kParamName:
     case kWordName:
       return takeOver(0);
-    case kDoubleQuoted:
-    case kSingleQuoted:
     case kWordAmpersand:
       return makeName(0);
-    case kWordListStart:
-    case kWordListMore:
-    case kWordListAlternative:
-      return addWord(production);
-    default:
-      if (production == kStatementLine) attachStatement(part(0));
+    case kStatementLine:
+      attachStatement(part(0));
       return new tKorelPreStackElement;
+    default: {
+      tKorelPreStackElement* value = reduceSql(production);
+      return value != nullptr ? value : new tKorelPreStackElement;
+    }
   }
 }
 

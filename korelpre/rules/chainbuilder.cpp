@@ -14,10 +14,15 @@ struct tByteKind {
 
 // The characters that are tokens of their own; none else needs a backslash.
 constexpr tByteKind kByteKinds[] = {
-    {'$', 75},  {'>', 76},  {'<', 78},  {'.', 80},  {'&', 82},  {',', 83},  {'#', 84},
-    {'+', 85},  {'-', 88},  {'/', 89},  {'*', 90},  {'%', 91},  {'^', 92},  {'!', 98},
-    {'(', 99},  {')', 100}, {'[', 101}, {']', 102}, {'{', 103}, {'}', 104}, {'=', 105},
-    {':', 111}, {'|', 112}, {'@', 113}, {';', 114}, {'?', 118},
+    {'$', kKindDollar},     {'>', kKindGreater},     {'<', kKindLess},
+    {'.', kKindDot},        {'&', kKindAmpersand},   {',', kKindComma},
+    {'#', kKindHash},       {'+', kKindPlus},        {'-', kKindMinus},
+    {'/', kKindSlash},      {'*', kKindStar},        {'%', kKindPercent},
+    {'^', kKindCaret},      {'!', kKindBang},        {'(', kKindParenOpen},
+    {')', kKindParenClose}, {'[', kKindBracketOpen}, {']', kKindBracketClose},
+    {'{', kKindBraceOpen},  {'}', kKindBraceClose},  {'=', kKindEqual},
+    {':', kKindColon},      {'|', kKindBar},         {'@', kKindAt},
+    {';', kKindSemicolon},  {'?', kKindQuestion},
 };
 
 std::uint32_t kindOfByte(char byte) {

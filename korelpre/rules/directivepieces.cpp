@@ -6,6 +6,7 @@
 #include "korelpre/text/tokenise.h"
 #include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/sslexdense.h"
 
 namespace precomp {
@@ -14,15 +15,8 @@ using namespace korelpre;
 
 namespace {
 
-constexpr std::uint32_t kKindFileName = 124;
-
 // Longer directives are left to the grammar.
 constexpr std::size_t kMostPieces = 4096;
-
-bool isRuleToken(std::uint32_t kind) {
-  return kind != 0 && kind != kKindFileName && kind <= kKindKeyword &&
-         (kind < kKindEscaped || kind > kKindIgnoreComment);
-}
 
 const char* lineFeedFrom(const char* p, const char* end) {
   return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
@@ -118,7 +112,7 @@ bool tDirectivePieces::readPiece(const char*& p, const char* end, tPiece& piece)
   }
   piece.kind = kindOfToken(piece.token);
   const bool inMarkers = piece.token == kTokResultArrow || piece.token == kTokEllipsis;
-  if (!inMarkers && !isRuleToken(piece.kind)) return false;
+  if (!inMarkers && !isRuleTokenProduction(piece.kind)) return false;
   piece.text = {p, static_cast<std::size_t>(tokenEnd - p)};
   p = tokenEnd;
   return true;

@@ -18,12 +18,6 @@ using namespace korelpre;
 
 namespace {
 
-constexpr std::uint32_t kKindLess = 78;
-constexpr std::uint32_t kKindGreater = 76;
-constexpr std::uint32_t kKindHash = 84;
-constexpr std::uint32_t kKindStar = 90;
-constexpr std::uint32_t kKindColon = 111;
-
 struct tDirectiveWord {
   std::string_view word;
   bool command;

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "korelpre/text/bytekinds.h"
-#include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/sslexdense.h"
 
 namespace precomp {
@@ -16,35 +16,11 @@ using namespace korelpre;
 
 namespace {
 
-// In the order of the grammar's productions of `token`.
-constexpr std::uint32_t kTokensByKind[] = {
-    kTokNullStr,    kTokArrow,       kTokDollar,     kTokGreater,     kTokGreaterEqual,
-    kTokLess,       kTokLessEqual,   kTokDot,        kTokExactEqual,  kTokAmpersand,
-    kTokComma,      kTokHash,        kTokPlus,       kTokIncrement,   kTokDecrement,
-    kTokMinus,      kTokSlash,       kTokStar,       kTokPercent,     kTokCaret,
-    kTokOr,         kTokAnd,         kTokNot,        kTokTrue,        kTokFalse,
-    kTokBang,       kTokLeftParen,   kTokRightParen, kTokLeftBracket, kTokRightBracket,
-    kTokLeftBrace,  kTokRightBrace,  kTokEqual,      kTokPlusAssign,  kTokMinusAssign,
-    kTokStarAssign, kTokSlashAssign, kTokAssign,     kTokColon,       kTokBar,
-    kTokAt,         kTokSemicolon,   kTokNumber,     kTokIdentName,   kTokString,
-    kTokQuestion,   kTokEspCh,       kTokSpc,        kTokIgnoreEol,   kTokIgnoreComment,
-    kTokSqString,   kTokFileName,
-};
-
-// And those behind the keywords' production.
-constexpr std::uint32_t kMarkersByKind[] = {
-    kTokMemvar,       kTokSqlExp,    kTokSqlXFilial, kTokSqlTable,
-    kTokSqlTempTable, kTokSqlNotDel, kTokSqlOrder,   kTokSqlNoParser,
-};
-
 constexpr std::array<std::uint8_t, 256> makeKinds() {
   std::array<std::uint8_t, 256> kinds{};
-  for (unsigned token = kTokAnnounce; token <= kTokLogical; ++token) kinds[token] = kKindKeyword;
-  kinds[kTokBeginSql] = kinds[kTokEndSql] = 0;
-  std::uint8_t kind = kKindFirst;
-  for (const std::uint32_t token : kTokensByKind) kinds[token] = kind++;
-  kind = kKindMemvar;
-  for (const std::uint32_t token : kMarkersByKind) kinds[token] = kind++;
+  for (std::uint32_t token = 0; token < kinds.size(); ++token) {
+    kinds[token] = static_cast<std::uint8_t>(productionOf(kSymToken, token));
+  }
   return kinds;
 }
 

@@ -27,7 +27,7 @@ std::uint32_t kindOf(const std::string& text) {
   if (text == ";") return kKindSemicolon;
   if (text == "[") return kKindBracketOpen;
   if (text == "]") return kKindBracketClose;
-  if (text == "+") return 85;
+  if (text == "+") return kKindPlus;
   return kKindIdentifier;
 }
 

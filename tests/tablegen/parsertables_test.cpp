@@ -61,13 +61,16 @@ TEST(ParserTables, ImageHasTheLayoutOfTheRuntime) {
   EXPECT_EQ(image, kExpected);
 }
 
-TEST(ParserTables, CountsConflictsByStateAndToken) {
-  EXPECT_EQ(countShiftConflicts(
-                report(state(0, kShiftX + transition("shift", "\"y\"", 1),
-                             reduction("\"x\"", "2", false) + reduction("\"y\"", "2", false)) +
-                       state(1, kShiftX, reduction("\"x\"", "2", false) + reduction("\"y\"", "2")) +
-                       state(2, kShiftX, ""))),
-            3);
+TEST(ParserTables, ConflictsAreFoundByStateAndToken) {
+  std::string found;
+  for (const tShiftConflict& conflict : shiftConflicts(
+           report(state(0, kShiftX + transition("shift", "\"y\"", 1),
+                        reduction("\"x\"", "2", false) + reduction("\"y\"", "3", false)) +
+                  state(1, kShiftX, reduction("\"x\"", "2", false) + reduction("\"y\"", "2")) +
+                  state(2, kShiftX, "")))) {
+    found += conflict.symbol + conflict.production;
+  }
+  EXPECT_EQ(found, "\"x\"2\"y\"3\"x\"2");
 }
 
 struct tFailure {
@@ -91,7 +94,7 @@ TEST(ParserTables, FaultsNameFileAndLine) {
   for (const tFailure& test : kCases) {
     try {
       const tBisonReport faulty = report(test.states);
-      countShiftConflicts(faulty);
+      shiftConflicts(faulty);
       buildYaccImage(faulty);
       ADD_FAILURE() << "accepted: " << test.states;
     } catch (const tGenError& error) {

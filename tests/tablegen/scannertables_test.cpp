@@ -217,9 +217,11 @@ TEST(ScannerTables, TokenDeclarationsAreChecked) {
   const tFailure kCases[] = {
       {"%token A 5 \"a\"\n%token A 6\n", "t.y:2: name, number or spelling of A stands twice"},
       {"\n%token A 5\n%token B 5\n", "t.y:3: name, number or spelling of B stands twice"},
-      {"%token A 5 \"a\" b\n", "t.y:1: expected %token Name number \"spelling\""},
-      {"%token A 5 \"\\\"\n", "t.y:1: expected %token Name number \"spelling\""},
-      {"%token A\n", "t.y:1: expected %token Name number \"spelling\""},
+      {"%token A 5 \"a\" /* b */\n",
+       "t.y:1: expected %token Name number \"spelling\" /* @group */"},
+      {"%token A 5 \"a\" b\n", "t.y:1: expected %token Name number \"spelling\" /* @group */"},
+      {"%token A 5 \"\\\"\n", "t.y:1: expected %token Name number \"spelling\" /* @group */"},
+      {"%token A\n", "t.y:1: expected %token Name number \"spelling\" /* @group */"},
   };
   for (const tFailure& test : kCases) {
     std::istringstream grammar(test.source);

@@ -1,19 +1,30 @@
 /* The grammar of the directive processor: it reads a whole source text, directives and statements,
    line by line.
 
-   The parser table is made from bison's LALR(1) automaton of this file, so the number of a
-   production is its place here, counted from 1, and it is the number that `reduce` receives: a new
-   production in the middle renumbers all that follow. Nonterminals are numbered in the order of
-   their first appearance.
+   The parser table is made from bison's LALR(1) automaton of this file. What the program wants to
+   know of a production stands in a comment at its end:
 
-   The grammar is ambiguous on purpose. Every conflict is resolved by shifting, 119 of the 130 are
-   the "<" that opens a marker (a bare less-than in a rule is written with a backslash), and the
-   build fails when their number changes. */
+     kInclude   its label, the name of its number; a nonterminal labels all of its productions or
+                none
+     @padded    a set of productions that the program asks for, `isPaddedProduction`
+     yields     it may give way to a shift, see below
+     = 205      its number
+
+   The number is what `reduce` receives, and the kind of a token is the number of the production of
+   `token` that made it. Productions are numbered in their order here, from 1, and keep their
+   numbers: a new one stands where it belongs and states the next free number. The comment behind a
+   nonterminal's colon is the number of the production that follows. Nonterminals are numbered in
+   the order of their first appearance.
+
+   The grammar is ambiguous on purpose. Every conflict is resolved by shifting; nearly all are the
+   "<" that opens a marker (a bare less-than in a rule is written with a backslash). The build fails
+   when a production without "yields" is in conflict, and on any conflict between two reductions. */
 
 %define lr.type lalr
 %define lr.default-reduction accepting
 
-/* Each token stands on a line of its own: its name, its number and its spelling. */
+/* Each token stands on a line of its own: its name, its number, its spelling and the sets of tokens
+   that it belongs to (@directive: `isDirectiveToken`). */
 
 %token NullStr           59 "NullStr"
 %token LineFeed          61 "\n"
@@ -68,19 +79,19 @@
 %token IdentName        113 "identName"
 %token FileName         114 "fileName"
 %token Number           115 "number"
-%token DirCommand       116 "_command"
-%token DirXCommand      117 "_xcommand"
-%token DirTranslate     118 "_translate"
-%token DirXTranslate    119 "_xtranslate"
-%token DirInclude       120 "_include"
-%token DirDefine        121 "_define"
-%token DirError         122 "_error"
-%token DirIfDef         123 "_ifdef"
-%token DirIfNDef        124 "_ifndef"
-%token DirElse          125 "_else"
-%token DirEndIf         126 "_endif"
-%token DirStdOut        127 "_stdout"
-%token DirUndef         128 "_undef"
+%token DirCommand       116 "_command"  /* @directive */
+%token DirXCommand      117 "_xcommand" /* @directive */
+%token DirTranslate     118 "_translate" /* @directive */
+%token DirXTranslate    119 "_xtranslate" /* @directive */
+%token DirInclude       120 "_include"  /* @directive */
+%token DirDefine        121 "_define"   /* @directive */
+%token DirError         122 "_error"    /* @directive */
+%token DirIfDef         123 "_ifdef"    /* @directive */
+%token DirIfNDef        124 "_ifndef"   /* @directive */
+%token DirElse          125 "_else"     /* @directive */
+%token DirEndIf         126 "_endif"    /* @directive */
+%token DirStdOut        127 "_stdout"   /* @directive */
+%token DirUndef         128 "_undef"    /* @directive */
 %token Announce         129 "announce"
 %token Begin            130 "begin"
 %token BeginSql         131 "beginsql"
@@ -172,202 +183,203 @@
 %%
 
 lines:  /* 1 */
-    lines line
-  | line
+    lines line  /* kLinesMore */
+  | line        /* kLinesStart */
   ;
 
 line:  /* 3 */
-    "\n"
-  | directive "\n"
-  | tokenList "\n"
+    "\n"            /* kEmptyLine */
+  | directive "\n"  /* kDirectiveLine */
+  | tokenList "\n"  /* kStatementLine */
   ;
 
 directive:  /* 6 */
-    "_include" includeName
-  | "_command" matchPattern "=>" resultPattern
-  | "_xcommand" matchPattern "=>" resultPattern
-  | "_translate" matchPattern "=>" resultPattern
-  | "_xtranslate" matchPattern "=>" resultPattern
-  | "_define" name tokenList
-  | "_define" name
-  | "_define" "funcName" paramList ")" tokenList
-  | "_define" "funcName" paramList ")"
+    "_include" includeName                         /* kInclude */
+  | "_command" matchPattern "=>" resultPattern     /* kCommand */
+  | "_xcommand" matchPattern "=>" resultPattern    /* kXCommand */
+  | "_translate" matchPattern "=>" resultPattern   /* kTranslate */
+  | "_xtranslate" matchPattern "=>" resultPattern  /* kXTranslate */
+  | "_define" name tokenList                       /* kDefineValue */
+  | "_define" name                                 /* kDefine */
+  | "_define" "funcName" paramList ")" tokenList   /* kDefineParamsValue */
+  | "_define" "funcName" paramList ")"             /* kDefineParams */
   ;
 
 paramList:  /* 15 */
-    param
-  | paramList "," param
+    param                /* kParamListStart */
+  | paramList "," param  /* kParamListMore */
   ;
 
 param:  /* 17 */
-    name
-  | "IgnoreEol"
+    name         /* kParamName */
+  | "IgnoreEol"  /* kParamIgnoreEol */
   ;
 
 directive:  /* 19 */
-    "_undef" tokenList
-  | "_error" tokenList
-  | "_error"
-  | "_ifdef" name
-  | "_ifndef" name
-  | "_else"
-  | "_endif"
-  | "_stdout" tokenList
-  | "_stdout"
+    "_undef" tokenList   /* kUndef */
+  | "_error" tokenList   /* kError */
+  | "_error"             /* kErrorAlone */
+  | "_ifdef" name        /* kIfdef */
+  | "_ifndef" name       /* kIfndef */
+  | "_else"              /* kElse */
+  | "_endif"             /* kEndif */
+  | "_stdout" tokenList  /* kStdout */
+  | "_stdout"            /* kStdoutAlone */
   ;
 
 matchPattern:  /* 28 */
-    matchElement
-  | matchPattern matchElement
+    matchElement               /* kMatchPatternStart */
+  | matchPattern matchElement  /* kMatchPatternMore */
   ;
 
 matchElement:  /* 30 */
-    matchMarker
-  | token
+    matchMarker  /* kMatchElementMarker */
+  | token        /* kMatchElementToken */
   ;
 
 resultPattern:  /* 32 */
-    resultElements
-  | resultElements directive
-  | %empty
+    resultElements            /* kResultPattern */
+  | resultElements directive  /* kResultWithDirective */
+  | %empty                    /* kResultNone */
   ;
 
 resultElements:  /* 35 */
-    resultElement
-  | resultElements resultElement
+    resultElement                 /* kResultElementsStart */
+  | resultElements resultElement  /* kResultElementsMore */
   ;
 
 resultElement:  /* 37 */
-    resultMarker
-  | token
+    resultMarker  /* kResultElementMarker */
+  | token         /* kResultElementToken */
   ;
 
 tokenList:  /* 39 */
-    token
-  | tokenList token
+    token            /* kTokenListStart */
+  | tokenList token  /* kTokenListMore */
   ;
 
 name:  /* 41 */
-    "spc" "identName" "spc"
+    "spc" "identName" "spc"  /* @padded */
   | "identName" "spc"
-  | "spc" "identName"
-  | "identName"
-  | "spc" keyword "spc"
+  | "spc" "identName"        /* @padded yields */
+  | "identName"              /* yields */
+  | "spc" keyword "spc"      /* @padded */
   | keyword "spc"
-  | "spc" keyword
-  | keyword
+  | "spc" keyword            /* @padded yields */
+  | keyword                  /* yields */
   ;
 
 includeName:  /* 49 */
-    "spc" string "spc"
+    "spc" string "spc"  /* @padded */
   | string "spc"
-  | "spc" string
+  | "spc" string        /* @padded */
   | string
   ;
 
 string:  /* 53 */
-    "STRING"
-  | "SQSTRING"
+    "STRING"    /* kDoubleQuoted */
+  | "SQSTRING"  /* kSingleQuoted */
   ;
 
 matchMarker:  /* 55 */
-    "<" name "," "..." ">"
-  | "<" name ":" wordList ">"
-  | "<" name ":" wordList "spc" ">"
-  | "<" "*" name "*" ">"
-  | "<" name ">"
-  | "<" "(" name ")" ">"
+    "<" name "," "..." ">"           /* kListMarker */
+  | "<" name ":" wordList ">"        /* kRestrictMarker */
+  | "<" name ":" wordList "spc" ">"  /* kRestrictMarkerSpc */
+  | "<" "*" name "*" ">"             /* kWildMarker */
+  | "<" name ">"                     /* kRegularMarker */
+  | "<" "(" name ")" ">"             /* kExtendedMarker */
   ;
 
 resultMarker:  /* 61 */
-    "<" "{" name "}" ">"
-  | "#" "<" name ">"
-  | "<" includeName ">"
-  | "<" "." name "." ">"
-  | "<" name ">"
-  | "<" "(" name ")" ">"
+    "<" "{" name "}" ">"  /* kBlockResult */
+  | "#" "<" name ">"      /* kDumbResult */
+  | "<" includeName ">"   /* kStringResult */
+  | "<" "." name "." ">"  /* kLogicalResult */
+  | "<" name ">"          /* kRegularResult */
+  | "<" "(" name ")" ">"  /* kSmartResult */
   ;
 
 wordList:  /* 67 */
-    word
-  | wordList word
-  | wordList "," word
+    word               /* kWordListStart */
+  | wordList word      /* kWordListMore */
+  | wordList "," word  /* kWordListAlternative */
   ;
 
 word:  /* 70 */
-    name
-  | "&"
-  | "IgnoreEol"
+    name         /* kWordName */
+  | "&"          /* kWordAmpersand */
+  | "IgnoreEol"  /* kWordIgnoreEol */
   ;
 
 token:  /* 73 */
-    "NullStr"
-  | "->"
-  | "$"
-  | ">"
-  | ">="
-  | "<"
-  | "<="
-  | "."
-  | "=="
-  | "&"
-  | ","
-  | "#"
-  | "+"
-  | "ICR"
-  | "DCR"
-  | "-"
-  | "/"
-  | "*"
-  | "%"
-  | "^"
-  | ".or."
-  | ".and."
-  | ".not."
-  | ".t."
-  | ".f."
-  | "!"
-  | "("
-  | ")"
-  | "["
-  | "]"
-  | "{"
-  | "}"
-  | "="
-  | "+="
-  | "-="
-  | "*="
-  | "/="
-  | ":="
-  | ":"
-  | "|"
-  | "@"
-  | ";"
-  | "number"
-  | "identName"
-  | "STRING"
-  | "?"
-  | "ESPCH"
-  | "spc"
-  | "IgnoreEol"
-  | "IgnoreComment"
-  | "SQSTRING"
-  | "fileName"
-  | keyword
-  | "memvar"
-  | "sqlexp"
-  | "sqlxfilial"
-  | "sqltable"
-  | "sqlTempTable"
-  | "sqlnotdel"
-  | "sqlorder"
-  | "sqlnoparser"
+    "NullStr"        /* kKindNullString @ruleToken */
+  | "->"             /* kKindArrow @ruleToken */
+  | "$"              /* kKindDollar @ruleToken */
+  | ">"              /* kKindGreater @ruleToken */
+  | ">="             /* kKindGreaterEqual @ruleToken */
+  | "<"              /* kKindLess @ruleToken yields */
+  | "<="             /* kKindLessEqual @ruleToken */
+  | "."              /* kKindDot @ruleToken */
+  | "=="             /* kKindExactEqual @ruleToken */
+  | "&"              /* kKindAmpersand @ruleToken */
+  | ","              /* kKindComma @ruleToken */
+  | "#"              /* kKindHash @ruleToken yields */
+  | "+"              /* kKindPlus @ruleToken */
+  | "ICR"            /* kKindIncrement @ruleToken */
+  | "DCR"            /* kKindDecrement @ruleToken */
+  | "-"              /* kKindMinus @ruleToken */
+  | "/"              /* kKindSlash @ruleToken */
+  | "*"              /* kKindStar @ruleToken */
+  | "%"              /* kKindPercent @ruleToken */
+  | "^"              /* kKindCaret @ruleToken */
+  | ".or."           /* kKindOr @ruleToken */
+  | ".and."          /* kKindAnd @ruleToken */
+  | ".not."          /* kKindNot @ruleToken */
+  | ".t."            /* kKindTrue @ruleToken */
+  | ".f."            /* kKindFalse @ruleToken */
+  | "!"              /* kKindBang @ruleToken */
+  | "("              /* kKindParenOpen @ruleToken */
+  | ")"              /* kKindParenClose @ruleToken */
+  | "["              /* kKindBracketOpen @ruleToken */
+  | "]"              /* kKindBracketClose @ruleToken */
+  | "{"              /* kKindBraceOpen @ruleToken */
+  | "}"              /* kKindBraceClose @ruleToken */
+  | "="              /* kKindEqual @ruleToken */
+  | "+="             /* kKindPlusAssign @ruleToken */
+  | "-="             /* kKindMinusAssign @ruleToken */
+  | "*="             /* kKindStarAssign @ruleToken */
+  | "/="             /* kKindSlashAssign @ruleToken */
+  | ":="             /* kKindAssign @ruleToken */
+  | ":"              /* kKindColon @ruleToken */
+  | "|"              /* kKindBar @ruleToken */
+  | "@"              /* kKindAt @ruleToken */
+  | ";"              /* kKindSemicolon @ruleToken */
+  | "number"         /* kKindNumber @ruleToken */
+  | "identName"      /* kKindIdentifier @ruleToken */
+  | "STRING"         /* kKindString @ruleToken */
+  | "?"              /* kKindQuestion @ruleToken */
+  | "ESPCH"          /* kKindEscaped */
+  | "spc"            /* kKindSpace yields */
+  | "IgnoreEol"      /* kKindIgnoreEol */
+  | "IgnoreComment"  /* kKindIgnoreComment */
+  | "SQSTRING"       /* kKindSingleQuoted @ruleToken */
+  | "fileName"       /* kKindFileName */
+  | keyword          /* kKindKeyword @ruleToken */
+  | "memvar"         /* kKindMemvar */
+  | "sqlexp"         /* kKindSqlExp */
+  | "sqlxfilial"     /* kKindSqlXFilial */
+  | "sqltable"       /* kKindSqlTable */
+  | "sqlTempTable"   /* kKindSqlTempTable */
+  | "sqlnotdel"      /* kKindSqlNotDel */
+  | "sqlorder"       /* kKindSqlOrder */
+  | "sqlnoparser"    /* kKindSqlNoParser */
   | "beginsql" "spc" "alias" "spc" aliasName optSpc "\n" sqlLines optSpc "endsql" optSpc "\n"
+      /* kKindSql */
   ;
 
 aliasName:  /* 135 */
-    "identName"
-  | string
+    "identName"  /* kAliasName */
+  | string       /* kAliasString */
   ;
 
 sqlLines:  /* 137 */
@@ -388,19 +400,19 @@ columnList:  /* 142 */
 
 columnDecl:  /* 144 */
     "identName" "spc" "AS" "spc" "NUMERIC" optSpc
-      "(" optSpc sizeValue optSpc "," optSpc sizeValue optSpc ")" optSpc
-  | "identName" "spc" "AS" "spc" "DATE" optSpc
-  | "identName" "spc" "AS" "spc" "LOGICAL" optSpc
+      "(" optSpc sizeValue optSpc "," optSpc sizeValue optSpc ")" optSpc  /* kNumericColumn */
+  | "identName" "spc" "AS" "spc" "DATE" optSpc     /* kDateColumn */
+  | "identName" "spc" "AS" "spc" "LOGICAL" optSpc  /* kLogicalColumn */
   ;
 
 sizeValue:  /* 147 */
-    "number"
-  | "identName"
+    "number"     /* kSizeNumber */
+  | "identName"  /* kSizeName */
   ;
 
 optSpc:  /* 149 */
     "spc"
-  | %empty
+  | %empty  /* yields */
   ;
 
 keyword:  /* 151 */
@@ -453,7 +465,7 @@ keyword:  /* 151 */
   | "_ObjClassMethod"
   | "_ObjEndClass"
   | "alias"
-  | "COLUMN"
+  | "COLUMN"  /* yields */
   | "DATE"
   | "NUMERIC"
   | "LOGICAL"

@@ -1,7 +1,6 @@
 #include "tools/tablegen/grammartokens.h"
 
 #include <algorithm>
-#include <cctype>
 #include <sstream>
 #include <utility>
 
@@ -10,26 +9,35 @@
 namespace tablegen {
 namespace {
 
-/// Takes the quotes off a spelling. False when they are not one pair around all of it.
-bool unquote(std::string& spelling) {
-  while (!spelling.empty() && std::isspace(static_cast<unsigned char>(spelling.back())) != 0) {
-    spelling.pop_back();
-  }
-  if (spelling.size() < 3 || spelling.front() != '"') return false;
+/// Takes a spelling in quotes off the front of `rest`. False when it has no end or is empty.
+bool takeSpelling(std::string& rest, std::string& spelling) {
+  if (rest.empty() || rest.front() != '"') return true;
   std::size_t at = 1;
-  while (at < spelling.size() && spelling[at] != '"') at += spelling[at] == '\\' ? 2 : 1;
-  if (at + 1 != spelling.size()) return false;
-  spelling = spelling.substr(1, at - 1);
+  while (at < rest.size() && rest[at] != '"') at += rest[at] == '\\' ? 2 : 1;
+  if (at >= rest.size() || at == 1) return false;
+  spelling = rest.substr(1, at - 1);
+  rest.erase(0, at + 1);
   return true;
+}
+
+/// Reads "/* @group @group */" or nothing.
+bool readGroups(const std::string& rest, std::vector<std::string>& groups) {
+  std::istringstream words(rest);
+  std::string word;
+  if (!(words >> word)) return true;
+  if (word != "/*") return false;
+  while (words >> word && word.size() > 1 && word[0] == '@') groups.push_back(word.substr(1));
+  return word == "*/" && !(words >> word);
 }
 
 bool readToken(const std::string& line, tToken& token) {
   std::istringstream words(line);
   std::string keyword;
   if (!(words >> keyword >> token.name >> token.number) || keyword != "%token") return false;
+  std::string rest;
   if (!(words >> std::ws)) return true;
-  std::getline(words, token.spelling);
-  return token.spelling.empty() || unquote(token.spelling);
+  std::getline(words, rest);
+  return takeSpelling(rest, token.spelling) && readGroups(rest, token.groups);
 }
 
 }  // namespace
@@ -41,7 +49,7 @@ tGrammarTokens::tGrammarTokens(std::istream& grammar, const std::string& file) {
     if (line.rfind("%token", 0) != 0) continue;
     tToken token;
     if (!readToken(line, token)) {
-      throw tGenError(file, number, "expected %token Name number \"spelling\"");
+      throw tGenError(file, number, "expected %token Name number \"spelling\" /* @group */");
     }
     const auto clash = [&token](const tToken& other) {
       return other.name == token.name || other.number == token.number ||

@@ -8,12 +8,14 @@
 
 namespace tablegen {
 
-/// One `%token Name 61 "spelling"` line. The spelling is as written, without its quotes, escapes
-/// unresolved; it is empty when the line has none.
+/// One `%token Name 61 "spelling" /* @group */` line. The spelling is as written, without its
+/// quotes, escapes unresolved; it is empty when the line has none. Groups are sets of tokens that
+/// the program asks for.
 struct tToken {
   std::string name;
   std::uint32_t number = 0;
   std::string spelling;
+  std::vector<std::string> groups;
 };
 
 /// The tokens that a bison grammar declares, in its order.

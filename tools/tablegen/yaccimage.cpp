@@ -211,8 +211,8 @@ tBisonReport readBisonReport(const std::string& text, const std::string& file) {
   return tReportReader(text, file).read();
 }
 
-int countShiftConflicts(const tBisonReport& report) {
-  int conflicts = 0;
+std::vector<tShiftConflict> shiftConflicts(const tBisonReport& report) {
+  std::vector<tShiftConflict> conflicts;
   for (std::size_t number = 0; number < report.states.size(); ++number) {
     const tBisonReport::tState& state = report.states[number];
     std::set<std::string> shifts;
@@ -220,7 +220,9 @@ int countShiftConflicts(const tBisonReport& report) {
     std::map<std::string, std::string> reducers;  // token -> production
     for (const auto& reduction : state.reductions) {
       const auto [other, isFirst] = reducers.emplace(reduction.symbol, reduction.production);
-      if (isFirst && shifts.count(reduction.symbol) > 0) ++conflicts;
+      if (isFirst && shifts.count(reduction.symbol) > 0) {
+        conflicts.push_back({reduction.symbol, reduction.production});
+      }
       if (isFirst || other->second == reduction.production) continue;
       throw tGenError(report.file, state.line,
                       "reduce/reduce conflict in state " + std::to_string(number) + " on " +

@@ -41,9 +41,15 @@ struct tBisonReport {
 /// Reads a report; `file` is the name for messages. Throws tGenError when it is malformed.
 tBisonReport readBisonReport(const std::string& text, const std::string& file);
 
-/// Counts the conflicts that were resolved by shifting, one for each state and token. Throws
-/// tGenError for a conflict between two reductions.
-int countShiftConflicts(const tBisonReport& report);
+/// A token that a state shifts although it could have reduced.
+struct tShiftConflict {
+  std::string symbol;
+  std::string production;
+};
+
+/// The conflicts that were resolved by shifting, one for each state and token. Throws tGenError for
+/// a conflict between two reductions.
+std::vector<tShiftConflict> shiftConflicts(const tBisonReport& report);
 
 /// Nonterminal symbols, numbered in the order in which they first appear in the productions.
 std::map<std::string, std::uint32_t> numberNonterminals(const tBisonReport& report);
