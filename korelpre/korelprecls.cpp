@@ -1,12 +1,12 @@
 #include "korelpre/korelprecls.h"
 
-#include <cstring>
-
+#include "korelpre/directives/conditional.h"
+#include "korelpre/directives/headerreader.h"
+#include "korelpre/directives/linewalk.h"
 #include "korelpre/headers/headerrecorder.h"
-#include "lib_base/fatal.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
-#include "lib_base/translate.h"
+#include "lib_base/pathname.h"
 #include "ssvp40xpf/builtintables.h"
 
 namespace precomp {
@@ -29,93 +29,67 @@ bool hasExtension(const tString& name, std::string_view extension) {
 constexpr const char* kMissingHeaders = "KRSQLDEF.CH or KRCTLDEF.CH";
 constexpr std::string_view kOptionalHeaders[] = {"std.ch", "KRCTLDEF.CH", "KRSQLDEF.CH"};
 
+// Whether an extended source does without the header.
+bool isOptionalHeader(const tString& name) {
+  for (const std::string_view header : kOptionalHeaders) {
+    if (equalNoCase(name, header)) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 KorelPreYaccClass::KorelPreYaccClass(tDiskMan* files)
-    : root_(this), ownShared_(std::make_unique<tSharedState>()), shared_(*ownShared_) {
-  if (files == nullptr) {
-    shared_.ownFiles = std::make_unique<tDiskManLocal>();
-    files = shared_.ownFiles.get();
-  }
-  shared_.files = files;
+    : ownShared_(std::make_unique<tSharedState>(*this, files)),
+      shared_(*ownShared_),
+      ownFile_(std::make_unique<tProgramFile>(shared_)),
+      file_(*ownFile_) {
   setTable(parserTable());
 }
 
-KorelPreYaccClass::KorelPreYaccClass(tIncludedBy includer)
-    : root_(&includer.processor.root()),
-      includer_(&includer.processor),
-      includedAt_(includer.line),
-      shared_(includer.processor.shared_),
-      depth_(includer.processor.depth_ + 1) {
+KorelPreYaccClass::KorelPreYaccClass(tProgramFile& file)
+    : shared_(file.shared()), file_(file), headerDone_(true) {
   setTable(parserTable());
 }
 
-KorelPreYaccClass::~KorelPreYaccClass() {
-  // Rules of line entries stand in dynDefines too, which outlives them.
-  if (root_ == this) shared_.dynDefines.dropRules();
-}
+KorelPreYaccClass::~KorelPreYaccClass() = default;
 
 void KorelPreYaccClass::clear() {
-  held_.reset();
   reset();
-  lexer_.reset();
-  consumer_.reset();
-  IncludePath().Destroy();
-  if (root_ == this) {
-    shared_.dynDefines.dropRules();
-    shared_.defines.Destroy();
-    shared_.commands.Destroy();
-    shared_.translates.Destroy();
-    shared_.language.reset();
-    shared_.errorString.clear();
-    shared_.errorLine = shared_.errorColumn = 0;
-    shared_.errorPlaced = false;
-    shared_.diagnosis = {};
-    shared_.walking = false;
-    shared_.rewriting = {};
-    shared_.includedFiles = 0;
-    shared_.includedBytes = 0;
-  }
-  source_.clear();
-  includes_.Destroy();
-  if (root_ == this) shared_.markers.clear();
-  includedNames_.clear();
+  feed_.reset();
+  shared_.rules.dynDefines.dropRules();  // the file owns them
+  file_.clear();
+  shared_.clear();
   headerDone_ = false;
-  conditionals_.Destroy();
-  if (root_ == this) shared_.images.clear();
-  skip_ = 0;
-  currentLine_ = 0;
-}
-
-AYaccClass* KorelPreYaccClass::KorelYacc() {
-  if (shared_.language == nullptr) shared_.language = std::make_unique<AYaccClass>();
-  return shared_.language.get();
 }
 
 void KorelPreYaccClass::setRuleObserver(tRuleObserver* observer) {
   shared_.observer = observer;
-  for (tXChgArray* table : {defines(), commands(), translates()}) table->setObserver(observer);
+  shared_.rules.setObserver(observer);
+}
+
+bool KorelPreYaccClass::compileInclude(tProgramFile& file, const tString& name) {
+  KorelPreYaccClass processor(file);
+  tString scratch;
+  return processor.compile(name.c_str(), nullptr, scratch, 1);
 }
 
 bool KorelPreYaccClass::compile(const char* name, const char* directory, tString& passedOn,
                                 unsigned char includeMode) {
-  includeMode_ = includeMode;
+  file_.isIncluded = includeMode != 0;
   if (includeMode == 0) markExtendedSource(name);
   const tString savedDirectory = currentDirectory_;
   tString scratch;
-  if (!loadfile(name, directory, passedOn, scratch)) {
-    if (isOptionalHeader(scratch)) {
-      root().headerMissing_ = 1;
-      if (shared_.recorder != nullptr) shared_.recorder->spoil();
-      return false;
-    }
-    exception(2090, nullptr, name);
+  const bool found = loadfile(name, directory, passedOn, scratch);
+  if (!found && (file_.isMain() || !shared_.extendedSource || !isOptionalHeader(scratch))) {
+    file_.raise(eSourceError::kIncludeNotFound, file_.currentLine, name);
   }
-  if (inCycle_) {
+  if (!found) shared_.headerMissing = true;
+  if (!found || file_.inCycle()) {
     if (shared_.recorder != nullptr) shared_.recorder->spoil();
     return false;
   }
-  takeText(true);
+  file_.takeText(true);
   parseText();
   if (!savedDirectory.empty()) SetCurDir(savedDirectory);
   finishText();
@@ -123,103 +97,132 @@ bool KorelPreYaccClass::compile(const char* name, const char* directory, tString
 }
 
 bool KorelPreYaccClass::compileStr(const char* name, std::string_view text, tString& /*output*/) {
-  includeMode_ = 0;
-  requestedName_ = openedName_ = fileName_ = tString(name);
-  text_ = tString();
-  text_.append(text);
-  takeText(false);
+  file_.isIncluded = false;
+  file_.names.requested = file_.names.opened = file_.names.shown = tString(name);
+  file_.text = tString();
+  file_.text.append(text);
+  file_.takeText(false);
   parseText();
   finishText();
   return true;
 }
 
+bool KorelPreYaccClass::loadfile(const char* name, const char* directory, tString& /*passedOn*/,
+                                 tString& scratch) {
+  const tString requested(name);
+  if (directory == nullptr) {
+    tPathParts parts;
+    SplitPath(requested, parts);
+    SetCurDir(tString(parts.drive).append(parts.directory));
+  } else {
+    SetCurDir(tString(directory));
+    if (*directory != '\0') IncludePath().insertAt(0, new tString(directory));
+  }
+  scratch = bareName(requested);
+  scratch.toUpper();
+  return file_.read(requested);
+}
+
 // Kept on purpose: deciding about the extended source also forgets that a header was missing.
 void KorelPreYaccClass::markExtendedSource(const char* name) {
   const tString text(name);
-  KorelPreYaccClass& marked = root();
-  if (hasExtension(text, ".zorb") || hasExtension(text, ".pzorb_")) {
-    marked.extendedSource_ = 1;
-    marked.headerMissing_ = 0;
-    return;
-  }
-  const bool headerMissing = headerMissing_ != 0;
-  marked.extendedSource_ = 0;
-  marked.headerMissing_ = 0;
-  if (!headerMissing) return;
-  currentLine_ = 0;
-  exception(2090, nullptr, kMissingHeaders);
-}
-
-bool KorelPreYaccClass::isOptionalHeader(const tString& name) const {
-  if (includer_ == nullptr || root_->extendedSource_ == 0) return false;
-  for (const std::string_view header : kOptionalHeaders) {
-    if (equalNoCase(name, header)) return true;
-  }
-  return false;
+  shared_.extendedSource = hasExtension(text, ".zorb") || hasExtension(text, ".pzorb_");
+  const bool headerMissing = file_.isMain() && shared_.headerMissing;
+  shared_.headerMissing = false;
+  if (shared_.extendedSource || !headerMissing) return;
+  file_.currentLine = 0;
+  file_.raise(eSourceError::kIncludeNotFound, 0, kMissingHeaders);
 }
 
 void KorelPreYaccClass::parseText() {
   // What a text that failed has left behind.
-  if (root_ == this) {
-    dynDefines()->dropRules();
-    shared_.errorPlaced = false;
+  if (file_.isMain()) {
+    shared_.rules.dynDefines.dropRules();
+    shared_.error.placed = false;
   }
-  conditionals_.Destroy();
-  skip_ = 0;
-  source_.clear();
-  innerDirective_ = 0;
-  source_.expect(text_.size());
-  atLineStart_ = true;
-  anyDelivered_ = inSql_ = sqlEnding_ = continuing_ = false;
-  sql_ = {};
-  lastTokenLine_ = 0;
-  lastTokenEnd_ = 0;
+  file_.conditionals = {};
+  file_.lines.clear();
+  file_.lines.expect(file_.text.size());
   shared_.walking = false;
+  innerDirective_ = 0;
+  sql_ = {};
   reset();
-  consumer_ = std::make_unique<SSLexStringConsumer>(
-      text_.data(), text_.size(), SSLexConsumer::textType, SSLexStringConsumer::kBorrowed);
-  lexer_ = std::make_unique<KorelPreLexClass>(*consumer_);
-  setLex(*lexer_);
-  includeStandardHeader();
+  feed_ = std::make_unique<tLexemeFeed>(file_, sql_);
+  setLex(feed_->lexer());
+  if (!headerDone_) {
+    headerDone_ = true;
+    if (file_.includes.empty()) tHeaderReader(file_).includeStandard();
+  }
   try {
     parse();
   } catch (const SSException& failure) {
-    placeScannerError(failure);
+    file_.raiseAgain(failure, feed_->line());
     throw;
   }
-  source_.extendTo(lineCount());
+  file_.lines.extendTo(feed_->lineCount());
   reset();
-  lexer_.reset();
+  feed_.reset();
 }
 
 void KorelPreYaccClass::finishText() {
-  if (conditionals_.empty()) return;
+  if (file_.conditionals.empty()) return;
   errCol() = 0;
-  exceptionAt(2069, conditionals_.last()->line, nullptr);
+  file_.raise(eSourceError::kUnclosedConditional, file_.conditionals.innermostLine());
 }
 
 int KorelPreYaccClass::error(unsigned /*state*/, SSLexLexeme& lookahead) {
-  // A line feed may stand behind comment lines; what is wrong stands before it.
-  const bool atEnd = lookahead.token() == sstable::kTokenEof;
-  if (atEnd && inSql_) exceptionAt(2002, sql_.line, nullptr);
-  if (atEnd) exceptionAt(2001, ownLineCount(), nullptr);
-  const bool atLineEnd = lookahead.token() == korelpre::kTokLineFeed && lastTokenLine_ > 0;
-  if (atLineEnd) exceptionAt(2001, lastTokenLine_, nullptr, columnAt(lastTokenEnd_));
-  // The quote of a string is not part of its lexeme.
-  const bool quoted =
-      lookahead.token() == korelpre::kTokString || lookahead.token() == korelpre::kTokSqString;
-  exceptionAt(2001, static_cast<int>(lookahead.line()), nullptr,
-              static_cast<int>(lookahead.offset()) - (quoted ? 1 : 0));
+  feed_->raiseSyntax(lookahead);
 }
 
-// Without the empty line that the line end added behind the text makes.
-int KorelPreYaccClass::ownLineCount() const {
-  const bool lineAdded = text_.view().ends_with("\r\n\r\n");
-  return lineAdded ? lineCount() - 1 : lineCount();
+void KorelPreYaccClass::exception(int code, const tSpcString* token, const char* extra) {
+  const bool placed = token != nullptr && token->line() > 0;
+  file_.raise(static_cast<eSourceError>(code),
+              placed ? static_cast<int>(token->line()) : file_.currentLine, extra,
+              placed ? file_.columnOf(*token) : 0);
 }
 
-SSYaccStackElement* KorelPreYaccClass::stackElement() {
-  return new tKorelPreStackElement;
+void KorelPreYaccClass::processLines(tString& output, int& depth) {
+  tLineWalk(file_).run(output, depth);
+}
+
+void KorelPreYaccClass::processLine(tTknString& statement, tString& output) {
+  tLineWalk(file_).rewrite(statement, output);
+}
+
+bool KorelPreYaccClass::loadPchFile() {
+  return tHeaderReader(file_).loadSaved();
+}
+
+bool KorelPreYaccClass::prepch(const char* header) {
+  if (!file_.isMain()) return false;
+  headerDone_ = true;
+  setStandardHeader(tString(header));
+  return tHeaderReader(file_).precompile();
+}
+
+std::uint8_t KorelPreYaccClass::doIfDef(const tSpcString* name, int line) {
+  const std::string_view text = name != nullptr ? name->view() : std::string_view();
+  openConditional(file_, eDirective::kIfdef, name != nullptr ? &text : nullptr, line);
+  return skipping() ? 1 : 0;
+}
+
+std::uint8_t KorelPreYaccClass::doIfNDef(const tSpcString* name, int line) {
+  const std::string_view text = name != nullptr ? name->view() : std::string_view();
+  openConditional(file_, eDirective::kIfndef, name != nullptr ? &text : nullptr, line);
+  return skipping() ? 1 : 0;
+}
+
+void KorelPreYaccClass::doElseIF(int line) {
+  turnConditional(file_, line);
+}
+
+void KorelPreYaccClass::doEndIF(int line) {
+  closeConditional(file_, line);
+}
+
+tKorelPreStackElement* KorelPreYaccClass::ifValid(tKorelPreStackElement* element) {
+  if (skipping() && element != nullptr) element->clearValues();
+  return element;
 }
 
 void KorelPreYaccClass::printLine(const tTknString& statement, unsigned char original) {

@@ -1,51 +1,51 @@
+#include "korelpre/directives/conditional.h"
+
+#include "korelpre/directives/programfile.h"
 #include "korelpre/headers/headerrecorder.h"
-#include "korelpre/korelprecls.h"
 
 namespace precomp {
 
-std::uint8_t KorelPreYaccClass::doIfDef(const tSpcString* name, int line) {
-  auto* record = new tIFDef;
-  conditionals_.add(record);
-  record->line = line;
-  if (name != nullptr) {
-    record->name = *name;
-    const bool defined = isDefined(*name);
-    if (shared_.recorder != nullptr) shared_.recorder->tested(*name, defined);
-    skip_ = defined ? 0 : 1;
-  } else {
-    record->name = tString::borrow("ignore");
-    skip_ = 1;
+void openConditional(tProgramFile& file, eDirective directive, const std::string_view* name,
+                     int line) {
+  if (name == nullptr) {
+    file.conditionals.open(line, true, true);
+    return;
   }
-  record->state = skip_;
-  return skip_;
+  const tSharedState& shared = file.shared();
+  const bool defined = shared.rules.isDefined(*name);
+  if (shared.recorder != nullptr) shared.recorder->tested(*name, defined);
+  const bool wanted = directive == eDirective::kIfdef;
+  file.conditionals.open(line, defined != wanted, *name == "ignore");
 }
 
-std::uint8_t KorelPreYaccClass::doIfNDef(const tSpcString* name, int line) {
-  doIfDef(name, line);
-  if (name != nullptr) skip_ = skip_ != 0 ? 0 : 1;
-  conditionals_.last()->state = skip_;
-  return skip_;
+void turnConditional(tProgramFile& file, int line) {
+  if (file.conditionals.empty()) file.raise(eSourceError::kElseWithoutIfdef, line);
+  file.conditionals.turn();
 }
 
-// Kept on purpose: a second #else of the same block inverts once more, and the #else of an
-// "#ifdef ignore" does nothing.
-void KorelPreYaccClass::doElseIF(int line) {
-  if (conditionals_.empty()) exceptionAt(2070, line, nullptr);
-  tIFDef& innermost = *conditionals_.last();
-  if (innermost.name == "ignore") return;
-  skip_ = skip_ != 0 ? 0 : 1;
-  innermost.state = skip_;
+void closeConditional(tProgramFile& file, int line) {
+  if (file.conditionals.empty()) file.raise(eSourceError::kUnclosedConditional, line);
+  file.conditionals.close();
 }
 
-void KorelPreYaccClass::doEndIF(int line) {
-  if (conditionals_.empty()) exceptionAt(2069, line, nullptr);
-  conditionals_.removeAt(conditionals_.count() - 1);
-  skip_ = conditionals_.empty() ? 0 : conditionals_.last()->state;
-}
-
-tKorelPreStackElement* KorelPreYaccClass::ifValid(tKorelPreStackElement* element) {
-  if (skipping() && element != nullptr) element->clearValues();
-  return element;
+void carryOutConditional(tProgramFile& file, eDirective directive, std::string_view name,
+                         int line) {
+  const bool skipped = file.conditionals.skipping();  // See note [skipped regions].
+  if (!skipped) file.currentLine = line;
+  switch (directive) {
+    case eDirective::kIfdef:
+    case eDirective::kIfndef:
+      file.lines.reset(line);
+      openConditional(file, directive, skipped ? nullptr : &name, skipped ? 0 : line);
+      break;
+    case eDirective::kElse:
+      turnConditional(file, line);
+      break;
+    default:
+      closeConditional(file, line);
+      break;
+  }
+  file.lines.addDirective(line);
 }
 
 }  // namespace precomp

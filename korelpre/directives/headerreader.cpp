@@ -7,14 +7,18 @@
 // conditionals ask for, and the limits. What an image cannot tell of (a definition that replaces
 // one from elsewhere, a cycle, a header that may be missing) spoils it while it is made.
 
+#include "korelpre/directives/headerreader.h"
+
 #include <algorithm>
 #include <string>
 #include <vector>
 
+#include "korelpre/directives/linewalk.h"
+#include "korelpre/directives/programfile.h"
+#include "korelpre/directives/ruleentry.h"
 #include "korelpre/headers/contenthash.h"
 #include "korelpre/headers/headercache.h"
 #include "korelpre/headers/headerrecorder.h"
-#include "korelpre/korelprecls.h"
 #include "lib_base/pathname.h"
 
 namespace precomp {
@@ -102,244 +106,235 @@ tString pchNameOf(const tString& header, unsigned set) {
   return name;
 }
 
-}  // namespace
-
-void KorelPreYaccClass::includeStandardHeader() {
-  if (root_ != this || headerDone_ || precompiling_) return;
-  headerDone_ = true;
-  if (!includes_.empty()) return;
-  tHeaderCache* const cache = shared_.headerCache;
-  if (cache == nullptr || hasExtLoadFile()) {
-    compileStandardHeader();
-    return;
-  }
-  if (takeCachedHeader(shared_.standardHeader, kWholeTables)) return;
-  const tHeaderCache::tTurn turn(*cache, shared_.standardHeader);
-  if (takeCachedHeader(shared_.standardHeader, kWholeTables) || loadPchFile()) return;
-  if (!turn.wanted()) {
-    compileStandardHeader();
-    return;
-  }
-  const unsigned set = setOfNames(shared_.defines);
-  if (const auto image = recordStandardHeader()) savePchFile(*image, set);
-}
-
-bool KorelPreYaccClass::compileStandardHeader() {
-  auto header = std::make_unique<tInclude>(0, shared_.standardHeader, *this);
-  if (!header->process()) return false;
-  noteIncluded(header->name());
-  includes_.add(header.release());
-  return true;
-}
-
-// Compiles the standard header and makes an image of it; null when there can be none.
-std::shared_ptr<const tHeaderImage> KorelPreYaccClass::recordStandardHeader() {
-  tHeaderCache& cache = *shared_.headerCache;
-  tHeaderRecorder recorder(shared_, depth_, cache.saves());
-  cache.countCompiled();
-  try {
-    const bool done = compileStandardHeader();
-    cache.setTryAgain(!done);
-    if (!done) return nullptr;
-  } catch (...) {
-    cache.setTryAgain(true);
-    throw;
-  }
-  auto image = recorder.finish(includes_.last()->processor().includedNames_, kWholeTables);
-  if (image == nullptr) {
-    cache.giveUp(shared_.standardHeader);
-  } else {
-    cache.add(shared_.standardHeader, image);
-  }
-  return image;
-}
-
-bool KorelPreYaccClass::prepch(const char* header) {
-  if (root_ != this || shared_.headerCache == nullptr || hasExtLoadFile()) return false;
-  precompiling_ = true;
-  setStandardHeader(tString(header));
-  const unsigned set = setOfNames(shared_.defines);
-  const auto image = recordStandardHeader();
-  return image != nullptr && savePchFile(*image, set);
-}
-
-bool KorelPreYaccClass::loadPchFile() {
-  tHeaderCache* const cache = shared_.headerCache;
-  if (cache == nullptr || !cache->saves() || cache->bTryAgain()) return false;
-  const tString path = locate(shared_.standardHeader);
-  if (path.empty()) return false;
-  const auto image = readImage(files(), pchNameOf(path, setOfNames(shared_.defines)));
-  if (image == nullptr || !fits(*image, kWholeTables)) return false;
-  const tHeaderNotes& notes = image->notes();
-  if (notes.files[0].requested != shared_.standardHeader.view()) return false;
-  for (const tHeaderFile& file : notes.files) {
-    if (!hasContents(files(), file)) return false;
-  }
-  cache->add(shared_.standardHeader, image);
-  takeImage(shared_.standardHeader, image, kWholeTables);
-  return true;
-}
-
-bool KorelPreYaccClass::savePchFile(const tHeaderImage& image, unsigned set) {
-  if (!shared_.headerCache->saves()) return false;
-  const tString name = pchNameOf(tString(image.notes().files[0].path), set);
-  if (!mayReplace(files(), name)) return false;
-  return writeWhole(files(), tString(name).append(".krpre"), name, image.bytes());
+tIncludeCount countOf(const tHeaderNotes& notes) {
+  return {notes.includedFiles, static_cast<std::int64_t>(notes.includedBytes)};
 }
 
 // Headers that are included are kept under another name than the same files as standard headers,
 // whose images are of another kind.
-static tString includeName(const tInclude& record) {
+tString includeName(const tInclude& record) {
   return tString("include ").append(record.name());
 }
 
-// What process() of the record does, or the same by an image.
-bool KorelPreYaccClass::includeHeader(tInclude& record) {
-  tHeaderCache* const cache = shared_.headerCache;
-  // While an image is made, what the header includes is made part of it.
-  if (cache == nullptr || shared_.recorder != nullptr || hasExtLoadFile()) return record.process();
-  if (takeCachedInclude(record)) return true;
-  const tHeaderCache::tTurn turn(*cache, includeName(record));
-  if (takeCachedInclude(record)) return true;
-  if (!turn.wanted()) return record.process();
-  tHeaderRecorder recorder(shared_, depth_, false);
-  cache->countCompiled();
-  if (!record.process()) return false;
-  recordInclude(record, recorder);
+}  // namespace
+
+tHeaderReader::tHeaderReader(tProgramFile& file)
+    : file_(file), shared_(file.shared()), files_(shared_.finder.files()) {}
+
+// A host that supplies texts itself may supply others the next time.
+tHeaderCache* tHeaderReader::cache() const {
+  return shared_.root.hasExtLoadFile() ? nullptr : shared_.headerCache;
+}
+
+void tHeaderReader::includeStandard() {
+  if (cache() == nullptr) {
+    compileStandard();
+    return;
+  }
+  const tString& header = shared_.standardHeader;
+  if (takeStandard()) return;
+  const tHeaderCache::tTurn turn(*cache(), header);
+  if (takeStandard() || loadSaved()) return;
+  if (!turn.wanted()) {
+    compileStandard();
+    return;
+  }
+  const unsigned set = setOfNames(shared_.rules.defines);
+  if (const auto image = recordStandard()) save(*image, set);
+}
+
+bool tHeaderReader::compileStandard() {
+  auto header = std::make_unique<tInclude>(0, shared_.standardHeader, file_);
+  if (!header->process()) return false;
+  file_.noteIncluded(header->name());
+  file_.includes.add(header.release());
   return true;
 }
 
-void KorelPreYaccClass::recordInclude(tInclude& record, tHeaderRecorder& recorder) {
-  KorelPreYaccClass& processor = record.processor();
+// Compiles the standard header and makes an image of it; null when there can be none.
+std::shared_ptr<const tHeaderImage> tHeaderReader::recordStandard() {
+  tHeaderRecorder recorder(shared_.recorder, shared_.rules, shared_.finder.included(),
+                           {.depth = file_.depth(), .hashes = cache()->saves()});
+  cache()->countCompiled();
+  try {
+    const bool done = compileStandard();
+    cache()->setTryAgain(!done);
+    if (!done) return nullptr;
+  } catch (...) {
+    cache()->setTryAgain(true);
+    throw;
+  }
+  auto image = recorder.finish(file_.includes.last()->file().includedNames(), kWholeTables);
+  if (image == nullptr) {
+    cache()->giveUp(shared_.standardHeader);
+  } else {
+    cache()->add(shared_.standardHeader, image);
+  }
+  return image;
+}
+
+bool tHeaderReader::precompile() {
+  if (cache() == nullptr) return false;
+  const unsigned set = setOfNames(shared_.rules.defines);
+  const auto image = recordStandard();
+  return image != nullptr && save(*image, set);
+}
+
+bool tHeaderReader::loadSaved() {
+  if (cache() == nullptr || !cache()->saves() || cache()->bTryAgain()) return false;
+  const tString path = shared_.finder.locate(shared_.standardHeader);
+  if (path.empty()) return false;
+  const auto image = readImage(files_, pchNameOf(path, setOfNames(shared_.rules.defines)));
+  if (image == nullptr || !fits(*image, kWholeTables)) return false;
+  const tHeaderNotes& notes = image->notes();
+  if (notes.files[0].requested != shared_.standardHeader.view()) return false;
+  for (const tHeaderFile& file : notes.files) {
+    if (!hasContents(files_, file)) return false;
+  }
+  cache()->add(shared_.standardHeader, image);
+  take(shared_.standardHeader, image, kWholeTables);
+  return true;
+}
+
+bool tHeaderReader::save(const tHeaderImage& image, unsigned set) {
+  if (!cache()->saves()) return false;
+  const tString name = pchNameOf(tString(image.notes().files[0].path), set);
+  if (!mayReplace(files_, name)) return false;
+  return writeWhole(files_, tString(name).append(".krpre"), name, image.bytes());
+}
+
+bool tHeaderReader::include(tInclude& record) {
+  // While an image is made, what the header includes is made part of it.
+  if (shared_.recorder != nullptr || cache() == nullptr) return record.process();
+  if (takeInclude(record)) return true;
+  const tHeaderCache::tTurn turn(*cache(), includeName(record));
+  if (takeInclude(record)) return true;
+  if (!turn.wanted()) return record.process();
+  tHeaderRecorder recorder(shared_.recorder, shared_.rules, shared_.finder.included(),
+                           {.depth = file_.depth(), .hashes = false});
+  cache()->countCompiled();
+  if (!record.process()) return false;
+  keepInclude(record, recorder);
+  return true;
+}
+
+void tHeaderReader::keepInclude(tInclude& record, tHeaderRecorder& recorder) {
   std::shared_ptr<const tHeaderImage> image;
-  if (processor.noteMarkers(recorder)) {
-    image = recorder.finish(processor.includedNames_, !kWholeTables);
+  if (noteMarkers(record.file(), recorder)) {
+    image = recorder.finish(record.file().includedNames(), !kWholeTables);
   }
   if (image == nullptr) {
-    shared_.headerCache->giveUp(includeName(record));
+    cache()->giveUp(includeName(record));
   } else {
-    shared_.headerCache->add(includeName(record), image);
+    cache()->add(includeName(record), image);
   }
 }
 
-bool KorelPreYaccClass::takeCachedInclude(tInclude& record) {
-  for (const tHeaderCache::tImage& image : shared_.headerCache->find(includeName(record))) {
+bool tHeaderReader::takeInclude(tInclude& record) {
+  for (const tHeaderCache::tImage& image : cache()->find(includeName(record))) {
     if (!fits(*image, !kWholeTables)) continue;
-    takeImage(record.name(), image, !kWholeTables);
+    take(record.name(), image, !kWholeTables);
     record.setImage(image);
     return true;
   }
   return false;
 }
 
-bool KorelPreYaccClass::takeCachedHeader(const tString& name, bool wholeTables) {
-  tHeaderCache& cache = *shared_.headerCache;
-  if (cache.bTryAgain()) return false;
-  for (const tHeaderCache::tImage& image : cache.find(name)) {
-    if (!fits(*image, wholeTables)) continue;
-    takeImage(name, image, wholeTables);
+bool tHeaderReader::takeStandard() {
+  if (cache()->bTryAgain()) return false;
+  for (const tHeaderCache::tImage& image : cache()->find(shared_.standardHeader)) {
+    if (!fits(*image, kWholeTables)) continue;
+    take(shared_.standardHeader, image, kWholeTables);
     return true;
   }
   return false;
 }
 
-bool KorelPreYaccClass::isDefined(std::string_view name) const {
-  return shared_.defines.index().countOf(name) > 0 || shared_.dynDefines.index().countOf(name) > 0;
-}
-
 // Whether the text of the header would give what the image holds; what the files contain is taken
 // for granted.
-bool KorelPreYaccClass::fits(const tHeaderImage& image, bool wholeTables) {
+bool tHeaderReader::fits(const tHeaderImage& image, bool wholeTables) {
   const tHeaderNotes& notes = image.notes();
-  if (notes.largestText != tString::maxSize() || !mayInclude(notes)) return false;
+  if (notes.largestText != tString::maxSize() || !mayCount(notes)) return false;
   for (const tTestedName& tested : notes.tested) {
-    if (isDefined(tested.name) != tested.defined) return false;
+    if (shared_.rules.isDefined(tested.name) != tested.defined) return false;
   }
   const tStoredRules& defines = image.table(tHeaderImage::kDefines);
   for (std::uint32_t i = 0; i < defines.count && !wholeTables; ++i) {
-    if (shared_.defines.index().countOf(defines.rules[i].keyText()) > 1) return false;
+    if (shared_.rules.defines.index().countOf(defines.rules[i].keyText()) > 1) return false;
   }
   if (wholeTables && !fitsTables(image)) return false;
   return std::all_of(notes.files.begin(), notes.files.end(), [this](const tHeaderFile& file) {
-    const tString path = locate(tString(file.requested));
-    if (path.view() != file.path || files().resolve(path.c_str()).view() != file.resolved) {
+    const tString path = shared_.finder.locate(tString(file.requested));
+    if (path.view() != file.path || files_.resolve(path.c_str()).view() != file.resolved) {
       return false;
     }
     // Else it is a cycle, and ends somewhere.
-    for (const KorelPreYaccClass* above = this; above != nullptr; above = above->includer_) {
-      if (above->resolvedName_.view() == file.resolved) return false;
-    }
-    return true;
+    return !file_.anyUpwards(
+        [&](const tProgramFile& above) { return above.names.resolved.view() == file.resolved; });
   });
 }
 
+// Whether the included files of the header may be counted once more.
+bool tHeaderReader::mayCount(const tHeaderNotes& notes) const {
+  constexpr std::uint64_t kAbsurd = std::uint64_t{1} << 31;
+  if (notes.depth >= kAbsurd / 2 || notes.includedBytes >= kAbsurd) return false;
+  return shared_.finder.mayCount(file_.depth() + static_cast<int>(notes.depth), countOf(notes));
+}
+
 // Whether the tables, in which predefined names may be, can be filled with those of the image.
-bool KorelPreYaccClass::fitsTables(const tHeaderImage& image) const {
-  if (!shared_.commands.empty() || !shared_.translates.empty()) return false;
+bool tHeaderReader::fitsTables(const tHeaderImage& image) const {
+  const tRuleSet& rules = shared_.rules;
+  if (!rules.commands.empty() || !rules.translates.empty()) return false;
   const tStoredRules& defines = image.table(tHeaderImage::kDefines);
-  for (int i = 0; i < shared_.defines.count(); ++i) {
-    const tString& name = shared_.defines[i].key();
-    const bool alone = shared_.defines.index().countOf(name) == 1;
+  for (int i = 0; i < rules.defines.count(); ++i) {
+    const tString& name = rules.defines[i].key();
+    const bool alone = rules.defines.index().countOf(name) == 1;
     if (!alone && defines.findName(name, hashOfWord(name)) != nullptr) return false;
   }
   return image.hasWholeTables();
 }
 
-// The path at which loadfile() would find an included file; empty when it would not.
-tString KorelPreYaccClass::locate(const tString& requested) {
-  if (files().exists(requested.c_str())) return requested;
-  const auto existing = [&](const tString& directory) {
-    if (directory.empty()) return tString();
-    tString path = joinPath(directory, requested);
-    return files().exists(path.c_str()) ? path : tString();
-  };
-  tString path = existing(root().foundDirectory_);
-  for (int i = 0; i < IncludePath().count() && path.empty(); ++i) path = existing(IncludePath()[i]);
-  return path;
-}
-
 // Removes the definitions whose places are taken.
-void KorelPreYaccClass::makeWay(const tStoredRules& stored, bool wholeTables) {
+void tHeaderReader::makeWay(const tStoredRules& stored, bool wholeTables) {
+  const tXChgArray& defines = shared_.rules.defines;
   std::vector<tString> names;
   if (wholeTables) {
-    for (int i = 0; i < shared_.defines.count(); ++i) {
-      const tString& name = shared_.defines[i].key();
+    for (int i = 0; i < defines.count(); ++i) {
+      const tString& name = defines[i].key();
       if (stored.findName(name, hashOfWord(name)) != nullptr) names.push_back(name);
     }
   } else {
     for (std::uint32_t i = 0; i < stored.count; ++i) {
       const std::string_view name = stored.rules[i].keyText();
-      if (isDefined(name)) names.emplace_back(name);
+      if (shared_.rules.isDefined(name)) names.emplace_back(name);
     }
   }
-  for (const tString& name : names) {
-    removeSingleDefine(name);
-    removeDynamicDefines(name);
-  }
+  for (const tString& name : names) removeDefinitions(file_, name);
 }
 
-void KorelPreYaccClass::takeImage(const tString& name,
-                                  const std::shared_ptr<const tHeaderImage>& image,
-                                  bool wholeTables) {
-  shared_.images.push_back(image);
+void tHeaderReader::take(const tString& name, const std::shared_ptr<const tHeaderImage>& image,
+                         bool wholeTables) {
+  tRuleSet& rules = shared_.rules;
+  rules.keep(image);
   shared_.headerCache->countReused();
   makeWay(image->table(tHeaderImage::kDefines), wholeTables);
   const auto fill = [&](tXChgArray& table, tHeaderImage::eTable stored) {
-    const tStoredRules& rules = image->table(stored);
+    const tStoredRules& all = image->table(stored);
     if (wholeTables) {
-      table.addStored(rules, &root());
+      table.addStored(all, &rules);
       return;
     }
-    for (std::uint32_t i = 0; i < rules.count; ++i) table.addStored(rules.rules[i], &root());
+    for (std::uint32_t i = 0; i < all.count; ++i) table.addStored(all.rules[i], &rules);
   };
-  fill(shared_.defines, tHeaderImage::kDefines);
-  fill(shared_.commands, tHeaderImage::kCommands);
-  fill(shared_.translates, tHeaderImage::kTranslates);
-  if (wholeTables) noteIncluded(name);  // else the directive does
+  fill(rules.defines, tHeaderImage::kDefines);
+  fill(rules.commands, tHeaderImage::kCommands);
+  fill(rules.translates, tHeaderImage::kTranslates);
+  if (wholeTables) file_.noteIncluded(name);  // else the directive does
   const tHeaderNotes& notes = image->notes();
-  shared_.includedFiles += static_cast<int>(notes.includedFiles);
-  shared_.includedBytes += static_cast<std::int64_t>(notes.includedBytes);
-  for (const std::string_view included : notes.includedNames) noteIncluded(tString(included));
+  shared_.finder.count(countOf(notes));
+  for (const std::string_view included : notes.includedNames) {
+    file_.noteIncluded(tString(included));
+  }
   if (shared_.fileObserver == nullptr) return;
   for (const tHeaderFile& file : notes.files) shared_.fileObserver->fileRead(tString(file.path));
 }

@@ -1,19 +1,23 @@
 #include "korelpre/directives/include.h"
 
-#include "korelpre/korelprecls.h"
+#include <algorithm>
+
+#include "korelpre/directives/headerreader.h"
+#include "korelpre/directives/programfile.h"
 
 namespace precomp {
 
-tInclude::tInclude(int line, const tString& name, KorelPreYaccClass& includer)
-    : line_(line), name_(name), includer_(includer) {}
-
-tInclude::~tInclude() = default;
-
-bool tInclude::process() {
-  processor_ =
-      std::make_unique<KorelPreYaccClass>(KorelPreYaccClass::tIncludedBy{includer_, line_});
-  tString scratch;
-  return processor_->compile(name_.c_str(), nullptr, scratch, 1);
+void carryOutInclude(tProgramFile& file, const tString& name, int line) {
+  if (file.hasIncluded(name)) return;
+  file.currentLine = std::max(line, 1);
+  auto* const record = new tInclude(line, name, file);
+  file.includes.add(record);
+  if (tHeaderReader(file).include(*record)) {
+    file.lines.entry(line).include = record;
+    file.noteIncluded(name);
+  } else {
+    file.includes.removeAt(file.includes.indexOf(record));
+  }
 }
 
 }  // namespace precomp

@@ -12,13 +12,15 @@
 // Passing lines over is sound because the parser is between two lines whenever a line feed has been
 // delivered: the grammar is a list of lines, an embedded SQL block aside.
 
+#include "korelpre/directives/lexemefeed.h"
+
 #include <cstring>
 #include <utility>
 
-#include "korelpre/korelprecls.h"
+#include "korelpre/directives/conditional.h"
+#include "korelpre/directives/programfile.h"
 #include "korelpre/text/bytekinds.h"
 #include "korelpre/text/linescan.h"
-#include "lib_base/misc.h"
 
 namespace precomp {
 
@@ -42,50 +44,6 @@ bool isStarComment(const char* at, const char* end) {
   return *skipBlanks(at, end) == '*';
 }
 
-struct tConditionalLine {
-  eConditional directive;
-  std::string_view name;
-  const char* end;
-};
-
-bool isSqlWord(std::string_view word) {
-  return equalNoCase(word, "beginsql") || equalNoCase(word, "endsql");
-}
-
-// Whether nothing but blanks and a line comment follows up to the line feed; `p` moves behind it.
-bool endsLine(const char*& p, const char* end) {
-  p = skipBlanks(p, end);
-  const bool comment = end - p > 1 && p[0] == p[1] && (*p == '/' || *p == '&');
-  if (!comment && *p != '\r' && *p != '\n') return false;
-  const void* feed = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
-  if (feed == nullptr) return false;
-  p = static_cast<const char*>(feed) + 1;
-  return true;
-}
-
-// Reads a conditional directive in its usual form. False for every other line, which is left to the
-// scanner and the grammar.
-bool readConditional(const char* p, const char* end, tConditionalLine& line) {
-  p = skipBlanks(p, end);
-  const tConditionalWord word = conditionalAt(p, end);
-  if (word.directive == eConditional::kNone) return false;
-  line.directive = word.directive;
-  p += word.length;
-  if (line.directive == eConditional::kIfdef || line.directive == eConditional::kIfndef) {
-    if (!isBlank(*p)) return false;
-    p = skipBlanks(p, end);
-    const char* name = p;
-    if (!isLetter(*p) && *p != '_') return false;
-    while (isWordByte(*p)) ++p;
-    if (*p != '\r' && !isBlank(*p)) return false;
-    line.name = {name, static_cast<std::size_t>(p - name)};
-    if (isSqlWord(line.name)) return false;
-  }
-  const bool usual = endsLine(p, end);
-  line.end = p;
-  return usual;
-}
-
 // Whether the last line of a text, the one that ends at `end`, holds nothing.
 [[gnu::noinline]] bool lastLineIsBlank(const char* end) {
   const char* last = end - 1;  // the line feed
@@ -95,12 +53,22 @@ bool readConditional(const char* p, const char* end, tConditionalLine& line) {
 
 }  // namespace
 
-SSLexLexeme* KorelPreYaccClass::nextLexeme() {
+tLexemeFeed::tLexemeFeed(tProgramFile& file, tSqlBlock& sql)
+    : file_(file),
+      sql_(sql),
+      consumer_(std::make_unique<SSLexStringConsumer>(file.text.data(), file.text.size(),
+                                                      SSLexConsumer::textType,
+                                                      SSLexStringConsumer::kBorrowed)),
+      lexer_(std::make_unique<KorelPreLexClass>(*consumer_)) {}
+
+tLexemeFeed::~tLexemeFeed() = default;
+
+SSLexLexeme* tLexemeFeed::next() {
   if (held_) {
     noteDelivered(*held_);
     return held_.release();
   }
-  if (atLineStart_ && (!inSql_ || skipping())) passPlainLines();
+  if (atLineStart_ && (!inSql_ || file_.conditionals.skipping())) passPlainLines();
   tString blanks;
   bool gap = false;
   for (;;) {
@@ -132,13 +100,13 @@ SSLexLexeme* KorelPreYaccClass::nextLexeme() {
 
 // The next lexeme of the scanner; at the end of a text of plain lines only, a line feed, since the
 // grammar wants one line at least.
-SSLexLexeme* KorelPreYaccClass::scannedLexeme() {
+SSLexLexeme* tLexemeFeed::scannedLexeme() {
   SSLexLexeme* lexeme = ++*lexer_;
   if (lexeme != nullptr || anyDelivered_) return lexeme;
   return SSLexLexeme::make("\n", 1, kTokLineFeed, static_cast<unsigned>(lineCount()), 1);
 }
 
-void KorelPreYaccClass::noteDelivered(const SSLexLexeme& lexeme) {
+void tLexemeFeed::noteDelivered(const SSLexLexeme& lexeme) {
   anyDelivered_ = true;
   atLineStart_ = lexeme.token() == kTokLineFeed;
   if (!atLineStart_) lastTokenLine_ = static_cast<int>(lexeme.line());
@@ -146,7 +114,9 @@ void KorelPreYaccClass::noteDelivered(const SSLexLexeme& lexeme) {
     lastTokenEnd_ = lexeme.absoluteOffset() + lexeme.length();
   }
   if (lexeme.token() == kTokBeginSql) {
-    beginSql(static_cast<int>(lexeme.line()));
+    if (sql_.line != 0) file_.raise(eSourceError::kSyntax, static_cast<int>(lexeme.line()));
+    sql_ = {};
+    sql_.line = static_cast<int>(lexeme.line());
     inSql_ = true;
   }
   if (lexeme.token() == kTokEndSql) {
@@ -157,23 +127,41 @@ void KorelPreYaccClass::noteDelivered(const SSLexLexeme& lexeme) {
 
 // A continuation joins a statement with nothing when the text, or what was added to it when it was
 // loaded, ends behind it.
-void KorelPreYaccClass::noteContinuation(const SSLexLexeme& lexeme) {
+void tLexemeFeed::noteContinuation(const SSLexLexeme& lexeme) {
   const bool continued = continuing_;
   if (lexeme.token() != kTokSpc) continuing_ = isGap(lexeme.token());
-  if (atLineStart_ || consumer_->start() != text_.size()) return;
-  const bool joinsBlank =
-      continued && lexeme.token() == kTokLineFeed && lastLineIsBlank(text_.data() + text_.size());
-  if (continuing_ || joinsBlank)
-    exceptionAt(2002, lastTokenLine_, nullptr, columnAt(lastTokenEnd_));
+  if (atLineStart_ || consumer_->start() != file_.text.size()) return;
+  const bool joinsBlank = continued && lexeme.token() == kTokLineFeed &&
+                          lastLineIsBlank(file_.text.data() + file_.text.size());
+  if (continuing_ || joinsBlank) {
+    file_.raise(eSourceError::kUnterminated, lastTokenLine_, nullptr,
+                file_.columnAt(lastTokenEnd_));
+  }
 }
 
-int KorelPreYaccClass::lineCount() const {
-  return static_cast<int>(consumer_->startLine()) - 1;
+// Without the empty line that the line end added behind the text makes.
+int tLexemeFeed::ownLineCount() const {
+  const bool lineAdded = file_.text.view().ends_with("\r\n\r\n");
+  return lineAdded ? lineCount() - 1 : lineCount();
 }
 
-void KorelPreYaccClass::passPlainLines() {
-  const char* const text = text_.data();
-  const char* const end = text + text_.size();
+void tLexemeFeed::raiseSyntax(const SSLexLexeme& lookahead) {
+  const bool atEnd = lookahead.token() == sstable::kTokenEof;
+  if (atEnd && inSql_) file_.raise(eSourceError::kUnterminated, sql_.line);
+  if (atEnd) file_.raise(eSourceError::kSyntax, ownLineCount());
+  // A line feed may stand behind comment lines; what is wrong stands before it.
+  if (lookahead.token() == kTokLineFeed && lastTokenLine_ > 0) {
+    file_.raise(eSourceError::kSyntax, lastTokenLine_, nullptr, file_.columnAt(lastTokenEnd_));
+  }
+  // The quote of a string is not part of its lexeme.
+  const bool quoted = lookahead.token() == kTokString || lookahead.token() == kTokSqString;
+  file_.raise(eSourceError::kSyntax, static_cast<int>(lookahead.line()), nullptr,
+              static_cast<int>(lookahead.offset()) - (quoted ? 1 : 0));
+}
+
+void tLexemeFeed::passPlainLines() {
+  const char* const text = file_.text.data();
+  const char* const end = text + file_.text.size();
   const char* const start = text + consumer_->start();
   const auto firstLine = static_cast<int>(consumer_->startLine());
   const char* at = start;
@@ -183,33 +171,25 @@ void KorelPreYaccClass::passPlainLines() {
     line += lines;
   };
   while (at < end) {
-    if (skipping()) {
+    if (file_.conditionals.skipping()) {
       const tSkippedLine skipped = scanSkippedLine(at, end);
       passTo(skipped.end, skipped.lines);
-      countSkippedDirective(skipped.directive, line - skipped.lines);
+      if (skipped.directive != eDirective::kNone) {
+        carryOutConditional(file_, skipped.directive, {}, line - skipped.lines);
+      }
       continue;
     }
     if (inSql_) break;
     const tScannedLine scanned = scanLine(at, end);
     if (scanned.end == end && scanned.lines > 1 && lastLineIsBlank(end)) break;
-    if (!shared_.plainLines && !isStarComment(at, end)) break;
+    if (!file_.shared().plainLines && !isStarComment(at, end)) break;
     if (scanned.kind == eLineKind::kOther) {
-      if (readDefine(at, end, line)) {
-        passTo(defineReader_.lineEnd(), defineReader_.lines());
-        continue;
-      }
-      if (readRule(at, end, line)) {
-        passTo(reader_.lineEnd(), reader_.lines());
-        continue;
-      }
-      tConditionalLine conditional;
-      if (!readConditional(at, end, conditional)) break;
-      takeConditional(conditional.directive, conditional.name, line);
-      passTo(conditional.end, 1);
+      if (!quick_.take(file_, at, line)) break;
+      passTo(quick_.lineEnd(), quick_.lines());
       continue;
     }
     if (scanned.kind == eLineKind::kPlain) {
-      source_.addPlain(line + scanned.before, static_cast<std::size_t>(at - text));
+      file_.lines.addPlain(line + scanned.before, static_cast<std::size_t>(at - text));
     }
     passTo(scanned.end, scanned.lines);
   }
@@ -217,47 +197,6 @@ void KorelPreYaccClass::passPlainLines() {
   mark.index = static_cast<std::size_t>(at - text);
   mark.lineFeeds = static_cast<unsigned>(line - firstLine);
   if (at != start) consumer_->acceptTo(mark);
-}
-
-void KorelPreYaccClass::countSkippedDirective(eConditional directive, int line) {
-  switch (directive) {
-    case eConditional::kIfdef:
-      doIfDef(nullptr, 0);
-      break;
-    case eConditional::kIfndef:
-      doIfNDef(nullptr, 0);
-      break;
-    case eConditional::kElse:
-      doElseIF(0);
-      break;
-    case eConditional::kEndif:
-      doEndIF(0);
-      break;
-    default:
-      return;
-  }
-  source_.addDirective(line);
-}
-
-void KorelPreYaccClass::takeConditional(eConditional directive, std::string_view name, int line) {
-  tSpcString token;
-  token.setText(tString::borrow(name));
-  switch (directive) {
-    case eConditional::kIfdef:
-      doIfDef(&token, line);
-      break;
-    case eConditional::kIfndef:
-      doIfNDef(&token, line);
-      break;
-    case eConditional::kElse:
-      doElseIF(line);
-      break;
-    default:
-      doEndIF(line);
-      break;
-  }
-  source_.addDirective(line);
-  currentLine_ = line;
 }
 
 }  // namespace precomp

@@ -1,10 +1,15 @@
 // Phase 2: the walk over the lines. Every line gives one output line; "#line" markers are written
 // only where the output stops following the source: where an included file begins, and behind it.
 
+#include "korelpre/directives/linewalk.h"
+
 #include <algorithm>
 
+#include "korelpre/directives/programfile.h"
+#include "korelpre/directives/ruleentry.h"
+#include "korelpre/headers/headerimage.h"
 #include "korelpre/headers/headerrecorder.h"
-#include "korelpre/korelprecls.h"
+#include "korelpre/rules/ruleobserver.h"
 #include "korelpre/statements/plainwrite.h"
 #include "korelpre/text/tokenise.h"
 
@@ -27,22 +32,33 @@ void appendMarker(tString& output, int line, std::string_view name) {
   output.append(tString::format("#line %d \"", line)).append(name).append("\"\n");
 }
 
+tString openingName(const tProgramFileNames& names) {
+  tString name = names.shown;
+  if (name.find(names.directory) == tString::npos) name.insert(0, names.directory);
+  return name;
+}
+
 }  // namespace
 
-void KorelPreYaccClass::processLines(tString& output, int& depth) {
+tLineWalk::tLineWalk(tProgramFile& file) : file_(file), shared_(file.shared()) {}
+
+void tLineWalk::run(tString& output, int& depth) {
   if (++depth == 1) {
     shared_.checks.begin();
     shared_.walking = true;
     shared_.rewriting = {};
   }
-  if (root_ == this) {
+  if (file_.isMain()) {
     // All conditionals are decided.
-    dynDefines()->dropRules();
-    const std::size_t expected = output.size() + text_.size() + text_.size() / 2;
+    shared_.rules.dynDefines.dropRules();
+    const std::size_t expected = output.size() + file_.text.size() + file_.text.size() / 2;
     output.reserve(std::min(expected, tString::maxSize()));
   }
-  if (includeMode_ != 0) writeOpeningMarker(output);
-  if (includeMode_ != 0 && !source_.hasStatements()) {
+  if (file_.isIncluded) {
+    removeTrailingLineFeeds(output);
+    appendMarker(output, 1, openingName(file_.names));
+  }
+  if (file_.isIncluded && !file_.lines.hasStatements()) {
     walkIncludesOnly(output, depth);
   } else {
     walkLines(output, depth);
@@ -51,21 +67,10 @@ void KorelPreYaccClass::processLines(tString& output, int& depth) {
   if (--depth == 0) shared_.checks.finish();
 }
 
-void KorelPreYaccClass::writeOpeningMarker(tString& output) {
-  removeTrailingLineFeeds(output);
-  appendMarker(output, 1, openingName());
-}
-
-tString KorelPreYaccClass::openingName() const {
-  tString name = fileName_;
-  if (name.find(foundDirectory_) == tString::npos) name.insert(0, foundDirectory_);
-  return name;
-}
-
 // Of a header that an image stands for only the markers are written.
-void KorelPreYaccClass::processInclude(tInclude& include, tString& output, int& depth) {
+void tLineWalk::walkInclude(tInclude& include, tString& output, int& depth) {
   if (include.image() == nullptr) {
-    include.processor().processLines(output, depth);
+    tLineWalk(include.file()).run(output, depth);
     return;
   }
   for (const tHeaderMarker& marker : include.image()->notes().markers) {
@@ -75,46 +80,50 @@ void KorelPreYaccClass::processInclude(tInclude& include, tString& output, int& 
   removeTrailingLineFeeds(output);
 }
 
-// Notes what processLines() writes for a header without statements; false when it has some.
-bool KorelPreYaccClass::noteMarkers(tHeaderRecorder& recorder) {
-  if (source_.hasStatements()) return false;
-  recorder.marker(1, openingName());
+bool noteMarkers(tProgramFile& file, tHeaderRecorder& recorder) {
+  tSourceCode& lines = file.lines;
+  if (lines.hasStatements()) return false;
+  recorder.marker(1, openingName(file.names));
   bool pending = false;
-  for (int line = 1; line <= source_.count(); ++line) {
-    if (!source_.hasContent(line)) continue;
-    if (pending) recorder.marker(line, requestedName_);
-    pending = source_.kind(line) == tSourceCode::kEntry && source_.entryAt(line).include != nullptr;
-    if (pending && !source_.entryAt(line).include->processor().noteMarkers(recorder)) return false;
+  for (int line = 1; line <= lines.count(); ++line) {
+    if (!lines.hasContent(line)) continue;
+    if (pending) recorder.marker(line, file.names.requested);
+    tInclude* const include =
+        lines.kind(line) == tSourceCode::kEntry ? lines.entryAt(line).include : nullptr;
+    pending = include != nullptr;
+    if (pending && !noteMarkers(include->file(), recorder)) return false;
   }
   return true;
 }
 
-void KorelPreYaccClass::walkIncludesOnly(tString& output, int& depth) {
+void tLineWalk::walkIncludesOnly(tString& output, int& depth) {
+  tSourceCode& lines = file_.lines;
   bool pending = false;
-  for (int line = 1; line <= source_.count(); ++line) {
-    if (!source_.hasContent(line)) continue;
-    if (pending) appendMarker(output, line, requestedName_);
+  for (int line = 1; line <= lines.count(); ++line) {
+    if (!lines.hasContent(line)) continue;
+    if (pending) appendMarker(output, line, file_.names.requested);
     pending = false;
-    if (source_.kind(line) != tSourceCode::kEntry) continue;
-    tInclude* include = source_.entryAt(line).include;
+    if (lines.kind(line) != tSourceCode::kEntry) continue;
+    tInclude* include = lines.entryAt(line).include;
     if (include == nullptr) continue;
-    processInclude(*include, output, depth);
+    walkInclude(*include, output, depth);
     pending = true;
   }
 }
 
-void KorelPreYaccClass::walkLines(tString& output, int& depth) {
-  const tString& name = root_ == this ? fileName_ : requestedName_;
-  tPlainWriter writer(*this);
+void tLineWalk::walkLines(tString& output, int& depth) {
+  const tString& name = file_.isMain() ? file_.names.shown : file_.names.requested;
+  tSourceCode& lines = file_.lines;
+  tPlainWriter writer(shared_.rules);
   bool pending = false;
-  for (int line = 1; line <= source_.count(); ++line) {
-    if (pending && source_.hasContent(line)) {
+  for (int line = 1; line <= lines.count(); ++line) {
+    if (pending && lines.hasContent(line)) {
       appendMarker(output, line, name);
       pending = false;
     }
-    switch (source_.kind(line)) {
+    switch (lines.kind(line)) {
       case tSourceCode::kPlain:
-        processPlain(line, writer, output);
+        writePlain(line, writer, output);
         continue;
       case tSourceCode::kEntry:
         break;
@@ -122,49 +131,51 @@ void KorelPreYaccClass::walkLines(tString& output, int& depth) {
         output.append('\n');
         continue;
     }
-    tSourceLine& entry = source_.entryAt(line);
-    currentLine_ = line;
-    const bool entered = enterPending(entry);
+    tSourceLine& entry = lines.entryAt(line);
+    file_.currentLine = line;
+    const bool entered = enterPending(file_, entry);
     if (entry.include != nullptr) {
-      processInclude(*entry.include, output, depth);
+      walkInclude(*entry.include, output, depth);
       pending = true;
     } else if (entered) {
       output.append('\n');
     } else {
-      processLine(entry, output);
+      rewrite(entry, output);
     }
   }
-  if (pending) appendMarker(output, source_.count() + 1, name);
+  if (pending) appendMarker(output, lines.count() + 1, name);
 }
 
-// Enters the rules of a line into the tables. False when it has none.
-bool KorelPreYaccClass::enterPending(tSourceLine& entry) {
-  if (entry.pendingDefine == nullptr && entry.pendingRules.empty()) return false;
-  if (entry.pendingDefine != nullptr) {
-    tBaseXChg* rule = entry.pendingDefine.get();
-    rule->setLineEntry(nullptr);
-    enterDefine(std::move(entry.pendingDefine));
-  }
-  for (auto& rule : entry.pendingRules) enterRule(std::move(rule));
-  entry.pendingRules.clear();
-  return true;
-}
-
-void KorelPreYaccClass::processPlain(int line, tPlainWriter& writer, tString& output) {
-  const char* const end = text_.data() + text_.size();
-  const char* const start = text_.data() + source_.offset(line);
+void tLineWalk::writePlain(int line, tPlainWriter& writer, tString& output) {
+  const char* const end = file_.text.data() + file_.text.size();
+  const char* const start = file_.text.data() + file_.lines.offset(line);
   const std::size_t begin = output.size();
   // An observer sees statements that have tokens.
   if (shared_.observer == nullptr && writer.write(start, end, output)) {
     const std::string_view written = output.view().substr(begin);
-    if (shared_.checks.checkPlain(written, writer.joinedTokens(), *this, line)) return;
+    if (shared_.checks.checkPlain(written, writer.joinedTokens(), file_, line)) return;
     output.resize(begin);
   }
-  currentLine_ = line;
+  file_.currentLine = line;
   scratch_.setOrigin(line);
   scratch_.tokens().Destroy();
   tokenisePlain(start, end, line, scratch_);
-  processLine(scratch_, output);
+  rewrite(scratch_, output);
+}
+
+void tLineWalk::rewrite(tTknString& statement, tString& output) {
+  tRuleObserver* const observer = shared_.observer;
+  statement.startSteps();
+  if (observer != nullptr) observer->statementBegins(statement, file_.names.opened);
+  shared_.rewriting.file = &file_;
+  shared_.rewriting.line = statement.origin();
+  if (!tRewriter(shared_.rules, statement, shared_.rewriting.notes).run()) {
+    file_.raise(eSourceError::kCircularRule, statement.origin());
+  }
+  if (observer != nullptr) observer->statementEnds(statement);
+  statement.appendText(output);
+  output.append('\n');
+  shared_.checks.check(statement, file_);
 }
 
 }  // namespace precomp

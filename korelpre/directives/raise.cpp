@@ -4,21 +4,19 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 
+#include "korelpre/directives/programfile.h"
 #include "korelpre/errors/errortexts.h"
-#include "korelpre/korelprecls.h"
+#include "korelpre/text/tokenise.h"
 #include "lib_base/translate.h"
 
 namespace precomp {
 
 namespace {
 
-constexpr int kFileNotFound = 2090;
-constexpr int kUnknownError = 9999;
-
-bool takesExtra(int code) {
-  return code == kFileNotFound || code == 2091 || code == kUnknownError;
+bool takesExtra(eSourceError error) {
+  return error == eSourceError::kIncludeNotFound || error == eSourceError::kInvalidFunctionName ||
+         error == eSourceError::kLimitExceeded;
 }
 
 // A line of a text, from 1, without its line end; empty when there is none.
@@ -50,120 +48,113 @@ int columnOfName(std::string_view line, std::string_view name) {
 
 }  // namespace
 
-void KorelPreYaccClass::exception(int code, const tSpcString* token, const char* extra) {
-  const bool placed = token != nullptr && token->line() > 0;
-  exceptionAt(code, placed ? static_cast<int>(token->line()) : currentLine_, extra,
-              placed ? columnOf(*token) : 0);
-}
-
-void KorelPreYaccClass::exceptionAt(int code, int line, const char* extra, int column) {
-  const tErrorText& entry = errorTextOf(code);
-  tString text(entry.text);
-  if (extra != nullptr && takesExtra(entry.code)) text.append(extra);
+void tProgramFile::raise(eSourceError error, int line, const char* extra, int column) {
+  const tErrorText& entry = errorTextOf(error);
+  tString message(entry.text);
+  if (extra != nullptr && takesExtra(error)) message.append(extra);
   // A file that is not there has no line: the error belongs to the directive of the main file.
-  if (entry.code == kFileNotFound) {
-    diagnoseInclude(entry.code, entry.slug, text);
-    shared_.errorPlaced = true;
-    errLine() = root().currentLine_;
+  if (error == eSourceError::kIncludeNotFound) {
+    diagnoseInclude(entry.code, entry.slug, message);
+    shared_.error.placed = true;
+    shared_.error.line = main_->currentLine;
   } else {
-    diagnose(entry.code, entry.slug, text, line, column);
-    placeError(line, column, text);
+    diagnose(entry.code, entry.slug, message, line, column);
+    placeError(line, column, message);
   }
-  throw SSException(entry.code, text.c_str());
+  throw SSException(entry.code, message.c_str());
 }
 
-void KorelPreYaccClass::exceptionAt(int code, const tStatementPlace& place, const char* extra) {
-  root().currentLine_ = place.mainLine;
-  place.file->exceptionAt(code, place.line, extra, place.column);
+void tProgramFile::throwError(eSourceError error, const tStatementPlace& place, const char* extra) {
+  main_->currentLine = place.mainLine;
+  static_cast<tProgramFile*>(place.file)->raise(error, place.line, extra, place.column);
 }
 
 // The line of a message is a line of the file that the message names, the main file. What happened
 // in an included file is told in front of the text.
-void KorelPreYaccClass::placeError(int line, int column, tString& text) {
-  if (shared_.errorPlaced) return;
-  shared_.errorPlaced = true;
-  if (root_ == this) {
-    errLine() = line;
-    errCol() = column;
+void tProgramFile::placeError(int line, int column, tString& message) {
+  tRaisedError& error = shared_.error;
+  if (error.placed) return;
+  error.placed = true;
+  if (isMain()) {
+    error.line = line;
+    error.column = column;
     return;
   }
-  errLine() = root().currentLine_;
-  errCol() = 0;
-  text.insert(0,
-              tString::format("%s(%d) %s ", fileName_.c_str(), line, translate("Error").c_str()));
+  error.line = main_->currentLine;
+  error.column = 0;
+  message.insert(
+      0, tString::format("%s(%d) %s ", names.shown.c_str(), line, translate("Error").c_str()));
 }
 
-void KorelPreYaccClass::raiseIncludeLimit(const char* limit) {
-  const tErrorText& entry = errorTextOf(kUnknownError);
-  tString text(entry.text);
-  text.append(": ").append(limit);
-  diagnoseInclude(entry.code, entry.slug, text);
-  shared_.errorPlaced = true;
-  errLine() = root().currentLine_;
-  throw SSException(kUnknownError, text.c_str());
+void tProgramFile::raiseLimit(const char* limit) {
+  const tErrorText& entry = errorTextOf(eSourceError::kLimitExceeded);
+  tString message(entry.text);
+  message.append(": ").append(limit);
+  diagnoseInclude(entry.code, entry.slug, message);
+  shared_.error.placed = true;
+  shared_.error.line = main_->currentLine;
+  throw SSException(entry.code, message.c_str());
 }
 
-// An error of the scanner or the parser itself does not know about files yet.
-void KorelPreYaccClass::placeScannerError(const SSException& failure) {
-  if (shared_.errorPlaced) return;
+void tProgramFile::raiseAgain(const SSException& failure, int line) {
+  if (shared_.error.placed) return;
   const bool invalidToken = failure.errorId() == SSErrorToken;
-  const int line = invalidToken ? static_cast<int>(failure.argument(0).number())
-                                : static_cast<int>(consumer_->startLine());
+  if (invalidToken) line = static_cast<int>(failure.argument(0).number());
   const int column = invalidToken ? static_cast<int>(failure.argument(1).number()) : 0;
-  tString text(failure.message());
-  diagnose(failure.errorId(), invalidToken ? "invalid-character" : "runtime-error", text, line,
+  tString message(failure.message());
+  diagnose(failure.errorId(), invalidToken ? "invalid-character" : "runtime-error", message, line,
            column);
-  placeError(line, column, text);
-  throw SSException(failure.errorId(), text.c_str());
+  placeError(line, column, message);
+  throw SSException(failure.errorId(), message.c_str());
 }
 
-void KorelPreYaccClass::diagnose(int code, const char* slug, const tString& message, int line,
-                                 int column) {
-  if (shared_.errorPlaced) return;
-  tDiagnosis& diagnosis = shared_.diagnosis;
+void tProgramFile::diagnose(int code, const char* slug, const tString& message, int line,
+                            int column) {
+  if (shared_.error.placed) return;
+  tDiagnosis& diagnosis = shared_.error.diagnosis;
   diagnosis = {};
   diagnosis.code = code;
   diagnosis.slug = tString::borrow(slug);
   diagnosis.message = message;
-  diagnosis.file = openedName_;
+  diagnosis.file = names.opened;
   diagnosis.line = line;
-  diagnosis.sourceLine = tString(lineOfText(text_, line));
+  diagnosis.sourceLine = tString(lineOfText(text, line));
   diagnosis.column = column > 0 ? column : firstColumn(diagnosis.sourceLine);
-  for (const KorelPreYaccClass* file = this; file->includer_ != nullptr; file = file->includer_) {
-    diagnosis.includedFrom.push_back({file->includer_->openedName_, file->includedAt_});
+  for (const tProgramFile* file = this; file->includer_ != nullptr; file = file->includer_) {
+    diagnosis.includedFrom.push_back({file->includer_->names.opened, file->includedAt_});
   }
   diagnosis.rules = rulesAppliedTo(line);
 }
 
 // What is wrong with a whole file is told of the directive that includes it.
-void KorelPreYaccClass::diagnoseInclude(int code, const char* slug, const tString& message) {
+void tProgramFile::diagnoseInclude(int code, const char* slug, const tString& message) {
   if (includer_ == nullptr) return diagnose(code, slug, message, 0, 0);
-  const std::string_view directive = lineOfText(includer_->text_, includedAt_);
-  includer_->diagnose(code, slug, message, includedAt_, columnOfName(directive, requestedName_));
+  const std::string_view directive = lineOfText(includer_->text, includedAt_);
+  includer_->diagnose(code, slug, message, includedAt_, columnOfName(directive, names.requested));
 }
 
-int KorelPreYaccClass::columnOf(const tSpcString& token) const {
+int tProgramFile::columnOf(const tSpcString& token) const {
   const auto at = reinterpret_cast<std::uintptr_t>(token.data());
-  const auto begin = reinterpret_cast<std::uintptr_t>(text_.data());
-  if (token.line() == 0 || at < begin || at >= begin + text_.size()) return 0;
+  const auto begin = reinterpret_cast<std::uintptr_t>(text.data());
+  if (token.line() == 0 || at < begin || at >= begin + text.size()) return 0;
   return columnAt(at - begin);
 }
 
-int KorelPreYaccClass::columnAt(std::size_t offset) const {
-  const std::string_view before = text_.view().substr(0, offset);
+int tProgramFile::columnAt(std::size_t offset) const {
+  const std::string_view before = text.view().substr(0, offset);
   return static_cast<int>(offset - (before.rfind('\n') + 1)) + 1;
 }
 
 // The rules that have made of a statement what it is. Those of the statement in work have been
 // noted if it was rewritten token by token; those of another one whose text still tells are found
 // by rewriting it once more, unless the rules are other ones now.
-std::vector<const tBaseXChg*> KorelPreYaccClass::rulesAppliedTo(int line) {
-  if (!shared_.walking || line < 1 || line > source_.count()) return {};
-  while (line > 1 && source_.kind(line) == tSourceCode::kNothing) --line;
+std::vector<const tBaseXChg*> tProgramFile::rulesAppliedTo(int line) {
+  if (!shared_.walking || line < 1 || line > lines.count()) return {};
+  while (line > 1 && lines.kind(line) == tSourceCode::kNothing) --line;
   const tRewriting& last = shared_.rewriting;
-  if (last.file == this && last.line == line) return last.rules;
-  if (source_.kind(line) != tSourceCode::kPlain) return {};
-  const int mainLine = root_ == this ? line : root_->currentLine_;
+  if (last.file == this && last.line == line) return last.notes.applied;
+  if (lines.kind(line) != tSourceCode::kPlain) return {};
+  const int mainLine = isMain() ? line : main_->currentLine;
   if (mainLine < last.replacedAt) return {};
   std::vector<const tBaseXChg*> rules = rulesOfPlain(line);
   const bool same = std::all_of(rules.begin(), rules.end(),
@@ -172,9 +163,21 @@ std::vector<const tBaseXChg*> KorelPreYaccClass::rulesAppliedTo(int line) {
   return rules;
 }
 
+// Finds out once more how a plain statement is rewritten; no observer shall hear of it.
+std::vector<const tBaseXChg*> tProgramFile::rulesOfPlain(int line) {
+  tRewriter::tNotes notes;
+  tTknString statement(line);
+  const char* const start = text.data() + lines.offset(line);
+  tokenisePlain(start, text.data() + text.size(), line, statement);
+  shared_.rules.setObserver(nullptr);
+  tRewriter(shared_.rules, statement, notes).run();
+  shared_.rules.setObserver(shared_.observer);
+  return std::move(notes.applied);
+}
+
 // Rules of the main file are entered when their line is reached, all others ahead of that.
-bool KorelPreYaccClass::appliesTo(const tBaseXChg& rule, int mainLine) const {
-  return rule.originLine() <= mainLine || rule.originFile() != root_->openedName_;
+bool tProgramFile::appliesTo(const tBaseXChg& rule, int mainLine) const {
+  return rule.originLine() <= mainLine || rule.originFile() != main_->names.opened;
 }
 
 }  // namespace precomp

@@ -18,23 +18,15 @@
 #include <cstdlib>
 #include <string>
 
-#include "korelpre/korelprecls.h"
-#include "korelpre/text/bytekinds.h"
-#include "korelpre/text/tokenkinds.h"
+#include "korelpre/text/tknstring.h"
 #include "lib_base/misc.h"
 #include "ssvp40xpf/korelprelex.h"
-#include "ssvp40xpf/korelpreproductions.h"
 
 namespace precomp {
 
 using namespace korelpre;
 
 namespace {
-
-// Elements of productions, by position.
-constexpr unsigned kAliasOfBlock = 4;
-constexpr unsigned kWidthOfColumn = 8;
-constexpr unsigned kDecimalsOfColumn = 12;
 
 // What stands between the colon and the closing "%" of a marker.
 std::string_view argumentOf(std::string_view marker) {
@@ -111,72 +103,6 @@ void tSqlBlock::addColumn(std::string_view name, std::string_view description) {
 tString tSqlBlock::call(std::string_view alias) const {
   tString made = around("__execSql(", alias, ",\"");
   return made.append(text).append(" \",{").append(columns).append(noParser ? "},.T.)" : "},.F.)");
-}
-
-void KorelPreYaccClass::beginSql(int line) {
-  if (sql_.line != 0) exceptionAt(2001, line, nullptr);
-  sql_ = {};
-  sql_.line = line;
-}
-
-// Whether a line is one of the block's, not the one before it or the one that it begins on.
-bool KorelPreYaccClass::isSqlLine(int line) const {
-  return sql_.line != 0 && line > sql_.line;
-}
-
-// The value of a production of a block; null when it has none.
-tKorelPreStackElement* KorelPreYaccClass::reduceSql(unsigned production) {
-  switch (production) {
-    case kKindSql:
-      return makeSqlCall();
-    case kAliasName:
-    case kSizeNumber:
-    case kSizeName:
-      return makeName(0);
-    case kAliasString:
-      return takeOver(0);
-    case kNumericColumn: {
-      tString description = around("\",\"N\",", part(kWidthOfColumn).token(), ",");
-      sql_.addColumn(lexemeText(0),
-                     description.append(part(kDecimalsOfColumn).token()).append('}'));
-      return nullptr;
-    }
-    case kDateColumn:
-      sql_.addColumn(lexemeText(0), "\",\"D\",8,0}");
-      return nullptr;
-    case kLogicalColumn:
-      sql_.addColumn(lexemeText(0), "\",\"L\",1,0}");
-      return nullptr;
-    default:
-      return nullptr;
-  }
-}
-
-std::string_view KorelPreYaccClass::lexemeText(unsigned index) {
-  const SSLexLexeme& lexeme = *part(index).lexeme();
-  return text_.view().substr(lexeme.absoluteOffset(), lexeme.length());
-}
-
-tKorelPreStackElement* KorelPreYaccClass::makeSqlCall() {
-  const tSpcString& alias = part(kAliasOfBlock).token();
-  tString expression;
-  if (alias.aux() == kTokIdentName) {
-    expression = around("\"", alias, "\"");
-  } else {
-    // The quotes stand in the source around the text.
-    const char* const quoted = alias.data() - 1;
-    const std::size_t size = alias.size() + 2;
-    if (quoted[0] != quoted[size - 1]) exceptionAt(2002, sql_.line, nullptr);
-    expression = tString(std::string_view(quoted, size));
-  }
-  auto* result = new tKorelPreStackElement;
-  tSpcString& token = result->token();
-  token.setText(sql_.call(expression));
-  token.setKind(kKindSql);
-  token.setAux(kTokBeginSql);
-  token.setLine(static_cast<std::uint32_t>(sql_.line));
-  sql_ = {};
-  return result;
 }
 
 }  // namespace precomp

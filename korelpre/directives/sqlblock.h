@@ -16,6 +16,8 @@ struct tSqlBlock {
   tString columns;  // the column declarations so far
   bool noParser = false;
 
+  /// Whether a line is one of the block's, not the one before it or the one that it begins on.
+  bool holds(int ofLine) const { return line != 0 && ofLine > line; }
   /// Adds the tokens of one line to the text.
   void addLine(const tAutoArray<tSpcString>& tokens);
   /// Adds a column declaration: what stands in its braces.

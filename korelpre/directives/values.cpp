@@ -1,18 +1,38 @@
 // What the symbols of the directive grammar stand for: names, tokens and lists of tokens, and the
 // markers and chains of rules. The productions and their labels stand in tools/grammars/korelpre.y.
 
-#include "korelpre/korelprecls.h"
+#include "korelpre/directives/values.h"
+
+#include "korelpre/directives/programfile.h"
+#include "korelpre/directives/sqlblock.h"
+#include "korelpre/directives/stackelement.h"
 #include "korelpre/rules/resultmarker.h"
 #include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/korelpreproductions.h"
+#include "ssvp40xpf/korelpretokens.h"
+#include "ssvp40xpf/ssyacc.h"
 
 namespace precomp {
 
 using namespace korelpre;
 
+namespace {
+
+// Elements of productions, by position.
+constexpr unsigned kAliasOfBlock = 4;
+constexpr unsigned kWidthOfColumn = 8;
+constexpr unsigned kDecimalsOfColumn = 12;
+
+}  // namespace
+
+tKorelPreStackElement& partOf(SSYacc& parser, unsigned index) {
+  return static_cast<tKorelPreStackElement&>(
+      *parser.elementFromProduction(static_cast<long>(index)));
+}
+
 // The token that a lexeme makes, as the output must show it: a string has its quotes and an escaped
 // character its backslash again.
-tKorelPreStackElement* KorelPreYaccClass::makeToken(unsigned production) {
+tKorelPreStackElement* tGrammarValues::makeToken(unsigned production) {
   const SSLexLexeme& lexeme = *part(0).lexeme();
   if (lexeme.token() == kTokSpc) return makeSpace(lexeme);
   auto* result = new tKorelPreStackElement;
@@ -27,19 +47,19 @@ tKorelPreStackElement* KorelPreYaccClass::makeToken(unsigned production) {
     ++length;
   } else if (lexeme.token() == kTokString || lexeme.token() == kTokSqString) {
     --begin;
-    const bool closed = text_[begin] == text_[begin + 1 + length];
+    const bool closed = file_.text[begin] == file_.text[begin + 1 + length];
     length += closed ? 2 : 1;
   }
-  token.setText(tString::borrow(text_.view().substr(begin, length)));
+  token.setText(tString::borrow(file_.text.view().substr(begin, length)));
   return result;
 }
 
-tKorelPreStackElement* KorelPreYaccClass::makeName(unsigned index) {
+tKorelPreStackElement* tGrammarValues::makeName(unsigned index) {
   if (part(index).lexeme() == nullptr) return takeOver(index);
   const SSLexLexeme& lexeme = *part(index).lexeme();
   auto* result = new tKorelPreStackElement;
   result->token().setText(
-      tString::borrow({text_.data() + lexeme.absoluteOffset(), lexeme.length()}));
+      tString::borrow({file_.text.data() + lexeme.absoluteOffset(), lexeme.length()}));
   result->token().setKind(kKindIdentifier);
   result->token().setAux(lexeme.token());
   result->token().setLine(lexeme.line());
@@ -47,7 +67,7 @@ tKorelPreStackElement* KorelPreYaccClass::makeName(unsigned index) {
 }
 
 // Of blanks only their text matters, and most gaps are one blank.
-tKorelPreStackElement* KorelPreYaccClass::makeSpace(const SSLexLexeme& lexeme) {
+tKorelPreStackElement* tGrammarValues::makeSpace(const SSLexLexeme& lexeme) {
   auto* result = new tKorelPreStackElement;
   const bool oneBlank = lexeme.length() == 1 && *lexeme.text() == ' ';
   result->token().setText(oneBlank ? tString::borrow(" ")
@@ -56,7 +76,7 @@ tKorelPreStackElement* KorelPreYaccClass::makeSpace(const SSLexLexeme& lexeme) {
   return result;
 }
 
-tKorelPreStackElement* KorelPreYaccClass::makeMarker(unsigned production) {
+tKorelPreStackElement* tGrammarValues::makeMarker(unsigned production) {
   const unsigned name = production == kListMarker || production == kRestrictMarker ||
                                 production == kRestrictMarkerSpc || production == kRegularMarker ||
                                 production == kStringResult || production == kRegularResult
@@ -106,7 +126,7 @@ tKorelPreStackElement* KorelPreYaccClass::makeMarker(unsigned production) {
 }
 
 // The words of a restricted marker gather in one that has no name yet.
-tKorelPreStackElement* KorelPreYaccClass::addWord(unsigned production) {
+tKorelPreStackElement* tGrammarValues::addWord(unsigned production) {
   if (production == kWordListStart) {
     auto* result = new tKorelPreStackElement;
     auto marker = std::make_unique<tMatchMarkerRestrict>(tSpcString());
@@ -126,7 +146,7 @@ tKorelPreStackElement* KorelPreYaccClass::addWord(unsigned production) {
   return takeOver(0);
 }
 
-void KorelPreYaccClass::addElement(tChainBuilder& chain, tKorelPreStackElement& element) {
+void tGrammarValues::addElement(tChainBuilder& chain, tKorelPreStackElement& element) {
   if (element.marker() != nullptr) {
     chain.add(element.marker().release());
   } else {
@@ -134,14 +154,14 @@ void KorelPreYaccClass::addElement(tChainBuilder& chain, tKorelPreStackElement& 
   }
 }
 
-tKorelPreStackElement* KorelPreYaccClass::startChain(tChainBuilder::eSide side) {
+tKorelPreStackElement* tGrammarValues::startChain(tChainBuilder::eSide side) {
   auto* result = new tKorelPreStackElement;
   result->chain() = std::make_unique<tChainBuilder>(side);
   addElement(*result->chain(), part(0));
   return result;
 }
 
-tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsigned size) {
+tKorelPreStackElement* tGrammarValues::valueOf(unsigned production, unsigned size) {
   switch (leftSideOf(production)) {
     case kSymToken:
       if (production == kKindSql) break;
@@ -196,10 +216,86 @@ tKorelPreStackElement* KorelPreYaccClass::reduceValue(unsigned production, unsig
       attachStatement(part(0));
       return new tKorelPreStackElement;
     default: {
-      tKorelPreStackElement* value = reduceSql(production);
+      tKorelPreStackElement* value = sqlValueOf(production);
       return value != nullptr ? value : new tKorelPreStackElement;
     }
   }
+}
+
+// The value of a part of an embedded SQL block; null when it has none.
+tKorelPreStackElement* tGrammarValues::sqlValueOf(unsigned production) {
+  switch (production) {
+    case kKindSql:
+      return makeSqlCall();
+    case kAliasName:
+    case kSizeNumber:
+    case kSizeName:
+      return makeName(0);
+    case kAliasString:
+      return takeOver(0);
+    case kNumericColumn: {
+      tString description("\",\"N\",");
+      description.append(part(kWidthOfColumn).token()).append(',');
+      description.append(part(kDecimalsOfColumn).token()).append('}');
+      sql_.addColumn(lexemeText(0), description);
+      return nullptr;
+    }
+    case kDateColumn:
+      sql_.addColumn(lexemeText(0), "\",\"D\",8,0}");
+      return nullptr;
+    case kLogicalColumn:
+      sql_.addColumn(lexemeText(0), "\",\"L\",1,0}");
+      return nullptr;
+    default:
+      return nullptr;
+  }
+}
+
+std::string_view tGrammarValues::lexemeText(unsigned index) {
+  const SSLexLexeme& lexeme = *part(index).lexeme();
+  return file_.text.view().substr(lexeme.absoluteOffset(), lexeme.length());
+}
+
+tKorelPreStackElement* tGrammarValues::makeSqlCall() {
+  const tSpcString& alias = part(kAliasOfBlock).token();
+  tString expression;
+  if (alias.aux() == kTokIdentName) {
+    expression.append('"').append(alias).append('"');
+  } else {
+    // The quotes stand in the source around the text.
+    const char* const quoted = alias.data() - 1;
+    const std::size_t size = alias.size() + 2;
+    if (quoted[0] != quoted[size - 1]) file_.raise(eSourceError::kUnterminated, sql_.line);
+    expression = tString(std::string_view(quoted, size));
+  }
+  auto* result = new tKorelPreStackElement;
+  tSpcString& token = result->token();
+  token.setText(sql_.call(expression));
+  token.setKind(kKindSql);
+  token.setAux(kTokBeginSql);
+  token.setLine(static_cast<std::uint32_t>(sql_.line));
+  sql_ = {};
+  return result;
+}
+
+void tGrammarValues::attachStatement(tKorelPreStackElement& list) {
+  if (list.list().empty()) return;
+  const auto line = static_cast<int>(list.list()[0].line());
+  if (sql_.holds(line)) {
+    sql_.addLine(list.list());
+    return;
+  }
+  file_.lines.entry(line).tokens().swap(list.list());
+}
+
+tKorelPreStackElement& tGrammarValues::part(unsigned index) {
+  return partOf(parser_, index);
+}
+
+tKorelPreStackElement* tGrammarValues::takeOver(unsigned index) {
+  tKorelPreStackElement& element = part(index);
+  element.refInc();
+  return &element;
 }
 
 }  // namespace precomp

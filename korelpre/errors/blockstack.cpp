@@ -2,29 +2,31 @@
 
 namespace precomp {
 
+using enum eSourceError;
+
 namespace {
 
 struct tBlockWordRule {
-  eBlock block;  // where the word belongs
-  int error;     // when it stands elsewhere
+  eBlock block;        // where the word belongs
+  eSourceError error;  // when it stands elsewhere
   bool ends;
 };
 
 // In the order of eBlockWord.
 constexpr tBlockWordRule kBlockWords[] = {
-    {eBlock::kIf, 2026, false},        // ELSEIF
-    {eBlock::kIf, 2025, false},        // ELSE
-    {eBlock::kIf, 2027, true},         // ENDIF
-    {eBlock::kCase, 2030, false},      // CASE
-    {eBlock::kCase, 2030, false},      // OTHERWISE
-    {eBlock::kCase, 2030, true},       // ENDCASE
-    {eBlock::kWhile, 2028, true},      // ENDDO
-    {eBlock::kFor, 2029, true},        // NEXT
-    {eBlock::kSequence, 2032, false},  // RECOVER
-    {eBlock::kSequence, 2032, true},   // END SEQUENCE
-    {eBlock::kTry, 2033, false},       // CATCH
-    {eBlock::kTry, 2033, true},        // END TRY
-    {eBlock::kSequence, 2032, true},   // END
+    {eBlock::kIf, kElseIfWithoutIf, false},           // ELSEIF
+    {eBlock::kIf, kElseWithoutIf, false},             // ELSE
+    {eBlock::kIf, kEndIfWithoutIf, true},             // ENDIF
+    {eBlock::kCase, kEndCaseWithoutCase, false},      // CASE
+    {eBlock::kCase, kEndCaseWithoutCase, false},      // OTHERWISE
+    {eBlock::kCase, kEndCaseWithoutCase, true},       // ENDCASE
+    {eBlock::kWhile, kEndDoWithoutWhile, true},       // ENDDO
+    {eBlock::kFor, kNextWithoutFor, true},            // NEXT
+    {eBlock::kSequence, kEndWithoutSequence, false},  // RECOVER
+    {eBlock::kSequence, kEndWithoutSequence, true},   // END SEQUENCE
+    {eBlock::kTry, kEndWithoutTry, false},            // CATCH
+    {eBlock::kTry, kEndWithoutTry, true},             // END TRY
+    {eBlock::kSequence, kEndWithoutSequence, true},   // END
 };
 
 const tBlockWordRule& ruleOf(eBlockWord word) {
@@ -54,20 +56,20 @@ void tBlockCmd::enterRecover(const tBlockCmd* around) {
   takeOver(around);
 }
 
-int tBlockCmd::checkEnd(eBlockWord word) const {
+eSourceError tBlockCmd::checkEnd(eBlockWord word) const {
   const tBlockWordRule& rule = ruleOf(word);
-  if (word == eBlockWord::kEnd) return 0;
+  if (word == eBlockWord::kEnd) return kNone;
   if (rule.block != block_) return rule.error;
   const bool second = word == eBlockWord::kElse || word == eBlockWord::kElseIf;
-  return elseSeen_ && second ? rule.error : 0;
+  return elseSeen_ && second ? rule.error : kNone;
 }
 
-int tBlockCmd::checkLeaving(eLeaving word) const {
-  if (word == eLeaving::kReturn) return inSequence_ ? 2086 : 0;
+eSourceError tBlockCmd::checkLeaving(eLeaving word) const {
+  if (word == eLeaving::kReturn) return inSequence_ ? kReturnFromSequence : kNone;
   const bool exit = word == eLeaving::kExit;
-  if (!inLoop_) return exit ? 2011 : 2012;
-  if (sequenceInLoop_) return exit ? 2013 : 2014;
-  return 0;
+  if (!inLoop_) return exit ? kExitWithoutLoop : kLoopWithoutLoop;
+  if (sequenceInLoop_) return exit ? kExitFromSequence : kLoopFromSequence;
+  return kNone;
 }
 
 void tPrgStack::push(eBlock block, const tStatementPlace& place) {
@@ -75,9 +77,9 @@ void tPrgStack::push(eBlock block, const tStatementPlace& place) {
   open_.emplace_back(block, place, around);
 }
 
-int tPrgStack::checkErr(eBlockWord word) {
+eSourceError tPrgStack::checkErr(eBlockWord word) {
   if (open_.empty()) return ruleOf(word).error;
-  if (const int error = open_.back().checkEnd(word); error != 0) return error;
+  if (const eSourceError error = open_.back().checkEnd(word); error != kNone) return error;
   if (ruleOf(word).ends) {
     open_.pop_back();
   } else if (word == eBlockWord::kElse) {
@@ -85,13 +87,13 @@ int tPrgStack::checkErr(eBlockWord word) {
   } else if (word == eBlockWord::kRecover) {
     open_.back().enterRecover(open_.size() > 1 ? &open_[open_.size() - 2] : nullptr);
   }
-  return 0;
+  return kNone;
 }
 
-int tPrgStack::checkErr(eLeaving word) const {
+eSourceError tPrgStack::checkErr(eLeaving word) const {
   if (!open_.empty()) return open_.back().checkLeaving(word);
-  if (word == eLeaving::kReturn) return 0;
-  return word == eLeaving::kExit ? 2011 : 2012;
+  if (word == eLeaving::kReturn) return kNone;
+  return word == eLeaving::kExit ? kExitWithoutLoop : kLoopWithoutLoop;
 }
 
 }  // namespace precomp

@@ -3,17 +3,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "korelpre/errors/sourcefile.h"
+
 namespace precomp {
-
-class KorelPreYaccClass;
-
-/// Where a statement stands. The file's processor must outlive it.
-struct tStatementPlace {
-  KorelPreYaccClass* file = nullptr;
-  int line = 0;      // of that file, from 1
-  int mainLine = 0;  // the line of the main file that led there
-  int column = 0;    // from 1; 0 for that of the first character of the line that is no blank
-};
 
 enum class eBlock : std::uint8_t { kIf, kCase, kWhile, kFor, kSequence, kTry, kBody };
 
@@ -44,11 +36,10 @@ class tBlockCmd {
   tBlockCmd(eBlock block, const tStatementPlace& place, const tBlockCmd* around);
 
   const tStatementPlace& place() const { return place_; }
-  /// 0 when `word` may continue or end this block, otherwise the number of the error.
-  int checkEnd(eBlockWord word) const;
-  /// 0 when a statement directly in this block may leave it by `word`, otherwise the number of the
-  /// error.
-  int checkLeaving(eLeaving word) const;
+  /// kNone when `word` may continue or end this block, otherwise the error.
+  eSourceError checkEnd(eBlockWord word) const;
+  /// kNone when a statement directly in this block may leave it by `word`, otherwise the error.
+  eSourceError checkLeaving(eLeaving word) const;
 
   /// The block goes on behind its ELSE.
   void enterElse() { elseSeen_ = true; }
@@ -77,11 +68,11 @@ class tPrgStack {
   /// The innermost block; there must be one.
   const tBlockCmd& top() const { return open_.back(); }
 
-  /// Lets `word` continue or end the innermost block. Returns 0, or the number of the error when it
-  /// does not fit there; nothing has changed then.
-  int checkErr(eBlockWord word);
-  /// 0 when a statement at this point may leave by `word`, otherwise the number of the error.
-  int checkErr(eLeaving word) const;
+  /// Lets `word` continue or end the innermost block. Returns kNone, or the error when it does not
+  /// fit there; nothing has changed then.
+  eSourceError checkErr(eBlockWord word);
+  /// kNone when a statement at this point may leave by `word`, otherwise the error.
+  eSourceError checkErr(eLeaving word) const;
 
  private:
   std::vector<tBlockCmd> open_;

@@ -4,29 +4,26 @@
 
 #include "korelpre/headers/contenthash.h"
 #include "korelpre/headers/imagebuilder.h"
-#include "korelpre/korelprecls.h"
+#include "korelpre/tables/ruleset.h"
 
 namespace precomp {
 
-tHeaderRecorder::tHeaderRecorder(tSharedState& shared, int depth, bool hashes)
-    : shared_(shared),
-      depth_(depth),
-      hashes_(hashes),
-      filesBefore_(shared.includedFiles),
-      bytesBefore_(shared.includedBytes) {
-  shared_.recorder = this;
+tHeaderRecorder::tHeaderRecorder(tHeaderRecorder*& slot, const tRuleSet& rules,
+                                 const tIncludeCount& included, tSettings settings)
+    : slot_(slot), rules_(rules), included_(included), before_(included), settings_(settings) {
+  slot_ = this;
 }
 
 tHeaderRecorder::~tHeaderRecorder() {
-  shared_.recorder = nullptr;
+  slot_ = nullptr;
 }
 
 void tHeaderRecorder::fileRead(const tString& requested, const tString& path,
                                const tString& resolved, std::string_view text, int depth) {
   const auto kept = [this](const tString& name) { return texts_.emplace_back(name.view()).view(); };
-  notes_.depth = std::max(notes_.depth, static_cast<std::uint32_t>(depth - depth_));
-  notes_.files.push_back(
-      {kept(requested), kept(path), kept(resolved), text.size(), hashes_ ? contentHash(text) : 0});
+  notes_.depth = std::max(notes_.depth, static_cast<std::uint32_t>(depth - settings_.depth));
+  notes_.files.push_back({kept(requested), kept(path), kept(resolved), text.size(),
+                          settings_.hashes ? contentHash(text) : 0});
 }
 
 void tHeaderRecorder::tested(std::string_view name, bool defined) {
@@ -64,12 +61,12 @@ std::shared_ptr<const tHeaderImage> tHeaderRecorder::finish(
     const std::unordered_set<std::string>& includedNames, bool wholeTables) {
   if (spoilt_) return nullptr;
   notes_.largestText = tString::maxSize();
-  notes_.includedFiles = static_cast<std::uint32_t>(shared_.includedFiles - filesBefore_);
-  notes_.includedBytes = static_cast<std::uint64_t>(shared_.includedBytes - bytesBefore_);
+  notes_.includedFiles = static_cast<std::uint32_t>(included_.files - before_.files);
+  notes_.includedBytes = static_cast<std::uint64_t>(included_.bytes - before_.bytes);
   for (const std::string& name : includedNames) notes_.includedNames.emplace_back(name);
   std::sort(notes_.includedNames.begin(), notes_.includedNames.end());
   tImageBuilder builder;
-  for (const tXChgArray* table : {&shared_.defines, &shared_.commands, &shared_.translates}) {
+  for (const tXChgArray* table : {&rules_.defines, &rules_.commands, &rules_.translates}) {
     builder.addTable(*table, rulesOf(*table), wholeTables);
   }
   return builder.finish(notes_);

@@ -9,20 +9,25 @@
 #include <vector>
 
 #include "korelpre/headers/headerimage.h"
+#include "korelpre/headers/includecount.h"
 #include "lib_base/stringz.h"
 
 namespace precomp {
 
+class tRuleSet;
 class tXChgArray;
-struct tSharedState;
 
 /// Watches how a header is read and makes an image of it.
 class tHeaderRecorder {
  public:
-  /// From now on the processors that share this state report here what they do, until this object
-  /// goes. `depth` is that of the includer. The contents of files are hashed only when the image is
-  /// to be saved.
-  tHeaderRecorder(tSharedState& shared, int depth, bool hashes);
+  struct tSettings {
+    int depth = 0;        // of the includer
+    bool hashes = false;  // contents of files are hashed, since the image is to be saved
+  };
+  /// Until this object goes, whoever looks into `slot` finds it there and reports what it does.
+  /// `included` counts on meanwhile. All must outlive this object.
+  tHeaderRecorder(tHeaderRecorder*& slot, const tRuleSet& rules, const tIncludeCount& included,
+                  tSettings settings);
   ~tHeaderRecorder();
   tHeaderRecorder(const tHeaderRecorder&) = delete;
   tHeaderRecorder& operator=(const tHeaderRecorder&) = delete;
@@ -47,12 +52,12 @@ class tHeaderRecorder {
  private:
   std::vector<const tBaseXChg*> rulesOf(const tXChgArray& table) const;
 
-  tSharedState& shared_;
-  int depth_;
-  bool hashes_;
+  tHeaderRecorder*& slot_;
+  const tRuleSet& rules_;
+  const tIncludeCount& included_;
+  const tIncludeCount before_;
+  const tSettings settings_;
   bool spoilt_ = false;
-  int filesBefore_;
-  std::int64_t bytesBefore_;
   std::deque<tString> texts_;  // what the notes refer to
   tHeaderNotes notes_;
   std::unordered_set<std::string> defined_;  // by the header itself

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 
-#include "korelpre/korelprecls.h"
 #include "korelpre/rules/match.h"
 #include "korelpre/text/exprbounds.h"
 #include "korelpre/text/tokenkinds.h"
@@ -157,11 +156,11 @@ class tExpressionScan {
   }
 
   bool check(int last) {
-    KorelPreYaccClass* processor = marker_.rule()->processor();
-    if (last >= first_ && processor != nullptr) {
+    tRuleContext* const context = marker_.rule()->context();
+    if (last >= first_ && context != nullptr) {
       const auto tokens = static_cast<std::uint32_t>(last - first_ + 1);
       if (!t_.step(tokens * kStepsPerParsedToken)) return fail();
-      validateExpr(processor->KorelYacc(), &t_, first_, last);
+      validateExpr(context->KorelYacc(), &t_, first_, last);
     }
     if (last >= first_) return succeed(last);
     t_.setRawCursor(last);

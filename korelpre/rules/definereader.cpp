@@ -12,18 +12,26 @@ namespace precomp {
 using namespace korelpre;
 
 bool tDefineReader::read(const char* start, const char* end, int line, tMarkerArena* arena) {
-  constexpr std::string_view kWord = "#define";
   const char* const directive = skipBlanks(start, end);
-  if (!startsWithNoCase({directive, static_cast<std::size_t>(end - directive)}, kWord)) {
-    return false;
-  }
-  const char* p = directive + kWord.size();
+  const tDirectiveWord word = directiveAt(directive, end);
+  if (word.directive != eDirective::kDefine) return false;
+  const char* p = directive + word.length;
+  line_ = line;
   parameters_.Destroy();
   value_.Destroy();
   if (!readName(p, end, line) || !readPieces(directive, p, end)) return false;
   std::size_t at = 0;
   if (name_.view().ends_with('(') && !readParameters(at, line)) return false;
   return readValue(at, arena);
+}
+
+tRuleDirective tDefineReader::directive() const {
+  return {.directive = eDirective::kDefine,
+          .line = line_,
+          .text = text(),
+          .name = &name_,
+          .parameters = parameters_.empty() ? nullptr : &parameters_,
+          .value = &value_};
 }
 
 bool tDefineReader::readName(const char*& p, const char* end, int line) {

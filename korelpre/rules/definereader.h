@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korelpre/rules/directivepieces.h"
+#include "korelpre/rules/ruledirective.h"
 
 namespace precomp {
 
@@ -13,6 +14,8 @@ class tDefineReader : public tDirectivePieces {
   bool read(const char* start, const char* end, int line, tMarkerArena* arena);
 
   // What the last read() that succeeded has read.
+  /// The directive, which refers to this reader.
+  tRuleDirective directive() const;
   /// With the "(" that follows it when there are parameters.
   const tSpcString& name() const { return name_; }
   bool hasParameters() const { return !parameters_.empty(); }
@@ -24,6 +27,7 @@ class tDefineReader : public tDirectivePieces {
   bool readParameters(std::size_t& at, int line);
   bool readValue(std::size_t at, tMarkerArena* arena);
 
+  int line_ = 0;
   tSpcString name_;
   tAutoArray<tSpcString> parameters_;
   tAutoArray<tSpcString> value_;

@@ -7,9 +7,6 @@
 #include <new>
 #include <utility>
 
-#include "korelpre/rules/arenalist.h"
-#include "lib_base/fatal.h"
-
 namespace precomp {
 
 namespace {
@@ -18,10 +15,6 @@ constexpr std::size_t kFirstChunk = 16 * 1024;
 constexpr std::size_t kLargePage = std::size_t{2} << 20;
 
 }  // namespace
-
-void arenaListOutOfBounds() {
-  fatalError("array index out of bounds", "korelpre/rules/markerarena", __LINE__);
-}
 
 void tMarkerArena::tRelease::operator()(std::byte* chunk) const noexcept {
   std::free(chunk);

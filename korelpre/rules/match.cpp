@@ -8,8 +8,6 @@
 
 #include "korelpre/rules/match.h"
 
-#include "korelpre/rules/rule.h"
-
 namespace precomp {
 
 namespace {
@@ -74,7 +72,7 @@ bool endsStatement(tTknString* t) {
 
 }  // namespace
 
-int rmatchCount(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent) {
+int rmatchCount(const tRuleHome* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent) {
   if (t->curTokenIdx() < 0 || head == nullptr) return 0;
   const int score = walkChain(head, t, parent);
   if (score > 0 && rule != nullptr && rule->isCmd() && !endsStatement(t)) {
@@ -84,7 +82,7 @@ int rmatchCount(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatch
   return score;
 }
 
-bool rmatch(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent) {
+bool rmatch(const tRuleHome* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent) {
   if (head == nullptr) return t->curTokenIdx() < 0;
   return rmatchCount(rule, head, t, parent) > 0;
 }

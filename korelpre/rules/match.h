@@ -8,10 +8,10 @@ namespace precomp {
 /// cursor then stands behind the last token taken. `rule` is given for the chain of a whole rule:
 /// a command must then reach the end of the statement or a ";". `parent` is the marker behind which
 /// the group `head` stands, or null.
-bool rmatch(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent);
+bool rmatch(const tRuleHome* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent);
 /// The same walk; returns how many markers matched, those of repeated groups each time, or 0 when
 /// the chain does not match.
-int rmatchCount(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent);
+int rmatchCount(const tRuleHome* rule, tMatchMarker* head, tTknString* t, tMatchMarker* parent);
 /// Whether one of the groups could start at the cursor.
 bool searchOpt(tTknString* t, const tMarkerList& groups);
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "korelpre/rules/rule.h"
 #include "korelpre/text/keyword.h"
 #include "korelpre/text/tokenkinds.h"
 #include "lib_base/misc.h"
@@ -58,7 +57,7 @@ int tMatchMarker::getRecurLevel() const {
   return matched_ ? 1 : 0;
 }
 
-void tMatchMarker::link(tBaseXChg* /*rule*/, tMatchMarker& /*marker*/) {}
+void tMatchMarker::link(tRuleHome* /*rule*/, tMatchMarker& /*marker*/) {}
 
 bool tMatchMarker::checkMatch(tTknString* /*t*/) {
   return false;

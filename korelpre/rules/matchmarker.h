@@ -6,6 +6,7 @@
 #include "korelpre/korelpreobjs.h"
 #include "korelpre/rules/arenalist.h"
 #include "korelpre/rules/markerarena.h"
+#include "korelpre/rules/rulehome.h"
 #include "korelpre/text/tknstring.h"
 #include "ssvp40xpf/sssto.h"
 
@@ -61,7 +62,7 @@ class tMatchMarker {
   /// False on failure.
   virtual bool replace(tTknString* t, int level);
   /// Links a result marker with `marker` when they have one name.
-  virtual void link(tBaseXChg* rule, tMatchMarker& marker);
+  virtual void link(tRuleHome* rule, tMatchMarker& marker);
   /// Forgets the whole match, along the chain and in its groups.
   virtual void resetAll();
   /// Forgets the current attempt, along the chain and, with `deep` set, in its groups.
@@ -94,8 +95,8 @@ class tMatchMarker {
   const tSpcString& token() const { return token_; }
   tSpcString& token() { return token_; }
   /// The rule that owns the marker.
-  tBaseXChg* rule() const { return rule_; }
-  void setRule(tBaseXChg* rule) { rule_ = rule; }
+  tRuleHome* rule() const { return rule_; }
+  void setRule(tRuleHome* rule) { rule_ = rule; }
   /// Whether the marker is the first of a group, or of a clause of a result.
   bool isGroupHead() const { return groupHead_; }
   void setGroupHead(bool head) { groupHead_ = head; }
@@ -150,7 +151,7 @@ class tMatchMarker {
   tMatchMarker* next_ = nullptr;
   tMarkerList* groups_ = nullptr;  // null when there are none
   tSpcString token_;
-  tBaseXChg* rule_ = nullptr;
+  tRuleHome* rule_ = nullptr;
   eRuleType kind_;
   bool groupHead_ = false;
   bool mayBeEmpty_ = false;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "korelpre/rules/rule.h"
 #include "lib_base/misc.h"
 
 namespace precomp {
@@ -11,7 +10,7 @@ bool tResultMarker::match(tTknString* /*t*/, tMatchMarker* /*parent*/) {
   return false;
 }
 
-void tResultMarker::link(tBaseXChg* rule, tMatchMarker& marker) {
+void tResultMarker::link(tRuleHome* rule, tMatchMarker& marker) {
   if (!equalNoCase(token(), marker.token())) return;
   if (firstLink_ == nullptr) {
     firstLink_ = &marker;

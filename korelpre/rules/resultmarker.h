@@ -20,7 +20,7 @@ class tResultMarker : public tMatchMarker {
   bool match(tTknString* t, tMatchMarker* parent) override;
   bool replace(tTknString* t, int level) override;
   /// Adds `marker` to the linked ones when the names are equal, whatever their case.
-  void link(tBaseXChg* rule, tMatchMarker& marker) override;
+  void link(tRuleHome* rule, tMatchMarker& marker) override;
 
   bool isLinked() const { return firstLink_ != nullptr; }
   /// Makes the clause that begins here follow what `driver` is linked with.
@@ -49,7 +49,7 @@ class tResultIdentifier : public tResultMarker {
   bool isIdentifier() const override { return true; }
   void print(tString* out) const override;
   bool replace(tTknString* t, int level) override;
-  void link(tBaseXChg* /*rule*/, tMatchMarker& /*marker*/) override {}
+  void link(tRuleHome* /*rule*/, tMatchMarker& /*marker*/) override {}
 };
 
 /// Stands where a clause opens a clause; writes nothing.
@@ -58,7 +58,7 @@ class tResultMarkerOpt : public tResultMarker {
   tResultMarkerOpt() : tResultMarker(tSpcString(), kMatchMarkerOpt) {}
   void print(tString* out) const override;
   bool replace(tTknString* t, int level) override;
-  void link(tBaseXChg* /*rule*/, tMatchMarker& /*marker*/) override {}
+  void link(tRuleHome* /*rule*/, tMatchMarker& /*marker*/) override {}
 };
 
 /// `<{id}>`: the capture as a code block, unless it already is one.

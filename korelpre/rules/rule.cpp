@@ -125,17 +125,17 @@ tMatchMarker* defineResult(const tAutoArray<tSpcString>& parameters,
 
 }  // namespace
 
-tBaseXChg::tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMarker* firstMatch,
+tBaseXChg::tBaseXChg(tRuleContext* context, tWordRule wordRule, tMatchMarker* firstMatch,
                      tMatchMarker* firstResult, const tString& key)
-    : key_(key), wordRule_(wordRule), processor_(processor) {
+    : tRuleHome(context, wordRule), key_(key) {
   setChains(firstMatch, firstResult);
 }
 
 tBaseXChg::~tBaseXChg() = default;
 
 void tBaseXChg::operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept {
-  const bool inArena = rule->arena_ != nullptr;
-  if (inArena && !rule->needsDestructors_) {
+  const bool inArena = rule->arena() != nullptr;
+  if (inArena && !rule->needsDestructors()) {
     static_cast<void>(rule->firstMatch_.release());
     static_cast<void>(rule->firstResult_.release());
   }
@@ -205,15 +205,15 @@ int tBaseXChg::matchCount(int start, tTknString* t) {
   return score > 0 ? words + score : 0;
 }
 
-bool tBaseXChg::replace(KorelPreYaccClass* processor, int start, tTknString* t) {
-  return matchCount(start, t) > 0 && replaceMatched(processor, start, t);
+bool tBaseXChg::replace(tRuleContext* context, int start, tTknString* t) {
+  return matchCount(start, t) > 0 && replaceMatched(context, start, t);
 }
 
-bool tBaseXChg::replaceMatched(KorelPreYaccClass* processor, int start, tTknString* t) {
+bool tBaseXChg::replaceMatched(tRuleContext* context, int start, tTknString* t) {
   const tReplacement scope(*t, start);
   try {
     if (!buildReplacement(start, t)) return false;
-    t->doReset(processor, start);
+    t->doReset(context, start);
     return true;
   } catch (const tFatalError& failure) {
     const char* text = *failure.text() != '\0' ? failure.text() : "assert failed";
@@ -232,17 +232,17 @@ bool tBaseXChg::buildReplacement(int start, tTknString* t) {
   return true;
 }
 
-tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
+tTranslate::tTranslate(tRuleContext* context, const tSpcString& name,
                        const tAutoArray<tSpcString>& value, tMarkerArena* arena)
-    : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true}, name) {
+    : tBaseXChg(context, {.abbreviate = false, .caseSensitive = true}, name) {
   setArena(arena);
   setChains(makeMarker<tMatchIdentifier>(arena, name), defineResult({}, value, arena));
 }
 
-tTranslate::tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
+tTranslate::tTranslate(tRuleContext* context, const tSpcString& name,
                        const tAutoArray<tSpcString>& parameters,
                        const tAutoArray<tSpcString>& value, tMarkerArena* arena)
-    : tBaseXChg(processor, {.abbreviate = false, .caseSensitive = true},
+    : tBaseXChg(context, {.abbreviate = false, .caseSensitive = true},
                 name.substr(0, name.size() - (name.view().ends_with('(') ? 1 : 0))) {
   setArena(arena);
   setChains(definePattern(name, key(), parameters, arena), defineResult(parameters, value, arena));

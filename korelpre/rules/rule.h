@@ -5,22 +5,22 @@
 #include <string_view>
 
 #include "korelpre/rules/matchmarker.h"
+#include "korelpre/rules/rulehome.h"
 #include "korelpre/text/keyword.h"
 #include "korelpre/text/tknstring.h"
 
 namespace precomp {
 
-class KorelPreYaccClass;
 class tSourceLine;
 
 /// A rule: a pattern, what replaces it, and the key under which tables keep it.
-class tBaseXChg {
+class tBaseXChg : public tRuleHome {
  public:
   /// Takes ownership of both chains; `firstResult` may be null, the matched text is then replaced
-  /// by nothing. `processor` must outlive the rule.
-  tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, tMatchMarker* firstMatch,
+  /// by nothing. `context` (may be null) must outlive the rule.
+  tBaseXChg(tRuleContext* context, tWordRule wordRule, tMatchMarker* firstMatch,
             tMatchMarker* firstResult, const tString& key);
-  virtual ~tBaseXChg();
+  ~tBaseXChg() override;
 
   static void* operator new(std::size_t size) { return ::operator new(size); }
   /// In front of its markers, in their arena; setArena() must follow.
@@ -29,46 +29,32 @@ class tBaseXChg {
   static void operator delete(void* storage) { ::operator delete(storage); }
   static void operator delete(void* /*storage*/, void* /*place*/) {}
   static void operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept;
-  void setArena(tMarkerArena* arena) { arena_ = arena; }
-  /// Null when neither the rule nor its markers lie in one.
-  tMarkerArena* arena() const { return arena_; }
-  /// Tells that a marker of the rule owns something outside of the arena. Otherwise the markers of
-  /// a rule in an arena are forgotten with it and not destroyed.
-  void setNeedsDestructors() { needsDestructors_ = true; }
-  tBaseXChg(const tBaseXChg&) = delete;
-  tBaseXChg& operator=(const tBaseXChg&) = delete;
-
-  /// True for a command, which must account for a whole statement.
-  virtual bool isCmd() const { return false; }
   /// Appends the rule's form in a listing to `out`, or writes it to the output when that is null.
   virtual void print(tString* out) const;
   /// The same for a chain of markers.
   virtual void rprint(tString* out, const tMatchMarker* head) const;
   /// Applies the rule at the token `start` of `t`, or to the whole statement when it is -1. False
   /// when it does not match or fails; `t` is then unchanged.
-  virtual bool replace(KorelPreYaccClass* processor, int start, tTknString* t);
+  virtual bool replace(tRuleContext* context, int start, tTknString* t);
   virtual void save(tPCHStream* stream) const;
   /// Makes this new rule what save() wrote; `first` is the byte that tells its class, which has
   /// been read. False when the stream is damaged. The texts refer to the stream's bytes.
   virtual bool load(tPCHStream* stream, std::uint8_t first);
   /// A rule of the class and contents that save() wrote; null when the stream is damaged.
-  static std::unique_ptr<tBaseXChg> restore(tPCHStream* stream, KorelPreYaccClass* processor);
+  static std::unique_ptr<tBaseXChg> restore(tPCHStream* stream, tRuleContext* context);
   /// How well the pattern matches at `start`; 0 when it does not. The cursor stands behind the
   /// match afterwards.
   int matchCount(int start, tTknString* t);
   /// The second half of replace(), for a rule whose last matchCount() with these arguments was
   /// above 0 and left the cursor where it is.
-  bool replaceMatched(KorelPreYaccClass* processor, int start, tTknString* t);
+  bool replaceMatched(tRuleContext* context, int start, tTknString* t);
 
   const tString& key() const { return key_; }
-  tWordRule wordRule() const { return wordRule_; }
   /// How many pairs of a result marker and a match marker have one name.
   int linkCount() const {
     readDirective();
     return linkCount_;
   }
-  /// The processor whose tables hold the rule.
-  KorelPreYaccClass* processor() const { return processor_; }
   /// The line entry that will enter the rule into the tables, or null.
   tSourceLine* lineEntry() const { return lineEntry_; }
   void setLineEntry(tSourceLine* entry) { lineEntry_ = entry; }
@@ -102,9 +88,8 @@ class tBaseXChg {
   /// somebody asks for them.
   void readLater() { unread_ = true; }
   bool isRead() const { return !unread_; }
-  /// Has the processor fetch a rule and its markers, of which hardly any is still in its caches
-  /// when there are thousands. To fetch them all at once costs little more than to wait for the
-  /// first.
+  /// Prefetches a rule and its markers, of which hardly any is still cached when there are
+  /// thousands. Fetching them all at once costs little more than waiting for the first.
   static void fetch(const tBaseXChg* rule) {
     constexpr std::size_t kLine = 64;
     constexpr std::size_t kLines = 28;
@@ -116,8 +101,8 @@ class tBaseXChg {
 
  protected:
   /// For rules that build their chains themselves.
-  tBaseXChg(KorelPreYaccClass* processor, tWordRule wordRule, const tString& key)
-      : tBaseXChg(processor, wordRule, nullptr, nullptr, key) {}
+  tBaseXChg(tRuleContext* context, tWordRule wordRule, const tString& key)
+      : tBaseXChg(context, wordRule, nullptr, nullptr, key) {}
   void setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult);
 
  private:
@@ -134,13 +119,9 @@ class tBaseXChg {
   std::unique_ptr<tMatchMarker> firstResult_;
   int linkCount_ = 0;
   tString key_;
-  tWordRule wordRule_;
   bool unread_ = false;     // see readLater()
   bool matchLeft_ = false;  // the markers hold what a match left in them
   bool hasClauses_ = false;
-  bool needsDestructors_ = false;
-  tMarkerArena* arena_ = nullptr;
-  KorelPreYaccClass* processor_;
   tSourceLine* lineEntry_ = nullptr;
   tString originFile_;
   int originLine_ = 0;
@@ -161,12 +142,12 @@ class tTranslate : public tBaseXChg {
   using tBaseXChg::tBaseXChg;
   /// A #define without parameters: `name` is replaced by copies of `value`. The key is the name.
   /// Where `arena` is not null the rule and its markers lie there, so no text may be owned.
-  tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
-             const tAutoArray<tSpcString>& value, tMarkerArena* arena = nullptr);
+  tTranslate(tRuleContext* context, const tSpcString& name, const tAutoArray<tSpcString>& value,
+             tMarkerArena* arena = nullptr);
   /// A #define with parameters: `name`, of which a "(" at its end is no part, and arguments in
   /// parentheses are replaced by copies of `value`, in which the parameters' names stand for the
   /// arguments. The key is the name without the "(".
-  tTranslate(KorelPreYaccClass* processor, const tSpcString& name,
+  tTranslate(tRuleContext* context, const tSpcString& name,
              const tAutoArray<tSpcString>& parameters, const tAutoArray<tSpcString>& value,
              tMarkerArena* arena = nullptr);
   void print(tString* out) const override;

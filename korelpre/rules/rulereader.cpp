@@ -16,23 +16,6 @@ namespace precomp {
 
 using namespace korelpre;
 
-namespace {
-
-struct tDirectiveWord {
-  std::string_view word;
-  bool command;
-  bool abbreviate;
-};
-
-constexpr tDirectiveWord kWords[] = {
-    {"#command", true, true},
-    {"#xcommand", true, false},
-    {"#translate", false, true},
-    {"#xtranslate", false, false},
-};
-
-}  // namespace
-
 bool tRuleReader::read(const char* start, const char* end, tMarkerArena* arena) {
   const char* p = skipBlanks(start, end);
   const char* const directive = p;
@@ -56,15 +39,19 @@ bool tRuleReader::build() {
 }
 
 bool tRuleReader::readWord(const char*& p, const char* end) {
-  const std::string_view rest(p, static_cast<std::size_t>(end - p));
-  for (const tDirectiveWord& entry : kWords) {
-    if (!startsWithNoCase(rest, entry.word)) continue;
-    p += entry.word.size();
-    command_ = entry.command;
-    abbreviate_ = entry.abbreviate;
-    return isBlank(*p);
-  }
-  return false;
+  const tDirectiveWord word = directiveAt(p, end);
+  if (!makesPattern(word.directive)) return false;
+  directive_ = word.directive;
+  p += word.length;
+  return isBlank(*p);
+}
+
+tRuleDirective tRuleReader::directive(int line) {
+  return {.directive = directive_,
+          .line = line,
+          .text = text(),
+          .pattern = &pattern_,
+          .result = &result_};
 }
 
 bool tRuleReader::buildPattern() {

@@ -5,6 +5,7 @@
 
 #include "korelpre/rules/chainbuilder.h"
 #include "korelpre/rules/directivepieces.h"
+#include "korelpre/rules/ruledirective.h"
 
 namespace precomp {
 
@@ -22,8 +23,8 @@ class tRuleReader : public tDirectivePieces {
   void drop();
 
   // What the last read() that succeeded has read.
-  bool isCommand() const { return command_; }
-  bool abbreviates() const { return abbreviate_; }
+  /// The directive, which stood on line `line`; its chains are this reader's.
+  tRuleDirective directive(int line);
   tChainBuilder& pattern() { return pattern_; }
   tChainBuilder& result() { return result_; }
 
@@ -41,8 +42,7 @@ class tRuleReader : public tDirectivePieces {
   bool encloses(std::size_t at, std::uint32_t before, std::uint32_t after) const;
 
   tMarkerArena* arena_ = nullptr;
-  bool command_ = false;
-  bool abbreviate_ = false;
+  eDirective directive_ = eDirective::kNone;
   tChainBuilder pattern_{tChainBuilder::kPattern};
   tChainBuilder result_{tChainBuilder::kResult};
   std::size_t at_ = 0;

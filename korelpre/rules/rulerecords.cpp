@@ -186,8 +186,8 @@ bool tMatchMarkerRestrict::load(tPCHStream* stream, std::uint8_t first) {
 void tBaseXChg::save(tPCHStream* stream) const {
   std::uint8_t first = 0;
   if (isCmd()) first |= kIsCommand;
-  if (wordRule_.abbreviate) first |= kAbbreviates;
-  if (wordRule_.caseSensitive) first |= kCaseSensitive;
+  if (wordRule().abbreviate) first |= kAbbreviates;
+  if (wordRule().caseSensitive) first |= kCaseSensitive;
   if (firstMatch() != nullptr) first |= kHasPattern;
   if (firstResult() != nullptr) first |= kHasResult;
   stream->putByte(first);
@@ -199,7 +199,7 @@ void tBaseXChg::save(tPCHStream* stream) const {
 }
 
 bool tBaseXChg::load(tPCHStream* stream, std::uint8_t first) {
-  wordRule_ = {(first & kAbbreviates) != 0, (first & kCaseSensitive) != 0};
+  setWordRule({(first & kAbbreviates) != 0, (first & kCaseSensitive) != 0});
   key_ = tString::borrow(stream->text());
   const tString file = tString::borrow(stream->name());
   setOrigin(file, static_cast<int>(stream->number32()));
@@ -216,13 +216,13 @@ bool tBaseXChg::load(tPCHStream* stream, std::uint8_t first) {
   return true;
 }
 
-std::unique_ptr<tBaseXChg> tBaseXChg::restore(tPCHStream* stream, KorelPreYaccClass* processor) {
+std::unique_ptr<tBaseXChg> tBaseXChg::restore(tPCHStream* stream, tRuleContext* context) {
   const std::uint8_t first = stream->byte();
   std::unique_ptr<tBaseXChg> rule;
   if ((first & kIsCommand) != 0) {
-    rule = std::make_unique<tCommand>(processor, tWordRule{}, nullptr, nullptr, tString());
+    rule = std::make_unique<tCommand>(context, tWordRule{}, nullptr, nullptr, tString());
   } else {
-    rule = std::make_unique<tTranslate>(processor, tWordRule{}, nullptr, nullptr, tString());
+    rule = std::make_unique<tTranslate>(context, tWordRule{}, nullptr, nullptr, tString());
   }
   if (stream->failed() || !rule->load(stream, first)) return nullptr;
   return rule;

@@ -78,7 +78,7 @@ struct tDriver {
 
 class tLinker {
  public:
-  tLinker(tBaseXChg* rule, tMatchMarker* matchHead, int& count)
+  tLinker(tRuleHome* rule, tMatchMarker* matchHead, int& count)
       : rule_(rule), markers_(matchHead), count_(count) {}
 
   tDriver linkChain(tMatchMarker* head) {
@@ -111,14 +111,14 @@ class tLinker {
     return driver;
   }
 
-  tBaseXChg* rule_;
+  tRuleHome* rule_;
   tNamedMarkers markers_;
   int& count_;
 };
 
 // Kept on purpose: the counter of a clause goes on over the repetitions of the clause around it, so
 // a nested clause is written in the first of them only.
-void replaceClause(const tBaseXChg* rule, tMatchMarker& clause, tTknString* t) {
+void replaceClause(const tRuleHome* rule, tMatchMarker& clause, tTknString* t) {
   const int count = clause.getRecurLevel();
   for (int level = 0; level < count && clause.countRepetition(count); ++level) {
     if (!rreplace(rule, &clause, t, level)) return;
@@ -127,11 +127,11 @@ void replaceClause(const tBaseXChg* rule, tMatchMarker& clause, tTknString* t) {
 
 }  // namespace
 
-void rlink(tBaseXChg* rule, tMatchMarker* matchHead, tMatchMarker* resultHead, int& count) {
+void rlink(tRuleHome* rule, tMatchMarker* matchHead, tMatchMarker* resultHead, int& count) {
   if (resultHead != nullptr) tLinker(rule, matchHead, count).linkChain(resultHead);
 }
 
-bool rreplace(const tBaseXChg* rule, tMatchMarker* head, tTknString* t, int level) {
+bool rreplace(const tRuleHome* rule, tMatchMarker* head, tTknString* t, int level) {
   for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
     if (!t->step()) return false;
     if (!marker->isGroupHead() && !marker->replace(t, level)) return false;

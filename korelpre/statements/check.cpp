@@ -8,8 +8,6 @@
 #include <array>
 #include <string>
 
-#include "korelpre/korelprecls.h"
-
 namespace precomp {
 
 using enum eStatementWord;
@@ -129,8 +127,9 @@ bool isNoName(std::string_view token) {
          (token[0] >= '0' && token[0] <= '9');
 }
 
-[[noreturn]] void raise(int code, const tStatementPlace& place, std::string_view extra = {}) {
-  place.file->exceptionAt(code, place, std::string(extra).c_str());
+[[noreturn]] void raise(eSourceError error, const tStatementPlace& place,
+                        std::string_view extra = {}) {
+  place.file->raise(error, place, std::string(extra).c_str());
 }
 
 }  // namespace
@@ -147,11 +146,11 @@ void tStatementCheck::finish() {
 }
 
 void tStatementCheck::raiseUnclosed() const {
-  if (!structures_.empty()) raise(2024, structures_.top().place());
+  if (!structures_.empty()) raise(eSourceError::kUnclosedStructure, structures_.top().place());
 }
 
 bool tStatementCheck::judgePlain(std::string_view text, const char* first, bool joined,
-                                 KorelPreYaccClass& file, int line) {
+                                 tSourceFile& file, int line) {
   const std::string_view word = nameAt(first);
   const eStatementWord meaning = statementWord(word);
   if (settled_ && meaning == kNone) {
@@ -205,13 +204,13 @@ bool tStatementCheck::startsBody(eStatementWord word, const tOpening& opening,
     if (modified != kFunction && modified != kMethod) return false;
     if (isName(opening.third)) return true;
     if (word == kStatic && modified == kFunction && isNoName(opening.third)) {
-      raise(2091, place, opening.third);
+      raise(eSourceError::kInvalidFunctionName, place, opening.third);
     }
     return false;
   }
   switch (word) {
     case kFunction:
-      if (!isName(opening.next)) raise(2091, place, opening.next);
+      if (!isName(opening.next)) raise(eSourceError::kInvalidFunctionName, place, opening.next);
       return true;
     case kMethod:
       return isName(opening.next);
@@ -221,7 +220,7 @@ bool tStatementCheck::startsBody(eStatementWord word, const tOpening& opening,
 }
 
 void tStatementCheck::openBody(const tStatementPlace& place) {
-  if (bodies_.empty() && misplaced_.line > 0) raise(2006, misplaced_);
+  if (bodies_.empty() && misplaced_.line > 0) raise(eSourceError::kOutsideFunction, misplaced_);
   raiseUnclosed();
   bodies_.clear();
   bodies_.push(eBlock::kBody, place);
@@ -238,14 +237,15 @@ bool tStatementCheck::declares(eStatementWord word, const tOpening& opening,
       return true;
     case kLocal: {
       const bool late = !bodies_.empty() && executableSeen_;
-      if (late) raise(2051, place);
+      if (late) raise(eSourceError::kLateLocal, place);
       if (!settled_) misplaced_ = place;
       settled_ = true;
       return true;
     }
     case kNamespace:
       if (!isName(opening.next)) return false;
-      if (!place.file->isExtendedSource() || !bodies_.empty()) raise(2006, place);
+      if (!place.file->isExtendedSource() || !bodies_.empty())
+        raise(eSourceError::kOutsideFunction, place);
       return true;
     default:
       return false;
@@ -256,7 +256,7 @@ bool tStatementCheck::declares(eStatementWord word, const tOpening& opening,
 bool tStatementCheck::useStructures(eStatementWord word, const tOpening& opening,
                                     const tStatementPlace& place) {
   const tUse use = useOf(word, opening.next);
-  int error = 0;
+  eSourceError error = eSourceError::kNone;
   switch (use.use) {
     case eUse::kNone:
       return false;
@@ -270,7 +270,7 @@ bool tStatementCheck::useStructures(eStatementWord word, const tOpening& opening
       error = structures_.checkErr(static_cast<eLeaving>(use.what));
       break;
   }
-  if (error != 0) raise(error, place);
+  if (error != eSourceError::kNone) raise(error, place);
   return true;
 }
 

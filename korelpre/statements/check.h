@@ -25,15 +25,15 @@ class tStatementCheck {
   /// brackets nest, its quotes are closed, and it holds no "@" that could be wrong and no ";" that
   /// separates statements. With `joined` tokens in it may look like one although they are two: then
   /// the answer can be false, and only check() can tell.
-  bool checkPlain(std::string_view text, bool joined, KorelPreYaccClass& file, int line);
+  bool checkPlain(std::string_view text, bool joined, tSourceFile& file, int line);
   /// Checks a statement by its tokens. `line` is that of tokens that have none.
-  void check(const tTknString& statement, KorelPreYaccClass& file);
+  void check(const tTknString& statement, tSourceFile& file);
 
  private:
   // `ifFunction`: an IF is the function of that name.
   void judge(const tOpening& opening, eStatementWord word, bool ifFunction,
              const tStatementPlace& place);
-  bool judgePlain(std::string_view text, const char* first, bool joined, KorelPreYaccClass& file,
+  bool judgePlain(std::string_view text, const char* first, bool joined, tSourceFile& file,
                   int line);
   bool startsBody(eStatementWord word, const tOpening& opening, const tStatementPlace& place) const;
   bool declares(eStatementWord word, const tOpening& opening, const tStatementPlace& place);
@@ -44,8 +44,8 @@ class tStatementCheck {
 
   // One part of a statement that is given by its tokens.
   struct tPart;
-  void checkPart(tPart& part, KorelPreYaccClass& file);
-  void takeToken(tPart& part, const tSpcString& token, KorelPreYaccClass& file);
+  void checkPart(tPart& part, tSourceFile& file);
+  void takeToken(tPart& part, const tSpcString& token, tSourceFile& file);
 
   tPrgStack structures_;
   tPrgStack bodies_;             // at most one: a body ends where the next begins
@@ -60,7 +60,7 @@ class tStatementCheck {
   std::vector<tOpenBracket> brackets_;  // of a part
 };
 
-inline bool tStatementCheck::checkPlain(std::string_view text, bool joined, KorelPreYaccClass& file,
+inline bool tStatementCheck::checkPlain(std::string_view text, bool joined, tSourceFile& file,
                                         int line) {
   const char* p = text.data();
   while (*p == ' ' || *p == '\t') ++p;

@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "korelpre/korelprecls.h"
 #include "korelpre/statements/check.h"
 #include "korelpre/text/linescan.h"
 #include "korelpre/text/tokenise.h"
@@ -80,12 +79,14 @@ constexpr std::string_view kArrow = "->";
 constexpr std::string_view kBlockCall = "__execSql";
 
 // The column of a token if it stands on the given line of the file, otherwise 0.
-int columnOn(int line, const tSpcString& token, const KorelPreYaccClass& file) {
+int columnOn(int line, const tSpcString& token, const tSourceFile& file) {
   return static_cast<int>(token.line()) == line ? file.columnOf(token) : 0;
 }
 
-[[noreturn]] void raise(int code, int line, const tSpcString& token, KorelPreYaccClass& file) {
-  file.exceptionAt(code, line, nullptr, columnOn(line, token, file));
+[[noreturn]] void raise(eSourceError error, int line, const tSpcString& token, tSourceFile& file) {
+  tStatementPlace place = file.placeOf(line);
+  place.column = columnOn(line, token, file);
+  file.raise(error, place, nullptr);
 }
 
 }  // namespace
@@ -136,7 +137,7 @@ bool tStatementCheck::tPart::passString(const tSpcString& quote) {
   return false;
 }
 
-void tStatementCheck::check(const tTknString& statement, KorelPreYaccClass& file) {
+void tStatementCheck::check(const tTknString& statement, tSourceFile& file) {
   const tTokenList tokens(statement);
   int line = statement.origin();
   for (std::size_t at = 0; at < tokens.size();) {
@@ -147,7 +148,7 @@ void tStatementCheck::check(const tTknString& statement, KorelPreYaccClass& file
   }
 }
 
-void tStatementCheck::checkPart(tPart& part, KorelPreYaccClass& file) {
+void tStatementCheck::checkPart(tPart& part, tSourceFile& file) {
   const tTokenList& tokens = part.tokens;
   if (tokens[part.at] == ";") {
     ++part.at;
@@ -171,11 +172,12 @@ void tStatementCheck::checkPart(tPart& part, KorelPreYaccClass& file) {
     }
     part.inGroup = group;
   }
-  if (!brackets_.empty()) raise(2002, brackets_.back().line, *brackets_.back().token, file);
+  if (!brackets_.empty())
+    raise(eSourceError::kUnterminated, brackets_.back().line, *brackets_.back().token, file);
   judge(part.opening, word, group && part.group.isFunction(), place);
 }
 
-void tStatementCheck::takeToken(tPart& part, const tSpcString& token, KorelPreYaccClass& file) {
+void tStatementCheck::takeToken(tPart& part, const tSpcString& token, tSourceFile& file) {
   const std::string_view text = token;
   part.ended = text == ";";
   if (part.ended) return;
@@ -183,7 +185,7 @@ void tStatementCheck::takeToken(tPart& part, const tSpcString& token, KorelPreYa
   const std::string_view before = std::exchange(part.before, text);
   const int line = part.line;
   if (isQuoteOfRule(token) ? !part.passString(token) : isUnclosed(token)) {
-    raise(2002, line, token, file);
+    raise(eSourceError::kUnterminated, line, token, file);
   }
   if (text.size() != 1) return;
   switch (text[0]) {
@@ -194,14 +196,14 @@ void tStatementCheck::takeToken(tPart& part, const tSpcString& token, KorelPreYa
     case ')':
     case ']':
       if (brackets_.empty() || *brackets_.back().token != (text[0] == ')' ? "(" : "[")) {
-        raise(2002, line, token, file);
+        raise(eSourceError::kUnterminated, line, token, file);
       }
       brackets_.pop_back();
       break;
     case '@': {
       const bool passed = before == "(" || before == "," || before == "{";
       const bool begins = before.empty() && file.isExtendedSource();
-      if (!passed && !begins) raise(2009, line, token, file);
+      if (!passed && !begins) raise(eSourceError::kInvalidReference, line, token, file);
       break;
     }
     default:

@@ -13,9 +13,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "korelpre/korelprecls.h"
 #include "korelpre/tables/nameexpansion.h"
-#include "korelpre/tables/ruletable.h"
+#include "korelpre/tables/ruleset.h"
 #include "korelpre/text/bytekinds.h"
 #include "lib_base/misc.h"
 
@@ -153,10 +152,8 @@ struct tPlainWriter::tCursor {
   }
 };
 
-tPlainWriter::tPlainWriter(KorelPreYaccClass& processor)
-    : defines_(*processor.defines()),
-      translates_(*processor.translates()),
-      commands_(*processor.commands()) {}
+tPlainWriter::tPlainWriter(tRuleSet& rules)
+    : defines_(rules.defines), translates_(rules.translates), commands_(rules.commands) {}
 
 void tPlainWriter::learnRules() {
   const std::uint64_t generation = std::uint64_t{1} + translates_.lookup().generation();

@@ -8,7 +8,7 @@
 
 namespace precomp {
 
-class KorelPreYaccClass;
+class tRuleSet;
 class tXChgArray;
 struct tIndexedName;
 
@@ -19,7 +19,8 @@ struct tIndexedName;
 /// for is replaced by what it finally becomes.
 class tPlainWriter {
  public:
-  explicit tPlainWriter(KorelPreYaccClass& processor);
+  /// `rules` must outlive the writer.
+  explicit tPlainWriter(tRuleSet& rules);
 
   /// Appends the statement that starts at `start` (a logical line that scanLine called plain) and a
   /// line feed to `output`. Returns false, with `output` as it was, when a rule may apply that only

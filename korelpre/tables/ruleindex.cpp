@@ -1,7 +1,8 @@
 #include "korelpre/tables/ruleindex.h"
 
-#include "korelpre/tables/ruletable.h"
+#include "korelpre/rules/rule.h"
 #include "korelpre/tables/storedrules.h"
+#include "korelpre/tables/wordlookup.h"
 
 namespace precomp {
 
@@ -53,13 +54,8 @@ tIndexedName* tRuleIndex::findStored(std::string_view name, std::uint32_t hash) 
 // Has the rule made that the entry stands for.
 tIndexedName* tRuleIndex::settled(tIndexedName& entry) {
   entry.waits = false;
-  int first = 0;
-  int last = 0;
-  if (table_->Find(entry.name, first, last, 1) != 0) {
-    entry.rule = table_->get(last);
-  } else {
-    entry.rules = 0;  // of a damaged image
-  }
+  entry.rule = table_->latestOf(entry.name);
+  if (entry.rule == nullptr) entry.rules = 0;  // of a damaged image
   return entry.rules > 0 ? &entry : nullptr;
 }
 
@@ -72,7 +68,7 @@ void tRuleIndex::added(tBaseXChg* rule) {
   entry.waits = false;
 }
 
-void tRuleIndex::addedStored(std::string_view key, tXChgArray& table) {
+void tRuleIndex::addedStored(std::string_view key, tRuleSource& table) {
   ++generation_;
   table_ = &table;
   gate_.add(key);
@@ -81,7 +77,7 @@ void tRuleIndex::addedStored(std::string_view key, tXChgArray& table) {
   entry.waits = true;
 }
 
-void tRuleIndex::addedStored(const tStoredRules& stored, tXChgArray& table) {
+void tRuleIndex::addedStored(const tStoredRules& stored, tRuleSource& table) {
   ++generation_;
   table_ = &table;
   if (stored.names == nullptr) return;

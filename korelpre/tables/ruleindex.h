@@ -5,13 +5,12 @@
 #include <string_view>
 #include <vector>
 
+#include "korelpre/tables/rulesource.h"
 #include "korelpre/tables/wordgate.h"
 #include "lib_base/stringz.h"
 
 namespace precomp {
 
-class tBaseXChg;
-class tXChgArray;
 struct tStoredRules;
 
 /// What a table of defines knows of one name.
@@ -45,9 +44,9 @@ class tRuleIndex {
 
   void added(tBaseXChg* rule);
   /// A stored rule came; `table` is this index's own.
-  void addedStored(std::string_view key, tXChgArray& table);
+  void addedStored(std::string_view key, tRuleSource& table);
   /// As addedStored for all that are stored together, of which `table` has none else.
-  void addedStored(const tStoredRules& stored, tXChgArray& table);
+  void addedStored(const tStoredRules& stored, tRuleSource& table);
   /// How many rules of that name there are.
   int countOf(std::string_view name) const;
   /// `latest` is the rule of the same key that now stands last, or null.
@@ -67,7 +66,7 @@ class tRuleIndex {
   std::vector<std::uint32_t> slots_;  // index into names_ + 1; 0 for none
   std::uint64_t generation_ = 1;
 
-  tXChgArray* table_ = nullptr;  // null while no stored rule came
+  tRuleSource* table_ = nullptr;  // null while no stored rule came
   const tStoredRules* stored_ = nullptr;
   // Of names that have no entry in names_. They keep their places, since finding one makes it.
   std::deque<tIndexedName> storedNames_;

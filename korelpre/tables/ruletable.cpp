@@ -33,11 +33,11 @@ class tBestRule {
     index_ = index;
     cursor_ = t_->rawCursor();
   }
-  bool apply(KorelPreYaccClass* processor) {
+  bool apply(tRuleContext* context) {
     if (rule_ == nullptr || t_->overrun()) return false;
     if (observer_ != nullptr) observer_->ruleMatched(*rule_, start_, *t_);
     t_->setRawCursor(cursor_);
-    const bool applied = rule_->replaceMatched(processor, start_, t_);
+    const bool applied = rule_->replaceMatched(context, start_, t_);
     if (applied && observer_ != nullptr) observer_->ruleApplied(*rule_, start_, *t_);
     return applied;
   }
@@ -105,6 +105,13 @@ bool tXChgArray::findKey(std::string_view word, int& first, int& last) const {
 int tXChgArray::Find(const tString& word, int& first, int& last, unsigned char exact) const {
   arrange();
   return findRun(word, exact != 0, first, last) ? 1 : 0;
+}
+
+tBaseXChg* tXChgArray::latestOf(std::string_view word) {
+  int first = 0;
+  int last = 0;
+  arrange();
+  return findRun(word, true, first, last) ? get(last) : nullptr;
 }
 
 tFoundRules tXChgArray::findRules(std::string_view word) const {
@@ -190,16 +197,16 @@ void tXChgArray::noteKey(std::string_view key, tWordRule wordRule) {
   lookup_.added(key, wordRule);
 }
 
-void tXChgArray::addStored(const tStoredRule& rule, KorelPreYaccClass* processor) {
+void tXChgArray::addStored(const tStoredRule& rule, tRuleContext* context) {
   const tWordRule wordRule = rule.wordRule();
   noteKey(rule.keyText(), wordRule);
-  processor_ = processor;
+  context_ = context;
   add(slotOf(rule));
   if (wordRule.caseSensitive && !wordRule.abbreviate) index_.addedStored(rule.keyText(), *this);
 }
 
 // The stored rules have their places already; those that were here before get theirs among them.
-void tXChgArray::addStored(const tStoredRules& stored, KorelPreYaccClass* processor) {
+void tXChgArray::addStored(const tStoredRules& stored, tRuleContext* context) {
   if (stored.count == 0) return;
   arrange();
   std::vector<tBaseXChg*> own;
@@ -211,7 +218,7 @@ void tXChgArray::addStored(const tStoredRules& stored, KorelPreYaccClass* proces
   for (std::uint32_t i = 0; i < stored.count; ++i) add(slotOf(stored.rules[stored.order[i]]));
   placed_ = count();
   for (tBaseXChg* rule : own) add(rule);
-  processor_ = processor;
+  context_ = context;
   abbreviating_ = abbreviating_ || stored.abbreviating;
   irregular_ = irregular_ || stored.irregular;
   lookup_.addedStored(stored);
@@ -219,17 +226,17 @@ void tXChgArray::addStored(const tStoredRules& stored, KorelPreYaccClass* proces
 }
 
 tBaseXChg* tXChgArray::makeRule(int index) const {
-  tBaseXChg* const rule = storedIn(slot(index))->make(processor_).release();
+  tBaseXChg* const rule = storedIn(slot(index))->make(context_).release();
   const_cast<tXChgArray*>(this)->setPointer(index, rule);  // the table stays what it is
   return rule;
 }
 
 void tXChgArray::dropStored() {
-  if (processor_ == nullptr) return;
+  if (context_ == nullptr) return;
   for (int i = 0; i < count(); ++i) {
     if (storedIn(slot(i)) != nullptr) setPointer(i, nullptr);
   }
-  processor_ = nullptr;
+  context_ = nullptr;
 }
 
 std::string_view tXChgArray::secondWordOf(const tBaseXChg* slot) {
@@ -252,10 +259,7 @@ tBaseXChg* tXChgArray::takeRule(int index) {
   lookup_.changed();
   const tWordRule wordRule = rule->wordRule();
   if (!wordRule.caseSensitive || wordRule.abbreviate) return rule;
-  int first = 0;
-  int last = 0;
-  tBaseXChg* latest = Find(rule->key(), first, last, 1) != 0 ? get(last) : nullptr;
-  index_.removed(rule, latest);
+  index_.removed(rule, latestOf(rule->key()));
   return rule;
 }
 
@@ -348,14 +352,13 @@ void tXChgArray::meetLikely(int first, int last, int start, tTknString* t, tBest
   }
 }
 
-bool tXChgArray::apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t) {
+bool tXChgArray::apply(tRuleContext* context, tBaseXChg& rule, int start, tTknString* t) {
   tBestRule best(start, t, observer_);
   best.meet(0, rule);
-  return best.apply(processor);
+  return best.apply(context);
 }
 
-bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int start,
-                         tTknString* t) {
+bool tXChgArray::replace(tRuleContext* context, int first, int last, int start, tTknString* t) {
   tBestRule best(start, t, observer_);
   // An observer wants to see the rules too that cannot match.
   const tSecondWords* words = observer_ == nullptr ? secondWordsOf(first, last) : nullptr;
@@ -369,7 +372,7 @@ bool tXChgArray::replace(KorelPreYaccClass* processor, int first, int last, int 
       best.meet(i, fetched(i));
     }
   }
-  if (!best.apply(processor)) return false;
+  if (!best.apply(context)) return false;
   lastApplied_ = best.rule();
   return true;
 }

@@ -27,7 +27,7 @@ class tRuleObserver;
 ///
 /// A rule can also stand in the table as a stored one, which is part of the image of a header; the
 /// rule itself is made when somebody asks for it.
-class tXChgArray : public tAutoArray<tBaseXChg> {
+class tXChgArray : public tAutoArray<tBaseXChg>, private tRuleSource {
  public:
   ~tXChgArray() override { dropStored(); }
   void Destroy() override;
@@ -49,21 +49,21 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   /// Inserts the rule of a #define. When exactly one rule has its key, that one is destroyed; true
   /// then.
   bool define(std::unique_ptr<tBaseXChg> rule);
-  /// As Add for a rule of an image, which must outlive this table. `processor` is that of the rule.
-  void addStored(const tStoredRule& rule, KorelPreYaccClass* processor);
+  /// As Add for a rule of an image, which must outlive this table. `context` is that of the rule.
+  void addStored(const tStoredRule& rule, tRuleContext* context);
   /// Adds all rules of a table that lie in an image at once. The rules that this table has must
   /// have other keys, and all of one class.
-  void addStored(const tStoredRules& stored, KorelPreYaccClass* processor);
+  void addStored(const tStoredRules& stored, tRuleContext* context);
   /// Finds the run of rules whose key matches `word`. Returns 1 with `first` and `last` its
   /// bounds, or 0 with both the index at which such a rule would be inserted. A rule compares by
   /// its own flags; with `exact` set none of them abbreviates.
   int Find(const tString& word, int& first, int& last, unsigned char exact) const;
   /// Applies the best of the rules `first` to `last` at the token `start` of `t`: the one with the
   /// highest score, the latest among equals. False when none matches.
-  virtual bool replace(KorelPreYaccClass* processor, int first, int last, int start, tTknString* t);
+  virtual bool replace(tRuleContext* context, int first, int last, int start, tTknString* t);
 
   /// Applies `rule` of this table at the token `start` of `t`. False when it does not match.
-  bool apply(KorelPreYaccClass* processor, tBaseXChg& rule, int start, tTknString* t);
+  bool apply(tRuleContext* context, tBaseXChg& rule, int start, tTknString* t);
   /// The rule that the last replace() which answered true has applied.
   const tBaseXChg* lastApplied() const { return lastApplied_; }
 
@@ -77,14 +77,14 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   /// See ruleorder.cpp.
   bool irregular() const { return irregular_; }
   /// What Find answers for the word, with and without `exact`.
-  tFoundRules findRules(std::string_view word) const;
+  tFoundRules findRules(std::string_view word) const override;
   /// The same, fast for words that come again and again; null when the word starts no rule. The
   /// answer is valid until the next call.
   const tFoundRules* lookUp(std::string_view word) {
     return lookup_.passes(word) ? lookUpPassed(word) : nullptr;
   }
-  /// False when the word starts no rule. Otherwise has the processor fetch what a look at its rules
-  /// will need; `behind` is what follows the word.
+  /// False when the word starts no rule. Otherwise prefetches what a look at its rules will need;
+  /// `behind` is what follows the word.
   bool foresee(std::string_view word, std::string_view behind) {
     return lookup_.passes(word) && foreseePassed(word, behind);
   }
@@ -103,6 +103,7 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   const tRuleIndex& index() const { return index_; }
 
  private:
+  tBaseXChg* latestOf(std::string_view word) override;
   static int compare(const tBaseXChg* slot, std::string_view word, bool exact);
   /// Sets `position` to the index of a rule whose key equals `word`, or to where it would be
   /// inserted and returns false. Only the first `count` slots of `row` are looked at.
@@ -177,11 +178,11 @@ class tXChgArray : public tAutoArray<tBaseXChg> {
   const tBaseXChg* foreseen_ = nullptr;  // the rule that was fetched last, which may be gone
   tRuleObserver* observer_ = nullptr;
   const tBaseXChg* lastApplied_ = nullptr;
-  int placed_ = 0;                          // rules at the front that have their places
-  bool irregular_ = false;                  // see ruleorder.cpp
-  bool abbreviating_ = false;               // there is a rule that lets words be abbreviated
-  bool mixed_ = false;                      // some rules ignore case and some do not
-  KorelPreYaccClass* processor_ = nullptr;  // that of stored rules; null while there were none
+  int placed_ = 0;                   // rules at the front that have their places
+  bool irregular_ = false;           // see ruleorder.cpp
+  bool abbreviating_ = false;        // there is a rule that lets words be abbreviated
+  bool mixed_ = false;               // some rules ignore case and some do not
+  tRuleContext* context_ = nullptr;  // that of stored rules; null while there were none
 
   // The last long run that was asked for, and what is known of its rules.
   struct tRun {

@@ -9,12 +9,12 @@
 namespace precomp {
 
 // The second word of an image says how large it is; see headerimage.h.
-std::unique_ptr<tBaseXChg> tStoredRule::make(KorelPreYaccClass* processor) const {
+std::unique_ptr<tBaseXChg> tStoredRule::make(tRuleContext* context) const {
   const char* const image = reinterpret_cast<const char*>(this) - home;
   std::uint64_t size = 0;
   std::memcpy(&size, image + sizeof size, sizeof size);
   tPCHStream stream({image, static_cast<std::size_t>(size)}, home + body);
-  std::unique_ptr<tBaseXChg> rule = tBaseXChg::restore(&stream, processor);
+  std::unique_ptr<tBaseXChg> rule = tBaseXChg::restore(&stream, context);
   const bool sound = rule != nullptr && rule->key() == keyText() && rule->isCmd() == isCommand() &&
                      rule->wordRule().abbreviate == wordRule().abbreviate &&
                      rule->wordRule().caseSensitive == wordRule().caseSensitive;

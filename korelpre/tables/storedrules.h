@@ -8,7 +8,7 @@
 
 namespace precomp {
 
-class KorelPreYaccClass;
+class tRuleContext;
 class tBaseXChg;
 
 /// A rule as it lies in the image of a header: what is needed to find it, and where the rest is.
@@ -32,7 +32,7 @@ struct tStoredRule {
   }
   bool isCommand() const { return (flags & kIsCommand) != 0; }
   /// Makes the rule; its texts refer to the image. A damaged one is a fatal error.
-  std::unique_ptr<tBaseXChg> make(KorelPreYaccClass* processor) const;
+  std::unique_ptr<tBaseXChg> make(tRuleContext* context) const;
 
  private:
   const char* at(std::uint32_t place) const { return reinterpret_cast<const char*>(this) + place; }

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include "korelpre/tables/ruletable.h"
+#include "korelpre/tables/storedrules.h"
 #include "korelpre/text/bytekinds.h"
 
 namespace precomp {
@@ -71,7 +71,7 @@ void tWordLookup::clear() {
   ++generation_;
 }
 
-const tFoundRules* tWordLookup::findPassed(const tXChgArray& table, std::string_view word) {
+const tFoundRules* tWordLookup::findPassed(const tRuleSource& table, std::string_view word) {
   if (word.size() > kLongestKept) {
     unkept_ = table.findRules(word);
     return unkept_.any() ? &unkept_ : nullptr;

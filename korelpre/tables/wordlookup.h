@@ -6,24 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "korelpre/tables/rulesource.h"
 #include "korelpre/tables/wordgate.h"
 #include "korelpre/text/keyword.h"
 
 namespace precomp {
 
-class tXChgArray;
 struct tStoredRules;
-
-/// Which rules of a table a word can start, as runs of indexes; a run with `last` below `first` is
-/// empty.
-struct tFoundRules {
-  int wholeFirst = 0;  // the rules whose key is the word
-  int wholeLast = -1;
-  int first = 0;  // and those that let it be abbreviated too
-  int last = -1;
-
-  bool any() const { return wholeFirst <= wholeLast || first <= last; }
-};
 
 /// Answers for single words which rules of a table they can start. Most words are dismissed by
 /// their first two bytes, and what was found out about the others is kept until the table changes.
@@ -31,7 +20,7 @@ class tWordLookup {
  public:
   /// For a word that passes(). Null when it starts no rule. The answer is valid until the next
   /// call.
-  const tFoundRules* findPassed(const tXChgArray& table, std::string_view word);
+  const tFoundRules* findPassed(const tRuleSource& table, std::string_view word);
   /// False when no word with these first two bytes starts a rule; `second` is 0 for a word of one
   /// byte.
   bool passes(char first, char second) const { return gate_.passes(first, second); }

@@ -217,36 +217,14 @@ class tLineScan {
   bool strange_ = false;
 };
 
-struct tDirectiveWord {
-  std::string_view word;
-  eConditional directive;
-};
-
-constexpr tDirectiveWord kDirectiveWords[] = {
-    {"#ifdef", eConditional::kIfdef},
-    {"#ifndef", eConditional::kIfndef},
-    {"#else", eConditional::kElse},
-    {"#endif", eConditional::kEndif},
-};
-
 }  // namespace
-
-tConditionalWord conditionalAt(const char* p, const char* end) {
-  const std::string_view rest(p, static_cast<std::size_t>(end - p));
-  for (const tDirectiveWord& entry : kDirectiveWords) {
-    if (startsWithNoCase(rest, entry.word)) {
-      return {entry.directive, static_cast<int>(entry.word.size())};
-    }
-  }
-  return {eConditional::kNone, 0};
-}
 
 tScannedLine scanLine(const char* start, const char* end) {
   return tLineScan(start, end).run();
 }
 
 tSkippedLine scanSkippedLine(const char* start, const char* end) {
-  tSkippedLine line{end, 1, eConditional::kNone};
+  tSkippedLine line{end, 1, eDirective::kNone};
   const char* p = skipBlanks(start, end);
   if (p < end && *p == '*') p = lineFeedFrom(p, end);
   while (p < end && *p == '/' && end - p > 1 && p[1] == '*') {

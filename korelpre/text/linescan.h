@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "korelpre/text/directivewords.h"
+
 namespace precomp {
 
 /// What a logical line holds: the physical lines that continuations and block comments join.
@@ -22,21 +24,10 @@ struct tScannedLine {
 /// "\r\n" for every line end.
 tScannedLine scanLine(const char* start, const char* end);
 
-/// The directives that mean something in a skipped region.
-enum class eConditional : std::uint8_t { kNone, kIfdef, kIfndef, kElse, kEndif };
-
-struct tConditionalWord {
-  eConditional directive;
-  int length;  // in bytes, the "#" included
-};
-
-/// The conditional directive that stands at `p`, whatever follows it.
-tConditionalWord conditionalAt(const char* p, const char* end);
-
 struct tSkippedLine {
   const char* end;  // behind its last line feed, or the end of the text
   int lines;
-  eConditional directive;
+  eDirective directive;  // a conditional, or kNone
 };
 
 /// As scanLine, for a line in a region that a conditional skips: comments, strings and

@@ -4,7 +4,7 @@
 
 namespace precomp {
 
-void tTknString::doReset(KorelPreYaccClass* /*processor*/, int start) {
+void tTknString::doReset(tRuleContext* /*context*/, int start) {
   if (start < 0) {
     cursor_ = 0;
     if (!tokens_.empty() && !newTokens_.empty()) newTokens_[0].setSpacing(tokens_[0].spacing());

@@ -11,7 +11,7 @@
 
 namespace precomp {
 
-class KorelPreYaccClass;
+class tRuleContext;
 
 /// One token of a statement: its text, the blanks that stood before it, and what it is.
 class tSpcString : public tString {
@@ -162,7 +162,7 @@ class tTknString {
   /// token before the cursor (to the end when there is no token before it), or in the place of the
   /// whole statement when `start` is negative; the first new token then takes the spacing of the
   /// statement's first. The new-token list is empty afterwards.
-  void doReset(KorelPreYaccClass* processor, int start);
+  void doReset(tRuleContext* context, int start);
 
   /// Appends each token's spacing and text: the tokens as they are, or as they were when
   /// keepOriginal() was called (if it was).

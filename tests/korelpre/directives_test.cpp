@@ -40,7 +40,7 @@ TEST(Directives, FailByACodeThatTheTextNeedNotRepeat) {
   precomp::KorelPreYaccClass processor(&disk);
   for (const auto& row : kCases) {
     try {
-      processor.exceptionAt(row.code, 1, nullptr);
+      processor.exception(row.code, nullptr, nullptr);
     } catch (const SSException& failure) {
       EXPECT_EQ(failure.errorId(), row.code);
       EXPECT_STREQ(failure.message(), row.text);

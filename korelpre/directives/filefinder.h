@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "korelpre/headers/includecount.h"
+#include "lib_base/diskman.h"
+#include "lib_base/list.h"
+#include "lib_base/stringz.h"
+
+namespace precomp {
+
+class tProgramFile;
+
+/// Finds the files of a program, and keeps count of what has been included.
+///
+/// A name is looked for as it is written, then, for an include file, in the directory where the
+/// main file was found, then in the directories of the include path in order. The first file that
+/// opens is taken.
+class tFileFinder {
+ public:
+  /// `files` must outlive the finder; null means the machine's file system.
+  explicit tFileFinder(tDiskMan* files);
+
+  tDiskMan& files() { return *files_; }
+  tAutoArray<tString>& includePath() { return includePath_; }
+  /// Where the main file was found; empty when it was found as it is named.
+  void setMainDirectory(const tString& directory) { mainDirectory_ = directory; }
+
+  /// Asks `accept` about each directory to look in, an empty one for the name as it is written,
+  /// until it answers true. False when it never does.
+  template <class Accept>
+  bool search(bool include, const Accept& accept) {
+    if (accept(tString())) return true;
+    const auto accepted = [&](const tString& directory) {
+      return !directory.empty() && accept(directory);
+    };
+    if (include && accepted(mainDirectory_)) return true;
+    for (int i = 0; i < includePath_.count(); ++i) {
+      if (accepted(includePath_[i])) return true;
+    }
+    return false;
+  }
+  /// The path at which an included file would be found; empty when it would not.
+  tString locate(const tString& requested);
+
+  const tIncludeCount& included() const { return included_; }
+  /// Counts an included file at `depth`, 1 for one that the main file includes. Null, or the name
+  /// of the limit that it exceeds.
+  const char* countInclude(int depth, std::int64_t bytes);
+  /// Whether the files of a header that was read before may be counted again, and doing so.
+  bool mayCount(int depth, const tIncludeCount& more) const;
+  void count(const tIncludeCount& more);
+
+  /// Forgets the include path and the counts.
+  void clear();
+
+ private:
+  std::unique_ptr<tDiskMan> ownFiles_;
+  tDiskMan* files_;
+  tAutoArray<tString> includePath_;
+  tString mainDirectory_;
+  tIncludeCount included_;
+};
+
+}  // namespace precomp

@@ -1,0 +1,116 @@
+#include "korelpre/directives/programfile.h"
+
+#include "korelpre/headers/headerrecorder.h"
+#include "korelpre/text/lineends.h"
+#include "lib_base/pathname.h"
+#include "lib_gzip/zipsource.h"
+
+namespace precomp {
+
+tInclude::tInclude(int line, const tString& name, tProgramFile& includer)
+    : line_(line), name_(name), includer_(includer) {}
+
+tInclude::~tInclude() = default;
+
+bool tInclude::process() {
+  file_ = std::make_unique<tProgramFile>(includer_, line_);
+  return includer_.shared().root.compileInclude(*file_, name_);
+}
+
+tProgramFile::tProgramFile(tSharedState& shared) : shared_(shared), main_(this) {}
+
+tProgramFile::tProgramFile(tProgramFile& includer, int line)
+    : isIncluded(true),
+      shared_(includer.shared_),
+      main_(includer.main_),
+      includer_(&includer),
+      includedAt_(line),
+      depth_(includer.depth_ + 1) {}
+
+tProgramFile::~tProgramFile() {
+  // Rules of line entries stand in dynDefines too, which outlives them.
+  if (isMain()) shared_.rules.dynDefines.dropRules();
+}
+
+void tProgramFile::clear() {
+  lines.clear();
+  includes.Destroy();
+  includedNames_.clear();
+  conditionals = {};
+  currentLine = 0;
+}
+
+bool tProgramFile::read(const tString& name) {
+  names.requested = name;
+  const tString bare = bareName(name);
+  return shared_.finder.search(isIncluded, [&](const tString& directory) {
+    if (!readFrom(directory)) return false;
+    names.shown = joinPath(directory, bare);
+    names.opened = joinPath(directory, name);
+    if (directory.empty()) return true;
+    names.directory = directory;
+    if (isMain()) shared_.finder.setMainDirectory(directory);
+    return true;
+  });
+}
+
+bool tProgramFile::readFrom(const tString& directory) {
+  const tString path = joinPath(directory, names.requested);
+  const auto tell = [&] {
+    if (!isMain() && shared_.fileObserver != nullptr) shared_.fileObserver->fileRead(path);
+  };
+  text = tString();
+  if (shared_.root.hasExtLoadFile()) {
+    if (!shared_.root.extLoadFile(path, text)) return false;
+    names.resolved = path;
+    tell();
+    return true;
+  }
+  tDiskMan& files = shared_.finder.files();
+  const std::unique_ptr<tFile> file = files.open(path.c_str());
+  if (file == nullptr) return false;
+  names.resolved = files.resolve(path.c_str());
+  if (!isMain()) {
+    inCycle_ = !names.resolved.empty() && includer_->anyUpwards([&](const tProgramFile& above) {
+      return above.names.resolved == names.resolved;
+    });
+    if (inCycle_) return true;
+    const char* const limit = shared_.finder.countInclude(depth_, file->size());
+    if (limit != nullptr) raiseLimit(limit);
+  }
+  if (!file->readAll(text)) raiseLimit("included text");
+  if (shared_.recorder != nullptr) {
+    shared_.recorder->fileRead(names.requested, path, names.resolved, text, depth_);
+  }
+  tell();
+  return true;
+}
+
+void tProgramFile::takeText(bool mayBePacked) {
+  if (mayBePacked && isZipSource(text)) {
+    tString unpacked;
+    if (unpackZipSource(text, tString::maxSize(), unpacked) != eZipResult::kOk) {
+      raiseLimit("damaged file");
+    }
+    text = std::move(unpacked);
+  }
+  text.append("\r\n");
+  normaliseLineEnds(text);
+}
+
+// Kept on purpose: case matters for the file's own name only.
+bool tProgramFile::hasIncluded(const tString& name) const {
+  tString folded(name);
+  folded.toUpper();
+  return name == names.requested || includedNames_.count(std::string(folded.view())) > 0;
+}
+
+void tProgramFile::noteIncluded(const tString& name) {
+  tString folded(name);
+  folded.toUpper();
+  for (tProgramFile* above = this; above != nullptr; above = above->includer_) {
+    above->includedNames_.emplace(folded.view());
+  }
+}
+
+}  // namespace precomp

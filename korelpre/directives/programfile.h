@@ -1,0 +1,152 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "korelpre/directives/conditionals.h"
+#include "korelpre/directives/shared.h"
+#include "korelpre/directives/sourcelines.h"
+#include "korelpre/errors/sourcefile.h"
+#include "lib_base/list.h"
+#include "ssvp40xpf/ssexcept.h"
+
+namespace precomp {
+
+class tHeaderImage;
+class tProgramFile;
+
+/// An #include that was carried out, or the standard header: the file that was read, or the image
+/// that stands for it.
+class tInclude {
+ public:
+  /// `line` is that of the directive, from 1; 0 for the standard header. `includer` is the file
+  /// that holds the directive; it must outlive this object.
+  tInclude(int line, const tString& name, tProgramFile& includer);
+  ~tInclude();
+  tInclude(const tInclude&) = delete;
+  tInclude& operator=(const tInclude&) = delete;
+
+  /// Reads and compiles the file. False when it was optional and is missing, or is already being
+  /// compiled further up; everything else that is wrong is raised.
+  bool process();
+
+  int line() const { return line_; }
+  /// As written in the directive.
+  const tString& name() const { return name_; }
+  /// After process().
+  tProgramFile& file() { return *file_; }
+  /// Null when the file was read.
+  const tHeaderImage* image() const { return image_.get(); }
+  void setImage(std::shared_ptr<const tHeaderImage> image) { image_ = std::move(image); }
+
+ private:
+  int line_;
+  tString name_;
+  tProgramFile& includer_;
+  std::shared_ptr<const tHeaderImage> image_;
+  std::unique_ptr<tProgramFile> file_;
+};
+
+/// The names of a file.
+struct tProgramFileNames {
+  tString requested;  // as a directive or the host names it
+  tString shown;      // in messages: its name without directories, behind where it was found
+  tString opened;     // with its whole path, as found
+  tString directory;  // in which it was found; empty when it was found as it is named
+  tString resolved;   // its path without links
+};
+
+/// One file of a program, the main source or one that it includes: its text, its lines, and where
+/// it stands in the chain of includes. Raises what is wrong in it.
+class tProgramFile final : public tSourceFile {
+ public:
+  /// A main file. `shared` must outlive it.
+  explicit tProgramFile(tSharedState& shared);
+  /// A file that the directive on line `line` of `includer` includes; 0 for the standard header.
+  tProgramFile(tProgramFile& includer, int line);
+  ~tProgramFile();
+  tProgramFile(const tProgramFile&) = delete;
+  tProgramFile& operator=(const tProgramFile&) = delete;
+  /// Back to the state after construction.
+  void clear();
+
+  tSharedState& shared() const { return shared_; }
+  /// This file when it is the main one.
+  tProgramFile& mainFile() const { return *main_; }
+  bool isMain() const { return main_ == this; }
+  /// Null for a main file.
+  tProgramFile* includer() const { return includer_; }
+  int includedAt() const { return includedAt_; }
+  /// Of includes; 0 for the main file.
+  int depth() const { return depth_; }
+  /// Calls `visit` with this file, its includer and so on, until it answers true. False when it
+  /// never does.
+  template <class Visit>
+  bool anyUpwards(const Visit& visit) const {
+    for (const tProgramFile* file = this; file != nullptr; file = file->includer_) {
+      if (visit(*file)) return true;
+    }
+    return false;
+  }
+
+  /// Reads the file `name`, which is looked for in `directory` too when that is not null; the rest
+  /// of the include path is the program's. False when it is not there.
+  bool read(const tString& name);
+  /// Makes what was read the text to be compiled. With `mayBePacked` a packed text is unpacked.
+  void takeText(bool mayBePacked);
+  /// Whether the file that was read is being compiled further up; its text was not read then.
+  bool inCycle() const { return inCycle_; }
+
+  /// A file is included once into what one file includes, and never into itself.
+  bool hasIncluded(const tString& name) const;
+  void noteIncluded(const tString& name);
+  const std::unordered_set<std::string>& includedNames() const { return includedNames_; }
+
+  // What is raised (raise.cpp). Everything leaves as SSException with the number of the error.
+  /// At a line of this file, from 1, and a column, 0 for that of the line's first character that is
+  /// no blank. `extra` (may be null) completes the text of some errors.
+  [[noreturn]] void raise(eSourceError error, int line, const char* extra = nullptr,
+                          int column = 0);
+  using tSourceFile::raise;
+  /// The file exceeds a limit, or is damaged.
+  [[noreturn]] void raiseLimit(const char* limit);
+  /// What the scanner or the parser threw, which does not know about files, again with its place.
+  /// Returns when it has one already. `line` is that which the scanner has reached.
+  void raiseAgain(const SSException& failure, int line);
+  tStatementPlace placeOf(int line) override { return {this, line, main_->currentLine, 0}; }
+  int columnOf(const tSpcString& token) const override;
+  bool isExtendedSource() const override { return shared_.extendedSource; }
+  /// The column, from 1, of the byte at `offset` of the text.
+  int columnAt(std::size_t offset) const;
+
+  tProgramFileNames names;
+  tString text;
+  tSourceCode lines;
+  tAutoArray<tInclude> includes;
+  tConditionals conditionals;
+  int currentLine = 0;      // the directive or statement in work
+  bool isIncluded = false;  // rules enter the tables at once
+
+ private:
+  void throwError(eSourceError error, const tStatementPlace& place, const char* extra) override;
+  bool readFrom(const tString& directory);
+  void diagnose(int code, const char* slug, const tString& message, int line, int column);
+  void diagnoseInclude(int code, const char* slug, const tString& message);
+  void placeError(int line, int column, tString& message);
+  std::vector<const tBaseXChg*> rulesAppliedTo(int line);
+  std::vector<const tBaseXChg*> rulesOfPlain(int line);
+  bool appliesTo(const tBaseXChg& rule, int mainLine) const;
+
+  tSharedState& shared_;
+  tProgramFile* main_;
+  tProgramFile* includer_ = nullptr;
+  int includedAt_ = 0;
+  int depth_ = 0;
+  bool inCycle_ = false;
+  std::unordered_set<std::string> includedNames_;  // here and below, in upper case
+};
+
+}  // namespace precomp

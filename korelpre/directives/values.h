@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string_view>
+
+#include "korelpre/rules/chainbuilder.h"
+
+class SSLexLexeme;
+class SSYacc;
+
+namespace precomp {
+
+class tKorelPreStackElement;
+class tProgramFile;
+struct tSqlBlock;
+
+/// The element of the right-side symbol `index`, from 0, of the production that is being reduced.
+tKorelPreStackElement& partOf(SSYacc& parser, unsigned index);
+
+/// What the symbols of the directive grammar stand for: names, tokens and lists of tokens, the
+/// markers and chains of rules, and the parts of embedded SQL.
+class tGrammarValues {
+ public:
+  /// All must outlive this object. `parser` is the one that reduces.
+  tGrammarValues(SSYacc& parser, tProgramFile& file, tSqlBlock& sql)
+      : parser_(parser), file_(file), sql_(sql) {}
+
+  /// The value of a production that is no directive, with one reference. The line of a statement is
+  /// attached to its file.
+  tKorelPreStackElement* valueOf(unsigned production, unsigned size);
+
+ private:
+  tKorelPreStackElement& part(unsigned index);
+  tKorelPreStackElement* takeOver(unsigned index);
+  tKorelPreStackElement* makeToken(unsigned production);
+  tKorelPreStackElement* makeSpace(const SSLexLexeme& lexeme);
+  tKorelPreStackElement* makeName(unsigned index);
+  tKorelPreStackElement* makeMarker(unsigned production);
+  tKorelPreStackElement* addWord(unsigned production);
+  tKorelPreStackElement* startChain(tChainBuilder::eSide side);
+  void addElement(tChainBuilder& chain, tKorelPreStackElement& element);
+  tKorelPreStackElement* sqlValueOf(unsigned production);
+  tKorelPreStackElement* makeSqlCall();
+  std::string_view lexemeText(unsigned index);
+  void attachStatement(tKorelPreStackElement& list);
+
+  SSYacc& parser_;
+  tProgramFile& file_;
+  tSqlBlock& sql_;
+};
+
+}  // namespace precomp

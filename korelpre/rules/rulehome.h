@@ -1,0 +1,41 @@
+#pragma once
+
+#include "korelpre/rules/rulecontext.h"
+#include "korelpre/text/keyword.h"
+
+namespace precomp {
+
+class tMarkerArena;
+
+/// What the markers of a rule need to know of it.
+class tRuleHome {
+ public:
+  virtual ~tRuleHome() = default;
+  tRuleHome(const tRuleHome&) = delete;
+  tRuleHome& operator=(const tRuleHome&) = delete;
+
+  /// True for a command, which must account for a whole statement.
+  virtual bool isCmd() const { return false; }
+  tWordRule wordRule() const { return wordRule_; }
+  /// That of the processor whose tables hold the rule; null when there is none.
+  tRuleContext* context() const { return context_; }
+  /// Null when neither the rule nor its markers lie in one.
+  tMarkerArena* arena() const { return arena_; }
+  void setArena(tMarkerArena* arena) { arena_ = arena; }
+  /// Tells that a marker of the rule owns something outside of the arena. Otherwise the markers of
+  /// a rule in an arena are forgotten with it and not destroyed.
+  void setNeedsDestructors() { needsDestructors_ = true; }
+  bool needsDestructors() const { return needsDestructors_; }
+
+ protected:
+  tRuleHome(tRuleContext* context, tWordRule wordRule) : wordRule_(wordRule), context_(context) {}
+  void setWordRule(tWordRule wordRule) { wordRule_ = wordRule; }
+
+ private:
+  tWordRule wordRule_;
+  bool needsDestructors_ = false;
+  tMarkerArena* arena_ = nullptr;
+  tRuleContext* context_;
+};
+
+}  // namespace precomp

@@ -1,0 +1,61 @@
+#include "korelpre/rules/rulemaker.h"
+
+namespace precomp {
+
+namespace {
+
+template <class tRule, class... tArguments>
+std::unique_ptr<tBaseXChg> construct(void* place, const tArguments&... arguments) {
+  tBaseXChg* const rule =
+      place != nullptr ? new (place) tRule(arguments...) : new tRule(arguments...);
+  return std::unique_ptr<tBaseXChg>(rule);
+}
+
+std::unique_ptr<tBaseXChg> makeDefine(const tRuleDirective& directive, tRuleContext* context,
+                                      tMarkerArena* arena) {
+  void* const place = arena != nullptr ? arena->allocate(kLargestRule) : nullptr;
+  if (directive.parameters == nullptr) {
+    return construct<tTranslate>(place, context, *directive.name, *directive.value, arena);
+  }
+  return construct<tTranslate>(place, context, *directive.name, *directive.parameters,
+                               *directive.value, arena);
+}
+
+// The name of a define with parameters ends with their bracket.
+tString keyOf(const tRuleDirective& directive) {
+  if (directive.pattern != nullptr) return directive.pattern->head()->token();
+  const tString& name = *directive.name;
+  return name.substr(0, name.size() - (directive.parameters != nullptr ? 1 : 0));
+}
+
+// Takes the chains over, unless the rule is to read them again.
+std::unique_ptr<tBaseXChg> makePatternRule(const tRuleDirective& directive, tRuleContext* context,
+                                           const tRuleStorage& storage) {
+  const tString key = keyOf(directive);
+  const auto chainOf = [&](tChainBuilder* chain) {
+    return chain == nullptr || storage.unread ? nullptr : chain->release();
+  };
+  tMatchMarker* const pattern = chainOf(directive.pattern);
+  tMatchMarker* const result = chainOf(directive.result);
+  const tWordRule wordRule{.abbreviate = abbreviates(directive.directive),
+                           .caseSensitive = directive.directive == eDirective::kDefine};
+  if (isCommand(directive.directive)) {
+    return construct<tCommand>(storage.place, context, wordRule, pattern, result, key);
+  }
+  return construct<tTranslate>(storage.place, context, wordRule, pattern, result, key);
+}
+
+}  // namespace
+
+std::unique_ptr<tBaseXChg> makeRule(const tRuleDirective& directive, tRuleContext* context,
+                                    const tRuleStorage& storage) {
+  if (directive.pattern == nullptr && !storage.unread) {
+    return makeDefine(directive, context, storage.arena);
+  }
+  std::unique_ptr<tBaseXChg> rule = makePatternRule(directive, context, storage);
+  rule->setArena(storage.arena);
+  if (storage.unread) rule->readLater();
+  return rule;
+}
+
+}  // namespace precomp
