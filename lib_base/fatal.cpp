@@ -3,7 +3,16 @@
 #include <cstdio>
 #include <cstring>
 
-#include "lib_base/translate.h"
+namespace {
+
+// Set by what knows the translations, since that uses strings, which fail through this file.
+constinit tFatalTranslator fatalTranslator = nullptr;
+
+}  // namespace
+
+void setFatalTranslator(tFatalTranslator translator) noexcept {
+  fatalTranslator = translator;
+}
 
 tFatalError::tFatalError(const char* text, const char* unit, unsigned line)
     : unit_(unit ? unit : ""), line_(line) {
@@ -18,21 +27,20 @@ void fatalError(const char* text, const char* unit, unsigned line) {
 }
 
 void fatalAllocation(std::size_t bytes, const char* unit, unsigned line) {
-  // Translating needs memory too; what fails there must not come back here for ever.
+  // Translating allocates too; a failure there must not recurse.
   static thread_local bool reporting = false;
   constexpr char kMessage[] = "Memory Allocation Failure";
-  char text[256];
-  const auto compose = [&](const char* message) {
-    std::snprintf(text, sizeof text, "%s ( %lld Bytes )", message, static_cast<long long>(bytes));
-  };
-  compose(kMessage);
-  if (!reporting) {
+  char message[256];
+  std::memcpy(message, kMessage, sizeof kMessage);
+  if (!reporting && fatalTranslator != nullptr) {
     reporting = true;
     try {
-      compose(translate(kMessage).c_str());
+      fatalTranslator(kMessage, message, sizeof message);
     } catch (const tFatalError&) {
     }
     reporting = false;
   }
+  char text[sizeof message + 64];  // tFatalError cuts it
+  std::snprintf(text, sizeof text, "%s ( %lld Bytes )", message, static_cast<long long>(bytes));
   fatalError(text, unit, line);
 }

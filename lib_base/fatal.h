@@ -30,3 +30,11 @@ class tFatalError {
 /// Checks an invariant. `unit` names the source without its folder's path, "lib_base/stringz" say.
 #define krpreAssert(condition, text, unit) \
   (static_cast<bool>(condition) ? void(0) : fatalError((text), (unit), __LINE__))
+
+/// Copies the translation of `text` to `buffer`, cut to `size` bytes with the terminating zero. May
+/// throw a tFatalError.
+using tFatalTranslator = void (*)(const char* text, char* buffer, std::size_t size);
+
+/// Sets how fatalAllocation translates its text, which is English until then. lib_base/translate
+/// does so while the program or library is loaded.
+void setFatalTranslator(tFatalTranslator translator) noexcept;

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <mutex>
@@ -71,6 +72,15 @@ tTranslateFunction translateFunction() {
   std::call_once(searched, [] { found.store(loadModule(), std::memory_order_release); });
   return found.load(std::memory_order_acquire);
 }
+
+void translateFatal(const char* text, char* buffer, std::size_t size) {
+  std::snprintf(buffer, size, "%s", translate(text).c_str());
+}
+
+[[maybe_unused]] const bool fatalErrorsAreTranslated = [] {
+  setFatalTranslator(translateFatal);
+  return true;
+}();
 
 }  // namespace
 
