@@ -6,8 +6,8 @@
 
 #include "bench/workload.h"
 #include "korelpre/korelpre.h"
-#include "lib_base/diskman.h"
 #include "lib_base/list.h"
+#include "tests/support/memorydisk.h"
 
 namespace {
 

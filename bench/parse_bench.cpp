@@ -7,7 +7,7 @@
 
 #include "bench/workload.h"
 #include "korelpre/korelpre.h"
-#include "lib_base/diskman.h"
+#include "tests/support/memorydisk.h"
 
 namespace {
 

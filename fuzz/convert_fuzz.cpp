@@ -18,6 +18,7 @@
 #include "preprocessor/convert/inlineblock.h"
 #include "preprocessor/convert/page.h"
 #include "preprocessor/run/preprocessor.h"
+#include "tests/support/memorydisk.h"
 
 namespace {
 

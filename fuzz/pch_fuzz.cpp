@@ -18,6 +18,7 @@
 #include "lib_base/diskman.h"
 #include "lib_base/fatal.h"
 #include "lib_base/output.h"
+#include "tests/support/memorydisk.h"
 
 namespace {
 

@@ -14,6 +14,7 @@
 #include "korelpre/rules/ruleobserver.h"
 #include "lib_base/diskman.h"
 #include "lib_base/output.h"
+#include "tests/support/memorydisk.h"
 
 using namespace precomp;
 

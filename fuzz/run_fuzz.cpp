@@ -13,9 +13,9 @@
 
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
-#include "lib_base/diskman.h"
 #include "lib_base/output.h"
 #include "preprocessor/run/preprocessor.h"
+#include "tests/support/memorydisk.h"
 
 namespace {
 

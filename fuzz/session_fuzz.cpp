@@ -12,9 +12,9 @@
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
 #include "korelpre/korelpre.h"
-#include "lib_base/diskman.h"
 #include "lib_base/output.h"
 #include "lib_gzip/zipsource.h"
+#include "tests/support/memorydisk.h"
 
 namespace {
 

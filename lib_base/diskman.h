@@ -75,41 +75,6 @@ class tDiskManLocal : public tDiskMan {
   tString resolve(const char* name) override;
 };
 
-/// A file system in memory, for tests. Names are compared byte for byte after "./" and doubled
-/// slashes are dropped; there are no directories. Failures can be ordered by name.
-class tDiskManMemory : public tDiskMan {
- public:
-  std::unique_ptr<tFile> open(const char* name) override;
-  std::unique_ptr<tFile> create(const char* name) override;
-  std::unique_ptr<tFile> createNew(const char* name, bool& exists) override;
-  bool removeLeftover(const char* name) override;
-  bool exists(const char* name) override;
-  bool remove(const char* name) override;
-  bool rename(const char* from, const char* to) override;
-  tString resolve(const char* name) override;
-
-  /// Puts a file there, replacing any.
-  void put(std::string_view name, std::string_view bytes);
-  /// The bytes of a file; null when there is none. Valid until the file changes.
-  const std::string* bytes(std::string_view name) const;
-  std::size_t fileCount() const { return files_.size(); }
-  /// From now on creating a file of this name fails.
-  void refuseCreate(std::string_view name);
-  /// From now on writes to a file of this name fail after `bytes` bytes, as on a full disk.
-  void limitWrites(std::string_view name, std::size_t bytes);
-  void refuseRename(std::string_view from);
-
- private:
-  friend class tMemoryFile;
-  struct tEntry {
-    std::shared_ptr<std::string> bytes;
-  };
-  std::map<std::string, tEntry, std::less<>> files_;
-  std::map<std::string, std::size_t, std::less<>> writeLimits_;
-  std::map<std::string, bool, std::less<>> refusedCreates_;
-  std::map<std::string, bool, std::less<>> refusedRenames_;
-};
-
 /// A file system that keeps the files of some names in memory and passes all others on. The run
 /// puts its temporary copies of the sources there, so none is ever left on the disk.
 class tDiskManOverlay : public tDiskMan {

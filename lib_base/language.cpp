@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "lib_base/misc.h"
+
 namespace {
 
 thread_local const tLanguage* currentLanguage = nullptr;
@@ -22,8 +24,8 @@ constexpr tEncodingName kEncodings[] = {
 eEncoding encodingNamed(std::string_view name) {
   std::string folded;
   for (const char c : name) {
-    if (c >= 'A' && c <= 'Z') folded += static_cast<char>(c - 'A' + 'a');
-    if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) folded += c;
+    const char lower = lowerAscii(c);
+    if ((lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9')) folded += lower;
   }
   for (const tEncodingName& known : kEncodings) {
     if (known.name == folded) return known.encoding;

@@ -41,6 +41,23 @@ tString joinPath(std::string_view directory, std::string_view name) {
   return path;
 }
 
+std::string plainPath(std::string_view name) {
+  std::string result;
+  if (!name.empty() && name.front() == '/') result = "/";
+  while (!name.empty()) {
+    const std::string_view part = name.substr(0, name.find('/'));
+    name.remove_prefix(std::min(part.size() + 1, name.size()));
+    if (part.empty() || part == ".") continue;
+    if (!result.empty() && result.back() != '/') result += '/';
+    result += part;
+  }
+  return result;
+}
+
+std::string plainPath(const char* name) {
+  return plainPath(std::string_view(name ? name : ""));
+}
+
 tString normaliseFileName(std::string_view name) {
   constexpr std::string_view kDropped = " \t\"";
   const std::size_t start = std::min(name.find_first_not_of(kDropped), name.size());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "lib_base/stringz.h"
@@ -21,6 +22,10 @@ tString bareName(std::string_view name);
 
 /// `directory`, a '/' when it does not end with one, and `name`. An empty directory gives the name.
 tString joinPath(std::string_view directory, std::string_view name);
+
+/// `name` without "." components and doubled slashes, null being an empty name.
+std::string plainPath(const char* name);
+std::string plainPath(std::string_view name);
 
 /// A file name as the file layer wants it: surrounding blanks and double quotes removed.
 tString normaliseFileName(std::string_view name);

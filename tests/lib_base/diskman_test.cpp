@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/memorydisk.h"
+
 namespace {
 
 /// The whole content of a file, or "<none>".

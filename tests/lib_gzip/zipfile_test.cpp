@@ -5,6 +5,7 @@
 #include <string>
 
 #include "lib_gzip/zipsource.h"
+#include "tests/support/memorydisk.h"
 
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/memorydisk.h"
+
 namespace {
 
 std::string joined(const tAutoArray<tString>& list) {

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "lib_base/diskman.h"
 #include "lib_base/output.h"
 #include "preprocessor/run/preprocessor.h"
+#include "tests/support/memorydisk.h"
 
 /// Collects what is printed while it lives.
 class tPrinted : public tOutputSink {

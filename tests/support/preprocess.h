@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "korelpre/korelpre.h"
-#include "lib_base/diskman.h"
 #include "lib_base/output.h"
+#include "tests/support/memorydisk.h"
 
 /// What came out of a session.
 struct tPreprocessed {
