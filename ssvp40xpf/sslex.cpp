@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <string>
 
+#include "ssvp40xpf/sslexfileconsumer.h"
 #include "ssvp40xpf/sstableformat.h"
 
 namespace {

@@ -2,8 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <string>
 #include <vector>
 
 #include "ssvp40xpf/sssto.h"
@@ -81,6 +79,9 @@ class SSLexConsumer : public SSObject, public SSExceptionPresent {
   bool swapped() const { return swapped_; }
 
  protected:
+  static constexpr unsigned kByteOrderMark = 0xFEFF;
+  static constexpr unsigned kSwappedMark = 0xFFFE;
+
   /// A buffer of `size` bytes that grows by `increment` (0: never; below 512: SSErrorIncrement).
   SSLexConsumer(SSLexConsumerType type, std::size_t size, std::size_t increment);
   /// A text of `bytes` bytes: a copy of it, or the text itself, which the caller keeps alive.
@@ -173,51 +174,6 @@ class SSLexStringConsumer : public SSLexConsumer {
 
  protected:
   bool atEnd() override { return true; }
-};
-
-/// A file, read in pieces of the buffer's size.
-class SSLexFileConsumer : public SSLexConsumer {
- public:
-  static constexpr std::size_t kBufferSize = 16384;
-  static constexpr std::size_t kIncrement = 4096;
-
-  /// Raises SSErrorOpenFile when the file cannot be opened.
-  explicit SSLexFileConsumer(const char* path, SSLexConsumerType type = charType,
-                             std::size_t size = kBufferSize, std::size_t increment = kIncrement);
-  /// An open file that the caller closes; `name` is used in messages only.
-  SSLexFileConsumer(std::FILE* file, const char* name, SSLexConsumerType type = charType,
-                    std::size_t size = kBufferSize, std::size_t increment = kIncrement);
-  ~SSLexFileConsumer() override;
-
-  /// Raises SSErrorReadFile when reading fails or half a 16-bit unit ends the file.
-  std::size_t nextBuffer() override;
-
- protected:
-  bool atEnd() override;
-  std::FILE* file() const { return file_; }
-  const char* path() const { return path_.c_str(); }
-
- private:
-  std::string path_;
-  std::FILE* file_ = nullptr;
-  bool ownsFile_ = true;
-};
-
-/// A file whose kind shows in its first two bytes: with a byte-order mark it is read as 16-bit
-/// units, otherwise as the given type. The buffer is never larger than the file.
-class SSLexAutoFileConsumer : public SSLexFileConsumer {
- public:
-  explicit SSLexAutoFileConsumer(const char* path, SSLexConsumerType type = charType,
-                                 std::size_t size = kBufferSize,
-                                 std::size_t increment = kIncrement);
-
- private:
-  struct tKind {
-    SSLexConsumerType type;
-    std::size_t size;
-  };
-  SSLexAutoFileConsumer(const char* path, tKind kind, std::size_t increment);
-  static tKind detect(const char* path, SSLexConsumerType type, std::size_t size);
 };
 
 /// A buffer that the caller fills. The scanner takes the end of what has been added for the end of

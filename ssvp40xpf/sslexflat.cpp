@@ -3,6 +3,7 @@
 
 #include "ssvp40xpf/ssflatguard.h"
 #include "ssvp40xpf/sslex.h"
+#include "ssvp40xpf/sslexfileconsumer.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ssvp40xpf/sslexfileconsumer.h"
 #include "tests/ssvp40xpf/samples.h"
 #include "tests/ssvp40xpf/scanning.h"
 
