@@ -8,9 +8,9 @@
 #include <algorithm>
 
 #include "lib_base/misc.h"
+#include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/copy/debugsync.h"
 #include "preprocessor/copy/normalise.h"
-#include "preprocessor/run/sourcekind.h"
 
 namespace {
 

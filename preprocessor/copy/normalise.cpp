@@ -12,7 +12,7 @@
 #include "lib_base/translate.h"
 #include "lib_gzip/zipsource.h"
 #include "preprocessor/copy/debugsync.h"
-#include "preprocessor/run/linewriter.h"
+#include "preprocessor/copy/linewriter.h"
 
 namespace {
 

@@ -12,11 +12,11 @@
 #include "lib_base/language.h"
 #include "lib_base/pathname.h"
 #include "lib_gzip/zipfile.h"
+#include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/host/hostbridge.h"
 #include "preprocessor/run/filerun.h"
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/preprocessor.h"
-#include "preprocessor/run/sourcekind.h"
 
 namespace {
 

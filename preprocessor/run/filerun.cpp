@@ -13,14 +13,14 @@
 #include "preprocessor/convert/foreign.h"
 #include "preprocessor/convert/inlineblock.h"
 #include "preprocessor/convert/page.h"
+#include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/convert/sourcetext.h"
 #include "preprocessor/copy/linemarkers.h"
+#include "preprocessor/copy/linewriter.h"
 #include "preprocessor/copy/normalise.h"
 #include "preprocessor/run/failure.h"
 #include "preprocessor/run/filediagnosis.h"
-#include "preprocessor/run/linewriter.h"
 #include "preprocessor/run/outputfile.h"
-#include "preprocessor/run/sourcekind.h"
 
 namespace {
 

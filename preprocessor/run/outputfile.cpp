@@ -8,7 +8,7 @@
 #include <thread>
 #include <utility>
 
-#include "preprocessor/run/linewriter.h"
+#include "preprocessor/copy/linewriter.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 // What a slice leaves behind for the next one is the length of the unfinished line and whether a
 // carriage return came last.
 
-#include "preprocessor/run/linewriter.h"
+#include "preprocessor/copy/linewriter.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>

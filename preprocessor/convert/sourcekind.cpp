@@ -1,4 +1,4 @@
-#include "preprocessor/run/sourcekind.h"
+#include "preprocessor/convert/sourcekind.h"
 
 #include "lib_base/misc.h"
 
