@@ -15,7 +15,7 @@ CALL = re.compile(r'\btranslated?\(\s*"((?:[^"\\]|\\.)*)"')
 def texts_of(root):
     found = {}
     for folder in FOLDERS:
-        for path in sorted((root / folder).glob("*.cpp")):
+        for path in sorted((root / folder).rglob("*.cpp")):
             if path.name == "translateqt.cpp":  # names the context
                 continue
             for text in CALL.findall(path.read_text(encoding="utf-8")):
