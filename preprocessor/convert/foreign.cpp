@@ -15,6 +15,7 @@
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
 #include "lib_base/translate.h"
+#include "preprocessor/convert/sourcekind.h"
 
 extern char** environ;
 
@@ -88,7 +89,7 @@ int tForeignConversion::run(const tString& directory, const tForeignSource& sour
   tPathParts parts;
   SplitPath(source.name, parts);
   const bool made = makeDirectory();
-  if (made) converted_ = joinPath(directory_, tString(parts.base).append(".zorb"));
+  if (made) converted_ = joinPath(directory_, tString(parts.base).append(kExtendedLanguage));
   const std::string_view path = source.includePath;
   const std::vector<tString> command = {
       joinPath(directory, kConverter),

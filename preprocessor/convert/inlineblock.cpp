@@ -1,12 +1,11 @@
 #include "preprocessor/convert/inlineblock.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 #include "lib_base/misc.h"
-#include "lib_base/pathname.h"
 #include "lib_gzip/zipsource.h"
+#include "preprocessor/convert/sourcekind.h"
 
 namespace {
 
@@ -17,13 +16,6 @@ constexpr std::string_view kQuote = "'";
 constexpr std::string_view kQuoteCall = "' + CHR(39) + '";
 constexpr std::string_view kExpression = "%Exp:";
 constexpr std::string_view kWhite = " \t";
-
-constexpr std::string_view kPrograms[] = {".PRW", ".PRG", ".PRX", ".ZORB"};
-
-bool isProgram(std::string_view extension) {
-  return std::any_of(std::begin(kPrograms), std::end(kPrograms),
-                     [&](std::string_view program) { return equalNoCase(program, extension); });
-}
 
 std::size_t leadingWhite(std::string_view line) {
   return std::min(line.find_first_not_of(kWhite), line.size());
@@ -193,9 +185,7 @@ eConversion BCParse(tString& text) {
 }
 
 eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name) {
-  tPathParts parts;
-  SplitPath(name, parts);
-  if (!isProgram(parts.extension)) return eConversion::kNone;
+  if (sourceKindOf(name).converter != eConverter::kInlineBlocks) return eConversion::kNone;
   {
     const std::unique_ptr<tFile> source = files.open(name.c_str());
     if (!source || !mayHoldBlock(*source)) return eConversion::kNone;

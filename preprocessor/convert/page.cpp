@@ -25,13 +25,13 @@
 #include "lib_base/translate.h"
 #include "preprocessor/convert/pagecode.h"
 #include "preprocessor/convert/pagelocals.h"
+#include "preprocessor/convert/sourcekind.h"
 
 namespace {
 
 using precomp::eStatementWord;
 using precomp::statementWord;
 
-constexpr std::string_view kPages[] = {".krh", ".khu"};
 constexpr std::string_view kConditionals[] = {"ifdef", "ifndef", "else", "endif"};
 
 constexpr std::string_view kOpen = "<%";
@@ -427,12 +427,12 @@ eConversion HTMLParse(tString& text, const tPageForm& form, tPageError& error) {
 
 eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool debugInfo,
                               bool httpSend, tPageError* error) {
-  tPathParts parts;
-  SplitPath(name, parts);
   tString text;
-  if (!holds(kPages, parts.extension) || !readSourceText(files, name, text)) {
+  if (sourceKindOf(name).converter != eConverter::kPage || !readSourceText(files, name, text)) {
     return eConversion::kNone;
   }
+  tPathParts parts;
+  SplitPath(name, parts);
   tPageError found;
   const eConversion result =
       HTMLParse(text, {pageFunctionName(parts.base), debugInfo, httpSend}, found);

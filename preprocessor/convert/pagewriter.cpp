@@ -20,9 +20,15 @@ constexpr std::string_view kJoint = "; ";
 constexpr std::string_view kWhite = " \t";
 
 /// Words that are replaced in the whole source or the whole result, in strings too: by the
-/// normaliser, as markers of the debugger, as part of the normalised copy's name.
-constexpr std::string_view kReplaced[] = {kTimeStamp,    kDialogBegin, kSynchronizeMarker,
-                                          kIgnoreMarker, ".kr_",       ".kh_"};
+/// normaliser, as markers of the debugger.
+constexpr std::string_view kReplaced[] = {kTimeStamp, kDialogBegin, kSynchronizeMarker,
+                                          kIgnoreMarker};
+
+/// Cuts `text` within the first occurrence of `word`.
+void cutWithin(std::string_view word, std::string_view& text) {
+  const std::size_t at = findText(text, word);
+  if (at != std::string_view::npos) text = text.substr(0, at + 1);
+}
 
 /// How much of `text`, which does not begin with a line end, one literal holds; and its quote.
 std::size_t literalSize(std::string_view text, char& quote) {
@@ -32,9 +38,10 @@ std::size_t literalSize(std::string_view text, char& quote) {
   quote = doubleAt < singleAt ? '\'' : '"';
   text = text.substr(0, std::max(doubleAt, singleAt));
   text = text.substr(0, text.find_first_of("\r\n"));
-  for (const std::string_view word : kReplaced) {
-    const std::size_t at = findText(text, word);
-    if (at != std::string_view::npos) text = text.substr(0, at + 1);
+  for (const std::string_view word : kReplaced) cutWithin(word, text);
+  // So is the name of the normalised copy.
+  for (const tSourceKind& kind : sourceKinds()) {
+    if (kind.converter == eConverter::kPage) cutWithin(kind.temporary, text);
   }
   return text.size();
 }

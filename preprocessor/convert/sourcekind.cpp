@@ -1,24 +1,27 @@
 #include "preprocessor/convert/sourcekind.h"
 
 #include "lib_base/misc.h"
+#include "lib_base/pathname.h"
 
 namespace {
 
-const tSourceKind kKinds[] = {
-    {".prw", ".pw_", ".ppo", ".err", false},
-    {".prg", ".pg_", ".ppo", ".err", false},
-    {".prx", ".px_", ".ppo", ".err", false},
-    {".zorb", ".pzorb_", ".ppx_", ".erx_", false},  // the extended language
-    {".krh", ".kr_", ".ppo", ".err", false},        // pages
-    {".khu", ".kh_", ".ppo", ".err", false},
-    {".p", ".pzorb_", ".ppx_", ".erx_", true},  // converted to the extended language
-    {".w", ".pzorb_", ".ppx_", ".erx_", true},
-    {".py", ".pzorb_", ".ppx_", ".erx_", true},
+// clang-format off
+constexpr tSourceKind kKinds[] = {
+    // extension        temporary  output   error    converter
+    {".prw",            ".pw_",    ".ppo",  ".err",  eConverter::kInlineBlocks},
+    {".prg",            ".pg_",    ".ppo",  ".err",  eConverter::kInlineBlocks},
+    {".prx",            ".px_",    ".ppo",  ".err",  eConverter::kInlineBlocks},
+    {kExtendedLanguage, ".pzorb_", ".ppx_", ".erx_", eConverter::kInlineBlocks},
+    {".krh",            ".kr_",    ".ppo",  ".err",  eConverter::kPage},
+    {".khu",            ".kh_",    ".ppo",  ".err",  eConverter::kPage},
+    {".p",              ".pzorb_", ".ppx_", ".erx_", eConverter::kForeign},
+    {".w",              ".pzorb_", ".ppx_", ".erx_", eConverter::kForeign},
+    {".py",             ".pzorb_", ".ppx_", ".erx_", eConverter::kForeign},
+    {".ch",             ".pw_",    ".ppo",  ".err",  eConverter::kNone},  // a header
 };
-
-const tSourceKind kOrdinary = {"", ".pw_", ".ppo", ".err", false};
-
-constexpr std::string_view kHeader = ".ch";
+constexpr tSourceKind kOrdinary =
+    {"",                ".pw_",    ".ppo",  ".err",  eConverter::kNone};
+// clang-format on
 
 const tSourceKind* namedKind(std::string_view extension) {
   for (const tSourceKind& kind : kKinds) {
@@ -29,11 +32,21 @@ const tSourceKind* namedKind(std::string_view extension) {
 
 }  // namespace
 
+std::span<const tSourceKind> sourceKinds() {
+  return kKinds;
+}
+
 const tSourceKind& sourceKind(std::string_view extension) {
   const tSourceKind* kind = namedKind(extension);
   return kind != nullptr ? *kind : kOrdinary;
 }
 
+const tSourceKind& sourceKindOf(std::string_view name) {
+  tPathParts parts;
+  SplitPath(name, parts);
+  return sourceKind(parts.extension);
+}
+
 bool isSourceExtension(std::string_view extension) {
-  return namedKind(extension) != nullptr || equalNoCase(extension, kHeader);
+  return namedKind(extension) != nullptr;
 }

@@ -66,7 +66,7 @@ tFileNames composeNames(const tRunOptions& options, const tString& sourceName,
   names.output = composed(kNamed, parts.base, kind.output);
   names.temporaryErrors = composed(kTagged, options.tag, kind.error);
   names.errors = composed(kNamed, parts.base, kind.error);
-  names.foreign = kind.foreign;
+  names.foreign = kind.converter == eConverter::kForeign;
   if (!outputName.empty()) {
     tPathParts named;
     SplitPath(outputName, named);
