@@ -4,6 +4,26 @@
 <context>
     <name>Preprocessor</name>
     <message>
+        <source>A block for a value is empty</source>
+        <translation>Ein Block für einen Wert ist leer</translation>
+    </message>
+    <message>
+        <source>A block is not closed</source>
+        <translation>Ein Block ist nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>A comment is not closed</source>
+        <translation>Ein Kommentar ist nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>A directive needs a line of its own</source>
+        <translation>Eine Direktive braucht eine eigene Zeile</translation>
+    </message>
+    <message>
+        <source>A string is not closed</source>
+        <translation>Eine Zeichenkette ist nicht geschlossen</translation>
+    </message>
+    <message>
         <source>A page cannot begin with a conditional directive</source>
         <translation>Eine Seite kann nicht mit einer bedingten Direktive beginnen</translation>
     </message>

@@ -4,6 +4,26 @@
 <context>
     <name>Preprocessor</name>
     <message>
+        <source>A block for a value is empty</source>
+        <translation>Um bloco de valor está vazio</translation>
+    </message>
+    <message>
+        <source>A block is not closed</source>
+        <translation>Um bloco não está fechado</translation>
+    </message>
+    <message>
+        <source>A comment is not closed</source>
+        <translation>Um comentário não está fechado</translation>
+    </message>
+    <message>
+        <source>A directive needs a line of its own</source>
+        <translation>Uma diretiva precisa de uma linha própria</translation>
+    </message>
+    <message>
+        <source>A string is not closed</source>
+        <translation>Uma cadeia de caracteres não está fechada</translation>
+    </message>
+    <message>
         <source>A page cannot begin with a conditional directive</source>
         <translation>Uma página não pode começar com uma diretiva condicional</translation>
     </message>
