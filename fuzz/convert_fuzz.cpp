@@ -81,7 +81,7 @@ void checkPage(std::string_view source, const tPageForm& form) {
   tPageError error;
   const std::vector<std::string_view> lines = linesOf(source);
   if (HTMLParse(text, form, error) != eConversion::kDone) {
-    require(error.text != nullptr && error.line >= 1, "an error has a text and a line");
+    require(error.line >= 1, "an error has a line");
     require(error.line <= static_cast<int>(lines.size()), "the line is one of the page");
     return requireEqual(text, source, "a page with an error stays as it was");
   }

@@ -39,10 +39,11 @@ ROOMS = {
         "directives": ("headers", "statements", "tables", "rules", "text", "errors"),
     },
     "preprocessor": {
-        "copy": (),
-        "convert": ("copy",),
-        "run": ("convert", "copy"),
-        "host": ("run", "convert", "copy"),
+        "messages": (),
+        "copy": ("messages",),
+        "convert": ("copy", "messages"),
+        "run": ("convert", "copy", "messages"),
+        "host": ("run", "convert", "copy", "messages"),
     },
 }
 FOR_EVERYBODY = {"korelpre/korelpreobjs.h"}

@@ -10,15 +10,17 @@ import xml.etree.ElementTree as ElementTree
 
 FOLDERS = ("lib_base", "lib_gzip", "ssvp40xpf", "korelpre", "preprocessor", "cli")
 CALL = re.compile(r'\btranslated?\(\s*"((?:[^"\\]|\\.)*)"')
+WORDS = re.compile(r"\{([^{}]+)\}")  # of a table of messages
 
 
 def texts_of(root):
     found = {}
     for folder in FOLDERS:
-        for path in sorted((root / folder).rglob("*.cpp")):
+        for path in sorted((root / folder).rglob("*.*")):
             if path.name == "translateqt.cpp":  # names the context
                 continue
-            for text in CALL.findall(path.read_text(encoding="utf-8")):
+            pattern = {".cpp": CALL, ".def": WORDS}.get(path.suffix)
+            for text in pattern.findall(path.read_text(encoding="utf-8")) if pattern else ():
                 found.setdefault(text, path.name)
     return found
 

@@ -12,9 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "lib_base/output.h"
 #include "lib_base/pathname.h"
-#include "lib_base/translate.h"
 #include "preprocessor/convert/sourcekind.h"
 
 extern char** environ;
@@ -22,7 +20,6 @@ extern char** environ;
 namespace {
 
 constexpr std::string_view kConverter = "abl2korel.so";
-constexpr int kNotRun = -1;
 constexpr int kSignalled = 128;
 
 /// As a shell would have to be given it.
@@ -32,12 +29,10 @@ tString quoted(const tString& argument) {
   return tString("'").append(inner).append('\'');
 }
 
-int reportNotRun(const std::vector<tString>& command) {
-  tString shown = quoted(command.front());
-  for (std::size_t i = 1; i < command.size(); ++i) shown.append(' ').append(quoted(command[i]));
-  qdprintf("%s %s. %s %s.\n", translate("KOREL").c_str(), translate("Preprocessor").c_str(),
-           translate("Could not execute").c_str(), shown.c_str());
-  return kNotRun;
+tString shellCommand(const std::vector<tString>& command) {
+  tString text = quoted(command.front());
+  for (std::size_t i = 1; i < command.size(); ++i) text.append(' ').append(quoted(command[i]));
+  return text;
 }
 
 /// Runs a program and waits for it. Returns what the shell would call its code.
@@ -49,11 +44,11 @@ int runCommand(const std::vector<tString>& command) {
   std::fflush(stdout);  // what was printed before must stand before what the program prints
   pid_t child = -1;
   if (posix_spawn(&child, slots.front(), nullptr, nullptr, slots.data(), environ) != 0) {
-    return reportNotRun(command);
+    return tForeignConversion::kNotRun;
   }
   int status = 0;
   while (waitpid(child, &status, 0) < 0) {
-    if (errno != EINTR) return reportNotRun(command);
+    if (errno != EINTR) return tForeignConversion::kNotRun;
   }
   return WIFEXITED(status) ? WEXITSTATUS(status) : kSignalled + WTERMSIG(status);
 }
@@ -98,5 +93,6 @@ int tForeignConversion::run(const tString& directory, const tForeignSource& sour
       tString("@DB").append(path.substr(path.rfind(';') + 1)),
       tString("@D").append(source.outputDirectory),
   };
-  return made ? runCommand(command) : reportNotRun(command);
+  command_ = shellCommand(command);
+  return made ? runCommand(command) : kNotRun;
 }

@@ -23,9 +23,13 @@ class tForeignConversion {
   tForeignConversion(const tForeignConversion&) = delete;
   tForeignConversion& operator=(const tForeignConversion&) = delete;
 
-  /// Runs the converter that stands in `directory`. Returns 0 or its code; 128 and the signal's
-  /// number when a signal ended it; -1, after printing why, when it could not be run.
+  static constexpr int kNotRun = -1;
+
+  /// Runs the converter that stands in `directory`. Returns 0 or its exit code, 128 plus the
+  /// signal's number when a signal ended it, kNotRun when it could not be run.
   int run(const tString& directory, const tForeignSource& source);
+  /// The command that was to be run, as a shell would have to be given it.
+  const tString& command() const { return command_; }
   /// The converted file.
   const tString& converted() const { return converted_; }
 
@@ -34,6 +38,7 @@ class tForeignConversion {
 
   tString directory_;
   tString converted_;
+  tString command_;
 };
 
 /// The directory of the running program, where the converter is expected; empty when the system

@@ -20,9 +20,7 @@
 
 #include "korelpre/text/statementwords.h"
 #include "lib_base/misc.h"
-#include "lib_base/output.h"
 #include "lib_base/pathname.h"
-#include "lib_base/translate.h"
 #include "preprocessor/convert/pagecode.h"
 #include "preprocessor/convert/pagelocals.h"
 #include "preprocessor/convert/sourcekind.h"
@@ -39,14 +37,6 @@ constexpr std::string_view kOpenValue = "<%=";
 constexpr std::string_view kEscaped = "<%%";
 constexpr std::string_view kOpenComment = "<%--";
 constexpr std::string_view kCloseComment = "--%>";
-
-constexpr char kOpenBlock[] = "A block is not closed";
-constexpr char kUnclosedComment[] = "A comment is not closed";
-constexpr char kUnclosedString[] = "A string is not closed";
-constexpr char kNoValue[] = "A block for a value is empty";
-constexpr char kDirectiveNotAlone[] = "A directive needs a line of its own";
-constexpr char kEarlyConditional[] = "A page cannot begin with a conditional directive";
-constexpr char kSecondFunction[] = "A page is one function and cannot hold another";
 
 bool isLineEnd(char c) {
   return c == '\r' || c == '\n';
@@ -96,7 +86,7 @@ class tPageWalk {
   bool blockAt(std::size_t at) const;
   std::size_t behindBlock(std::size_t at) const;
   bool lineGivesText() const;
-  void fail(int line, const char* text);
+  void fail(int line, eMessage what);
   void endLine(bool goesOn = false);
   void endLines(int count);
 
@@ -136,13 +126,13 @@ class tPageWalk {
 };
 
 void tPageWalk::run() {
-  while (at_ < page_.size() && error_.text == nullptr && !writer_.tooLarge()) {
+  while (at_ < page_.size() && error_.line == 0 && !writer_.tooLarge()) {
     blockAt(at_) ? takeBlock() : takeText();
   }
 }
 
-void tPageWalk::fail(int line, const char* text) {
-  if (error_.text == nullptr) error_ = {line, text};
+void tPageWalk::fail(int line, eMessage what) {
+  if (error_.line == 0) error_ = {line, what};
 }
 
 void tPageWalk::endLine(bool goesOn) {
@@ -197,7 +187,7 @@ bool tPageWalk::lineGivesText() const {
 
 void tPageWalk::putText(std::string_view text) {
   if (!givesText_) return;
-  if (writer_.onDirective()) return fail(line_, kDirectiveNotAlone);
+  if (writer_.onDirective()) return fail(line_, eMessage::kDirectiveNotAlone);
   writer_.text(text);
   executable_ = true;
 }
@@ -233,7 +223,7 @@ void tPageWalk::takeComment() {
   const int begins = line_;
   at_ += kOpenComment.size();
   while (!page_.substr(at_).starts_with(kCloseComment)) {
-    if (at_ == page_.size()) return fail(begins, kUnclosedComment);
+    if (at_ == page_.size()) return fail(begins, eMessage::kCommentNotClosed);
     const bool ends = isLineEnd(page_[at_]);
     at_ = ends ? behindLineEnd(page_, at_) : at_ + 1;
     if (ends) endLine();
@@ -244,15 +234,15 @@ void tPageWalk::takeComment() {
 }
 
 void tPageWalk::takeValue() {
-  if (writer_.onDirective()) return fail(line_, kDirectiveNotAlone);
+  if (writer_.onDirective()) return fail(line_, eMessage::kDirectiveNotAlone);
   tPageCode code(page_, at_ + kOpenValue.size(), tPageCode::kExpression);
   writer_.beginValue();
   int lines = 0;
   ePiece piece = code.nextStatementPiece(lines);
-  if (piece == ePiece::kClose) return fail(line_, kNoValue);
+  if (piece == ePiece::kClose) return fail(line_, eMessage::kEmptyValue);
   for (std::size_t end = code.begin(); piece != ePiece::kClose;) {
-    if (piece == ePiece::kEnd) return fail(line_, kOpenBlock);
-    if (piece == ePiece::kLoneQuote) return fail(line_ + lines, kUnclosedString);
+    if (piece == ePiece::kEnd) return fail(line_, eMessage::kBlockNotClosed);
+    if (piece == ePiece::kLoneQuote) return fail(line_ + lines, eMessage::kStringNotClosed);
     if (code.begin() != end) writer_.code(" ");
     writer_.code(code.piece());
     end = code.end();
@@ -269,18 +259,18 @@ void tPageWalk::takeStatements() {
   const int begins = line_;
   tPageCode code(page_, at_ + kOpen.size(), tPageCode::kStatements);
   if (writer_.onDirective() && code.peek() != ePiece::kClose) {
-    return fail(line_, kDirectiveNotAlone);
+    return fail(line_, eMessage::kDirectiveNotAlone);
   }
   writer_.beginStatement();
   copied_ = significant_ = code.end();
   startsStatement_ = true;
   loneQuote_ = false;
   ePiece piece = ePiece::kBlanks;
-  while (piece != ePiece::kClose && error_.text == nullptr) {
+  while (piece != ePiece::kClose && error_.line == 0) {
     piece = takePiece(code, code.next());
-    if (piece == ePiece::kEnd) return fail(begins, kOpenBlock);
+    if (piece == ePiece::kEnd) return fail(begins, eMessage::kBlockNotClosed);
   }
-  if (loneQuote_ && !writer_.onDirective()) return fail(line_, kUnclosedString);
+  if (loneQuote_ && !writer_.onDirective()) return fail(line_, eMessage::kStringNotClosed);
   copyCode(significant_);
   at_ = code.end();
   writer_.openLine();
@@ -358,7 +348,7 @@ ePiece tPageWalk::takeFirstWord(tPageCode& code) {
     writer_.code(" ");
     writer_.code(writer_.returned());
   } else if (opensFunction(code)) {
-    fail(line_, kSecondFunction);
+    fail(line_, eMessage::kSecondFunction);
   }
   return ePiece::kWord;
 }
@@ -397,8 +387,9 @@ ePiece tPageWalk::takeLocal(tPageCode& code) {
 /// Makes the line a directive's when the piece of `code`, a "#", begins one.
 void tPageWalk::takeDirective(tPageCode code) {
   if (code.next() != ePiece::kWord) return;
-  if (!writer_.beginDirective()) return fail(line_, kDirectiveNotAlone);
-  if (!writer_.hasHead() && holds(kConditionals, code.piece())) fail(line_, kEarlyConditional);
+  if (!writer_.beginDirective()) return fail(line_, eMessage::kDirectiveNotAlone);
+  if (!writer_.hasHead() && holds(kConditionals, code.piece()))
+    fail(line_, eMessage::kEarlyConditional);
 }
 
 }  // namespace
@@ -418,7 +409,7 @@ eConversion HTMLParse(tString& text, const tPageForm& form, tPageError& error) {
   tPageWalk walk(text, form);
   walk.run();
   error = walk.error();
-  if (error.text != nullptr) return eConversion::kError;
+  if (error.line != 0) return eConversion::kError;
   tString result = walk.writer().finish();
   if (walk.writer().tooLarge()) return eConversion::kTooLarge;
   text = std::move(result);
@@ -426,21 +417,14 @@ eConversion HTMLParse(tString& text, const tPageForm& form, tPageError& error) {
 }
 
 eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool debugInfo,
-                              bool httpSend, tPageError* error) {
+                              bool httpSend, tPageError& error) {
   tString text;
   if (sourceKindOf(name).converter != eConverter::kPage || !readSourceText(files, name, text)) {
     return eConversion::kNone;
   }
   tPathParts parts;
   SplitPath(name, parts);
-  tPageError found;
   const eConversion result =
-      HTMLParse(text, {pageFunctionName(parts.base), debugInfo, httpSend}, found);
-  if (result == eConversion::kDone) return keepConverted(files, name, text);
-  if (result == eConversion::kError) {
-    qdprintf("%s(%d) %s %s\n", name.c_str(), found.line, translate("Error").c_str(),
-             translate(found.text).c_str());
-    if (error != nullptr) *error = found;
-  }
-  return result;
+      HTMLParse(text, {pageFunctionName(parts.base), debugInfo, httpSend}, error);
+  return result == eConversion::kDone ? keepConverted(files, name, text) : result;
 }

@@ -6,19 +6,20 @@
 #include "lib_base/stringz.h"
 #include "preprocessor/convert/pagewriter.h"
 #include "preprocessor/convert/sourcetext.h"
+#include "preprocessor/messages/messages.h"
 
 /// What is wrong with a page.
 struct tPageError {
-  int line = 0;
-  const char* text = nullptr;  // null when nothing is
+  int line = 0;  // from 1; 0 when nothing is
+  eMessage what{};
 };
 
-/// Turns a server-side page into the source of a function. When `name` is a page (.krh, .khu), its
-/// converted text stands under that name in `files` afterwards, in memory; docs/pages.md describes
-/// the language. An error is printed with the page's name and line, and
-/// put into `error` when that is given. Other sources are left alone.
+/// Turns a server-side page into the source of a function. When `name` is a page (see
+/// sourcekind.h), its converted text stands under that name in `files` afterwards, in memory;
+/// docs/pages.md describes the language. Other sources are left alone. With kError `error` tells
+/// what is wrong.
 eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool debugInfo,
-                              bool httpSend, tPageError* error = nullptr);
+                              bool httpSend, tPageError& error);
 
 /// Converts the text of a page: line for line, but that the end of the function takes a line more
 /// when the last line is a directive's. On an error `text` stays as it was and `error` tells which.

@@ -7,7 +7,7 @@
 enum class eConversion {
   kNone,      // nothing in it to convert, or it cannot be read
   kDone,      // its converted text stands under its name, in memory
-  kError,     // it has an error, which is printed
+  kError,     // it has an error
   kTooLarge,  // the converted text would be larger than a text may be
 };
 

@@ -7,9 +7,7 @@
 #include <string_view>
 
 #include "lib_base/misc.h"
-#include "lib_base/output.h"
 #include "lib_base/stringz.h"
-#include "lib_base/translate.h"
 #include "lib_gzip/zipsource.h"
 #include "preprocessor/copy/debugsync.h"
 #include "preprocessor/copy/linewriter.h"
@@ -161,25 +159,6 @@ bool readPacked(tFile& source, tFile& copy, tAutoChar& buffer, bool& raw) {
   return true;
 }
 
-bool reportSameFile(const char* sourceName, const char* tempName) {
-  qdprintf("KOREL %s %s %s %s %s...\n", translate("Preprocessor: ").c_str(), sourceName,
-           translate("and").c_str(), tempName, translate("are the same file.").c_str());
-  return false;
-}
-
-bool reportNoCopy(const char* sourceName, const char* tempName) {
-  qdprintf("KOREL %s %s %s %s...\n", translate("Preprocessor: Cannot copy").c_str(), sourceName,
-           translate("to").c_str(), tempName);
-  return false;
-}
-
-bool reportTooLong(const char* sourceName, int line) {
-  // Kept on purpose: the number is that of the lines before, so the first line is line 0.
-  qdprintf("KOREL %s %s %s %i\n", translate("Preprocessor: source line TOO BIG - file").c_str(),
-           sourceName, translate("line").c_str(), line);
-  return false;
-}
-
 }  // namespace
 
 std::tm localTime() {
@@ -206,20 +185,16 @@ void BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock cl
 }
 
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
-                               unsigned char& dialogFound, const char* shownName,
-                               std::size_t longestLine, tNormaliseFailure* failure) {
-  if (shownName == nullptr) shownName = sourceName;
+                               unsigned char& dialogFound, std::size_t longestLine,
+                               tNormaliseFailure* failure) {
   tNormaliseFailure unused;
   tNormaliseFailure& why = failure != nullptr ? *failure : unused;
-  if (equalNoCase(sourceName, tempName)) {
-    why.kind = tNormaliseFailure::kSameFile;
-    return reportSameFile(shownName, tempName);
-  }
-  why.kind = tNormaliseFailure::kNoCopy;
+  why = {equalNoCase(sourceName, tempName) ? eMessage::kSourceIsCopy : eMessage::kSourceUnreadable};
+  if (why.what == eMessage::kSourceIsCopy) return false;
 
   const std::unique_ptr<tFile> source = disk.open(sourceName);
   std::unique_ptr<tFile> copy = source ? disk.create(tempName) : nullptr;
-  if (!copy) return reportNoCopy(shownName, tempName);
+  if (!copy) return false;
 
   tAutoChar buffer;
   std::optional<tLineWriter> lines(std::in_place, *copy, longestLine);
@@ -238,17 +213,17 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
   if (whole && read) {
     BeforePreProcessor(buffer, dialogFound);
     copy = disk.create(tempName);
-    if (!copy) return reportNoCopy(shownName, tempName);
+    if (!copy) return false;
     lines.emplace(*copy, longestLine);
     lines->write(buffer.text());
   }
   lines->finish();
   if (lines->state() == tLineWriter::kTooLong) {
-    why = {tNormaliseFailure::kLineTooLong, lines->lines() + 1};
-    return reportTooLong(shownName, lines->lines());
+    why = {eMessage::kLineTooLong, lines->lines() + 1};
+    return false;
   }
   if (read && lines->state() == tLineWriter::kGood && copy->close()) return true;
   copy->close();
   disk.remove(tempName);
-  return reportNoCopy(shownName, tempName);
+  return false;
 }

@@ -14,7 +14,7 @@
 #include "lib_gzip/zipfile.h"
 #include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/host/hostbridge.h"
-#include "preprocessor/run/filerun.h"
+#include "preprocessor/run/filenames.h"
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/preprocessor.h"
 
@@ -161,7 +161,7 @@ extern "C" std::size_t krpre_output_name(const char* source, const char* directo
   try {
     tRunOptions options;
     if (directory != nullptr) options.outputDirectory = tString(directory);
-    const tString output = outputNameOf(options, tString(source));
+    const tString output = composeNames(options, tString(source)).output;
     return copyCut(output, name, size);
   } catch (...) {
     return copyCut({}, name, size);

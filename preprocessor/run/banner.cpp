@@ -1,15 +1,10 @@
 #include "preprocessor/run/banner.h"
 
-#include "lib_base/output.h"
-#include "lib_base/translate.h"
+#include "preprocessor/messages/messages.h"
 
 void printBanner() {
   constexpr const char* kVersion = "7.00.240223P";
+  // Kept on purpose: the edition is empty and leaves a blank before the line end.
   constexpr const char* kEdition = "";
-  qdprintf("\n----------------------------------------------------------------------\n");
-  // Kept on purpose: the empty edition leaves a blank before the line end.
-  qdprintf("KOREL %s 9.x - %s %s - %s - %s %s\n", translate("Preprocessor").c_str(),
-           translate("Build").c_str(), kVersion, __DATE__, __TIME__, kEdition);
-  qdprintf("%s - %s.\n\n", translate("The krpre authors").c_str(),
-           translate("Released under the MIT licence").c_str());
+  printMessage(eMessage::kBanner, {kVersion, __DATE__ " - " __TIME__, kEdition});
 }

@@ -5,9 +5,6 @@
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/runhost.h"
 
-/// The file to which the output of `sourceName` goes, unless the host names another one.
-tString outputNameOf(const tRunOptions& options, const tString& sourceName);
-
 /// Preprocesses one file: converts it when it is no program or holds inline blocks, normalises it,
 /// runs a session over it, writes the output file, prints the messages. Nothing is thrown, and no
 /// temporary file stays.

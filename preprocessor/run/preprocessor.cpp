@@ -4,10 +4,9 @@
 #include "lib_base/misc.h"
 #include "lib_base/stringz.h"
 #include "preprocessor/run/banner.h"
-#include "preprocessor/run/failure.h"
-#include "preprocessor/run/filediagnosis.h"
 #include "preprocessor/run/filerun.h"
 #include "preprocessor/run/options.h"
+#include "preprocessor/run/report.h"
 
 namespace {
 
@@ -43,7 +42,7 @@ int runPreprocessor(tDiskMan& disk, int argc, char* const* argv, tRunHost& host)
   try {
     return run(disk, argc, argv, host);
   } catch (...) {
-    host.diagnosed(fileDiagnosis({}, "internal-error", reportException()));
+    tRunReport(host, {}).tellException();
     return -1;
   }
 }

@@ -16,7 +16,8 @@ std::string converted(std::string_view page, const tPageForm& form = {tString("P
   tPageError error;
   if (HTMLParse(text, form, error) == eConversion::kError) {
     EXPECT_EQ(text, page);
-    return "(" + std::to_string(error.line) + ") " + error.text;
+    const tString message = diagnosisOf(error.what).message;
+    return tString::format("(%d) %s", error.line, message.c_str()).c_str();
   }
   std::string result(text.view());
   const std::size_t at = result.find(head);

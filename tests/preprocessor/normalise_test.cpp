@@ -19,15 +19,17 @@ std::tm januaryThird() {
   return time;
 }
 
-/// The normalised copy of a source, after a failure the message and what the copy holds.
+/// The normalised copy of a source, after a failure the line that is too long and what the copy
+/// holds.
 std::string normalised(const std::string& source) {
   tDiskManMemory disk;
   disk.put("a.prw", source);
   unsigned char dialogFound = 0;
-  tPrinted printed;
-  const bool done = AdjustCRLF_and_CreateTemp(disk, "a.prw", "a.pw_", dialogFound);
-  EXPECT_EQ(done, printed.text().empty());
-  return printed.text() + fileText(disk, "a.pw_");
+  tNormaliseFailure failure;
+  const bool done =
+      AdjustCRLF_and_CreateTemp(disk, "a.prw", "a.pw_", dialogFound, kLongestLine, &failure);
+  EXPECT_TRUE(done || failure.what == eMessage::kLineTooLong);
+  return (done ? "" : "(" + std::to_string(failure.line) + ") ") + fileText(disk, "a.pw_");
 }
 
 std::string rewritten(const std::string& source, bool expectDialog = false) {
@@ -94,28 +96,28 @@ TEST(Normalise, RandomBytesMatchThePlainPass) {
 
 TEST(Normalise, LinesAreLimited) {
   const std::string longest(4095, 'x');
-  const std::string message = "KOREL Preprocessor: source line TOO BIG - file a.prw line ";
   EXPECT_EQ(normalised(longest), longest + "\r\n");
   EXPECT_EQ(normalised(longest + "\n" + longest + "\n"), longest + "\r\n" + longest + "\r\n");
-  EXPECT_EQ(normalised(longest + "x"), message + "0\n");
-  EXPECT_EQ(normalised("a\r\nb\n" + longest + "x\nc\n"), message + "2\na\r\nb\r\n");
+  EXPECT_EQ(normalised(longest + "x"), "(1) ");
+  EXPECT_EQ(normalised("a\r\nb\n" + longest + "x\nc\n"), "(3) a\r\nb\r\n");
   // The line runs over several slices of the copy.
-  EXPECT_EQ(normalised("a\n" + std::string(100000, 'x')), message + "1\na\r\n");
+  EXPECT_EQ(normalised("a\n" + std::string(100000, 'x')), "(2) a\r\n");
 }
 
 TEST(Normalise, FailuresSayWhy) {
   tDiskManMemory disk;
   disk.put("A.PW_", "text");
   disk.refuseCreate("b.pw_");
-  unsigned char dialogFound = 0;
-  tPrinted printed;
-  EXPECT_FALSE(AdjustCRLF_and_CreateTemp(disk, "A.PW_", "a.pw_", dialogFound));
-  EXPECT_FALSE(AdjustCRLF_and_CreateTemp(disk, "A.PW_", "b.pw_", dialogFound, "shown"));
-  EXPECT_FALSE(AdjustCRLF_and_CreateTemp(disk, "none", "c.pw_", dialogFound));
-  EXPECT_EQ(printed.text(),
-            "KOREL Preprocessor:  A.PW_ and a.pw_ are the same file....\n"
-            "KOREL Preprocessor: Cannot copy shown to b.pw_...\n"
-            "KOREL Preprocessor: Cannot copy none to c.pw_...\n");
+  const auto failureOf = [&](const char* source, const char* copy) {
+    unsigned char dialogFound = 0;
+    tNormaliseFailure failure;
+    EXPECT_FALSE(
+        AdjustCRLF_and_CreateTemp(disk, source, copy, dialogFound, kLongestLine, &failure));
+    return failure.what;
+  };
+  EXPECT_EQ(failureOf("A.PW_", "a.pw_"), eMessage::kSourceIsCopy);
+  EXPECT_EQ(failureOf("A.PW_", "b.pw_"), eMessage::kSourceUnreadable);
+  EXPECT_EQ(failureOf("none", "c.pw_"), eMessage::kSourceUnreadable);
   EXPECT_EQ(disk.fileCount(), 1U);
 }
 

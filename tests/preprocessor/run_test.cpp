@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
+#include "lib_base/fatal.h"
 #include "lib_base/misc.h"
 #include "lib_gzip/zipsource.h"
 #include "testrun.h"
@@ -116,6 +119,22 @@ TEST(Run, OutputFailuresAreReported) {
   EXPECT_EQ(disk.count(), 3U);
 }
 
+TEST(Run, ExceptionsAreFailuresOfTheirFile) {
+  class tThrowing : public tSources {
+    std::unique_ptr<tFile> open(const char* name) override {
+      if (*name == 'a') fatalError("broken", "unit", 7);
+      if (*name == 'b') throw std::runtime_error("bad luck");
+      if (*name == 'c') throw 0;
+      return tSources::open(name);
+    }
+  } disk;
+  for (const char* name : {"a.prw", "b.prw", "c.prw", "d.prw"}) disk.put(name, "");
+  EXPECT_EQ(runOver(disk, {"@Fa.prw", "@Fb.prw", "@Fc.prw", "@Fd.prw"}).printed,
+            "broken in file unit at line 7\n" + failed("a.prw", -1) +
+                "KOREL Preprocessor: bad luck\n" + failed("b.prw", -1) +
+                "KOREL Preprocessor: unknown failure\n" + failed("c.prw", -1) + ok("d.prw"));
+}
+
 TEST(Run, PackedSourceIsReadAsItsText) {
   // Long enough for line ends to stand in the packed bytes.
   std::string text = "t := __COMPTIMESTAMP__\n";
@@ -146,7 +165,12 @@ TEST(Run, SourceIsNeverOverwritten) {
   tSources disk;
   disk.put("a.ppo", "precious");
   disk.put("krpre0.pw_", "precious");
-  EXPECT_EQ(runOver(disk, {"@Fa.ppo", "@Fkrpre0.pw_"}).result, 15);
+  const tRun run = runOver(disk, {"@Fa.ppo", "@Fkrpre0.pw_"});
+  EXPECT_EQ(run.result, 15);
+  EXPECT_EQ(run.printed,
+            "KOREL Preprocessor: Cannot copy a.ppo to a.ppo...\n" + failed("a.ppo", 15) +
+                "KOREL Preprocessor:  krpre0.pw_ and krpre0.pw_ are the same file....\n" +
+                failed("krpre0.pw_", 15));
   EXPECT_EQ(runOver(disk, {"@F./a.ppo", "@O."}).result, 15);
   // A name with a zero byte would be cut to that of another file.
   disk.put("list", std::string_view("a\0.prw", 6));

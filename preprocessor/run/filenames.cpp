@@ -1,0 +1,59 @@
+#include "preprocessor/run/filenames.h"
+
+#include "lib_base/misc.h"
+#include "lib_base/pathname.h"
+#include "preprocessor/convert/sourcekind.h"
+
+namespace {
+
+constexpr const char* kTemporaryOutput = ".ppo";
+
+tString outputDirectory(const tRunOptions& options, const tPathParts& source) {
+  tString directory = options.outputDirectory;
+  if (directory.empty()) directory = tString(source.drive).append(source.directory);
+  if (!directory.empty() && !directory.view().ends_with('/')) directory += '/';
+  return directory;
+}
+
+tString temporaryName(const tString& directory, const tRunOptions& options, const char* extension) {
+  return tString::format("%skrpre%s%s", directory.c_str(), options.tag.c_str(), extension);
+}
+
+}  // namespace
+
+tFileNames composeNames(const tRunOptions& options, const tString& source,
+                        const tString& chosenOutput) {
+  tPathParts parts;
+  SplitPath(source, parts);
+  const tSourceKind& kind = sourceKind(parts.extension);
+  const tString directory = outputDirectory(options, parts);
+  const tString named = tString::format("%s%s", directory.c_str(), parts.base.c_str());
+  tFileNames names;
+  names.source = source;
+  names.directory = directory;
+  // The session takes the name of the copy as an option and cleans it like one.
+  names.copy = normaliseFileName(temporaryName(directory, options, kind.temporary));
+  names.temporaryOutput = temporaryName(directory, options, kTemporaryOutput);
+  names.output = tString(named).append(kind.output);
+  names.temporaryErrors = temporaryName(directory, options, kind.error);
+  names.errors = tString(named).append(kind.error);
+  names.outputIsChosen = !chosenOutput.empty();
+  if (names.outputIsChosen) {
+    tPathParts chosen;
+    SplitPath(chosenOutput, chosen);
+    names.output = chosenOutput;
+    names.temporaryOutput = temporaryName(chosen.directory, options, kTemporaryOutput);
+  }
+  return names;
+}
+
+bool outputIsSource(tDiskMan& disk, const tFileNames& names, const tString& readName) {
+  tPathParts output;
+  if (names.outputIsChosen) SplitPath(names.output, output);
+  if (names.outputIsChosen && isSourceExtension(output.extension)) return true;
+  if (!names.outputIsChosen && !equalNoCase(bareName(names.source), bareName(names.output))) {
+    return false;
+  }
+  const tString source = disk.resolve(readName.c_str());
+  return !source.empty() && source == disk.resolve(names.output.c_str());
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "lib_base/diskman.h"
+#include "preprocessor/messages/messages.h"
+#include "preprocessor/run/runhost.h"
+
+/// A line of a source, to show what a message is about.
+struct tShownLine {
+  tDiskMan& files;
+  const tString& name;  // of the source in `files`
+  int line;             // from 1
+  int column = 0;       // in bytes from 1; 0 when it is not known
+};
+
+/// Prints the messages about one source and tells the host of them.
+class tRunReport {
+ public:
+  /// An empty `source` stands for the run as a whole. Both must outlive this object.
+  tRunReport(tRunHost& host, const tString& source) : host_(host), source_(source) {}
+
+  void tell(eMessage message, tMessageArguments arguments = {}, int code = 0);
+  void tell(eMessage message, tMessageArguments arguments, const tShownLine& shown);
+  /// Tells what the exception says that is being handled. To be called in a catch clause.
+  void tellException();
+
+ private:
+  tRunHost& host_;
+  const tString& source_;
+};
