@@ -1,8 +1,6 @@
-// A page is read once, from front to back. Text goes to the writer up to the next block; the code
-// of a block is copied as it stands, line by line, but for what cannot stand in the middle of a
-// function: a LOCAL behind a statement leaves its names to the head, a bare RETURN returns the
-// text. A value, and such a LOCAL, is written whole on its first line, as the preprocessor does
-// with every statement.
+// A page is read once, from front to back. Text goes to the writer up to the next block, the code
+// of a block of statements goes its own way (pagestatements). A value is written whole on its first
+// line, as the preprocessor does with every statement.
 //
 // Note [lines of blocks]
 // A line with nothing but statement blocks, comments and blanks on it gives no text, not even its
@@ -12,25 +10,15 @@
 #include "preprocessor/convert/page.h"
 
 #include <algorithm>
-#include <iterator>
-#include <set>
-#include <string>
 #include <utility>
-#include <vector>
 
-#include "korelpre/text/statementwords.h"
 #include "lib_base/misc.h"
 #include "lib_base/pathname.h"
 #include "preprocessor/convert/pagecode.h"
-#include "preprocessor/convert/pagelocals.h"
+#include "preprocessor/convert/pagestatements.h"
 #include "preprocessor/convert/sourcekind.h"
 
 namespace {
-
-using precomp::eStatementWord;
-using precomp::statementWord;
-
-constexpr std::string_view kConditionals[] = {"ifdef", "ifndef", "else", "endif"};
 
 constexpr std::string_view kOpen = "<%";
 constexpr std::string_view kOpenValue = "<%=";
@@ -46,49 +34,21 @@ bool isBlank(char c) {
   return c == ' ' || c == '\t';
 }
 
-template <std::size_t count>
-bool holds(const std::string_view (&words)[count], std::string_view word) {
-  return std::any_of(std::begin(words), std::end(words),
-                     [&](std::string_view one) { return equalNoCase(one, word); });
-}
-
-bool declares(eStatementWord word) {
-  return word == eStatementWord::kLocal || word == eStatementWord::kStatic ||
-         word == eStatementWord::kDeclaration;
-}
-
-bool isFunction(eStatementWord word) {
-  return word == eStatementWord::kFunction || word == eStatementWord::kMainFunction;
-}
-
-/// Whether the statement that begins with the piece of `code` is the head of a function.
-bool opensFunction(tPageCode code) {
-  int lines = 0;
-  eStatementWord word = statementWord(code.piece());
-  if (word == eStatementWord::kStatic || word == eStatementWord::kModifier) {
-    if (code.nextStatementPiece(lines) != ePiece::kWord) return false;
-    word = statementWord(code.piece());
-  }
-  return isFunction(word) && code.peek() == ePiece::kWord;
-}
-
 /// The walk over a page.
 class tPageWalk {
  public:
-  tPageWalk(std::string_view page, const tPageForm& form) : page_(page), writer_(form) {}
+  tPageWalk(std::string_view page, const tPageForm& form)
+      : page_(page), progress_(form), writer_(progress_.writer()), statements_(page, progress_) {}
 
   /// Goes on to the end of the page or its first error.
   void run();
-  const tPageError& error() const { return error_; }
+  const tPageError& error() const { return progress_.error(); }
   tPageWriter& writer() { return writer_; }
 
  private:
   bool blockAt(std::size_t at) const;
   std::size_t behindBlock(std::size_t at) const;
   bool lineGivesText() const;
-  void fail(int line, eMessage what);
-  void endLine(bool goesOn = false);
-  void endLines(int count);
 
   void takeText();
   void putText(std::string_view text);
@@ -97,52 +57,22 @@ class tPageWalk {
   void takeValue();
   void takeStatements();
 
-  ePiece takePiece(tPageCode& code, ePiece piece);
-  ePiece takeFirstWord(tPageCode& code);
-  ePiece takeLocal(tPageCode& code);
-  void noteLocals(tPageCode code);
-  void takeDirective(tPageCode code);
-  void takeLineEnd(const tPageCode& code);
-  void copyCode(std::size_t end);
-
   const std::string_view page_;
-  tPageWriter writer_;
-  tPageError error_;
+  tPageProgress progress_;
+  tPageWriter& writer_;
+  tPageStatements statements_;
   std::size_t at_ = 0;
-  int line_ = 1;
-  bool executable_ = false;       // something before this place is executed
-  std::set<std::string> locals_;  // declared before this place, in upper case
 
   // The line, as far as it is text.
-  bool judged_ = false;
+  int judgedLine_ = 0;  // givesText_ is known of this one
   bool givesText_ = false;
-  bool afterBlock_ = false;  // a block of statements or a comment ends on it before this place
-
-  // The block of statements.
-  std::size_t copied_ = 0;       // its code has been written up to here
-  std::size_t significant_ = 0;  // behind the last code of its line
-  bool startsStatement_ = false;
-  bool loneQuote_ = false;  // on its line
+  int blockLine_ = 0;  // the line on which a block of statements or a comment ended last
 };
 
 void tPageWalk::run() {
-  while (at_ < page_.size() && error_.line == 0 && !writer_.tooLarge()) {
+  while (at_ < page_.size() && !progress_.failed() && !writer_.tooLarge()) {
     blockAt(at_) ? takeBlock() : takeText();
   }
-}
-
-void tPageWalk::fail(int line, eMessage what) {
-  if (error_.line == 0) error_ = {line, what};
-}
-
-void tPageWalk::endLine(bool goesOn) {
-  writer_.endLine(goesOn);
-  ++line_;
-  judged_ = afterBlock_ = false;
-}
-
-void tPageWalk::endLines(int count) {
-  for (; count > 0; --count) endLine();
 }
 
 // --- text -------------------------------------------------------------------------------------
@@ -171,7 +101,7 @@ std::size_t tPageWalk::behindBlock(std::size_t at) const {
 
 /// Whether there is text on the rest of the line. See note [lines of blocks].
 bool tPageWalk::lineGivesText() const {
-  bool blocks = afterBlock_;
+  bool blocks = blockLine_ == progress_.line();
   for (std::size_t at = at_; at < page_.size() && !isLineEnd(page_[at]);) {
     if (isBlank(page_[at])) {
       ++at;
@@ -187,16 +117,16 @@ bool tPageWalk::lineGivesText() const {
 
 void tPageWalk::putText(std::string_view text) {
   if (!givesText_) return;
-  if (writer_.onDirective()) return fail(line_, eMessage::kDirectiveNotAlone);
+  if (writer_.onDirective()) return progress_.fail(eMessage::kDirectiveNotAlone);
   writer_.text(text);
-  executable_ = true;
+  statements_.setExecutable();
 }
 
 /// Takes the text up to the next block or behind the end of the line.
 void tPageWalk::takeText() {
   writer_.openLine();
-  if (!judged_) givesText_ = lineGivesText();
-  judged_ = true;
+  if (judgedLine_ != progress_.line()) givesText_ = lineGivesText();
+  judgedLine_ = progress_.line();
   const std::size_t begin = at_;
   while (at_ < page_.size() && !isLineEnd(page_[at_]) && !blockAt(at_)) {
     if (page_.substr(at_).starts_with(kEscaped)) {
@@ -208,7 +138,7 @@ void tPageWalk::takeText() {
   const bool ends = at_ < page_.size() && isLineEnd(page_[at_]);
   if (ends) at_ = behindLineEnd(page_, at_);
   putText(page_.substr(begin, at_ - begin));
-  if (ends) endLine();
+  if (ends) progress_.endLine();
 }
 
 // --- blocks -----------------------------------------------------------------------------------
@@ -220,29 +150,31 @@ void tPageWalk::takeBlock() {
 }
 
 void tPageWalk::takeComment() {
-  const int begins = line_;
+  const int begins = progress_.line();
   at_ += kOpenComment.size();
   while (!page_.substr(at_).starts_with(kCloseComment)) {
-    if (at_ == page_.size()) return fail(begins, eMessage::kCommentNotClosed);
+    if (at_ == page_.size()) return progress_.fail(begins, eMessage::kCommentNotClosed);
     const bool ends = isLineEnd(page_[at_]);
     at_ = ends ? behindLineEnd(page_, at_) : at_ + 1;
-    if (ends) endLine();
+    if (ends) progress_.endLine();
   }
   at_ += kCloseComment.size();
   writer_.openLine();
-  afterBlock_ = true;
+  blockLine_ = progress_.line();
 }
 
 void tPageWalk::takeValue() {
-  if (writer_.onDirective()) return fail(line_, eMessage::kDirectiveNotAlone);
+  if (writer_.onDirective()) return progress_.fail(eMessage::kDirectiveNotAlone);
   tPageCode code(page_, at_ + kOpenValue.size(), tPageCode::kExpression);
   writer_.beginValue();
   int lines = 0;
   ePiece piece = code.nextStatementPiece(lines);
-  if (piece == ePiece::kClose) return fail(line_, eMessage::kEmptyValue);
+  if (piece == ePiece::kClose) return progress_.fail(eMessage::kEmptyValue);
   for (std::size_t end = code.begin(); piece != ePiece::kClose;) {
-    if (piece == ePiece::kEnd) return fail(line_, eMessage::kBlockNotClosed);
-    if (piece == ePiece::kLoneQuote) return fail(line_ + lines, eMessage::kStringNotClosed);
+    if (piece == ePiece::kEnd) return progress_.fail(eMessage::kBlockNotClosed);
+    if (piece == ePiece::kLoneQuote) {
+      return progress_.fail(progress_.line() + lines, eMessage::kStringNotClosed);
+    }
     if (code.begin() != end) writer_.code(" ");
     writer_.code(code.piece());
     end = code.end();
@@ -250,146 +182,16 @@ void tPageWalk::takeValue() {
   }
   writer_.endValue();
   at_ = code.end();
-  endLines(lines);
+  progress_.endLines(lines);
   writer_.openLine();
-  executable_ = judged_ = givesText_ = true;
+  statements_.setExecutable();
+  judgedLine_ = progress_.line();
+  givesText_ = true;
 }
 
 void tPageWalk::takeStatements() {
-  const int begins = line_;
-  tPageCode code(page_, at_ + kOpen.size(), tPageCode::kStatements);
-  if (writer_.onDirective() && code.peek() != ePiece::kClose) {
-    return fail(line_, eMessage::kDirectiveNotAlone);
-  }
-  writer_.beginStatement();
-  copied_ = significant_ = code.end();
-  startsStatement_ = true;
-  loneQuote_ = false;
-  ePiece piece = ePiece::kBlanks;
-  while (piece != ePiece::kClose && error_.line == 0) {
-    piece = takePiece(code, code.next());
-    if (piece == ePiece::kEnd) return fail(begins, eMessage::kBlockNotClosed);
-  }
-  if (loneQuote_ && !writer_.onDirective()) return fail(line_, eMessage::kStringNotClosed);
-  copyCode(significant_);
-  at_ = code.end();
-  writer_.openLine();
-  afterBlock_ = true;
-}
-
-// --- statements -------------------------------------------------------------------------------
-
-/// Takes a piece, and with it others that belong to it. Returns the last one.
-ePiece tPageWalk::takePiece(tPageCode& code, ePiece piece) {
-  switch (piece) {
-    case ePiece::kEnd:
-    case ePiece::kClose:
-    case ePiece::kBlanks:
-    case ePiece::kComment:
-      return piece;
-    case ePiece::kLineEnd:
-      takeLineEnd(code);
-      return piece;
-    case ePiece::kSeparator:
-      startsStatement_ = !writer_.onDirective();
-      return piece;
-    case ePiece::kBlockComment:
-      significant_ = code.end();
-      return piece;
-    case ePiece::kWord:
-      if (startsStatement_) return takeFirstWord(code);
-      break;
-    case ePiece::kOther:
-      if (startsStatement_ && code.startsLine() && code.piece() == "#") takeDirective(code);
-      break;
-    case ePiece::kString:
-    case ePiece::kLoneQuote:
-      loneQuote_ = loneQuote_ || piece == ePiece::kLoneQuote;
-      break;
-  }
-  if (startsStatement_ && !writer_.onDirective()) executable_ = true;
-  startsStatement_ = false;
-  significant_ = code.end();
-  return piece;
-}
-
-/// Copies code as it stands up to `end`.
-void tPageWalk::copyCode(std::size_t end) {
-  if (end > copied_) writer_.code(page_.substr(copied_, end - copied_));
-  copied_ = std::max(copied_, end);
-}
-
-void tPageWalk::takeLineEnd(const tPageCode& code) {
-  // A comment alone is left out: behind text of the line, ";" would make it a continuation.
-  if (significant_ > copied_) copyCode(code.begin());
-  copied_ = significant_ = code.end();
-  endLine(code.continues());
-  startsStatement_ = !code.continues();
-  loneQuote_ = false;
-}
-
-ePiece tPageWalk::takeFirstWord(tPageCode& code) {
-  const std::string_view word = code.piece();
-  const eStatementWord meaning = statementWord(word);
-  const bool wasExecutable = std::exchange(executable_, executable_ || !declares(meaning));
-  const ePiece next = code.peek();
-  startsStatement_ = false;
-  if (meaning == eStatementWord::kLocal && next == ePiece::kWord && !code.sql()) {
-    if (wasExecutable) return takeLocal(code);
-    noteLocals(code);
-  }
-  significant_ = code.end();
-  if (code.sql()) {
-    code.setSql(!equalNoCase(word, "EndSql"));
-  } else if (equalNoCase(word, "BeginSql")) {
-    code.setSql(true);
-  } else if (meaning == eStatementWord::kReturn && endsStatement(next)) {
-    copyCode(code.end());
-    writer_.code(" ");
-    writer_.code(writer_.returned());
-  } else if (opensFunction(code)) {
-    fail(line_, eMessage::kSecondFunction);
-  }
-  return ePiece::kWord;
-}
-
-/// The names of a LOCAL that stays where it is.
-void tPageWalk::noteLocals(tPageCode code) {
-  std::vector<tPageLocal> locals;
-  int lines = 0;
-  readPageLocals(code, locals, lines);
-  for (const tPageLocal& local : locals) locals_.emplace(local.name.view());
-}
-
-/// Puts the names of a LOCAL into the head and assignments in its place.
-ePiece tPageWalk::takeLocal(tPageCode& code) {
-  copyCode(significant_);
-  std::vector<tPageLocal> locals;
-  int lines = 0;
-  const ePiece piece = readPageLocals(code, locals, lines);
-  for (const tPageLocal& local : locals) {
-    if (locals_.emplace(local.name.view()).second) writer_.declare(local.declaration);
-    if (local.value.empty()) continue;
-    writer_.beginStatement();
-    writer_.code(local.declaration.view().substr(0, local.name.size()));
-    writer_.code(" := ");
-    writer_.code(local.value);
-  }
-  writer_.beginStatement();
-  endLines(lines);
-  copied_ = significant_ = code.begin();
-  if (piece != ePiece::kSeparator) return takePiece(code, piece);
-  copied_ = significant_ = code.end();
-  startsStatement_ = true;
-  return piece;
-}
-
-/// Makes the line a directive's when the piece of `code`, a "#", begins one.
-void tPageWalk::takeDirective(tPageCode code) {
-  if (code.next() != ePiece::kWord) return;
-  if (!writer_.beginDirective()) return fail(line_, eMessage::kDirectiveNotAlone);
-  if (!writer_.hasHead() && holds(kConditionals, code.piece()))
-    fail(line_, eMessage::kEarlyConditional);
+  at_ = statements_.writeBlock(at_ + kOpen.size());
+  blockLine_ = progress_.line();
 }
 
 }  // namespace

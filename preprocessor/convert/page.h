@@ -4,15 +4,9 @@
 
 #include "lib_base/diskman.h"
 #include "lib_base/stringz.h"
+#include "preprocessor/convert/pageprogress.h"
 #include "preprocessor/convert/pagewriter.h"
 #include "preprocessor/convert/sourcetext.h"
-#include "preprocessor/messages/messages.h"
-
-/// What is wrong with a page.
-struct tPageError {
-  int line = 0;  // from 1; 0 when nothing is
-  eMessage what{};
-};
 
 /// Turns a server-side page into the source of a function. When `name` is a page (see
 /// sourcekind.h), its converted text stands under that name in `files` afterwards, in memory;
