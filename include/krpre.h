@@ -226,6 +226,12 @@ KRPRE_API void krpre_headers_free(struct krpre_headers* headers);
 KRPRE_API int krpre_headers_read(const struct krpre_headers* headers);
 KRPRE_API int krpre_headers_reused(const struct krpre_headers* headers);
 
+/* A define of a host. Of several of one name the last counts. */
+struct krpre_define {
+  const char* name;  /* letters, digits and "_" */
+  const char* value; /* one line, taken as one word; null: the name stands for nothing */
+};
+
 /* What a host wants. Fill it with zeros, then set `size` and what you need. */
 struct krpre_host {
   size_t size;    /* sizeof(struct krpre_host) */
@@ -260,6 +266,14 @@ struct krpre_host {
   const char* language;
   /* Headers that this run shares with others. Null: the sources of this run share theirs. */
   struct krpre_headers* headers;
+
+  /* Directories for include files, searched in this order behind those that the vector and the
+   * variable INCLUDE name. A name may hold any character; an empty one names no directory. */
+  size_t includeDirectoryCount;
+  const char* const* includeDirectories;
+  /* What is defined before the first line of each source, behind the defines of the vector. */
+  size_t defineCount;
+  const struct krpre_define* defines;
 };
 enum {
   KRPRE_FILE_READ = 1,       /* the source, then each file that it includes, whenever it is read */

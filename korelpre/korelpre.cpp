@@ -98,15 +98,20 @@ void KorelPre16::addDirectories(std::string_view list) {
 
 void KorelPre16::addDefine(std::string_view text) {
   const std::size_t equals = text.find('=');
-  tSpcString name;
-  name.setText(tString(text.substr(0, equals)));
-  tAutoArray<tSpcString> value;
-  if (equals != std::string_view::npos) {
+  if (equals == std::string_view::npos) return define(text, std::nullopt);
+  define(text.substr(0, equals), text.substr(equals + 1));
+}
+
+void KorelPre16::define(std::string_view name, std::optional<std::string_view> value) {
+  tSpcString key;
+  key.setText(tString(name));
+  tAutoArray<tSpcString> tokens;
+  if (value) {
     auto* token = new tSpcString;
-    token->setText(tString(text.substr(equals + 1)));
-    value.add(token);
+    token->setText(tString(*value));
+    tokens.add(token);
   }
-  defines()->Add(new tTranslate(this, name, value));
+  defines()->Add(new tTranslate(this, key, tokens));
 }
 
 void KorelPre16::doIt(tString& output, tString& errorText) {

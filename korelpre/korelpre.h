@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 #include "korelpre/korelprecls.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
@@ -17,6 +20,9 @@ class KorelPre16 : public KorelPreYaccClass {
   /// Empties the session and reads its options. Include directories come from the environment
   /// variable INCLUDE first, unless `skipEnvironment` is set. No option is an error.
   void Init(const tAutoArray<tString>& options, unsigned char skipEnvironment);
+  /// Adds a define as the option "/D" does; to be called after Init(). Without a value the name
+  /// stands for nothing. Of several defines of one name the last counts.
+  void define(std::string_view name, std::optional<std::string_view> value);
   /// Preprocesses the files in order. Appends the generated lines to `output`, separated by "\n";
   /// `errorText` holds the message when something failed, which is printed too.
   void doIt(tString& output, tString& errorText);

@@ -85,12 +85,11 @@ int tForeignConversion::run(const tString& directory, const tForeignSource& sour
   SplitPath(source.name, parts);
   const bool made = makeDirectory();
   if (made) converted_ = joinPath(directory_, tString(parts.base).append(kExtendedLanguage));
-  const std::string_view path = source.includePath;
   const std::vector<tString> command = {
       joinPath(directory, kConverter),
       tString("@F").append(source.name),
       tString("@Q").append(converted_),
-      tString("@DB").append(path.substr(path.rfind(';') + 1)),
+      tString("@DB").append(source.lastDirectory),
       tString("@D").append(source.outputDirectory),
   };
   command_ = shellCommand(command);

@@ -5,7 +5,7 @@
 /// What the external converter is told.
 struct tForeignSource {
   tString name;             // the source
-  tString includePath;      // directories separated by ';', of which it gets the last
+  tString lastDirectory;    // of the include path; may be empty
   tString outputDirectory;  // where the output of the run goes
 };
 

@@ -36,8 +36,12 @@ int runFor(const krpre_host& host, tDiskMan& disk, int count, char** vector) {
   tHostBridge bridge(host);
   std::optional<tLanguageScope> language;
   if (host.language != nullptr) language.emplace(languageNamed(host.language));
-  if (!bridge.wantsMessages()) return runPreprocessor(disk, count, vector, bridge);
-  const tOutputScope messages(bridge);
+  std::optional<tOutputScope> messages;
+  if (bridge.wantsMessages()) messages.emplace(bridge);
+  if (const tString fault = bridge.fault(); !fault.empty()) {
+    bridge.refuse(fault);
+    return KRPRE_OUTPUT_FAILED;
+  }
   return runPreprocessor(disk, count, vector, bridge);
 }
 

@@ -3,8 +3,24 @@
 #include <algorithm>
 
 #include "preprocessor/host/diagnosticreport.h"
+#include "preprocessor/run/options.h"
+#include "preprocessor/run/report.h"
 
 namespace {
+
+bool isNameCharacter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+const char* faultOf(const krpre_define& define) {
+  const std::string_view name = define.name == nullptr ? "" : define.name;
+  if (name.empty() || !std::all_of(name.begin(), name.end(), isNameCharacter)) {
+    return "a name is made of letters, digits and underscores";
+  }
+  const std::string_view value = define.value == nullptr ? "" : define.value;
+  // The output must stay in step with its source.
+  return value.find_first_of("\r\n") == std::string_view::npos ? nullptr : "a value is one line";
+}
 
 int lastLineOf(const precomp::tTknString& statement) {
   int last = statement.origin();
@@ -15,6 +31,43 @@ int lastLineOf(const precomp::tTknString& statement) {
 }
 
 }  // namespace
+
+tString tHostBridge::fault() const {
+  if (host_.includeDirectoryCount > 0 && host_.includeDirectories == nullptr) {
+    return tString::borrow("the array of include directories is null");
+  }
+  for (std::size_t i = 0; i < host_.includeDirectoryCount; ++i) {
+    if (host_.includeDirectories[i] == nullptr) {
+      return tString::borrow("an include directory is null");
+    }
+  }
+  if (host_.defineCount > 0 && host_.defines == nullptr) {
+    return tString::borrow("the array of defines is null");
+  }
+  for (std::size_t i = 0; i < host_.defineCount; ++i) {
+    const krpre_define& define = host_.defines[i];
+    const char* const fault = faultOf(define);
+    if (fault == nullptr) continue;
+    return tString::format("define \"%s\": %s", define.name == nullptr ? "" : define.name, fault);
+  }
+  return {};
+}
+
+void tHostBridge::refuse(const tString& fault) {
+  const tString none;
+  tRunReport(*this, none).tell(eMessage::kInvalidHost, {fault});
+}
+
+void tHostBridge::addOptions(tRunOptions& options) const {
+  for (std::size_t i = 0; i < host_.includeDirectoryCount; ++i) {
+    options.includePath.add(new tString(host_.includeDirectories[i]));
+  }
+  for (std::size_t i = 0; i < host_.defineCount; ++i) {
+    const krpre_define& define = host_.defines[i];
+    options.defines.push_back({tString(define.name), std::nullopt});
+    if (define.value != nullptr) options.defines.back().value = tString(define.value);
+  }
+}
 
 void tHostBridge::write(std::string_view text) {
   const tString ended(text);

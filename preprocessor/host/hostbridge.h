@@ -23,12 +23,18 @@ class tHostBridge : public tRunHost,
   /// `host` must outlive this object.
   explicit tHostBridge(const krpre_host& host) : host_(host) {}
 
+  /// Why the host's include directories or defines cannot be used; empty when they can.
+  tString fault() const;
+  /// Prints that fault and tells the host of it.
+  void refuse(const tString& fault);
+
   bool wantsMessages() const { return host_.message != nullptr; }
   void write(std::string_view text) override;
 
   precomp::tHeaderCache* headers() override {
     return host_.headers == nullptr ? nullptr : &host_.headers->cache;
   }
+  void addOptions(tRunOptions& options) const override;
   bool wantsOutput() const override { return (host_.flags & KRPRE_NO_OUTPUT) == 0; }
   tString outputName() const override { return tString(host_.outputName); }
   bool takesOutput() const override { return host_.output != nullptr; }

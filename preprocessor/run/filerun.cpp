@@ -112,7 +112,9 @@ int tFileRun::process() {
 
 int tFileRun::convertForeign() {
   if (!isForeign_ || !disk_.exists(readName_.c_str())) return kDone;
-  const tForeignSource source = {readName_, options_.includePath, names_.directory};
+  const tAutoArray<tString>& path = options_.includePath;
+  const tForeignSource source = {readName_, path.empty() ? tString() : path[path.count() - 1],
+                                 names_.directory};
   const int code = foreign_.run(host_.converterDirectory(), source);
   if (code == tForeignConversion::kNotRun) {
     return fail(code, eMessage::kConverterNotRun, {foreign_.command()});
@@ -175,6 +177,7 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   session.setShownName(names_.source);
   session.setHeaderCache(headers_);
   addIncludePaths(session);
+  for (const tOptionDefine& define : options_.defines) session.define(define.name, define.value);
   host_.sessionBegins(session, names_.copy, names_.source);
   trace(eMessage::kTraceSession, {names_.source});
   tString errorText;
@@ -199,11 +202,9 @@ void tFileRun::traceLines(std::string_view text) {
 void tFileRun::addIncludePaths(precomp::KorelPre16& session) {
   if (options_.includePath.empty()) return;
   trace(eMessage::kTraceIncludePath);
-  tAutoArray<tString> directories;
-  splitAt(options_.includePath, ';', directories);
-  while (!directories.empty()) {
-    std::unique_ptr<tString> directory(directories.takeAt(0));
-    if (!directory->empty()) session.IncludePath().add(directory.release());
+  for (int i = 0; i < options_.includePath.count(); ++i) {
+    const tString& directory = options_.includePath[i];
+    if (!directory.empty()) session.IncludePath().add(new tString(directory));
   }
 }
 

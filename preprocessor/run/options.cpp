@@ -4,11 +4,14 @@
 
 namespace {
 
-tString unquoted(std::string_view value) {
-  if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
-    value = value.substr(1, value.size() - 2);
-  }
-  return tString(value);
+std::string_view unquoted(std::string_view value) {
+  const bool quoted = value.size() >= 2 && value.front() == '"' && value.back() == '"';
+  return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+void setIncludePath(std::string_view list, tAutoArray<tString>& directories) {
+  directories.Destroy();
+  if (!list.empty()) splitAt(list, ';', directories);
 }
 
 void readListFile(tDiskMan& disk, std::string_view name, tAutoArray<tString>& files) {
@@ -41,7 +44,7 @@ struct tRule {
 // session.
 const tRule kRules[] = {
     {"-I", [](tDiskMan&, std::string_view rest,
-              tRunOptions& options) { options.includePath = unquoted(rest); }},
+              tRunOptions& options) { setIncludePath(unquoted(rest), options.includePath); }},
     {"-T", [](tDiskMan&, std::string_view, tRunOptions& options) { options.trace = true; }},
     {"/DHTTPSEND",
      [](tDiskMan&, std::string_view, tRunOptions& options) { options.httpSend = true; }},

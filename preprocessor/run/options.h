@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,7 +9,13 @@
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
 
-/// What the argument vector asks of one run.
+/// A define that holds from the first line of every source.
+struct tOptionDefine {
+  tString name;
+  std::optional<tString> value;
+};
+
+/// What the argument vector, and a host beyond it, ask of one run.
 struct tRunOptions {
   /// Sources in order, as given: names may be empty or have blanks around them.
   tAutoArray<tString> files;
@@ -19,8 +26,9 @@ struct tRunOptions {
   bool captureFatal = true;
   /// Part of the names of temporary files.
   tString tag = tString("0");
-  /// Directories separated by ';'.
-  tString includePath;
+  /// In search order; an empty one names no directory.
+  tAutoArray<tString> includePath;
+  std::vector<tOptionDefine> defines;
   bool trace = false;
   /// The standard header is saved in a form that the next run can use at once.
   bool precompiled = false;

@@ -31,6 +31,7 @@ int run(tDiskMan& disk, int argc, char* const* argv, tRunHost& host) {
   }
   tRunOptions options;
   ParseCommandLine(disk, argc, argv, options);
+  host.addOptions(options);
   for (int i = 0; i < options.files.count(); ++i) options.files[i].trim();
   tString::setMaxSize(kLongestText);
   return preprocessFiles(disk, options, host);

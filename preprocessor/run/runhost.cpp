@@ -6,6 +6,7 @@ tString tRunHost::converterDirectory() const {
   return programDirectory();
 }
 
+void tRunHost::addOptions(tRunOptions& /*options*/) const {}
 void tRunHost::takeOutput(const tString& /*source*/, const tString& /*text*/) {}
 void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*copy*/,
                              const tString& /*source*/) {}

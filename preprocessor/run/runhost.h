@@ -4,12 +4,16 @@
 #include "korelpre/korelpre.h"
 #include "lib_base/stringz.h"
 
+struct tRunOptions;
+
 /// What a run asks and tells its host. Every operation has a default that suits a host which only
 /// wants the output files.
 class tRunHost {
  public:
   virtual ~tRunHost() = default;
 
+  /// Adds what the host asks of the run beyond the argument vector.
+  virtual void addOptions(tRunOptions& options) const;
   /// False: no output file is written, and an older one stays.
   virtual bool wantsOutput() const { return true; }
   /// The headers that several runs share; null: each run keeps its own.

@@ -23,7 +23,7 @@ std::string described(const tRunOptions& options) {
   if (options.debug) add("debug", "");
   if (!options.captureFatal) add("nocapture", "");
   if (options.tag != "0") add("tag=", options.tag);
-  if (!options.includePath.empty()) add("path=", options.includePath);
+  if (!options.includePath.empty()) add("path", joined(options.includePath));
   if (options.trace) add("trace", "");
   if (options.httpSend) add("http", "");
   if (options.pageDebugInfo) add("pages", "");
@@ -52,9 +52,10 @@ TEST(Options, FirstRuleThatFitsDecides) {
     const char* expected;
   } rows[] = {
       {{}, ""},
-      {{"-Ione;two", "-I\"a b\""}, "path=a b"},
-      {{"-I\""}, "path=\""},
-      {{"-Ifoo", "-TRACE", "@@DEBUGGER", "@@NOCAPTFATAL"}, "debug nocapture path=foo trace"},
+      {{"-Ione;two", "-I\"a b;;c\""}, "path<a b><><c>"},
+      {{"-I\""}, "path<\">"},
+      {{"-Ione", "-I\"\""}, ""},
+      {{"-Ifoo", "-TRACE", "@@DEBUGGER", "@@NOCAPTFATAL"}, "debug nocapture path<foo> trace"},
       {{"/DHTTPSEND", "/KRH_DEBUGINFO", "/DHTTP"}, "session</DHTTP> http pages"},
       {{"@F\"my file.prw\"", "@Fmy file.prw", "@F"}, "files<my file.prw><my file.prw><>"},
       {{"@I7", "@Ijob", "@Oout", "@O\"x\""}, "tag=job out=\"x\""},

@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
+#include <iterator>
 #include <regex>
 #include <string>
 #include <thread>
@@ -190,11 +192,61 @@ TEST_F(RichHost, MayWaitForAnotherWriter) {
 }
 
 TEST_F(RichHost, OfAnUnknownSizeIsRefusedBeforeAnythingHappens) {
+  host_.defineCount = 1;  // of no defines: a fault, unless the host does not have the field
   for (const std::size_t size : {std::size_t{0}, sizeof(krpre_host) + 8}) {
     host_.size = size;
     EXPECT_EQ(run(), KRPRE_OUTPUT_FAILED);
   }
   EXPECT_EQ(heard_.messages, "");
+  EXPECT_FALSE(fs::exists(path("a.ppo")));
+  host_.size = offsetof(krpre_host, defineCount);
+  EXPECT_EQ(run(), KRPRE_OK);
+}
+
+TEST_F(RichHost, GivesDirectoriesAndDefinesAsTheyAre) {
+  directory_.write("a.prw",
+                   "#include \"one.ch\"\nx := { ONE, A, D , E }B\n#ifdef C\ny := 2\n#endif\n");
+  directory_.write("first/one.ch", "#define ONE 'first'\n");
+  directory_.write("a;\"b\" c/one.ch", "#define ONE 'host'\n");
+  std::string file = "@F" + path("a.prw").string();
+  std::string value = "/DA=vector";
+  std::string first = "-I" + path("first").string();
+  const std::string second = path("a;\"b\" c");
+  const std::string lengthy(300, 'e');
+  const char* const kDirectories[] = {"", second.c_str()};
+  const krpre_define kDefines[] = {{"A", "1 /N  -F2"}, {"B", nullptr}, {"C", ""},
+                                   {"D", "d"},         {"D", "A"},     {"E", lengthy.c_str()}};
+  host_.includeDirectoryCount = std::size(kDirectories);
+  host_.includeDirectories = kDirectories;
+  host_.defineCount = std::size(kDefines);
+  host_.defines = kDefines;
+  host_.output = takeOutput;
+  const std::string rest = ", 1 /N  -F2, 1 /N  -F2 , " + lengthy + " }\r\n\r\ny := 2\r\n";
+  char* vector[] = {nullptr, file.data(), value.data(), first.data()};
+  EXPECT_EQ(krpre_run(3, vector, &host_), 0) << heard_.messages;
+  EXPECT_NE(heard_.output.find("x := { 'host'" + rest), std::string::npos) << heard_.output;
+  EXPECT_EQ(krpre_run(4, vector, &host_), 0);
+  EXPECT_NE(heard_.output.find("x := { 'first'" + rest), std::string::npos) << heard_.output;
+}
+
+TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
+  const char* const kNoDirectory[] = {nullptr};
+  const krpre_define kDefines[] = {{nullptr, "1"},    {"", "1"},     {"A B", "1"}, {"A(x)", "x"},
+                                   {"\xE9", nullptr}, {"A", "1\n2"}, {"A", "\r"}};
+  std::vector<krpre_host> hosts(3 + std::size(kDefines), host_);
+  hosts[0].includeDirectoryCount = hosts[1].includeDirectoryCount = hosts[2].defineCount = 1;
+  hosts[0].includeDirectories = kNoDirectory;
+  for (std::size_t i = 0; i < std::size(kDefines); ++i) {
+    hosts[3 + i].defineCount = 1;
+    hosts[3 + i].defines = &kDefines[i];
+  }
+  for (const krpre_host& host : hosts) {
+    host_ = host;
+    heard_ = {};
+    EXPECT_EQ(run(), KRPRE_OUTPUT_FAILED);
+    EXPECT_TRUE(heard_.messages.starts_with("KOREL Preprocessor: ")) << heard_.messages;
+    EXPECT_EQ(heard_.slugs, "invalid-host ");
+  }
   EXPECT_FALSE(fs::exists(path("a.ppo")));
 }
 
