@@ -183,7 +183,6 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   std::deque<tSourceRun> runs;
   for (const tBuildJob& job : plan.jobs) {
     runs.emplace_back(line, job, shippedHeaders, style, headers.get());
-    if (!runs.back().refusal().empty()) return refuseUsage(runs.back().refusal());
   }
 
   tPrinter printer(line.quiet, messages);

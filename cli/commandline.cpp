@@ -109,6 +109,7 @@ void tArgumentReader::read() {
   }
   for (int i = optind; i < count_; ++i) line_.files.emplace_back(arguments_[i]);
   if (line_.files.empty()) line_.complain("no file to preprocess");
+  line_.checkFiles();
 }
 
 void tArgumentReader::takeLong(int code) {
@@ -142,6 +143,31 @@ void tArgumentReader::set(const tOption& entry, std::string spelling, const char
 }
 
 }  // namespace
+
+void tCommandLine::addDefine(const std::string& spelling, const std::string& definition) {
+  constexpr const char* kNameCharacters =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
+  const std::size_t equals = definition.find('=');
+  tDefine define{definition.substr(0, equals), std::nullopt};
+  if (equals != std::string::npos) define.value = definition.substr(equals + 1);
+  if (define.name.empty() || define.name.find_first_not_of(kNameCharacters) != std::string::npos) {
+    return complain(spelling + " " + definition +
+                    ": a name is made of letters, digits and underscores");
+  }
+  if (definition.find_first_of("\r\n") != std::string::npos) {
+    return complain(spelling + " " + definition + ": a value is one line");
+  }
+  defines.push_back(std::move(define));
+}
+
+void tCommandLine::checkFiles() {
+  for (const std::string& name : files) {
+    if (name.empty()) return complain("FILE: the name is empty");
+    if (name.find_last_not_of(" \t\n\v\f\r") != name.size() - 1) {
+      return complain(name + ": the library would drop the white space at the end of the name");
+    }
+  }
+}
 
 void tCommandLine::complain(std::string text) {
   if (complaint.empty()) complaint = std::move(text);

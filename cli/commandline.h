@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,11 @@ struct tDependencyOptions {
   bool phony = false;
 };
 
+struct tDefine {
+  std::string name;
+  std::optional<std::string> value;
+};
+
 /// What the arguments of the program ask for.
 struct tCommandLine {
   enum eRequest { kRun, kShowHelp, kShowVersion };
@@ -27,8 +33,7 @@ struct tCommandLine {
   std::vector<std::string> files;
   /// In the order given; never holds an empty text.
   std::vector<std::string> includeDirectories;
-  /// NAME or NAME=VALUE each, not looked into yet.
-  std::vector<std::string> defines;
+  std::vector<tDefine> defines;
   /// A directory or a file; empty when the outputs go beside their sources.
   std::string output;
   /// How many sources are preprocessed at once; 0: as many as there are cores.
@@ -44,6 +49,10 @@ struct tCommandLine {
 
   bool readsStandardInput() const;
 
+  /// Adds NAME or NAME=VALUE, or complains that it is no define.
+  void addDefine(const std::string& spelling, const std::string& definition);
+  /// Complains when the library cannot be given one of the files.
+  void checkFiles();
   /// Sets the complaint, unless there is one already: the first is the clearest.
   void complain(std::string text);
 };

@@ -24,7 +24,7 @@ void takeInclude(tCommandLine& line, const tGivenOption& given) {
 }
 
 void takeDefine(tCommandLine& line, const tGivenOption& given) {
-  line.defines.emplace_back(given.value);
+  line.addDefine(given.spelling, given.value);
 }
 
 void takeJobs(tCommandLine& line, const tGivenOption& given) {

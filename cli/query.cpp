@@ -6,8 +6,8 @@
 
 #include "cli/exitstatus.h"
 #include "cli/explain.h"
+#include "cli/librarycall.h"
 #include "cli/queryline.h"
-#include "cli/runarguments.h"
 #include "cli/shippedheaders.h"
 #include "include/krpre.h"
 
@@ -60,10 +60,10 @@ void takeRule(void* context, const krpre_rule* rule) {
   answer(context).rules->push_back(infoOf(*rule));
 }
 
-// Runs the library over the query's file. Empty, or why it cannot be asked.
-std::string ask(tQueryLine& query, tAnswer& answers, int& result) {
-  tRunArguments arguments(query.source, shippedHeaders());
-  if (!arguments.refusal().empty()) return arguments.refusal();
+// Runs the library over the query's file. Returns the result of the run.
+int ask(const tQueryLine& query, tAnswer& answers) {
+  const std::string headers = shippedHeaders();
+  tLibraryCall call(query.source, query.source.files[0], headers);
   krpre_host host{};
   host.size = sizeof host;
   host.context = &answers;
@@ -71,8 +71,8 @@ std::string ask(tQueryLine& query, tAnswer& answers, int& result) {
   host.message = takeMessage;
   if (answers.story != nullptr) host.step = takeStep;
   if (answers.rules != nullptr) host.rule = takeRule;
-  result = krpre_run(arguments.count(), arguments.vector(), &host);
-  return {};
+  call.prepare(host);
+  return krpre_run(call.count(), call.vector(), &host);
 }
 
 int show(const std::string& text) {
@@ -108,10 +108,7 @@ int explainCommand(int count, char** arguments) {
   tRuleStory story(nameInRun(file), query.line);
   tAnswer answers;
   answers.story = &story;
-  int result = 0;
-  const std::string refusal = ask(query, answers, result);
-  if (!refusal.empty()) return refuseUsage(refusal, kExplain);
-
+  const int result = ask(query, answers);
   if (story.found()) {
     const int shown = show(query.json ? explainedJson(story, file)
                                       : explainedText(story, file, tPaint(query.colour)));
@@ -132,10 +129,7 @@ int rulesCommand(int count, char** arguments) {
   std::vector<tRuleInfo> rules;
   tAnswer answers;
   answers.rules = &rules;
-  int result = 0;
-  const std::string refusal = ask(query, answers, result);
-  if (!refusal.empty()) return refuseUsage(refusal, kRules);
-  if (result != 0) return reportFailure(answers);
+  if (ask(query, answers) != 0) return reportFailure(answers);
   if (!query.key.empty()) {
     std::erase_if(rules, [&](const tRuleInfo& rule) { return !isFoundBy(rule, query.key); });
   }

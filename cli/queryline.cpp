@@ -54,7 +54,7 @@ void takeOption(tQueryLine& query, int code, bool withLine) {
       query.source.includeDirectories.emplace_back(optarg);
       break;
     case 'D':
-      query.source.defines.emplace_back(optarg);
+      query.source.addDefine("-D", optarg);
       break;
     default:
       query.source.complain(
@@ -85,5 +85,6 @@ tQueryLine readQueryLine(int count, char** arguments, bool withLine) {
   } else if (withLine) {
     splitLine(query, query.source.files[0]);
   }
+  query.source.checkFiles();
   return query;
 }

@@ -100,15 +100,6 @@ std::string writeDependencies(const tDependencyOptions& options, const tBuildJob
   return error == 0 ? std::string() : job.dependencies + ": " + std::strerror(error);
 }
 
-tCommandLine lineFor(const tCommandLine& line, const tBuildJob& job) {
-  tCommandLine own;
-  own.files = {job.source};
-  own.includeDirectories = line.includeDirectories;
-  own.defines = line.defines;
-  own.trace = line.trace;
-  return own;
-}
-
 }  // namespace
 
 tMessageStyle messageStyle(const tCommandLine& line, int messages) {
@@ -129,7 +120,7 @@ tSourceRun::tSourceRun(const tCommandLine& line, const tBuildJob& job,
       job_(job),
       style_(style),
       headers_(headers),
-      arguments_(lineFor(line, job), shippedHeaders, job.tag) {}
+      call_(line, job.source, shippedHeaders, job.tag) {}
 
 tSourceResult tSourceRun::run() {
   return runWith(nullptr);
@@ -143,11 +134,12 @@ tSourceResult tSourceRun::runWith(const std::string* text) {
   tTold heard;
   krpre_host host = hostFor(line_, job_, style_, heard);
   host.headers = headers_;
+  call_.prepare(host);
   try {
     const int code = text == nullptr
-                         ? krpre_run(arguments_.count(), arguments_.vector(), &host)
+                         ? krpre_run(call_.count(), call_.vector(), &host)
                          // The last argument names the source.
-                         : krpre_text(arguments_.count() - 1, arguments_.vector(), &host,
+                         : krpre_text(call_.count() - 1, call_.vector(), &host,
                                       nameInRun(job_.source).c_str(), text->data(), text->size());
     heard.result.done = code == KRPRE_OK;
     if (heard.result.done && !job_.dependencies.empty()) {

@@ -4,7 +4,7 @@
 
 #include "cli/buildplan.h"
 #include "cli/commandline.h"
-#include "cli/runarguments.h"
+#include "cli/librarycall.h"
 
 struct krpre_headers;
 
@@ -37,8 +37,6 @@ class tSourceRun {
   tSourceRun(const tCommandLine& line, const tBuildJob& job, const std::string& shippedHeaders,
              const tMessageStyle& style, krpre_headers* headers);
 
-  /// Empty, or why one of the values cannot be handed to the library.
-  const std::string& refusal() const { return arguments_.refusal(); }
   const tBuildJob& job() const { return job_; }
 
   /// Preprocesses the source and writes its output and its dependency file. Nothing is thrown.
@@ -53,5 +51,5 @@ class tSourceRun {
   const tBuildJob& job_;
   const tMessageStyle& style_;
   krpre_headers* headers_;  // shared with others, or null
-  tRunArguments arguments_;
+  tLibraryCall call_;
 };

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/commandline.h"
+#include "include/krpre.h"
+
+/// The name by which the library knows the file that is called `name` on the command line.
+std::string nameInRun(const std::string& name);
+
+/// What one call of the library is given: the argument vector, and the include directories and
+/// defines of its host.
+class tLibraryCall {
+ public:
+  /// Takes from `line` what decides about the text of `source`; `shippedHeaders` is searched last.
+  /// `tag` makes the names of temporary files differ. `line` and `shippedHeaders` must outlive this
+  /// object.
+  tLibraryCall(const tCommandLine& line, const std::string& source,
+               const std::string& shippedHeaders, const std::string& tag = {});
+  tLibraryCall(const tLibraryCall&) = delete;
+  tLibraryCall& operator=(const tLibraryCall&) = delete;
+
+  /// The slots of the argument vector; the last one names the source. Valid, as what prepare()
+  /// gives, as long as this object.
+  int count() const { return static_cast<int>(slots_.size()); }
+  char** vector() { return slots_.data(); }
+  void prepare(krpre_host& host) const;
+
+ private:
+  std::vector<std::string> arguments_;
+  std::vector<char*> slots_;
+  std::vector<const char*> directories_;
+  std::vector<krpre_define> defines_;
+};
