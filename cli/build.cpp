@@ -158,7 +158,7 @@ int buildStandardInput(tSourceRun& run, tPrinter& printer) {
     complainAbout(trouble);
     return kSomeFailed;
   }
-  const tSourceResult result = run.runText(text);
+  const tSourceResult result = run.run(&text);
   printer.print(result);
   if (!result.done) return kSomeFailed;
   const int error = writeAll(STDOUT_FILENO, result.text);

@@ -114,16 +114,20 @@ bool tPlanner::fail(std::string complaint, bool wrongUsage) {
 
 bool tPlanner::checkOptions() {
   const bool input = line_.readsStandardInput();
-  if (input && line_.files.size() > 1) return refuse("- stands for one source, beside no other");
-  if (!input && !line_.standardInputName.empty()) return refuse("--stdin-name needs the file -");
+  if (input && line_.files.size() > 1)
+    return refuse("- (standard input) cannot be combined with other files");
+  if (!input && !line_.standardInputName.empty())
+    return refuse("--stdin-name requires the file - (standard input)");
   const tDependencyOptions& rules = line_.dependencies;
   if (!rules.wanted && (!rules.file.empty() || !rules.targets.empty() || rules.phony)) {
-    return refuse("-MF, -MT and -MP need -MD");
+    return refuse("-MF, -MT and -MP require -MD");
   }
   if (!rules.wanted) return true;
-  if (line_.files.size() > 1 && !rules.file.empty()) return refuse("-MF is for one source");
-  if (line_.files.size() > 1 && !rules.targets.empty()) return refuse("-MT is for one source");
-  if (input && line_.output.empty()) return refuse("-MD needs -o: standard output has no name");
+  if (line_.files.size() > 1 && !rules.file.empty()) return refuse("-MF requires a single source");
+  if (line_.files.size() > 1 && !rules.targets.empty())
+    return refuse("-MT requires a single source");
+  if (input && line_.output.empty())
+    return refuse("-MD requires -o when the output goes to standard output");
   return true;
 }
 
@@ -135,7 +139,7 @@ bool tPlanner::checkOutputOption() {
     return checkDirectory(output);
   }
   if (krpre_is_source(output.c_str()) != 0) {
-    return refuse("-o " + output + ": this is how sources and headers are called");
+    return refuse("-o " + output + ": this is the extension of a source or header");
   }
   outputFile_ = output;
   const std::string directory = directoryOf(output);
@@ -197,7 +201,8 @@ bool tPlanner::checkTarget(const tBuildJob& job, const std::string& target) {
   }
   const auto [writer, first] = writers_.emplace(name, job.source);
   if (first) return true;
-  if (writer->second == job.source) return refuse(target + ": output and dependency file in one");
+  if (writer->second == job.source)
+    return refuse(target + ": output and dependency file would be the same file");
   return refuse(writer->second + " and " + job.source + " would both be written to " + target);
 }
 

@@ -3,123 +3,110 @@
 #include <getopt.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
+#include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "cli/optiontable.h"
+#include "cli/suggestion.h"
 
 namespace {
 
-// getopt answers with a letter for a short option; for a long one with its index and this.
+// What getopt answers with for a long option: this and its index.
 constexpr int kLongCodes = 256;
 
-const tOption& optionOfCode(int code) {
-  return programOptions()[static_cast<std::size_t>(code - kLongCodes)];
-}
-
-std::string longSpelling(int code) {
-  return std::string("--") + optionOfCode(code).name;
-}
-
-/// The table of options as getopt wants it.
+/// The options of a command as getopt wants them.
 struct tGetoptTables {
   // "-": files are handed out in place among the options; ":": a missing value is told apart.
   std::string letters = "-:";
   std::vector<option> names;
 
-  tGetoptTables() {
+  explicit tGetoptTables(const std::vector<const tOption*>& options) {
     int code = kLongCodes;
-    for (const tOption& entry : programOptions()) {
-      addLetter(entry);
-      if (entry.name != nullptr) {
-        const int value = entry.value != nullptr ? required_argument : no_argument;
-        names.push_back({entry.name, value, nullptr, code});
+    for (const tOption* entry : options) {
+      const char first = entry->letters[0];
+      if (first != '\0' && letters.find(first) == std::string::npos) {
+        letters += first;
+        // To getopt the further letters of a family are the value of the first.
+        if (entry->value != nullptr || entry->letters[1] != '\0') letters += ':';
       }
+      const int value = entry->value != nullptr ? required_argument : no_argument;
+      if (entry->name != nullptr) names.push_back({entry->name, value, nullptr, code});
       ++code;
     }
     names.push_back({nullptr, 0, nullptr, 0});
   }
-
- private:
-  void addLetter(const tOption& entry) {
-    const char first = entry.letters[0];
-    if (first == '\0' || letters.find(first) != std::string::npos) return;
-    letters += first;
-    // To getopt the further letters of a family are the value of the first.
-    if (entry.value != nullptr || entry.letters[1] != '\0') letters += ':';
-  }
 };
-
-// `optopt` is the letter of a short option and the code of a long one, 0 for one that nobody knows.
-std::string describeMissing() {
-  if (optopt >= kLongCodes) return longSpelling(optopt) + " needs a value";
-  const std::string letter(1, static_cast<char>(optopt));
-  if (optionOfLetters(letter) == nullptr) return "unknown option -" + letter;  // part of a family's
-  return '-' + letter + " needs a value";
-}
-
-// What getopt could not make sense of.
-std::string describeUnknown(const char* argument) {
-  if (optopt >= kLongCodes) return longSpelling(optopt) + " takes no value";
-  if (optopt > 0) return std::string("unknown option -") + static_cast<char>(optopt);
-  return std::string("unknown option ") + argument;
-}
 
 /// Reads one argument after the other and sets what they ask for.
 class tArgumentReader {
  public:
-  tArgumentReader(int count, char** arguments, tCommandLine& line)
-      : count_(count), arguments_(arguments), line_(line) {}
+  tArgumentReader(const tCommand& command, int count, char** arguments, tCommandLine& line)
+      : command_(command),
+        options_(optionsOf(command.set)),
+        count_(count),
+        arguments_(arguments),
+        line_(line) {}
 
   void read();
 
  private:
-  void takeLong(int code);
-  void takeShort(char letter);
+  const tOption& optionOfCode(int code) const {
+    return *options_[static_cast<std::size_t>(code - kLongCodes)];
+  }
+  const tOption* optionOfLetters(const std::string& letters) const;
+  void take(int code, const char* argument);
   void takeOfFamily(char letter);
-  void set(const tOption& entry, std::string spelling, const char* value);
+  void set(const tOption& entry, const std::string& spelling, const char* value);
+  void complainOfUnknown(const std::string& spelling, const std::string& given);
+  void checkFiles();
+  void splitLineNumber(std::string& file);
 
+  const tCommand& command_;
+  const std::vector<const tOption*> options_;
   int count_;
   char** arguments_;
   tCommandLine& line_;
 };
 
 void tArgumentReader::read() {
-  const tGetoptTables tables;
+  const tGetoptTables tables(options_);
   opterr = 0;
   for (;;) {
     const char* argument = arguments_[optind < count_ ? optind : 0];
     const int code =
         getopt_long(count_, arguments_, tables.letters.c_str(), tables.names.data(), nullptr);
     if (code == -1) break;
-    if (code == 1) {
-      line_.files.emplace_back(optarg);
-    } else if (code == ':') {
-      line_.complain(describeMissing());
-    } else if (code == '?') {
-      line_.complain(describeUnknown(argument));
-    } else if (code >= kLongCodes) {
-      takeLong(code);
-    } else {
-      takeShort(static_cast<char>(code));
-    }
-    if (line_.request == tCommandLine::kShowHelp || line_.request == tCommandLine::kShowVersion) {
-      return;
-    }
+    take(code, argument);
+    if (line_.request != tCommandLine::kCarryOut) return;
   }
   for (int i = optind; i < count_; ++i) line_.files.emplace_back(arguments_[i]);
-  if (line_.files.empty()) line_.complain("no file to preprocess");
-  line_.checkFiles();
+  checkFiles();
 }
 
-void tArgumentReader::takeLong(int code) {
-  set(optionOfCode(code), longSpelling(code), optarg);
-}
-
-void tArgumentReader::takeShort(char letter) {
-  const tOption* entry = optionOfLetters(std::string(1, letter));
-  if (entry == nullptr) return takeOfFamily(letter);
-  set(*entry, std::string("-") + letter, optarg);
+void tArgumentReader::take(int code, const char* argument) {
+  if (code == 1) {
+    line_.files.emplace_back(optarg);
+  } else if (code >= kLongCodes) {
+    set(optionOfCode(code), optionOfCode(code).longForm(), optarg);
+  } else if (code != ':' && code != '?') {
+    const std::string letter(1, static_cast<char>(code));
+    const tOption* entry = optionOfLetters(letter);
+    if (entry == nullptr) return takeOfFamily(letter[0]);
+    set(*entry, '-' + letter, optarg);
+  } else if (optopt >= kLongCodes) {
+    const std::string spelling = optionOfCode(optopt).longForm();
+    line_.complain(spelling + (code == ':' ? " needs a value" : " takes no value"));
+  } else {
+    const std::string given(argument, std::strcspn(argument, "="));
+    const std::string letter(1, static_cast<char>(optopt));
+    // The first letter of a family is no option by itself.
+    const bool known = code == ':' && optionOfLetters(letter) != nullptr;
+    if (known) return line_.complain('-' + letter + " needs a value");
+    complainOfUnknown(optopt > 0 ? '-' + letter : given, given);
+  }
 }
 
 // Getopt has read the second letter, with what is written right behind it, as the first one's
@@ -130,7 +117,7 @@ void tArgumentReader::takeOfFamily(char letter) {
   const std::string spelling = '-' + given.substr(0, 2);
   const bool more = given.size() > 2;
   if (entry == nullptr || (more && entry->value == nullptr)) {
-    return line_.complain("unknown option -" + given);
+    return complainOfUnknown('-' + given, '-' + given);
   }
   if (entry->value == nullptr) return set(*entry, spelling, nullptr);
   if (more) return set(*entry, spelling, optarg + 1);
@@ -138,36 +125,90 @@ void tArgumentReader::takeOfFamily(char letter) {
   set(*entry, spelling, arguments_[optind++]);
 }
 
-void tArgumentReader::set(const tOption& entry, std::string spelling, const char* value) {
-  entry.set(line_, {std::move(spelling), value});
+void tArgumentReader::set(const tOption& entry, const std::string& spelling, const char* value) {
+  tGivenOption given{spelling, value, -1};
+  if (value != nullptr && entry.value->kind == tValue::kWords) {
+    const std::vector<std::string> words = wordsOf(entry.value->words);
+    const auto at = std::find(words.begin(), words.end(), value);
+    given.word = static_cast<int>(at - words.begin());
+    if (at == words.end()) {
+      std::string known;
+      for (const std::string& word : words) {
+        known += (known.empty() ? "" : &word == &words.back() ? " or " : ", ") + word;
+      }
+      return line_.complain(std::string("unknown ") + entry.value->noun + " '" + value + "': use " +
+                            known);
+    }
+  } else if (value != nullptr && *value == '\0' && entry.value->noun != nullptr) {
+    return line_.complain(spelling + ": the " + entry.value->noun + " is empty");
+  }
+  entry.set(line_, given);
 }
 
-}  // namespace
-
-void tCommandLine::addDefine(const std::string& spelling, const std::string& definition) {
-  constexpr const char* kNameCharacters =
-      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
-  const std::size_t equals = definition.find('=');
-  tDefine define{definition.substr(0, equals), std::nullopt};
-  if (equals != std::string::npos) define.value = definition.substr(equals + 1);
-  if (define.name.empty() || define.name.find_first_not_of(kNameCharacters) != std::string::npos) {
-    return complain(spelling + " " + definition +
-                    ": a name is made of letters, digits and underscores");
+const tOption* tArgumentReader::optionOfLetters(const std::string& letters) const {
+  for (const tOption* option : options_) {
+    if (option->letters == letters) return option;
   }
-  if (definition.find_first_of("\r\n") != std::string::npos) {
-    return complain(spelling + " " + definition + ": a value is one line");
-  }
-  defines.push_back(std::move(define));
+  return nullptr;
 }
 
-void tCommandLine::checkFiles() {
-  for (const std::string& name : files) {
-    if (name.empty()) return complain("FILE: the name is empty");
-    if (name.find_last_not_of(" \t\n\v\f\r") != name.size() - 1) {
-      return complain(name + ": the library would drop the white space at the end of the name");
+// `given` is how it stands on the command line, "-json", of which getopt has read `spelling`, "-j".
+void tArgumentReader::complainOfUnknown(const std::string& spelling, const std::string& given) {
+  std::vector<std::string> forms;
+  std::string meant;
+  for (const tOption* option : options_) {
+    if (option->name != nullptr) forms.push_back(option->longForm());
+    const bool fits = option->longForm().starts_with(spelling) && spelling.starts_with("--");
+    if (fits) meant += (meant.empty() ? "" : " or ") + option->longForm();
+  }
+  if (!meant.empty()) return line_.complain("ambiguous option " + spelling + ": " + meant);
+  const std::string nearest = nearestTo((given.starts_with("--") ? "" : "-") + given, forms);
+  if (!nearest.empty()) {
+    return line_.complain("unknown option " + given + "; did you mean " + nearest + "?");
+  }
+  for (const tCommand& other : programCommands()) {
+    for (const tOption* option : optionsOf(other.set)) {
+      if (option->shortForm() != spelling && option->longForm() != spelling) continue;
+      return line_.complain("unknown option " + spelling + ": it belongs to '" + other.spelling() +
+                            "'");
+    }
+  }
+  line_.complain("unknown option " + spelling);
+}
+
+void tArgumentReader::checkFiles() {
+  constexpr const char* kWhiteSpace = " \t\n\v\f\r";
+  std::vector<std::string>& files = line_.files;
+  if (command_.oneFile ? files.size() != 1 : files.empty()) {
+    return line_.complain(command_.oneFile ? std::string("expected one ") + command_.file
+                                           : "no input file");
+  }
+  if (command_.set == kExplain) splitLineNumber(files[0]);
+  if (command_.anyFile) return;
+  std::vector<std::string> names = files;
+  if (!line_.standardInputName.empty()) names.push_back(line_.standardInputName);
+  for (const std::string& name : names) {
+    if (name.empty()) return line_.complain("a file name is empty");
+    // The library would trim it.
+    if (name.find_last_not_of(kWhiteSpace) != name.size() - 1) {
+      return line_.complain("'" + name + "': a file name must not end in white space");
     }
   }
 }
+
+// Takes ":LINE" from the end of the name.
+void tArgumentReader::splitLineNumber(std::string& file) {
+  const std::size_t colon = file.rfind(':');
+  const char* const end = file.data() + file.size();
+  if (colon != std::string::npos) {
+    const char* const digits = file.data() + colon + 1;
+    const auto [stop, fault] = std::from_chars(digits, end, line_.lineNumber);
+    if (fault == std::errc() && stop == end && line_.lineNumber > 0) return file.resize(colon);
+  }
+  line_.complain(file + ": expected FILE:LINE, with lines counted from 1");
+}
+
+}  // namespace
 
 void tCommandLine::complain(std::string text) {
   if (complaint.empty()) complaint = std::move(text);
@@ -177,8 +218,8 @@ bool tCommandLine::readsStandardInput() const {
   return std::find(files.begin(), files.end(), "-") != files.end();
 }
 
-tCommandLine readCommandLine(int count, char** arguments) {
+tCommandLine readCommandLine(const tCommand& command, int count, char** arguments) {
   tCommandLine line;
-  tArgumentReader(count, arguments, line).read();
+  tArgumentReader(command, count, arguments, line).read();
   return line;
 }

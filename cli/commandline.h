@@ -6,6 +6,13 @@
 
 #include "cli/diagnostics.h"
 
+struct tCommand;
+
+struct tDefine {
+  std::string name;
+  std::optional<std::string> value;
+};
+
 /// What is asked for dependency files.
 struct tDependencyOptions {
   bool wanted = false;
@@ -17,47 +24,46 @@ struct tDependencyOptions {
   bool phony = false;
 };
 
-struct tDefine {
-  std::string name;
-  std::optional<std::string> value;
-};
-
-/// What the arguments of the program ask for.
+/// What the arguments of the program, or of one of its subcommands, ask for. Options that a
+/// subcommand does not have keep their defaults.
 struct tCommandLine {
-  enum eRequest { kRun, kShowHelp, kShowVersion };
+  enum eRequest { kCarryOut, kShowHelp, kShowVersion, kShowCompletions };
 
-  eRequest request = kRun;
-  /// Says what is wrong with the usage; otherwise empty. A wish for help goes before.
+  eRequest request = kCarryOut;
+  /// What is wrong with the usage; otherwise empty. A request for help comes before it.
   std::string complaint;
 
   std::vector<std::string> files;
+  /// Of `krpre explain`, from 1.
+  int lineNumber = 0;
   /// In the order given; never holds an empty text.
   std::vector<std::string> includeDirectories;
   std::vector<tDefine> defines;
-  /// A directory or a file; empty when the outputs go beside their sources.
+  /// A directory or a file; empty when outputs go beside their sources.
   std::string output;
-  /// How many sources are preprocessed at once; 0: as many as there are cores.
+  /// The number of sources preprocessed in parallel; 0: one per core.
   unsigned jobs = 0;
   tDependencyOptions dependencies;
-  /// What the file "-" is called; may be empty.
+  /// The name given to the file "-"; may be empty.
   std::string standardInputName;
   eDiagnosticForm diagnostics = eDiagnosticForm::kAuto;
   bool alwaysWrite = false;
   bool precompiled = false;
   bool trace = false;
   bool quiet = false;
+  bool json = false;
+  /// Not set: only on a terminal.
+  std::optional<bool> colour;
+  std::string key;
+  std::string completions;
 
   bool readsStandardInput() const;
 
-  /// Adds NAME or NAME=VALUE, or complains that it is no define.
-  void addDefine(const std::string& spelling, const std::string& definition);
-  /// Complains when the library cannot be given one of the files.
-  void checkFiles();
   /// Sets the complaint, unless there is one already: the first is the clearest.
   void complain(std::string text);
 };
 
-/// Reads the arguments of the program, options (see programOptions) and files in any order.
-/// Reorders nothing and prints nothing. To be called once: it leans on the process-wide state of
+/// Reads the arguments of `command`, its options (see cli/optiontable.h) and files in any order;
+/// slot 0 is not read. Prints nothing. To be called once: it relies on the process-wide state of
 /// getopt.
-tCommandLine readCommandLine(int count, char** arguments);
+tCommandLine readCommandLine(const tCommand& command, int count, char** arguments);

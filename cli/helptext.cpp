@@ -1,62 +1,78 @@
-#include "cli/helptext.h"
+#include "cli/optiontexts.h"
 
+#include <algorithm>
 #include <cstddef>
-
-#include "cli/optiontable.h"
+#include <string_view>
 
 namespace {
 
-constexpr const char* kUsage =
-    "Usage: krpre [OPTION]... FILE...\n"
-    "  or:  krpre explain [OPTION]... FILE:LINE\n"
-    "  or:  krpre rules [OPTION]... FILE\n"
-    "  or:  krpre pack|unpack [-o FILE] FILE...\n"
-    "  or:  krpre --classic ARGUMENT...\n"
-    "Preprocess Korel sources: each FILE becomes a .ppo file. With - for its FILE it\n"
-    "reads standard input and writes standard output.\n"
-    "\n"
-    "Mandatory arguments to long options are mandatory for short options too.\n";
-
 constexpr const char* kNotes =
     "\n"
-    "Include files are searched in the directories of the variable INCLUDE, then in\n"
-    "those of -I, then among the headers that come with the program.\n"
+    "Include files are searched for in the directories of the environment variable\n"
+    "INCLUDE, then in those of -I, then among the headers that come with the program.\n"
     "\n"
-    "Exit status: 0 when every file was preprocessed, 1 when one failed, 2 when the\n"
-    "usage is wrong.\n";
+    "Exit status: 0 if every source was preprocessed, 1 if any failed, 2 if the usage\n"
+    "was wrong and nothing was done.\n";
 
+constexpr std::size_t kWidth = 79;
 constexpr std::size_t kHelpColumn = 29;
 
-// The forms of one option: "  -o, --output=DIR", "      --help", "  -MF FILE".
-std::string forms(const tOption& entry) {
-  std::string text = "  ";
-  const bool isShort = *entry.letters != '\0';
-  if (isShort) text.append("-").append(entry.letters);
-  if (entry.name != nullptr) text.append(isShort ? ", --" : "    --").append(entry.name);
-  if (entry.value != nullptr) text.append(entry.name != nullptr ? "=" : " ").append(entry.value);
-  return text;
-}
-
-void describe(const tOption& entry, std::string& text) {
-  std::string line = forms(entry);
-  // Two blanks at least stand between the forms and what they do.
-  if (line.size() + 2 > kHelpColumn) {
-    text += line + '\n';
-    line.clear();
-  }
-  line.resize(kHelpColumn, ' ');
-  text += line;
-  for (const char* c = entry.help; *c != '\0'; ++c) {
-    text += *c;
-    if (*c == '\n') text.append(kHelpColumn + 2, ' ');
+// Appends the words of `text` and begins a line, indented, before each that does not fit.
+void appendWrapped(std::string& text, std::string_view words, std::size_t indent) {
+  std::size_t column = text.size() - (text.rfind('\n') + 1);
+  for (const std::string& word : wordsOf(words)) {
+    if (column > indent && column + 1 + word.size() > kWidth) {
+      text += '\n' + std::string(indent, ' ');
+      column = indent;
+    } else if (column > indent) {
+      text += ' ';
+      ++column;
+    }
+    text += word;
+    column += word.size();
   }
   text += '\n';
 }
 
+// The forms of one option: "  -o, --output=DIR", "      --help", "  -MF FILE".
+std::string forms(const tOption& option) {
+  const std::string letters = option.shortForm();
+  const std::string name = option.longForm();
+  std::string text = letters.empty() ? "      " : "  " + letters;
+  if (!letters.empty() && !name.empty()) text += ", ";
+  text += name;
+  if (option.value != nullptr) text.append(name.empty() ? " " : "=").append(option.value->name);
+  return text;
+}
+
+void describe(std::string& text, const tOption& option) {
+  const std::string shown = forms(option);
+  text += shown;
+  // Two blanks at least stand between the forms and what they do.
+  const bool fits = shown.size() + 2 <= kHelpColumn;
+  text +=
+      fits ? std::string(kHelpColumn - shown.size(), ' ') : '\n' + std::string(kHelpColumn, ' ');
+  appendWrapped(text, option.help, kHelpColumn);
+}
+
 }  // namespace
 
-std::string helpText() {
-  std::string text = std::string(kUsage) + '\n';
-  for (const tOption& entry : programOptions()) describe(entry, text);
-  return text + kNotes;
+std::string helpText(const tCommand& command) {
+  const bool program = command.isProgram();
+  std::string text = "Usage: " + command.usage() + "\n";
+  for (const tCommand& other : programCommands()) {
+    if (program && !other.isProgram()) text += "   or: " + other.usage() + "\n";
+  }
+  if (program) text += "   or: krpre --classic ARGUMENT...\n";
+  appendWrapped(text, command.description, 0);
+
+  std::string_view group;
+  for (const tOption* option : optionsOf(command.set)) {
+    // The options of a subcommand are few, and need no headings.
+    if (program && group != option->group) text.append("\n").append(option->group).append(":\n");
+    if (!program && group.empty()) text += '\n';
+    group = option->group;
+    describe(text, *option);
+  }
+  return program ? text + kNotes : text;
 }

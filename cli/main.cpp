@@ -7,17 +7,18 @@
 
 #include "cli/build.h"
 #include "cli/commandline.h"
-#include "cli/completions.h"
 #include "cli/exitstatus.h"
-#include "cli/helptext.h"
+#include "cli/optiontexts.h"
 #include "cli/pack.h"
+#include "cli/printer.h"
 #include "cli/query.h"
 #include "cli/shippedheaders.h"
+#include "cli/suggestion.h"
 #include "include/krpre.h"
 
 namespace {
 
-int run(int count, char** arguments) {
+int runClassic(int count, char** arguments) {
   return doPreProc(count, arguments) == 0 ? kAllDone : kSomeFailed;
 }
 
@@ -25,48 +26,51 @@ int showVersion() {
   char program[] = "krpre";
   char request[] = "-v";
   char* arguments[] = {program, request, nullptr};
-  return run(2, arguments);
+  return runClassic(2, arguments);
 }
-
-struct tSubcommand {
-  const char* name;
-  int (*run)(int count, char** arguments);
-};
-
-const tSubcommand kSubcommands[] = {
-    {"explain", explainCommand},
-    {"rules", rulesCommand},
-    {"pack", packCommand},
-    {"unpack", unpackCommand},
-};
 
 // A file that is opened must not become standard output because the caller has closed that.
 void keepStandardFilesOpen() {
   for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    // Opened the wrong way round: who reads or writes it learns that it is not there.
+    // Opened the wrong way round, so that reading or writing it fails as if it were closed.
     const int mode = file == STDIN_FILENO ? O_WRONLY : O_RDONLY;
     if (fcntl(file, F_GETFD) < 0) open("/dev/null", mode);
   }
 }
 
-/// What the first argument alone decides. `run` gets the arguments from there on, with it in slot
-/// 0.
-struct tCommand {
-  const char* name;
-  int (*run)(int count, char** arguments);
-};
-
-const tCommand kCommands[] = {
-    {"--classic", run},
-    {"--completions", completionsCommand},
-};
-
-const tCommand* commandFor(int count, char** arguments) {
-  if (count < 2) return nullptr;
-  for (const tCommand& command : kCommands) {
-    if (std::strcmp(arguments[1], command.name) == 0) return &command;
+/// The command that the first argument names: a subcommand, or the program itself.
+const tCommand& commandFor(int count, char** arguments) {
+  for (const tCommand& command : programCommands()) {
+    if (count > 1 && !command.isProgram() && std::strcmp(arguments[1], command.name) == 0) {
+      return command;
+    }
   }
-  return nullptr;
+  return programCommands().front();
+}
+
+// A bare word that is no file but nearly a subcommand. Empty, or what to say of it.
+std::string misspeltCommand(const tCommandLine& line) {
+  const std::string first = line.files.empty() ? "" : line.files[0];
+  if (first.find_first_of("./") != std::string::npos || access(first.c_str(), F_OK) == 0) return {};
+  std::vector<std::string> names;
+  for (const tCommand& command : programCommands()) names.emplace_back(command.name);
+  const std::string nearest = nearestTo(first, names);
+  return nearest.empty() ? "" : "no file '" + first + "'; did you mean 'krpre " + nearest + "'?";
+}
+
+int carryOut(const tCommand& command, const tCommandLine& line) {
+  switch (command.set) {
+    case kExplain:
+      return explain(line);
+    case kRules:
+      return listRules(line);
+    case kPack:
+      return pack(line);
+    case kUnpack:
+      return unpack(line);
+    default:
+      return build(line, shippedHeaders());
+  }
 }
 
 }  // namespace
@@ -83,23 +87,27 @@ int main(int count, char** arguments) {
   std::signal(SIGXFSZ, SIG_IGN);
   keepStandardFilesOpen();
 
-  if (const tCommand* command = commandFor(count, arguments)) {
-    return command->run(count - 1, arguments + 1);
+  if (count > 1 && std::strcmp(arguments[1], "--classic") == 0) {
+    return runClassic(count - 1, arguments + 1);
   }
-  for (const tSubcommand& subcommand : kSubcommands) {
-    if (count > 1 && std::strcmp(arguments[1], subcommand.name) == 0) {
-      return subcommand.run(count - 1, arguments + 1);
-    }
-  }
-  const tCommandLine line = readCommandLine(count, arguments);
+  const tCommand& command = commandFor(count, arguments);
+  const int skipped = command.isProgram() ? 0 : 1;
+  const tCommandLine line = readCommandLine(command, count - skipped, arguments + skipped);
   switch (line.request) {
     case tCommandLine::kShowHelp:
-      return std::fputs(helpText().c_str(), stdout) < 0 ? kSomeFailed : kAllDone;
+      return printText(helpText(command));
     case tCommandLine::kShowVersion:
       return showVersion();
-    case tCommandLine::kRun:
+    case tCommandLine::kShowCompletions:
+      return printText(line.completions == "man" ? manualSections()
+                                                 : completionsFor(line.completions));
+    case tCommandLine::kCarryOut:
       break;
   }
-  if (!line.complaint.empty()) return refuseUsage(line.complaint);
-  return build(line, shippedHeaders());
+  if (command.isProgram()) {
+    const std::string misspelt = misspeltCommand(line);
+    if (!misspelt.empty()) return refuseUsage(misspelt);
+  }
+  if (!line.complaint.empty()) return refuseUsage(line.complaint, command.spelling());
+  return carryOut(command, line);
 }

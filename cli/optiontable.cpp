@@ -1,30 +1,100 @@
 #include "cli/optiontable.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 namespace {
 
-bool refuseEmpty(tCommandLine& line, const tGivenOption& given, const char* what) {
-  if (*given.value == '\0')
-    line.complain(given.spelling + ": the name of the " + what + " is empty");
-  return *given.value == '\0';
+constexpr tCommand kCommands[] = {
+    {kPreprocess, "", "FILE", false, false,
+     "Preprocess Korel sources: each FILE becomes a .ppo file. If FILE is -, read standard input "
+     "and "
+     "write standard output."},
+    {kExplain, "explain", "FILE:LINE", true, false,
+     "Show how the statement on a line of a source is rewritten: every rewrite in order, the rule "
+     "behind it, where that rule is defined and what each of its markers matched, and which other "
+     "rules were tried and why they did not apply. Writes no file."},
+    {kRules, "rules", "FILE", true, false,
+     "List the rules in force at the end of a source: defines, translations and commands, each "
+     "with "
+     "the place where it is defined. Writes no file."},
+    {kPack, "pack", "FILE", false, true,
+     "Compress sources and headers in place. The preprocessor reads a packed file as its text. A "
+     "file that is already packed is left alone."},
+    {kUnpack, "unpack", "FILE", false, true,
+     "Restore packed sources and headers in place. A file that is not packed is left alone."},
+};
+
+constexpr const char* kFormats = "auto classic long json gcc";  // in the order of eDiagnosticForm
+constexpr const char* kColourModes = "always never auto";
+constexpr const char* kCompletionFormats = "bash zsh man";
+
+constexpr tValue kDefinition = {"NAME[=VALUE]", nullptr, tValue::kText, ""};
+constexpr tValue kDirectory = {"DIR", "directory name", tValue::kDirectories, ""};
+constexpr tValue kFile = {"FILE", "file name", tValue::kFiles, ""};
+constexpr tValue kOutput = {"NAME", "output name", tValue::kFiles, ""};
+constexpr tValue kSource = {"NAME", "source name", tValue::kFiles, ""};
+constexpr tValue kTarget = {"TARGET", "target", tValue::kText, ""};
+constexpr tValue kNumber = {"N", nullptr, tValue::kText, ""};
+constexpr tValue kWord = {"WORD", nullptr, tValue::kText, ""};
+constexpr tValue kFormat = {"FORMAT", "format", tValue::kWords, kFormats};
+constexpr tValue kWhen = {"WHEN", "colour mode", tValue::kWords, kColourModes};
+constexpr tValue kCompletions = {"FORMAT", "format", tValue::kWords, kCompletionFormats};
+
+constexpr unsigned kQueries = kExplain | kRules;
+constexpr unsigned kPackers = kPack | kUnpack;
+constexpr unsigned kEvery = kPreprocess | kQueries | kPackers;
+
+constexpr const char* kInputs = "Input";
+constexpr const char* kOutputs = "Output";
+constexpr const char* kDependencies = "Dependency files";
+constexpr const char* kMessages = "Messages";
+constexpr const char* kOthers = "Other";
+
+void setOnce(std::string& text, tCommandLine& line, const tGivenOption& given) {
+  if (!text.empty()) return line.complain(given.spelling + ": given more than once");
+  text = given.value;
+}
+
+template <bool tCommandLine::*flag>
+void setFlag(tCommandLine& line, const tGivenOption& /*given*/) {
+  line.*flag = true;
+}
+
+template <std::string tCommandLine::*text>
+void setText(tCommandLine& line, const tGivenOption& given) {
+  line.*text = given.value;
+}
+
+template <tCommandLine::eRequest wanted>
+void request(tCommandLine& line, const tGivenOption& given) {
+  line.request = wanted;
+  if (given.value != nullptr) line.completions = given.value;
 }
 
 void takeOutput(tCommandLine& line, const tGivenOption& given) {
-  if (refuseEmpty(line, given, "output")) return;
-  if (!line.output.empty()) return line.complain(given.spelling + ": given twice");
-  line.output = given.value;
-}
-
-void takeInclude(tCommandLine& line, const tGivenOption& given) {
-  if (refuseEmpty(line, given, "directory")) return;
-  line.includeDirectories.emplace_back(given.value);
+  setOnce(line.output, line, given);
 }
 
 void takeDefine(tCommandLine& line, const tGivenOption& given) {
-  line.addDefine(given.spelling, given.value);
+  constexpr const char* kNameCharacters =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
+  const std::string definition = given.value;
+  const std::size_t equals = definition.find('=');
+  tDefine define{definition.substr(0, equals), std::nullopt};
+  if (equals != std::string::npos) define.value = definition.substr(equals + 1);
+  const auto refuse = [&](const char* reason) {
+    line.complain(given.spelling + " " + definition + ": " + reason);
+  };
+  if (define.name.empty() || define.name.find_first_not_of(kNameCharacters) != std::string::npos) {
+    return refuse("a name consists of letters, digits and underscores");
+  }
+  if (definition.find_first_of("\r\n") != std::string::npos) return refuse("a value is one line");
+  line.defines.push_back(std::move(define));
 }
 
 void takeJobs(tCommandLine& line, const tGivenOption& given) {
@@ -33,127 +103,126 @@ void takeJobs(tCommandLine& line, const tGivenOption& given) {
   unsigned jobs = 0;
   const auto [stop, error] = std::from_chars(given.value, end, jobs);
   if (given.value != end && (stop != end || error != std::errc() || jobs > kMost)) {
-    return line.complain(given.spelling + ": no number of jobs: " + given.value);
+    return line.complain(given.spelling + ": invalid number of jobs '" + given.value + "'");
   }
   line.jobs = jobs;
 }
 
-void takeRules(tCommandLine& line, const tGivenOption&) {
-  line.dependencies.wanted = true;
-}
-
-void takeRuleFile(tCommandLine& line, const tGivenOption& given) {
-  if (refuseEmpty(line, given, "file")) return;
-  if (!line.dependencies.file.empty()) return line.complain(given.spelling + ": given twice");
-  line.dependencies.file = given.value;
-}
-
-void takeTarget(tCommandLine& line, const tGivenOption& given) {
-  if (refuseEmpty(line, given, "target")) return;
-  std::string& targets = line.dependencies.targets;
-  targets.append(targets.empty() ? "" : " ").append(given.value);
-}
-
-void takePhony(tCommandLine& line, const tGivenOption&) {
-  line.dependencies.phony = true;
-}
-
-void takeAlwaysWrite(tCommandLine& line, const tGivenOption&) {
-  line.alwaysWrite = true;
-}
-
-void takePrecompiled(tCommandLine& line, const tGivenOption&) {
-  line.precompiled = true;
-}
-
-void takeInputName(tCommandLine& line, const tGivenOption& given) {
-  if (refuseEmpty(line, given, "source")) return;
-  line.standardInputName = given.value;
-}
-
-struct tFormName {
-  const char* name;
-  eDiagnosticForm form;
-};
-
-constexpr tFormName kFormNames[] = {
-    {"auto", eDiagnosticForm::kAuto}, {"classic", eDiagnosticForm::kClassic},
-    {"long", eDiagnosticForm::kLong}, {"json", eDiagnosticForm::kJson},
-    {"gcc", eDiagnosticForm::kGcc},
-};
-
-void takeDiagnostics(tCommandLine& line, const tGivenOption& given) {
-  for (const tFormName& known : kFormNames) {
-    if (std::strcmp(known.name, given.value) != 0) continue;
-    line.diagnostics = known.form;
-    return;
-  }
-  line.complain(given.spelling + ": no form of messages: " + given.value);
-}
-
-void takeTrace(tCommandLine& line, const tGivenOption&) {
-  line.trace = true;
-}
-
-void takeQuiet(tCommandLine& line, const tGivenOption&) {
-  line.quiet = true;
-}
-
-void takeClassic(tCommandLine& line, const tGivenOption& given) {
-  line.complain(given.spelling + " must be the first argument");
-}
-
-void takeHelp(tCommandLine& line, const tGivenOption&) {
-  line.request = tCommandLine::kShowHelp;
-}
-
-void takeVersion(tCommandLine& line, const tGivenOption&) {
-  line.request = tCommandLine::kShowVersion;
-}
-
 const tOption kOptions[] = {
-    {"o", "output", "NAME",
-     "write the outputs into the directory NAME; the\noutput of one source also to a file of that "
-     "NAME",
+    {"I", "include", &kDirectory, kPreprocess | kQueries, kInputs,
+     "search DIR for include files; may be repeated",
+     [](tCommandLine& line, const tGivenOption& given) {
+       line.includeDirectories.emplace_back(given.value);
+     }},
+    {"D", "define", &kDefinition, kPreprocess | kQueries, kInputs,
+     "define NAME before the first line of each source; may be repeated", takeDefine},
+    {"", "stdin-name", &kSource, kPreprocess, kInputs,
+     "treat standard input as a source called NAME (default: stdin.prw)",
+     setText<&tCommandLine::standardInputName>},
+    {"", "precompiled", nullptr, kPreprocess, kInputs,
+     "cache the standard header in a file beside it for later runs",
+     setFlag<&tCommandLine::precompiled>},
+    {"o", "output", &kOutput, kPreprocess, kOutputs,
+     "write outputs to the directory NAME, or the output of a single source to the file NAME",
      takeOutput},
-    {"I", "include", "DIR", "search DIR for include files; may be repeated", takeInclude},
-    {"D", "define", "NAME[=VALUE]", "define NAME before the first line; may be repeated",
-     takeDefine},
-    {"j", "jobs", "N",
-     "preprocess N files at once; 0, as without this: as\nmany as there are cores", takeJobs},
-    {"MD", nullptr, nullptr,
-     "write beside each output a .d file: a rule for\nmake or ninja with all that it was made from",
-     takeRules},
-    {"MF", nullptr, "FILE", "write the rule of the one source to FILE", takeRuleFile},
-    {"MT", nullptr, "TARGET", "name TARGET in the rule instead of the output", takeTarget},
-    {"MP", nullptr, nullptr, "add an empty rule for every header", takePhony},
-    {"", "always-write", nullptr, "write outputs that do not change too", takeAlwaysWrite},
-    {"", "precompiled", nullptr,
-     "keep the standard header in a file beside it that\nlater runs use", takePrecompiled},
-    {"", "stdin-name", "NAME", "what the source from standard input is called\n(stdin.prw)",
-     takeInputName},
-    {"", "diagnostics", "FORM",
-     "print messages as classic lines, long (with the\nsource and how it was reached), json or gcc;"
-     "\nauto, the default: long on a terminal",
-     takeDiagnostics},
-    {"T", "trace", nullptr, "trace the steps of the run", takeTrace},
-    {"q", "quiet", nullptr, "print no messages unless a file fails", takeQuiet},
-    {"", "classic", nullptr,
-     "hand every further argument to the library as it\nstands; must be the first argument",
-     takeClassic},
-    {"", "help", nullptr, "print this text and exit", takeHelp},
-    {"", "version", nullptr, "print the version and exit", takeVersion},
+    {"o", "output", &kFile, kPackers, kOutputs,
+     "write the result to FILE instead of replacing the input, which must be a single file",
+     takeOutput},
+    {"", "always-write", nullptr, kPreprocess, kOutputs,
+     "rewrite outputs even when their content is unchanged", setFlag<&tCommandLine::alwaysWrite>},
+    {"MD", nullptr, nullptr, kPreprocess, kDependencies,
+     "write a dependency file (.d), for make or ninja, beside each output",
+     [](tCommandLine& line, const tGivenOption&) { line.dependencies.wanted = true; }},
+    {"MF", nullptr, &kFile, kPreprocess, kDependencies,
+     "write the dependency file of a single source to FILE",
+     [](tCommandLine& line, const tGivenOption& given) {
+       setOnce(line.dependencies.file, line, given);
+     }},
+    {"MT", nullptr, &kTarget, kPreprocess, kDependencies,
+     "make TARGET the target of the rule instead of the output; may be repeated",
+     [](tCommandLine& line, const tGivenOption& given) {
+       std::string& targets = line.dependencies.targets;
+       targets.append(targets.empty() ? "" : " ").append(given.value);
+     }},
+    {"MP", nullptr, nullptr, kPreprocess, kDependencies,
+     "add an empty rule for each header, so that make does not fail when one is gone",
+     [](tCommandLine& line, const tGivenOption&) { line.dependencies.phony = true; }},
+    {"", "key", &kWord, kRules, kOutputs, "list only the rules that WORD in a statement would find",
+     setText<&tCommandLine::key>},
+    {"", "json", nullptr, kQueries, kOutputs, "print JSON", setFlag<&tCommandLine::json>},
+    {"", "color", &kWhen, kQueries, kOutputs,
+     "colour the text: always, never or auto (the default: only on a terminal)",
+     [](tCommandLine& line, const tGivenOption& given) {
+       line.colour = given.word == 2 ? std::nullopt : std::optional(given.word == 0);
+     }},
+    {"", "diagnostics", &kFormat, kPreprocess, kMessages,
+     "print messages as classic lines, long (with the source line, the includes and the rules "
+     "behind an error), json or gcc; auto (the default) means long on a terminal and classic "
+     "elsewhere",
+     [](tCommandLine& line, const tGivenOption& given) {
+       line.diagnostics = static_cast<eDiagnosticForm>(given.word);
+     }},
+    {"T", "trace", nullptr, kPreprocess, kMessages, "trace the steps of each run",
+     setFlag<&tCommandLine::trace>},
+    {"q", "quiet", nullptr, kPreprocess, kMessages, "print no messages unless a source fails",
+     setFlag<&tCommandLine::quiet>},
+    {"j", "jobs", &kNumber, kPreprocess, kOthers,
+     "run N jobs in parallel; 0 (the default) means one per core", takeJobs},
+    {"", "classic", nullptr, kPreprocess, kOthers,
+     "pass all further arguments to the library unchanged; must be the first argument",
+     [](tCommandLine& line, const tGivenOption& given) {
+       line.complain(given.spelling + " must be the first argument");
+     }},
+    {"", "completions", &kCompletions, kPreprocess, kOthers,
+     "print the completions for bash or zsh, or the option sections of the manual page (man), and "
+     "exit",
+     request<tCommandLine::kShowCompletions>},
+    {"", "help", nullptr, kEvery, kOthers, "print this help and exit",
+     request<tCommandLine::kShowHelp>},
+    {"", "version", nullptr, kPreprocess, kOthers, "print the version and exit",
+     request<tCommandLine::kShowVersion>},
 };
 
 }  // namespace
+
+std::string tCommand::spelling() const {
+  return std::string(isProgram() ? "krpre" : "krpre ") + name;
+}
+
+std::string tCommand::usage() const {
+  return spelling() + " [OPTION]... " + file + (oneFile ? "" : "...");
+}
+
+std::string tOption::shortForm() const {
+  return *letters == '\0' ? std::string() : std::string("-") + letters;
+}
+
+std::string tOption::longForm() const {
+  return name == nullptr ? std::string() : std::string("--") + name;
+}
+
+std::span<const tCommand> programCommands() {
+  return kCommands;
+}
 
 std::span<const tOption> programOptions() {
   return kOptions;
 }
 
-const tOption* optionOfLetters(const std::string& letters) {
-  for (const tOption& entry : kOptions) {
-    if (!letters.empty() && entry.letters == letters) return &entry;
+std::vector<const tOption*> optionsOf(unsigned set) {
+  std::vector<const tOption*> options;
+  for (const tOption& option : kOptions) {
+    if ((option.commands & set) != 0) options.push_back(&option);
   }
-  return nullptr;
+  return options;
+}
+
+std::vector<std::string> wordsOf(std::string_view text) {
+  std::vector<std::string> words;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(' '), text.size());
+    words.emplace_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return words;
 }

@@ -2,32 +2,77 @@
 
 #include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "cli/commandline.h"
+
+/// What the program can do. Values combine to the set of commands that have an option.
+enum eCommand : unsigned {
+  kPreprocess = 1,
+  kExplain = 2,
+  kRules = 4,
+  kPack = 8,
+  kUnpack = 16,
+};
+
+struct tCommand {
+  unsigned set;             // one value of eCommand
+  const char* name;         // of the subcommand; empty for the program itself
+  const char* file;         // what its usage calls a file
+  bool oneFile;             // exactly one, otherwise one at least
+  bool anyFile;             // files of any kind, otherwise sources
+  const char* description;  // for help and manual
+
+  bool isProgram() const { return set == kPreprocess; }
+  /// "krpre explain".
+  std::string spelling() const;
+  /// "krpre explain [OPTION]... FILE:LINE".
+  std::string usage() const;
+};
+
+/// The program itself first, then its subcommands.
+std::span<const tCommand> programCommands();
+
+/// What an option takes. Words are checked when the arguments are read, and so is that the value is
+/// not empty unless it has no noun.
+struct tValue {
+  enum eKind { kText, kFiles, kDirectories, kWords };
+
+  const char* name;   // in usage: "FILE"
+  const char* noun;   // in complaints: "file name"; null: it may be empty
+  eKind kind;         // how shells complete it
+  const char* words;  // of kWords, separated by blanks
+};
 
 /// An option as it was given.
 struct tGivenOption {
   std::string spelling;  // "-o" or "--output"
   const char* value;     // null unless the option takes one
+  int word;              // the index of the value among the words
 };
 
-/// One option of the program. What getopt is told, what `--help` prints and whatever else lists
-/// the options comes from one table of these.
+/// One option. The parser, help, the manual page, the completions of shells and the complaints
+/// about wrong usage are all made from one table of these.
 struct tOption {
   /// The short form without its dash, empty when there is none. Longer than one letter in the
   /// families that compilers have ("MD"); all options with such a first letter must be.
   const char* letters;
-  /// The long form without its dashes, or null.
-  const char* name;
-  /// How `--help` calls the value, or null when the option takes none.
-  const char* value;
-  /// What it does; "\n" where a further line of `--help` begins.
-  const char* help;
+  const char* name;     // the long form without its dashes, or null
+  const tValue* value;  // null when the option takes none
+  unsigned commands;    // which have it, of eCommand
+  const char* group;    // the heading it stands under
+  const char* help;     // what it does, without a full stop
   void (*set)(tCommandLine& line, const tGivenOption& given);
+
+  std::string shortForm() const;  // "-o", or empty
+  std::string longForm() const;   // "--output", or empty
 };
 
-/// Every option in the order of `--help`.
+/// All options in the order of help. Two may have the same spelling if they share no command.
 std::span<const tOption> programOptions();
+/// Those that the commands of `set` have.
+std::vector<const tOption*> optionsOf(unsigned set);
 
-/// The option whose short form is `letters`; null when there is none.
-const tOption* optionOfLetters(const std::string& letters);
+/// The words of a text, which are separated by single blanks.
+std::vector<std::string> wordsOf(std::string_view text);

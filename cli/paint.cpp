@@ -15,23 +15,13 @@ bool isSet(const char* variable) {
 
 }  // namespace
 
-bool mayColour() {
+bool mayColour(int descriptor) {
   const char* const terminal = std::getenv("TERM");
-  return !isSet("NO_COLOR") && terminal != nullptr && std::string_view(terminal) != "dumb";
+  return isatty(descriptor) == 1 && !isSet("NO_COLOR") && terminal != nullptr &&
+         std::string_view(terminal) != "dumb";
 }
 
 std::string tPaint::operator()(eColour colour, std::string_view text) const {
   if (!on_ || text.empty()) return std::string(text);
   return std::string("\033[") + kCodes[colour] + "m" + std::string(text) + "\033[0m";
-}
-
-bool readColour(std::string_view when, bool& on) {
-  if (when == "always" || when == "never") {
-    on = when == "always";
-  } else if (when == "auto") {
-    on = isatty(STDOUT_FILENO) == 1 && mayColour();
-  } else {
-    return false;
-  }
-  return true;
 }

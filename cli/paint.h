@@ -17,11 +17,6 @@ class tPaint {
   bool on_;
 };
 
-/// Whether a terminal may be sent colours: it can show them, and the variable NO_COLOR is empty or
-/// not set.
-bool mayColour();
-
-/// What `--color=WHEN` asks for: "always", "never" and "auto". With "auto" there is colour when
-/// standard output is a terminal that can show it and the variable NO_COLOR is empty or not set.
-/// False when `when` is none of these; `on` is then unchanged.
-bool readColour(std::string_view when, bool& on);
+/// Whether the terminal `descriptor`, if it is one, may be sent colours: it can show them, and the
+/// environment variable NO_COLOR is empty or not set.
+bool mayColour(int descriptor);

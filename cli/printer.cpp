@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "cli/exitstatus.h"
 #include "cli/wholefile.h"
 
 void tPrinter::print(const tSourceResult& result) {
@@ -25,6 +26,11 @@ bool tPrinter::finish() const {
   if (error_ == 0 || error_ == EPIPE) return true;
   complainAbout(std::string("cannot write the messages: ") + std::strerror(error_));
   return false;
+}
+
+int printText(const std::string& text) {
+  const bool done = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+  return done ? kAllDone : kSomeFailed;
 }
 
 void complainAbout(const std::string& text) {

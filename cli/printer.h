@@ -25,5 +25,7 @@ class tPrinter {
   int error_ = 0;  // of the first write that failed
 };
 
+/// Prints a text to standard output. Returns an exit status.
+int printText(const std::string& text);
 /// Prints a complaint of the program to standard error.
 void complainAbout(const std::string& text);

@@ -92,7 +92,8 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
 std::string writeDependencies(const tDependencyOptions& options, const tBuildJob& job,
                               const tDependencies& files) {
   const std::string* bad = files.unspeakable();
-  if (bad != nullptr) return *bad + ": a name with a line end cannot stand in a dependency file";
+  if (bad != nullptr)
+    return *bad + ": a file name with a line break cannot be written to a dependency file";
   const std::string targets = options.targets.empty() ? nameInRule(job.output) : options.targets;
   const std::string directory = job.dependencies.substr(0, job.dependencies.rfind('/') + 1);
   const int error = writeWholeFile(job.dependencies, directory + "krpre" + job.tag + ".d",
@@ -104,12 +105,11 @@ std::string writeDependencies(const tDependencyOptions& options, const tBuildJob
 
 tMessageStyle messageStyle(const tCommandLine& line, int messages) {
   tMessageStyle style{.form = line.diagnostics, .colour = false, .language = {}};
-  const bool terminal = isatty(messages) == 1;
   if (style.form == eDiagnosticForm::kAuto) {
-    style.form = terminal ? eDiagnosticForm::kLong : eDiagnosticForm::kClassic;
+    style.form = isatty(messages) == 1 ? eDiagnosticForm::kLong : eDiagnosticForm::kClassic;
   }
   if (!isForMachines(style.form)) style.language = messageLanguage();
-  style.colour = terminal && mayColour();
+  style.colour = mayColour(messages);
   return style;
 }
 
@@ -122,15 +122,7 @@ tSourceRun::tSourceRun(const tCommandLine& line, const tBuildJob& job,
       headers_(headers),
       call_(line, job.source, shippedHeaders, job.tag) {}
 
-tSourceResult tSourceRun::run() {
-  return runWith(nullptr);
-}
-
-tSourceResult tSourceRun::runText(const std::string& text) {
-  return runWith(&text);
-}
-
-tSourceResult tSourceRun::runWith(const std::string* text) {
+tSourceResult tSourceRun::run(const std::string* text) {
   tTold heard;
   krpre_host host = hostFor(line_, job_, style_, heard);
   host.headers = headers_;

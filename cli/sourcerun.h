@@ -39,14 +39,11 @@ class tSourceRun {
 
   const tBuildJob& job() const { return job_; }
 
-  /// Preprocesses the source and writes its output and its dependency file. Nothing is thrown.
-  tSourceResult run();
-  /// The same with `text` in place of the source.
-  tSourceResult runText(const std::string& text);
+  /// Preprocesses the source, or `text` in its place unless that is null, and writes its output and
+  /// its dependency file. Nothing is thrown.
+  tSourceResult run(const std::string* text = nullptr);
 
  private:
-  tSourceResult runWith(const std::string* text);
-
   const tCommandLine& line_;
   const tBuildJob& job_;
   const tMessageStyle& style_;

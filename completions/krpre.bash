@@ -1,4 +1,4 @@
-# bash completion of krpre; made by "krpre --completions bash".
+# bash completion of krpre; made by "krpre --completions=bash".
 _krpre() {
   local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]}
   # Bash takes the "=" of a long option for a word.
@@ -6,18 +6,32 @@ _krpre() {
   elif [[ $prev == = ]]; then prev=${COMP_WORDS[COMP_CWORD-2]}; fi
   _krpre_words() { mapfile -t COMPREPLY < <(compgen "$@" -- "$cur"); }
   case $prev in
-    -o|--output) _krpre_words -f; return ;;
     -I|--include) _krpre_words -d; return ;;
     -D|--define) return ;;
-    -j|--jobs) return ;;
+    --stdin-name) _krpre_words -f; return ;;
+    -o|--output) _krpre_words -f; return ;;
     -MF) _krpre_words -f; return ;;
     -MT) return ;;
-    --stdin-name) _krpre_words -f; return ;;
+    --key) return ;;
+    --color) _krpre_words -W 'always never auto'; return ;;
     --diagnostics) _krpre_words -W 'auto classic long json gcc'; return ;;
+    -j|--jobs) return ;;
+    --completions) _krpre_words -W 'bash zsh man'; return ;;
   esac
   if [[ $cur == -* ]]; then
-    _krpre_words -W '-o --output -I --include -D --define -j --jobs -MD -MF -MT -MP --always-write --precompiled --stdin-name --diagnostics -T --trace -q --quiet --classic --help --version'
+    case ${COMP_WORDS[1]} in
+      explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
+      rules) _krpre_words -W '-I --include -D --define --key --json --color --help' ;;
+      pack) _krpre_words -W '-o --output --help' ;;
+      unpack) _krpre_words -W '-o --output --help' ;;
+      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP --diagnostics -T --trace -q --quiet -j --jobs --classic --completions --help --version' ;;
+    esac
     return
+  fi
+  if ((COMP_CWORD > 1)); then
+    case ${COMP_WORDS[1]} in
+      pack|unpack) _krpre_words -f; return ;;
+    esac
   fi
   mapfile -t COMPREPLY < <(
     ((COMP_CWORD > 1)) || compgen -W 'explain rules pack unpack' -- "$cur"

@@ -11,7 +11,8 @@ class Dependencies : public Program {
   // The rule without the standard header, whose place differs.
   std::string rule(const std::string& name) const {
     const std::string unfolded = std::regex_replace(bytes(name), std::regex(" \\\\\n"), "");
-    return std::regex_replace(unfolded, std::regex(" [^ \n]*/std\\.ch|[^ \n]*/std\\.ch:\n"), "");
+    const std::string header = "(?:[^ \n\\\\]|\\\\.)*/std\\.ch";
+    return std::regex_replace(unfolded, std::regex(" " + header + "|" + header + ":\n"), "");
   }
 };
 
@@ -21,16 +22,14 @@ TEST_F(Dependencies, NameEveryFileOnceInTheOrderOfReading) {
   write("inc/two.ch", "");
   write("sub/z.ch", "");
   write("out/keep", "");
-  EXPECT_EQ(run({"-MD", "-Iinc", "sub/a.prw"}).status, 0);
-  EXPECT_EQ(rule("sub/a.d"), "sub/a.ppo: sub/a.prw sub/z.ch sub/one.ch inc/two.ch\n");
-  EXPECT_NE(bytes("sub/a.d").find("/std.ch "), std::string::npos);
   EXPECT_EQ(run({"-MD", "-MP", "-Iinc", "-o", "out", "sub/a.prw"}).status, 0);
   EXPECT_EQ(rule("out/a.d"),
             "out/a.ppo: sub/a.prw sub/z.ch sub/one.ch inc/two.ch\n"
             "sub/z.ch:\nsub/one.ch:\ninc/two.ch:\n");
   // An output that stays does not keep the rule from being written.
   EXPECT_EQ(run({"-MD", "-MFrule", "-MT", "x$(y)", "-MTz", "-Iinc", "sub/a.prw"}).status, 0);
-  EXPECT_EQ(rule("rule").substr(0, 18), "x$(y) z: sub/a.prw");
+  EXPECT_EQ(rule("rule"), "x$(y) z: sub/a.prw sub/z.ch sub/one.ch inc/two.ch\n");
+  EXPECT_NE(bytes("rule").find("/std.ch "), std::string::npos);
   EXPECT_EQ(files(), "inc out rule sub ");
 }
 
@@ -52,19 +51,6 @@ TEST_F(Dependencies, AreOfSourcesWithoutErrorsOnly) {
   write("a.d", "old");
   EXPECT_EQ(run({"-MD", "a.prw"}).status, 1);
   EXPECT_EQ(bytes("a.d"), "old");
-  const std::pair<std::vector<std::string>, std::string> kCases[] = {
-      {{"-MP", "a.prw"}, "-MF, -MT and -MP need -MD"},
-      {{"-MD", "-MF", "x", "a.prw", "b.prw"}, "-MF is for one source"},
-      {{"-MD", "-MT", "x", "a.prw", "b.prw"}, "-MT is for one source"},
-      {{"-MD", "-MFx", "-MF", "y", "a.prw"}, "-MF: given twice"},
-      {{"-MD", "a.prw", "-MF"}, "-MF needs a value"},
-      {{"-MX", "a.prw"}, "unknown option -MX"},
-      {{"-MDx", "a.prw"}, "unknown option -MDx"},
-      {{"a.prw", "-M"}, "unknown option -M"},
-  };
-  for (const auto& [arguments, complaint] : kCases) {
-    EXPECT_EQ(run(arguments).errors, "krpre: " + complaint + "\nTry 'krpre --help'.\n");
-  }
 }
 
 // Names that mean something to make, to ninja or to their files. Tabs, semicolons and "'" have no

@@ -89,32 +89,10 @@ TEST_F(Query, WhereNothingStandsIsSaidSo) {
     const tChildResult result = run({"explain", place});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors.find(std::string("krpre: ") + place + ": no statement stands here"),
+    EXPECT_EQ(result.errors.find(std::string("krpre: ") + place + ": no statement on this line"),
               0U);
   }
   EXPECT_NE(run({"explain", "none.prw:1"}).errors.find("Cannot copy none.prw"), std::string::npos);
-}
-
-TEST_F(Query, WrongUsageEndsWithAHint) {
-  const std::pair<std::vector<std::string>, std::string> kCases[] = {
-      {{"explain"}, "one FILE:LINE is wanted"},
-      {{"explain", "a.prw"}, "a.prw: FILE:LINE is wanted, with a line from 1"},
-      {{"explain", "a.prw:0"}, "a.prw:0: FILE:LINE is wanted, with a line from 1"},
-      {{"explain", "a.prw:99999999999"},
-       "a.prw:99999999999: FILE:LINE is wanted, with a line from 1"},
-      {{"explain", "a.prw:1", "--key", "x"}, "unknown option --key"},
-      {{"rules", "a.prw", "b.prw"}, "one FILE is wanted"},
-      {{"rules", "a.prw", "--color=red"}, "--color=red: always, never or auto is wanted"},
-      {{"rules", "a.prw", "-D", "1+2"},
-       "-D 1+2: a name is made of letters, digits and underscores"},
-  };
-  for (const auto& [arguments, complaint] : kCases) {
-    const tChildResult result = run(arguments);
-    EXPECT_EQ(result.status, 2) << complaint;
-    EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors,
-              "krpre: " + complaint + "\nTry 'krpre " + arguments[0] + " --help'.\n");
-  }
 }
 
 TEST_F(Query, RulesListsWhatIsInForceWithItsOrigin) {

@@ -88,7 +88,7 @@ TEST_F(Failures, AFullDiskLeavesNothingCut) {
   write("b.prw", "y := 1\n");
   write("a.ppo", "old");
   // Files may have 8 blocks of 512 bytes; 160,000 are wanted.
-  const tChildResult result = shell("ulimit -f 8; $K -MD a.prw b.prw");
+  const tChildResult result = shell("ulimit -f 8; krpre -MD a.prw b.prw");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output,
             "KOREL Preprocessor: Error creating a.ppo.\n" + failed("a.prw", -1) + ok("b.prw"));
@@ -97,7 +97,7 @@ TEST_F(Failures, AFullDiskLeavesNothingCut) {
 
   // The output fits, its dependency file does not.
   const std::string target(5000, 'x');
-  const tChildResult cut = shell("ulimit -f 8; $K -q -MD -MT " + target + " b.prw");
+  const tChildResult cut = shell("ulimit -f 8; krpre -q -MD -MT " + target + " b.prw");
   EXPECT_EQ(cut.status, 1);
   EXPECT_EQ(cut.errors, "krpre: b.d: File too large\n");
   EXPECT_FALSE(exists("b.ppo"));
@@ -117,15 +117,15 @@ TEST_F(Failures, OutputsThatCannotBeWrittenAreErrors) {
 
 TEST_F(Failures, AClosedOutputNeverBecomesAFile) {
   write("a.prw", "x := 1\n");
-  const tChildResult result = shell("$K a.prw >&-");
+  const tChildResult result = shell("krpre a.prw >&-");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.errors, "krpre: cannot write the messages: Bad file descriptor\n");
   EXPECT_EQ(output("a.ppo"), "x := 1\n");
-  EXPECT_EQ(shell("$K a.prw >/dev/full").errors,
+  EXPECT_EQ(shell("krpre a.prw >/dev/full").errors,
             "krpre: cannot write the messages: No space left on device\n");
-  EXPECT_EQ(shell("$K -q a.prw <&- >&- 2>&-").status, 0);
+  EXPECT_EQ(shell("krpre -q a.prw <&- >&- 2>&-").status, 0);
   // A reader that has had enough is no failure.
-  EXPECT_EQ(shell("($K a.prw; echo $? >status) | true; cat status").output, "0\n");
+  EXPECT_EQ(shell("(krpre a.prw; echo $? >status) | true; cat status").output, "0\n");
 }
 
 TEST_F(Failures, AClosedOutputIsNotTheFileThatAnotherThreadWrites) {
@@ -135,7 +135,7 @@ TEST_F(Failures, AClosedOutputIsNotTheFileThatAnotherThreadWrites) {
   // In some round the message of the first comes while the second is written.
   for (int fewer = 0; fewer < lines / 2; fewer += lines / 80) {
     write("a.prw", linesOf("x := 1\n", lines - fewer));
-    const tChildResult result = shell("$K -j2 --always-write a.prw b.prw >&-");
+    const tChildResult result = shell("krpre -j2 --always-write a.prw b.prw >&-");
     EXPECT_EQ(result.errors, "krpre: cannot write the messages: Bad file descriptor\n");
     EXPECT_TRUE(bytes("b.ppo") == expected) << fewer;
   }

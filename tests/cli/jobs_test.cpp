@@ -42,7 +42,9 @@ TEST_F(Jobs, NothingDependsOnTheirNumber) {
     EXPECT_TRUE(outcome({jobs}) == alone) << jobs;  // too much to be shown
   }
   EXPECT_TRUE(outcome({"-q", "-j3"}) == alone);
-  EXPECT_TRUE(outcome({"-T", "-j3"}) == outcome({"-T", "-j1"}));
+  for (const char* form : {"-T", "--diagnostics=gcc"}) {
+    EXPECT_TRUE(outcome({form, "-j3"}) == outcome({form, "-j1"})) << form;
+  }
 }
 
 TEST_F(Jobs, MessagesAppearAsSoonAsThoseBeforeHaveAppeared) {
@@ -53,7 +55,7 @@ TEST_F(Jobs, MessagesAppearAsSoonAsThoseBeforeHaveAppeared) {
   for (const char* jobs : {"1", "2"}) {
     // The reader has seen the first message while the output of the long source is not there yet.
     const tChildResult result =
-        shell(std::string("$K -j") + jobs +
+        shell(std::string("krpre -j") + jobs +
               " a.prw long.prw | (read line; test -e long.ppo || echo early; cat >/dev/null)");
     EXPECT_EQ(result.output, "early\n") << jobs;
     fs::remove(path("long.ppo"));
@@ -67,13 +69,13 @@ TEST_F(Jobs, OfOneOutputAreRefusedBeforeAnythingIsWritten) {
   write("a.ppo", "x := 4\n");
   write("out/keep", "");
   const std::pair<std::vector<std::string>, std::string> kCases[] = {
-      {{"a.prw", "a.prg"}, "a.prw and a.prg would both be written to a.ppo"},
       {{"sub/../a.prw", "./a.prg"}, "sub/../a.prw and ./a.prg would both be written to ./a.ppo"},
       {{"-o", "out", "a.prw", "sub/a.prw"},
        "a.prw and sub/a.prw would both be written to out/a.ppo"},
       {{"a.prw", "a.ppo"}, "a.prw: a.ppo is a source and would be overwritten"},
       {{"-MD", "a.prw", "a.zorb"}, "a.prw and a.zorb would both be written to a.d"},
-      {{"-MD", "-MF", "a.ppo", "a.prw"}, "a.ppo: output and dependency file in one"},
+      {{"-MD", "-MF", "a.ppo", "a.prw"},
+       "a.ppo: output and dependency file would be the same file"},
       {{"-MD", "-MF", "b.ch", "a.prw"}, "a.prw: b.ch is a source and would be overwritten"},
   };
   for (const auto& [arguments, complaint] : kCases) {
@@ -96,7 +98,7 @@ TEST_F(Jobs, OfOneSourceAreDoneOnce) {
 TEST_F(Jobs, OfSeveralProgramsInOneDirectoryDoNotMeet) {
   for (const char* name : {"a.prw", "b.prw", "c.prw"})
     write(name, std::string("x := '") + name + "'\n");
-  const std::string loop = "for i in 1 2 3 4 5 6 7 8 9 10; do $K -q --always-write a.prw ";
+  const std::string loop = "for i in 1 2 3 4 5 6 7 8 9 10; do krpre -q --always-write a.prw ";
   const tChildResult result =
       shell("(" + loop + "b.prw || echo bad; done) & (" + loop + "c.prw || echo bad; done) & wait");
   EXPECT_EQ(result.output, "");

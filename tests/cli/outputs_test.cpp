@@ -28,7 +28,6 @@ TEST_F(Outputs, NeedTheirDirectory) {
   write("a.prw", "x := 1\n");
   write("b.prw", "x := 1\n");
   const std::pair<std::vector<std::string>, std::string> kCases[] = {
-      {{"-o", "no/", "a.prw"}, "no/: no such directory"},
       {{"-o", "no/such/a.ppo", "a.prw"}, "no/such/: no such directory"},
       {{"-o", "no", "a.prw", "b.prw"}, "no: no such directory"},
       {{"-o", "a.prw", "a.prw", "b.prw"}, "a.prw: not a directory"},
@@ -68,22 +67,6 @@ TEST_F(Outputs, KeepTheirTimesUnlessTheyChange) {
   write("a.prw", "x := 2\n");
   EXPECT_EQ(run({"a.prw"}).status, 0);
   EXPECT_EQ(output("a.ppo"), "x := 2\n");
-}
-
-TEST_F(Outputs, AreTheSameWithAKeptStandardHeader) {
-  write("h/std.ch", "#xcommand BEEP => Tone(440)\n");
-  write("a.prw", "BEEP\n");
-  EXPECT_EQ(run({"-I", "h", "a.prw"}).status, 0);
-  const std::string expected = bytes("a.ppo");
-  for (int runs = 1; runs <= 2; ++runs) {
-    EXPECT_EQ(run({"-I", "h", "--precompiled", "--always-write", "a.prw"}).status, 0);
-    EXPECT_EQ(bytes("a.ppo"), expected);
-    EXPECT_TRUE(fs::exists(path("h/std.pch")));
-  }
-  // What is kept is not trusted when the header has changed.
-  write("h/std.ch", "#xcommand BEEP => Tone(220)\n");
-  EXPECT_EQ(run({"-I", "h", "--precompiled", "a.prw"}).status, 0);
-  EXPECT_EQ(output("a.ppo"), "Tone(220)\n");
 }
 
 }  // namespace

@@ -26,9 +26,9 @@ class Program : public testing::Test {
     arguments.insert(arguments.begin(), KRPRE_PROGRAM);
     return runChild(arguments, directory_.path(), include);
   }
-  /// Runs a line of the shell, in which $K is the program.
+  /// Runs a line of the shell, in which krpre is the program.
   tChildResult shell(const std::string& line) const {
-    return runChild({"/bin/sh", "-c", std::string("K='") + KRPRE_PROGRAM + "'; " + line},
+    return runChild({"/bin/sh", "-c", "krpre() { '" KRPRE_PROGRAM "' \"$@\"; }; " + line},
                     directory_.path());
   }
 

@@ -52,11 +52,4 @@ TEST_F(Progress, NeverWrapsOrCommandsTheTerminal) {
   EXPECT_EQ(text.substr(4), ("[1/2] a?[2J?" + std::string(100, 'x')).substr(0, 79));
 }
 
-TEST_F(Progress, NeedsATerminal) {
-  tProgressLine line(-1, 2, start_);
-  line.show(1, "a", start_ + 1h);
-  line.erase();
-  EXPECT_EQ(written(), "");
-}
-
 }  // namespace

@@ -7,11 +7,11 @@ namespace {
 using StandardInput = Program;
 
 TEST_F(StandardInput, BecomesStandardOutput) {
-  const tChildResult result = shell("printf 'x := 1\\ny := \"a\\000b\"' | $K -");
+  const tChildResult result = shell("printf 'x := 1\\ny := \"a\\000b\"' | krpre -");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.output, std::string("x := 1\r\ny := \"a\0b\"\r\n", 20));
   EXPECT_EQ(result.errors, ok("stdin.prw"));
-  EXPECT_EQ(shell("$K -q - </dev/null").output, "");
+  EXPECT_EQ(shell("krpre -q - </dev/null").output, "");
   EXPECT_EQ(files(), "");
 }
 
@@ -21,18 +21,18 @@ TEST_F(StandardInput, GivesTheOutputThatTheFileWouldGive) {
   for (const char* name : {"sub/a.prw", "sub/ a.zorb"}) {
     write(name, text);
     const std::string quoted = std::string("'") + name + "'";
-    ASSERT_EQ(shell("$K -o whole " + quoted).status, 0);
-    const tChildResult result = shell("$K -q - --stdin-name " + quoted + " < " + quoted);
+    ASSERT_EQ(shell("krpre -o whole " + quoted).status, 0);
+    const tChildResult result = shell("krpre -q - --stdin-name " + quoted + " < " + quoted);
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, bytes("whole")) << name;
-    EXPECT_EQ(shell("$K -q - --stdin-name " + quoted + " -o other -MD < " + quoted).output, "");
+    EXPECT_EQ(shell("krpre -q - --stdin-name " + quoted + " -o other -MD < " + quoted).output, "");
     EXPECT_EQ(bytes("other"), bytes("whole"));
     EXPECT_NE(bytes("other.d").find("sub/own.ch"), std::string::npos);
   }
 }
 
 TEST_F(StandardInput, WithAnErrorGivesNothing) {
-  const tChildResult result = shell("printf 'x := 1\\n#else\\n' | $K - --stdin-name b/c.prw");
+  const tChildResult result = shell("printf 'x := 1\\n#else\\n' | krpre - --stdin-name b/c.prw");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "");
   EXPECT_EQ(result.errors,
@@ -42,13 +42,13 @@ TEST_F(StandardInput, WithAnErrorGivesNothing) {
 TEST_F(StandardInput, MayBeTooLongOrNotThereOrHaveNowhereToGo) {
   write("a.prw", "");
   const std::pair<const char*, const char*> kCases[] = {
-      {"head -c 16777216 /dev/zero | tr '\\0' '\\n' | $K -",
+      {"head -c 16777216 /dev/zero | tr '\\0' '\\n' | krpre -",
        "standard input: a source must be shorter than 16 MiB"},
-      {"$K - <.", "standard input: Is a directory"},
-      {"$K - <&-", "standard input: Bad file descriptor"},
-      {"$K -q - <a.prw >&-", ""},
-      {"echo x | $K -q - >/dev/full", "standard output: No space left on device"},
-      {"echo x | $K -q - >&-", "standard output: Bad file descriptor"},
+      {"krpre - <.", "standard input: Is a directory"},
+      {"krpre - <&-", "standard input: Bad file descriptor"},
+      {"krpre -q - <a.prw >&-", ""},
+      {"echo x | krpre -q - >/dev/full", "standard output: No space left on device"},
+      {"echo x | krpre -q - >&-", "standard output: Bad file descriptor"},
   };
   for (const auto& [line, complaint] : kCases) {
     const tChildResult result = shell(line);
@@ -62,19 +62,8 @@ TEST_F(StandardInput, MayBeAsLongAsAFile) {
   std::string text;
   for (int i = 0; i < 16700; ++i) text += std::string(999, 'x') + '\n';
   write("a.prw", text);
-  EXPECT_EQ(shell("$K -q a.prw && $K -q - < a.prw | cmp - a.ppo && echo same").output, "same\n");
-}
-
-TEST_F(StandardInput, StandsAlone) {
-  const std::pair<std::vector<std::string>, std::string> kCases[] = {
-      {{"-", "a.prw"}, "- stands for one source, beside no other"},
-      {{"--stdin-name=b.prw", "a.prw"}, "--stdin-name needs the file -"},
-      {{"-", "-MD"}, "-MD needs -o: standard output has no name"},
-      {{"-", "--stdin-name="}, "--stdin-name: the name of the source is empty"},
-  };
-  for (const auto& [arguments, complaint] : kCases) {
-    EXPECT_EQ(run(arguments).errors, "krpre: " + complaint + "\nTry 'krpre --help'.\n");
-  }
+  EXPECT_EQ(shell("krpre -q a.prw && krpre -q - < a.prw | cmp - a.ppo && echo same").output,
+            "same\n");
 }
 
 }  // namespace

@@ -1,6 +1,0 @@
-#pragma once
-
-#include <string>
-
-/// The text of `--help`.
-std::string helpText();
