@@ -46,7 +46,7 @@ TEST(Library, LetsOutWhatItsHeaderDeclaresAndNothingElse) {
 
 TEST(Library, IsVersioned) {
   EXPECT_EQ(matches(run("readelf -d '" KRPRE_LIBRARY "'", "/"), R"(SONAME.*\[(.*)\])"),
-            std::set<std::string>{"libkrpre.so.7"});
+            std::set<std::string>{KRPRE_SONAME});
   EXPECT_TRUE(fs::is_symlink(fs::path(KRPRE_LIBRARY).parent_path() / "libkrpre.so"));
 }
 
@@ -125,7 +125,7 @@ TEST_F(InstalledPackage, FindsItsLibraryForJavaHosts) {
   const std::string jar = (prefix() / "share/java/krpre.jar").string();
   const std::string said =
       run(KRPRE_JAVA " -cp '" + jar + ":" KRPRE_JAVA_TESTS "' 'LoaderTest$Loading'", path());
-  EXPECT_NE(said.find((prefix() / "lib/libkrpre.so.7").string()), std::string::npos) << said;
+  EXPECT_NE(said.find((prefix() / "lib/" KRPRE_SONAME).string()), std::string::npos) << said;
 }
 
 TEST(DebianPackage, HoldsEverythingAndNamesWhatItNeeds) {
@@ -142,7 +142,7 @@ TEST(DebianPackage, HoldsEverythingAndNamesWhatItNeeds) {
   }
   const std::string files = run("dpkg-deb -c krpre.deb", directory.path());
   for (const char* file :
-       {"bin/krpre", "lib/libkrpre.so.7", "lib/libkrpre.so", "lib/libkrpre-qt.so",
+       {"bin/krpre", "lib/" KRPRE_SONAME, "lib/libkrpre.so", "lib/libkrpre-qt.so",
         "include/krpre.h", "share/krpre/headers/std.ch", "share/java/krpre.jar",
         "share/doc/krpre/options.md", "share/doc/krpre/copyright"}) {
     EXPECT_NE(files.find(std::string(" ./usr/") + file), std::string::npos) << file << " in\n"
