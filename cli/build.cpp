@@ -1,9 +1,8 @@
-// How several sources are preprocessed at once.
+// How sources are preprocessed in parallel.
 //
-// Each thread takes the next source that nobody has taken, runs the library over it and puts the
-// result into the source's place. The main thread prints the results from the front for as far as
-// they are there: so what is printed does not depend on which thread was faster, and appears as
-// soon as everything before it has appeared. One source, or one job at a time, needs no thread.
+// Each thread takes the next source, runs the library over it and stores the result in the slot of
+// that source. The main thread prints the results in order, each as soon as all before it have been
+// printed, so that the output does not depend on timing. One source, or one job, needs no thread.
 
 #include "cli/build.h"
 
@@ -35,7 +34,7 @@ namespace {
 
 using tClock = std::chrono::steady_clock;
 
-/// The sources of one call of the program.
+/// All sources of one command line.
 class tBuild {
  public:
   tBuild(std::deque<tSourceRun>& runs, tPrinter& printer, int terminal)

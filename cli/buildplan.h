@@ -12,8 +12,9 @@ struct tBuildJob {
   std::string output;
   /// The dependency file; empty for none.
   std::string dependencies;
-  /// For the names of temporary files. Made from the output's name, so that jobs differ, a later
-  /// run finds what a killed one has left, and two programs that write one output take turns.
+  /// For the names of temporary files. Derived from the name of the output, so that jobs differ, a
+  /// later run finds what a killed one has left, and two programs that write the same output take
+  /// turns.
   std::string tag;
 };
 
@@ -21,10 +22,10 @@ struct tBuildJob {
 struct tBuildPlan {
   std::vector<tBuildJob> jobs;
   std::string complaint;
-  /// The complaint is about the arguments and not about what is on the disk.
+  /// The complaint is about the arguments, not about what is on the disk.
   bool wrongUsage = false;
 };
 
-/// Finds out what goes where. No two jobs write one file and none writes to a source; a source that
-/// is named twice is one job.
+/// Decides what goes where. No two jobs write the same file and none overwrites a source; a source
+/// that is named twice is one job.
 tBuildPlan planOf(const tCommandLine& line);

@@ -11,46 +11,40 @@ void append(std::string& list, const std::string& word, const char* separator = 
   if (!word.empty()) list += (list.empty() ? "" : separator) + word;
 }
 
-/// The commands whose names match, separated; the program itself has no name.
-template <class Wanted>
-std::string commandNames(const char* separator, Wanted wanted) {
+/// The names of the subcommands, or of those only that take files of any kind.
+std::string commandNames(const char* separator, bool anyFileOnly = false) {
   std::string names;
   for (const tCommand& command : programCommands()) {
-    if (wanted(command)) append(names, command.name, separator);
+    if (command.anyFile || !anyFileOnly) append(names, command.name, separator);
   }
   return names;
 }
 
-bool any(const tCommand& /*command*/) {
-  return true;
+// How a value is completed, by its kind; words are listed instead.
+constexpr const char* kBashActions[] = {"", "_krpre_words -f; ", "_krpre_words -d; "};
+constexpr const char* kZshActions[] = {"", "_files", "_files -/"};
+
+std::string bashAction(const tValue& value) {
+  return value.kind != tValue::kWords ? kBashActions[value.kind]
+                                      : std::string("_krpre_words -W '") + value.words + "'; ";
 }
 
-std::string compgenOf(const tValue& value) {
-  switch (value.kind) {
-    case tValue::kFiles:
-      return "_krpre_words -f; ";
-    case tValue::kDirectories:
-      return "_krpre_words -d; ";
-    case tValue::kWords:
-      return std::string("_krpre_words -W '") + value.words + "'; ";
-    case tValue::kText:
-      break;
-  }
-  return {};
+std::string zshAction(const tValue& value) {
+  return value.kind != tValue::kWords ? kZshActions[value.kind]
+                                      : std::string("(") + value.words + ")";
 }
 
 // What stands behind an option is completed alike for all commands that have it.
 std::string bashValues() {
   std::string cases;
-  std::string seen = " ";
   for (const tOption& option : programOptions()) {
     if (option.value == nullptr) continue;
     std::string forms;
     append(forms, option.shortForm());
     append(forms, option.longForm(), "|");
-    if (seen.find(" " + forms + " ") != std::string::npos) continue;
-    seen += forms + " ";
-    cases += "    " + forms + ") " + compgenOf(*option.value) + "return ;;\n";
+    forms = "    " + forms + ") ";
+    if (cases.find(forms) != std::string::npos) continue;
+    cases += forms + bashAction(*option.value) + "return ;;\n";
   }
   return cases;
 }
@@ -92,13 +86,13 @@ std::string forBash() {
          "  if ((COMP_CWORD > 1)); then\n"
          "    case ${COMP_WORDS[1]} in\n"
          "      " +
-         commandNames("|", [](const tCommand& command) { return command.anyFile; }) +
+         commandNames("|", true) +
          ") _krpre_words -f; return ;;\n"
          "    esac\n"
          "  fi\n"
          "  mapfile -t COMPREPLY < <(\n"
          "    ((COMP_CWORD > 1)) || compgen -W '" +
-         commandNames(" ", any) +
+         commandNames(" ") +
          "' -- \"$cur\"\n"
          "    compgen -d -- \"$cur\"\n"
          "    compgen -f -- \"$cur\" | grep -iE '\\.(" +
@@ -122,27 +116,13 @@ std::string escapedForZsh(std::string_view text, std::string_view special) {
   return escaped;
 }
 
-std::string actionOf(const tValue& value) {
-  switch (value.kind) {
-    case tValue::kFiles:
-      return "_files";
-    case tValue::kDirectories:
-      return "_files -/";
-    case tValue::kWords:
-      return std::string("(") + value.words + ")";
-    case tValue::kText:
-      break;
-  }
-  return {};
-}
-
 std::string zshOptions(const tCommand& command) {
   std::string lines;
   for (const tOption* option : optionsOf(command.set)) {
     const std::string help = "[" + escapedForZsh(option->help, "[]:\\") + "]";
     std::string value;
     if (option->value != nullptr) {
-      value = ":" + escapedForZsh(option->value->name, ":\\") + ":" + actionOf(*option->value);
+      value = ":" + escapedForZsh(option->value->name, ":\\") + ":" + zshAction(*option->value);
     }
     // Options may be repeated. The value of a letter may be joined to it, that of a name by "=".
     const auto add = [&](const std::string& form, const char* joint) {
@@ -163,7 +143,7 @@ std::string forZsh() {
              (command.anyFile ? "      files=_files\n" : "") + "      options=(\n" +
              zshOptions(command) + "      ) ;;\n";
   }
-  const std::string names = commandNames("|", any);
+  const std::string names = commandNames("|");
   return "#compdef krpre\n"
          "# zsh completion of krpre; made by \"krpre --completions=zsh\".\n"
          "_krpre_sources() {\n"
@@ -171,7 +151,7 @@ std::string forZsh() {
          std::string(kSourcePattern) +
          ")\"')\n"
          "  [[ -n $command ]] || ((CURRENT > 2)) || kinds+=('commands:command:(" +
-         commandNames(" ", any) +
+         commandNames(" ") +
          ")')\n"
          "  _alternative $kinds\n"
          "}\n"

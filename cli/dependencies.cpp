@@ -36,7 +36,7 @@ std::string tDependencies::rule(const std::string& targets, bool phony) const {
   return text;
 }
 
-const std::string* tDependencies::unspeakable() const {
+const std::string* tDependencies::nameWithLineBreak() const {
   for (const std::string& name : names_) {
     if (name.find_first_of("\r\n") != std::string::npos) return &name;
   }

@@ -11,18 +11,18 @@ class tDependencies {
   void add(const std::string& name);
   const std::vector<std::string>& names() const { return names_; }
 
-  /// The rule in the dialect of compilers: `targets` as they stand before the colon, the files
-  /// behind it; with `phony` set also an empty rule for each file but the source, so that make
-  /// goes on when a header is gone.
+  /// The rule as compilers write it: `targets` as they stand, a colon, the files; with `phony`,
+  /// followed by an empty rule for each file but the source, so that make does not fail when a
+  /// header is gone.
   std::string rule(const std::string& targets, bool phony) const;
 
-  /// A file that has a line end in its name and cannot stand in a rule; null when there is none.
-  const std::string* unspeakable() const;
+  /// The first file whose name holds a line break, which no rule can express; null without one.
+  const std::string* nameWithLineBreak() const;
 
  private:
   std::vector<std::string> names_;
   std::unordered_set<std::string> known_;
 };
 
-/// The name as it is written in a rule.
+/// The name as a rule spells it.
 std::string nameInRule(const std::string& name);

@@ -11,12 +11,12 @@
 enum class eDiagnosticForm {
   kAuto,     // kLong on a terminal, otherwise kClassic
   kClassic,  // the lines of the library
-  kLong,     // below the line of an error, what the library knows of it
+  kLong,     // the same, with details below each error
   kJson,     // one object per line
   kGcc,      // "file:line:column: error: text [code]"
 };
 
-/// The words that stand for English ones.
+/// Translates words of the details.
 using tWords = std::function<std::string(const char* text)>;
 
 /// What stands below the classic line of an error: the line of the source with a caret, the

@@ -23,7 +23,7 @@ std::string quoted(const std::string& text) {
   return "'" + clipped(text) + "'";
 }
 
-// `after` with what a rewrite has changed in `before` in bold.
+// `after`, with what differs from `before` highlighted.
 std::string changed(const std::string& before, const std::string& after, const tPaint& paint) {
   if (!paint.isOn() || after.size() > kLongestText) return clipped(after);
   const std::size_t shorter = std::min(before.size(), after.size());
@@ -50,7 +50,7 @@ std::string ruleLine(const tRuleInfo& rule, const tPaint& paint) {
 
 std::string whyLost(const tTrialInfo& trial, int winner) {
   if (trial.score > 0 && trial.score == winner) {
-    return "matches as well; the latest of equal rules is taken";
+    return "matches equally well; the later rule wins";
   }
   if (trial.score > 0) {
     return "matches with a score of " + std::to_string(trial.score) + " against " +
@@ -62,7 +62,7 @@ std::string whyLost(const tTrialInfo& trial, int winner) {
   }
   const std::string met =
       trial.failedToken.empty() ? "the end of the statement" : quoted(trial.failedToken);
-  return "gives up at " + trial.failedMarker + ", which meets " + met;
+  return "fails at " + trial.failedMarker + ": found " + met;
 }
 
 void appendTrials(std::string& text, const std::vector<tTrialInfo>& trials, int winner,
@@ -117,7 +117,7 @@ void appendOutcome(std::string& text, const tRuleStory& story, const tPaint& pai
   text += "\n" +
           paint(tPaint::kBold, count == 0 ? "No rule applies." : "Final form" + after + ".") + "\n";
   if (story.inVain().empty()) return;
-  text += paint(tPaint::kDim, "  tried on it:") + "\n";
+  text += paint(tPaint::kDim, "  tried:") + "\n";
   appendTrials(text, story.inVain(), 0, paint);
 }
 

@@ -6,7 +6,7 @@
 #include "cli/paint.h"
 #include "cli/rulestory.h"
 
-/// The story of a statement for people. `place` is its file and line.
+/// The story of a statement of `file`, for people.
 std::string explainedText(const tRuleStory& story, const std::string& file, const tPaint& paint);
 /// The same as one JSON object. Bytes that are no UTF-8 are replaced.
 std::string explainedJson(const tRuleStory& story, const std::string& file);

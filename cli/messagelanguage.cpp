@@ -27,7 +27,7 @@ std::string_view languageOf(std::string_view locale) {
 std::string messageLanguage() {
   const std::string_view locale = localeOfMessages();
   const std::string_view language = languageOf(locale);
-  // As everywhere: who wants the C locale wants no other language.
+  // As elsewhere, LANGUAGE does not override the C locale.
   if (language.empty() || language == "C" || language == "POSIX") return {};
   const std::string_view preferred = variable("LANGUAGE");
   const std::string_view first = languageOf(preferred.substr(0, preferred.find(':')));

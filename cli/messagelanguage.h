@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The language of messages for people, as the variables LC_ALL, LC_MESSAGES and LANG name it, the
-/// first that is set, and LANGUAGE, which may prefer others: the name of a locale for krpre_host,
-/// empty for English.
+/// The language of messages for people, as the name of a locale for krpre_host; empty for English.
+/// It is named by the first of the environment variables LC_ALL, LC_MESSAGES and LANG that is set,
+/// unless LANGUAGE prefers another.
 std::string messageLanguage();

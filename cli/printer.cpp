@@ -24,7 +24,7 @@ void tPrinter::write(const std::string& text) {
 
 bool tPrinter::finish() const {
   if (error_ == 0 || error_ == EPIPE) return true;
-  complainAbout(std::string("cannot write the messages: ") + std::strerror(error_));
+  complainAbout(std::string("cannot write messages: ") + std::strerror(error_));
   return false;
 }
 

@@ -4,7 +4,7 @@
 
 #include "cli/sourcerun.h"
 
-/// Prints what came of the sources.
+/// Prints the outcome of the sources.
 class tPrinter {
  public:
   /// `quiet`: messages are held back until a source has failed. `messages` is a descriptor.
@@ -12,8 +12,8 @@ class tPrinter {
 
   /// Prints the messages and the complaint of one source at once, unless they are held back.
   void print(const tSourceResult& result);
-  /// Whether anything was lost. A reader that has gone away on purpose loses nothing; other
-  /// failures are told on standard error, once.
+  /// Whether everything was printed. A reader that has gone away is no failure; any other is
+  /// reported on standard error.
   bool finish() const;
 
  private:

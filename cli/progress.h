@@ -4,20 +4,20 @@
 #include <cstddef>
 #include <string>
 
-/// The line at the bottom of a terminal that tells how far a long run is, "[137/1000] a/b.prw". It
-/// stays away from short runs.
+/// The progress line at the bottom of a terminal, "[137/1000] a/b.prw". It appears only when a run
+/// takes a while.
 class tProgressLine {
  public:
   using tTime = std::chrono::steady_clock::time_point;
   static constexpr auto kSilence = std::chrono::seconds(1);
   static constexpr auto kPause = std::chrono::milliseconds(100);
 
-  /// A line on the terminal `descriptor`; -1: no line is ever shown.
+  /// A line on the terminal `descriptor`, or none if that is -1.
   tProgressLine(int descriptor, std::size_t total, tTime start);
 
-  /// Shows the line, unless it is too early for one or too soon after the last.
+  /// Shows the line, unless the run is too young or the last line too recent.
   void show(std::size_t done, const std::string& name, tTime now);
-  /// Takes the line away, before something else is printed.
+  /// Removes the line, before something else is printed.
   void erase();
 
  private:

@@ -36,7 +36,7 @@ void tRuleStory::meet(const krpre_step& step) {
 }
 
 void tRuleStory::begin(const krpre_step& step) {
-  // The first is told: of a header that is included more than once too.
+  // Only the first such statement counts: a header may be included more than once.
   inside_ = !found() && file_ == step.file && step.line <= line_ && line_ <= step.lastLine;
   if (!inside_) return;
   firstLine_ = step.line;

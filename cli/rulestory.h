@@ -5,7 +5,7 @@
 
 #include "include/krpre.h"
 
-/// A rule, copied from what the library tells.
+/// A rule, copied from a report of the library.
 struct tRuleInfo {
   int kind = 0;  // KRPRE_DEFINE, ...
   std::string key;
@@ -48,7 +48,7 @@ struct tRewriteInfo {
   std::string after;
 };
 
-/// The way of one statement to its final form.
+/// How one statement was rewritten to its final form.
 class tRuleStory {
  public:
   /// The story of the statement of `file` that stands on the line `line`, or reaches over it.

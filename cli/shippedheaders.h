@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// The directory of the headers that come with the program, found from where the program itself
-/// stands; the same in the build tree and installed. Empty when the system does not tell.
+/// The directory of the headers that come with the program, relative to the program's own place, in
+/// the build tree as in an installation. Empty if the system does not tell that place.
 std::string shippedHeaders();

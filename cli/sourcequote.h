@@ -5,8 +5,8 @@
 
 #include "cli/paint.h"
 
-/// A text for the terminal or a line-wise reader: what is no UTF-8 is taken for Windows-1252 and
-/// control characters, a tab aside, become "?".
+/// A text for a terminal or a tool that reads lines: bytes that are not valid UTF-8 are taken for
+/// Windows-1252, and control characters other than the tab become "?".
 std::string printable(std::string_view text);
 
 /// A line of a source, from 1, with a caret below the byte at `column`, from 1 (0: no caret). Of a

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// What the library tells of one run.
+/// What the library reports of one run.
 struct tTold {
   tSourceResult result;
   tDependencies files;
@@ -53,7 +53,7 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
   }
 }
 
-// The lines of the library have no place in the forms for machines.
+// Forms for machines replace the lines of the library.
 void dropMessage(void* /*context*/, const char* /*text*/, std::size_t /*length*/) {}
 
 bool isForMachines(eDiagnosticForm form) {
@@ -91,7 +91,7 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
 // Empty, or why there is none.
 std::string writeDependencies(const tDependencyOptions& options, const tBuildJob& job,
                               const tDependencies& files) {
-  const std::string* bad = files.unspeakable();
+  const std::string* bad = files.nameWithLineBreak();
   if (bad != nullptr)
     return *bad + ": a file name with a line break cannot be written to a dependency file";
   const std::string targets = options.targets.empty() ? nameInRule(job.output) : options.targets;
@@ -137,7 +137,7 @@ tSourceResult tSourceRun::run(const std::string* text) {
     if (heard.result.done && !job_.dependencies.empty()) {
       heard.result.complaint = writeDependencies(line_.dependencies, job_, heard.files);
       heard.result.done = heard.result.complaint.empty();
-      // A build must not take an output whose dependencies it cannot know for a good one.
+      // A build must not accept an output whose dependencies it cannot know.
       if (!heard.result.done) unlink(job_.output.c_str());
     }
   } catch (const std::exception& failure) {

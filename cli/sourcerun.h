@@ -8,7 +8,7 @@
 
 struct krpre_headers;
 
-/// What came of one source.
+/// The outcome of one source.
 struct tSourceResult {
   bool done = false;
   /// For standard output.
@@ -29,11 +29,10 @@ struct tMessageStyle {
 /// What `line` asks for when messages go to the descriptor `messages`.
 tMessageStyle messageStyle(const tCommandLine& line, int messages);
 
-/// The run of the library over one source: the only place where one is set up. Several may run at
-/// once in several threads.
+/// The run of the library over one source. Several may run at once in several threads.
 class tSourceRun {
  public:
-  /// All of them must outlive this object; `headers` may be null.
+  /// The arguments must outlive this object; `headers` may be null.
   tSourceRun(const tCommandLine& line, const tBuildJob& job, const std::string& shippedHeaders,
              const tMessageStyle& style, krpre_headers* headers);
 

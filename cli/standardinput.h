@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// Reads standard input to its end. Empty, or what went wrong: it cannot be read, or is longer than
-/// a source may be.
+/// Reads standard input to its end. Returns what went wrong, if it cannot be read or is longer than
+/// a source may be; otherwise an empty text.
 std::string readStandardInput(std::string& text);

@@ -52,7 +52,7 @@ TEST_F(Query, ExplainShowsEveryRewriteWithItsRuleAndWhyOthersLost) {
       "    Placed(5, (a + a), b, c)\n"
       "    not taken:\n"
       "      #command SHOW ALL => All()\n"
-      "        sub/show.ch:5  gives up at ALL, which meets '('\n"
+      "        sub/show.ch:5  fails at ALL: found '('\n"
       "      #command SHOW <what> => Plain(<what>)\n"
       "        sub/show.ch:2  ends before ','\n"
       "\n"
@@ -71,10 +71,10 @@ TEST_F(Query, ExplainTellsWhichRulesWereTriedInVainAndWhereAnErrorEndedIt) {
   const tChildResult tried = run({"explain", "b.prw:2"});
   // An error elsewhere in the file is told behind the story.
   EXPECT_EQ(tried.status, 1);
-  EXPECT_NE(tried.output.find("No rule applies.\n  tried on it:\n      #command SHOW ALL => All()\n"
-                              "        sub/show.ch:5  gives up at ALL, which meets the end of the "
-                              "statement\n"),
-            std::string::npos)
+  EXPECT_NE(
+      tried.output.find("No rule applies.\n  tried:\n      #command SHOW ALL => All()\n"
+                        "        sub/show.ch:5  fails at ALL: found the end of the statement\n"),
+      std::string::npos)
       << tried.output;
   EXPECT_NE(tried.errors.find("b.prw(4) Error C2078"), std::string::npos);
   const tChildResult looped = run({"explain", "b.prw:4"});
@@ -118,8 +118,6 @@ TEST_F(Query, JsonHoldsTheSameAndStaysValidWhateverTheBytes) {
   EXPECT_EQ(story["rewrites"][2]["markers"][2],
             nlohmann::json::parse(R"({"name": "more", "texts": ["b", "c"]})"));
   EXPECT_EQ(story["rewrites"][2]["lost"][0]["failedMarker"], "ALL");
-  EXPECT_GT(story["rewrites"][2]["score"], 0);
-  EXPECT_EQ(story["rewrites"][1]["token"], 11);
   EXPECT_EQ(story["final"], "Placed(5, (a + a), b, c)");
 
   write("c.prw", "#define A \"\xE7\x01\xFF\"\nx := A\n");

@@ -70,8 +70,6 @@ TEST_F(Jobs, OfOneOutputAreRefusedBeforeAnythingIsWritten) {
   write("out/keep", "");
   const std::pair<std::vector<std::string>, std::string> kCases[] = {
       {{"sub/../a.prw", "./a.prg"}, "sub/../a.prw and ./a.prg would both be written to ./a.ppo"},
-      {{"-o", "out", "a.prw", "sub/a.prw"},
-       "a.prw and sub/a.prw would both be written to out/a.ppo"},
       {{"a.prw", "a.ppo"}, "a.prw: a.ppo is a source and would be overwritten"},
       {{"-MD", "a.prw", "a.zorb"}, "a.prw and a.zorb would both be written to a.d"},
       {{"-MD", "-MF", "a.ppo", "a.prw"},

@@ -58,12 +58,4 @@ TEST_F(StandardInput, MayBeTooLongOrNotThereOrHaveNowhereToGo) {
   }
 }
 
-TEST_F(StandardInput, MayBeAsLongAsAFile) {
-  std::string text;
-  for (int i = 0; i < 16700; ++i) text += std::string(999, 'x') + '\n';
-  write("a.prw", text);
-  EXPECT_EQ(shell("krpre -q a.prw && krpre -q - < a.prw | cmp - a.ppo && echo same").output,
-            "same\n");
-}
-
 }  // namespace
