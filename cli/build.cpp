@@ -90,13 +90,13 @@ void tBuild::runAtOnce(std::size_t jobs) {
   for (std::thread& thread : threads) thread.join();
 }
 
-// As many as the system lets us have.
+// Starts as many as the system allows and returns their number.
 std::size_t tBuild::startThreads(std::size_t jobs, std::vector<std::thread>& threads) {
   threads.reserve(jobs);
   try {
     while (threads.size() < jobs) threads.emplace_back([this] { work(); });
   } catch (const std::system_error&) {
-    // Those that run do the work.
+    // The threads that did start do all the work.
   }
   return threads.size();
 }

@@ -41,7 +41,7 @@ bool isDirectory(const std::string& name) {
   return stat(name.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// 64 bits of FNV-1a.
+/// The FNV-1a hash, in 64 bits, of the bare name.
 std::string tagOf(const std::string& output) {
   std::uint64_t hash = 0xcbf29ce484222325;
   for (const char c : bareOf(output)) {
@@ -52,7 +52,7 @@ std::string tagOf(const std::string& output) {
   return text;
 }
 
-/// Names of files that are equal for one file, whether it exists or not.
+/// Turns names into unique ones: equal for the same file, whether it exists or not.
 class tFileNames {
  public:
   const std::string& unique(const std::string& name) {
@@ -174,7 +174,7 @@ void tPlanner::addJob(const std::string& name) {
 }
 
 bool tPlanner::checkNames() {
-  // One source has nothing to disagree with but its own dependency file.
+  // A single source can only collide with its own dependency file.
   if (plan_.jobs.size() == 1 && plan_.jobs[0].dependencies.empty()) return true;
   std::vector<tBuildJob> jobs;
   for (tBuildJob& job : plan_.jobs) {
@@ -194,7 +194,7 @@ bool tPlanner::checkTarget(const tBuildJob& job, const std::string& target) {
   const std::string name = names_.unique(target);
   const auto source = sources_.find(name);
   const bool own = source != sources_.end() && source->second == job.source;
-  // A source of its output's name fails by itself; the others are done.
+  // A source that is its own output fails by itself, in the library; the others are still done.
   if ((source != sources_.end() && !(own && target == job.output)) ||
       (target == job.dependencies && krpre_is_source(target.c_str()) != 0)) {
     return refuse(job.source + ": " + target + " is a source and would be overwritten");

@@ -5,7 +5,7 @@
 
 #include "cli/commandline.h"
 
-/// One source and where what becomes of it goes.
+/// One source, and the files to write for it.
 struct tBuildJob {
   std::string source;
   /// Empty: standard output.
@@ -18,7 +18,7 @@ struct tBuildJob {
   std::string tag;
 };
 
-/// What the program has to do, or why it does nothing.
+/// What the program is going to do, or why it does nothing.
 struct tBuildPlan {
   std::vector<tBuildJob> jobs;
   std::string complaint;

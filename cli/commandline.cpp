@@ -14,12 +14,12 @@
 
 namespace {
 
-// What getopt answers with for a long option: this and its index.
+// getopt returns this plus the index for a long option, the letter for a short one.
 constexpr int kLongCodes = 256;
 
-/// The options of a command as getopt wants them.
+/// The options of a command in the form that getopt_long expects.
 struct tGetoptTables {
-  // "-": files are handed out in place among the options; ":": a missing value is told apart.
+  // "-": return files in place, as code 1; ":": report a missing value as such.
   std::string letters = "-:";
   std::vector<option> names;
 
@@ -29,7 +29,7 @@ struct tGetoptTables {
       const char first = entry->letters[0];
       if (first != '\0' && letters.find(first) == std::string::npos) {
         letters += first;
-        // To getopt the further letters of a family are the value of the first.
+        // getopt takes the further letters of a family for the value of the first.
         if (entry->value != nullptr || entry->letters[1] != '\0') letters += ':';
       }
       const int value = entry->value != nullptr ? required_argument : no_argument;
@@ -40,7 +40,7 @@ struct tGetoptTables {
   }
 };
 
-/// Reads one argument after the other and sets what they ask for.
+/// Reads the arguments in order and applies each option to the command line.
 class tArgumentReader {
  public:
   tArgumentReader(const tCommand& command, int count, char** arguments, tCommandLine& line)
@@ -109,8 +109,7 @@ void tArgumentReader::take(int code, const char* argument) {
   }
 }
 
-// Getopt has read the second letter, with what is written right behind it, as the first one's
-// value.
+// getopt has returned the first letter, with the second and all that follows as its value.
 void tArgumentReader::takeOfFamily(char letter) {
   const std::string given = std::string(1, letter) + optarg;
   const tOption* entry = optionOfLetters(given.substr(0, 2));
@@ -152,7 +151,7 @@ const tOption* tArgumentReader::optionOfLetters(const std::string& letters) cons
   return nullptr;
 }
 
-// `given` is how it stands on the command line, "-json", of which getopt has read `spelling`, "-j".
+// `spelling` is what getopt failed at, "-j"; `given` the argument that it stands in, "-json".
 void tArgumentReader::complainOfUnknown(const std::string& spelling, const std::string& given) {
   std::vector<std::string> forms;
   std::string meant;

@@ -13,14 +13,14 @@ struct tDefine {
   std::optional<std::string> value;
 };
 
-/// What is asked for dependency files.
+/// What is wanted of dependency files.
 struct tDependencyOptions {
   bool wanted = false;
   /// Empty: beside the output.
   std::string file;
-  /// As they stand in the rule, separated by blanks; empty: the output.
+  /// As they are to stand in the rule, separated by blanks; empty: the output.
   std::string targets;
-  /// Empty rules for the headers too.
+  /// Add empty rules for the headers.
   bool phony = false;
 };
 

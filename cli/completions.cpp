@@ -34,7 +34,7 @@ std::string zshAction(const tValue& value) {
                                       : std::string("(") + value.words + ")";
 }
 
-// What stands behind an option is completed alike for all commands that have it.
+// The value of an option is completed alike for all commands that have it.
 std::string bashValues() {
   std::string cases;
   for (const tOption& option : programOptions()) {
@@ -102,7 +102,8 @@ std::string forBash() {
          "complete -o filenames -F _krpre krpre\n";
 }
 
-// Inside the single quotes of what _arguments takes; `special` ends a part of it.
+// For an argument of _arguments in single quotes; `special` are the characters that end a part of
+// it.
 std::string escapedForZsh(std::string_view text, std::string_view special) {
   std::string escaped;
   for (const char c : text) {

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::size_t kLineWidth = 76;
 
-// In front of a blank, make and ninja take two backslashes for one and an odd one for the blank's.
+// Before a blank, make and ninja read two backslashes as one and an odd one as escaping the blank.
 std::size_t backslashesBefore(const std::string& name, std::size_t at) {
   std::size_t count = 0;
   while (count < at && name[at - 1 - count] == '\\') ++count;

@@ -4,7 +4,7 @@
 #include <unordered_set>
 #include <vector>
 
-/// What an output was made from, and the rule that tells make and ninja so.
+/// The files that an output depends on, and the rule that says so to make and ninja.
 class tDependencies {
  public:
   /// Adds a file unless it is there already. The first one is the source.

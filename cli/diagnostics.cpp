@@ -13,7 +13,7 @@ using tJson = nlohmann::ordered_json;
 
 constexpr const char* kSeverities[] = {"", "error", "trace", "result"};
 
-// Of a long chain of rules the first and the last ones are shown.
+// How many rules are shown at each end of a long chain.
 constexpr int kShownRules = 4;
 
 const char* directiveOf(const krpre_rule& rule) {
@@ -37,7 +37,7 @@ std::string originOf(const krpre_rule& rule) {
   return *rule.file == '\0' ? "-D" : placed(rule.file, rule.line);
 }
 
-// Calls `show` with each rule that is shown and `skip` with the number of those that are not.
+// Calls `show` for each rule that is shown and `skip` with the number of those left out.
 template <class Show, class Skip>
 void walkRules(const krpre_diagnostic& diagnostic, Show show, Skip skip) {
   const int count = diagnostic.ruleCount;
@@ -51,7 +51,7 @@ void walkRules(const krpre_diagnostic& diagnostic, Show show, Skip skip) {
   }
 }
 
-// The text without the number that it begins with, which is shown elsewhere.
+// The text without its leading number, which is shown elsewhere.
 std::string_view withoutNumber(const krpre_diagnostic& diagnostic) {
   const std::string_view text = diagnostic.message;
   const std::size_t blanks = text.find("  ");

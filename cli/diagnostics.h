@@ -24,7 +24,7 @@ using tWords = std::function<std::string(const char* text)>;
 std::string longDetails(const krpre_diagnostic& diagnostic, const tPaint& paint,
                         const tWords& translated);
 
-/// One line of JSON. Bytes that are no UTF-8 are replaced.
+/// One line of JSON. Bytes that are not valid UTF-8 are replaced.
 std::string jsonLine(const krpre_diagnostic& diagnostic);
 
 /// The line of an error with its notes, as compilers print them; nothing for a result.

@@ -8,7 +8,7 @@
 
 /// The story of a statement of `file`, for people.
 std::string explainedText(const tRuleStory& story, const std::string& file, const tPaint& paint);
-/// The same as one JSON object. Bytes that are no UTF-8 are replaced.
+/// The same as one JSON object. Bytes that are not valid UTF-8 are replaced.
 std::string explainedJson(const tRuleStory& story, const std::string& file);
 
 /// The rules, one to a line, with the place of each in front as compilers write it.

@@ -17,7 +17,7 @@ constexpr const char* kNotes =
 constexpr std::size_t kWidth = 79;
 constexpr std::size_t kHelpColumn = 29;
 
-// Appends the words of `text` and begins a line, indented, before each that does not fit.
+// Appends `words`, wrapped at kWidth; continuation lines are indented.
 void appendWrapped(std::string& text, std::string_view words, std::size_t indent) {
   std::size_t column = text.size() - (text.rfind('\n') + 1);
   for (const std::string& word : wordsOf(words)) {
@@ -48,7 +48,7 @@ std::string forms(const tOption& option) {
 void describe(std::string& text, const tOption& option) {
   const std::string shown = forms(option);
   text += shown;
-  // Two blanks at least stand between the forms and what they do.
+  // At least two blanks separate the forms from the description.
   const bool fits = shown.size() + 2 <= kHelpColumn;
   text +=
       fits ? std::string(kHelpColumn - shown.size(), ' ') : '\n' + std::string(kHelpColumn, ' ');
@@ -68,7 +68,7 @@ std::string helpText(const tCommand& command) {
 
   std::string_view group;
   for (const tOption* option : optionsOf(command.set)) {
-    // The options of a subcommand are few, and need no headings.
+    // The few options of a subcommand need no headings.
     if (program && group != option->group) text.append("\n").append(option->group).append(":\n");
     if (!program && group.empty()) text += '\n';
     group = option->group;

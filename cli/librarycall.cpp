@@ -1,8 +1,7 @@
 #include "cli/librarycall.h"
 
 std::string nameInRun(const std::string& name) {
-  // The library drops white space and quotes at the beginning of a name, but not behind a
-  // directory.
+  // The library drops white space and quotes at the start of a name.
   const bool anchored = name.find_first_of(" \t\n\v\f\r\"") == 0;
   return anchored ? "./" + name : name;
 }

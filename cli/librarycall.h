@@ -9,13 +9,12 @@
 /// The name by which the library knows the file that is called `name` on the command line.
 std::string nameInRun(const std::string& name);
 
-/// What one call of the library is given: the argument vector, and the include directories and
-/// defines of its host.
+/// The arguments of one call of the library, and the include directories and defines of its host.
 class tLibraryCall {
  public:
-  /// Takes from `line` what decides about the text of `source`; `shippedHeaders` is searched last.
-  /// `tag` makes the names of temporary files differ. `line` and `shippedHeaders` must outlive this
-  /// object.
+  /// Takes from `line` what affects the output of `source`; `shippedHeaders` is searched last, and
+  /// `tag` becomes part of the names of temporary files. `line` and `shippedHeaders` must outlive
+  /// this object.
   tLibraryCall(const tCommandLine& line, const std::string& source,
                const std::string& shippedHeaders, const std::string& tag = {});
   tLibraryCall(const tLibraryCall&) = delete;

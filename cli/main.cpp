@@ -29,7 +29,7 @@ int showVersion() {
   return runClassic(2, arguments);
 }
 
-// A file that is opened must not become standard output because the caller has closed that.
+// If the caller has closed a standard file, the next file opened would take its place.
 void keepStandardFilesOpen() {
   for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     // Opened the wrong way round, so that reading or writing it fails as if it were closed.
@@ -48,7 +48,7 @@ const tCommand& commandFor(int count, char** arguments) {
   return programCommands().front();
 }
 
-// A bare word that is no file but nearly a subcommand. Empty, or what to say of it.
+// The complaint about a bare word that is no file but nearly a subcommand; otherwise empty.
 std::string misspeltCommand(const tCommandLine& line) {
   const std::string first = line.files.empty() ? "" : line.files[0];
   if (first.find_first_of("./") != std::string::npos || access(first.c_str(), F_OK) == 0) return {};
@@ -81,9 +81,9 @@ int refuseUsage(const std::string& reason, const std::string& command) {
 }
 
 int main(int count, char** arguments) {
-  // A reader of the messages that goes away must not leave the other files undone.
+  // If the reader of the messages goes away, the remaining files are still preprocessed.
   std::signal(SIGPIPE, SIG_IGN);
-  // A file that grows too large is a failure like a full disk.
+  // A file over the size limit is an ordinary write error, like a full disk.
   std::signal(SIGXFSZ, SIG_IGN);
   keepStandardFilesOpen();
 

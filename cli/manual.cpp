@@ -4,7 +4,7 @@
 
 namespace {
 
-// A hyphen that is typed, and no dot or quote that begins a request.
+// Hyphens as typed on a keyboard, and no dot or quote that would begin a request.
 std::string escapedForMan(std::string_view text) {
   std::string escaped;
   for (const char c : text) {

@@ -7,7 +7,7 @@
 
 #include "cli/commandline.h"
 
-/// What the program can do. Values combine to the set of commands that have an option.
+/// The commands of the program; combined, the set of those that have an option.
 enum eCommand : unsigned {
   kPreprocess = 1,
   kExplain = 2,
@@ -34,8 +34,8 @@ struct tCommand {
 /// The program itself first, then its subcommands.
 std::span<const tCommand> programCommands();
 
-/// What an option takes. Words are checked when the arguments are read, and so is that the value is
-/// not empty unless it has no noun.
+/// The value of an option. The parser accepts only the listed words, and an empty value only if
+/// there is no noun.
 struct tValue {
   enum eKind { kText, kFiles, kDirectories, kWords };
 
@@ -52,11 +52,11 @@ struct tGivenOption {
   int word;              // the index of the value among the words
 };
 
-/// One option. The parser, help, the manual page, the completions of shells and the complaints
-/// about wrong usage are all made from one table of these.
+/// One option. Parser, help, manual page, shell completions and the complaints about wrong usage
+/// are all made from one table of these.
 struct tOption {
-  /// The short form without its dash, empty when there is none. Longer than one letter in the
-  /// families that compilers have ("MD"); all options with such a first letter must be.
+  /// The short form without its dash; may be empty. Two letters for families such as "MD", "MF" of
+  /// compilers; then all options with the same first letter must have two.
   const char* letters;
   const char* name;     // the long form without its dashes, or null
   const tValue* value;  // null when the option takes none
@@ -71,7 +71,7 @@ struct tOption {
 
 /// All options in the order of help. Two may have the same spelling if they share no command.
 std::span<const tOption> programOptions();
-/// Those that the commands of `set` have.
+/// The options of the commands in `set`.
 std::vector<const tOption*> optionsOf(unsigned set);
 
 /// The words of a text, which are separated by single blanks.

@@ -32,7 +32,7 @@ void tProgressLine::show(std::size_t done, const std::string& name, tTime now) {
   for (char& c : text) {
     if (isControl(c)) c = '?';  // A name must not command the terminal.
   }
-  // A line that is full would wrap, and could not be erased.
+  // A full line would wrap, and could then not be erased.
   const std::size_t width = widthOf(descriptor_);
   if (text.size() >= width) text.resize(width - 1);
   print(kEraseLine + text);
@@ -45,7 +45,7 @@ void tProgressLine::erase() {
 }
 
 void tProgressLine::print(const std::string& text) const {
-  // What a terminal does not take is not worth a failure.
+  // A terminal that cannot be written to is no reason to fail.
   if (write(descriptor_, text.data(), text.size()) < 0) return;
 }
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-// What a run reports. The messages are those of the classic run; they matter when it fails.
+// What a run reports. The messages matter only if it fails.
 struct tAnswer {
   tRuleStory* story = nullptr;
   std::vector<tRuleInfo>* rules = nullptr;
@@ -56,7 +56,7 @@ tPaint paintFor(const tCommandLine& line) {
   return tPaint(line.colour.value_or(mayColour(STDOUT_FILENO)));
 }
 
-// A word finds a rule as a word of a statement does, without regard to case.
+// A word finds a rule as a word of a statement would: regardless of case, abbreviated if allowed.
 bool isFoundBy(const tRuleInfo& rule, const std::string& word) {
   constexpr std::size_t kShortest = 4;
   if (rule.kind == KRPRE_DEFINE) return rule.key == word;

@@ -44,7 +44,7 @@ void tRuleStory::begin(const krpre_step& step) {
   before_ = step.statement;
 }
 
-// A place where nothing matched is looked at again after each rewrite.
+// A rule may be tried again at the same place after each rewrite.
 void tRuleStory::keepTrial(const krpre_step& step) {
   tTrialInfo trial{infoOf(*step.rule), step.token, step.score, step.failedMarker, step.failedToken};
   if (std::find(trials_.begin(), trials_.end(), trial) == trials_.end()) {

@@ -27,7 +27,7 @@ struct tMarkerInfo {
   std::vector<std::string> texts;
 };
 
-/// A rule that was tried and is not the one that was applied.
+/// A rule that was tried but not applied.
 struct tTrialInfo {
   tRuleInfo rule;
   int token = 0;  // where it was tried, from 0
@@ -51,13 +51,13 @@ struct tRewriteInfo {
 /// How one statement was rewritten to its final form.
 class tRuleStory {
  public:
-  /// The story of the statement of `file` that stands on the line `line`, or reaches over it.
+  /// The story of the statement of `file` that covers the line `line`.
   tRuleStory(std::string file, int line) : file_(std::move(file)), line_(line) {}
 
   /// To be called with every step of a run.
   void meet(const krpre_step& step);
 
-  /// Whether there is such a statement. What follows is empty otherwise.
+  /// Whether there is such a statement; if not, what follows is empty.
   bool found() const { return firstLine_ > 0; }
   int firstLine() const { return firstLine_; }
   int lastLine() const { return lastLine_; }

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Empty when there is no such path or it is longer than any path can be.
+// Empty if it cannot be read or is too long for a path.
 std::string programPath() {
   char path[PATH_MAX];
   const ssize_t length = readlink("/proc/self/exe", path, sizeof path);

@@ -7,7 +7,7 @@
 
 namespace {
 
-// The characters of Windows-1252 from 0x80 to 0x9F; 0 where it has none.
+// Unicode for the bytes 0x80 to 0x9F of Windows-1252; 0 for unassigned ones.
 constexpr std::uint16_t kWindows[] = {
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -15,7 +15,7 @@ constexpr std::uint16_t kWindows[] = {
 
 constexpr std::size_t kWidest = 100;  // characters of a line that are shown
 
-// Bytes of the UTF-8 character that `text`, which is not empty, begins with; 0 when it is none.
+// The length of the UTF-8 character at the start of `text`, which is not empty; 0 if it is invalid.
 std::size_t utf8Length(std::string_view text) {
   const auto byteAt = [&](std::size_t i) {
     return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
@@ -51,8 +51,8 @@ std::string shownByte(unsigned char byte) {
   return code == 0 ? "?" : utf8Of(code);
 }
 
-// The characters of a text as they are shown; `at` becomes the index of the one that holds its
-// byte.
+// The characters of a text as they are shown; turns `at` from the index of a byte into that of its
+// character.
 std::vector<std::string> charactersOf(std::string_view text, std::size_t& at) {
   std::vector<std::string> characters;
   const std::size_t wanted = at;
@@ -60,7 +60,7 @@ std::vector<std::string> charactersOf(std::string_view text, std::size_t& at) {
     const std::size_t length = utf8Length(text.substr(i));
     const std::size_t size = std::max<std::size_t>(length, 1);
     if (wanted >= i && wanted < i + size) at = characters.size();
-    // The control characters of the second block.
+    // C1 control characters.
     const bool control =
         length == 2 && text[i] == '\xC2' && static_cast<unsigned char>(text[i + 1]) < 0xA0;
     characters.push_back(length < 2 ? shownByte(static_cast<unsigned char>(text[i]))
@@ -82,7 +82,7 @@ std::string printable(std::string_view text) {
 }
 
 std::string quoted(std::string_view source, int line, int column, const tPaint& paint) {
-  // So many bytes hold all characters that can be shown; a cut character at the front is not.
+  // Enough bytes for all characters that are shown. One cut at the front is not among them.
   constexpr std::size_t kBytes = 4 * kWidest;
   std::size_t at =
       column > 0 ? std::min<std::size_t>(static_cast<std::size_t>(column) - 1, source.size()) : 0;

@@ -10,6 +10,6 @@
 std::string printable(std::string_view text);
 
 /// A line of a source, from 1, with a caret below the byte at `column`, from 1 (0: no caret). Of a
-/// long line the part around the caret is shown. Each character is taken to be one column wide;
-/// tabs stay tabs in both lines.
+/// long line the part around the caret is shown. Characters are taken to be one column wide, and
+/// tabs are kept in both lines.
 std::string quoted(std::string_view source, int line, int column, const tPaint& paint);

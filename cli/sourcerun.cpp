@@ -88,7 +88,7 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
   return host;
 }
 
-// Empty, or why there is none.
+// Returns why the file could not be written; otherwise an empty text.
 std::string writeDependencies(const tDependencyOptions& options, const tBuildJob& job,
                               const tDependencies& files) {
   const std::string* bad = files.nameWithLineBreak();

@@ -5,8 +5,7 @@
 
 namespace {
 
-// How many letters must be inserted, removed, replaced or swapped with their neighbour, each at
-// most once, to turn one word into the other (optimal string alignment).
+// The edit distance with swaps of neighbours (optimal string alignment).
 std::size_t distance(const std::string& from, const std::string& to) {
   std::vector<std::vector<std::size_t>> rows(from.size() + 1,
                                              std::vector<std::size_t>(to.size() + 1));

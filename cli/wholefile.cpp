@@ -11,7 +11,7 @@
 
 namespace {
 
-// Whether the name still means the open file: another process may have renamed it meanwhile.
+// Whether the name still refers to the open file, which another process may have renamed meanwhile.
 bool isStill(const std::string& name, int file) {
   struct stat opened {};
   struct stat named {};
@@ -19,7 +19,7 @@ bool isStill(const std::string& name, int file) {
          opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-// An open file of this name that no other process writes; -1 on failure.
+// Opens the file and locks it against other processes; -1 on failure.
 int openLocked(const std::string& name) {
   constexpr mode_t kMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
   for (;;) {
@@ -41,8 +41,8 @@ int writeWholeFile(const std::string& name, const std::string& temporary,
   int error = ftruncate(file, 0) == 0 ? writeAll(file, bytes) : errno;
   if (error == 0 && std::rename(temporary.c_str(), name.c_str()) != 0) error = errno;
   if (error != 0) unlink(temporary.c_str());
-  // The lock goes with the file, so not before it has its name. On some file systems only closing
-  // tells that the disk is full.
+  // Closing releases the lock, so it comes after renaming. On some file systems it is also what
+  // reports a full disk.
   if (close(file) != 0 && error == 0) {
     error = errno;
     unlink(name.c_str());
