@@ -6,6 +6,8 @@
 #include "lib_base/misc.h"
 #include "lib_gzip/zipsource.h"
 #include "preprocessor/convert/sourcekind.h"
+#include "preprocessor/copy/fileparts.h"
+#include "preprocessor/copy/textlines.h"
 
 namespace {
 
@@ -19,14 +21,6 @@ constexpr std::string_view kWhite = " \t";
 
 std::size_t leadingWhite(std::string_view line) {
   return std::min(line.find_first_not_of(kWhite), line.size());
-}
-
-/// Takes a line off the front of `rest`, without its line end.
-std::string_view takeLine(std::string_view& rest) {
-  const std::string_view line = rest.substr(0, rest.find_first_of("\r\n"));
-  rest.remove_prefix(line.size());
-  rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
-  return line;
 }
 
 // Kept on purpose: the last letter counts in upper case only.
@@ -137,21 +131,12 @@ void tBlockWalk::takeContent(std::string_view line) {
 
 /// False for a source that certainly holds no block; it is then read without holding it whole.
 bool mayHoldBlock(tFile& source) {
-  constexpr std::size_t kPart = 32 * 1024;
-  constexpr std::size_t kOverlap = kBegin.size() - 1;
-  char buffer[kOverlap + kPart];
-  char* const part = buffer + kOverlap;
-  std::size_t before = 0;  // bytes of the part before that stand in front of this one
-  for (;;) {
-    const std::int64_t count = source.read(part, kPart);
-    if (count <= 0) return false;
-    const auto size = static_cast<std::size_t>(count);
-    const std::string_view seen(part - before, before + size);
-    if (before == 0 && isZipSource(seen)) return true;
-    if (findTextNoCase(seen, kBegin) != std::string_view::npos) return true;
-    before = std::min(seen.size(), kOverlap);
-    std::copy(seen.end() - before, seen.end(), part - before);
+  tFileParts parts(source, kBegin.size() - 1);
+  for (bool first = true; parts.next(); first = false) {
+    if (first && isZipSource(parts.part())) return true;
+    if (findTextNoCase(parts.seen(), kBegin) != std::string_view::npos) return true;
   }
+  return false;
 }
 
 }  // namespace

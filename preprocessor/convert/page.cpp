@@ -17,6 +17,7 @@
 #include "preprocessor/convert/pagecode.h"
 #include "preprocessor/convert/pagestatements.h"
 #include "preprocessor/convert/sourcekind.h"
+#include "preprocessor/copy/textlines.h"
 
 namespace {
 
@@ -25,10 +26,6 @@ constexpr std::string_view kOpenValue = "<%=";
 constexpr std::string_view kEscaped = "<%%";
 constexpr std::string_view kOpenComment = "<%--";
 constexpr std::string_view kCloseComment = "--%>";
-
-bool isLineEnd(char c) {
-  return c == '\r' || c == '\n';
-}
 
 bool isBlank(char c) {
   return c == ' ' || c == '\t';

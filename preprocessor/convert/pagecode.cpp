@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "preprocessor/copy/textlines.h"
+
 namespace {
 
 constexpr std::string_view kClose = "%>";
@@ -22,10 +24,6 @@ bool isBlankOrLineComment(ePiece piece) {
 }
 
 }  // namespace
-
-std::size_t behindLineEnd(std::string_view page, std::size_t at) {
-  return at + (page.substr(at).starts_with("\r\n") ? 2 : 1);
-}
 
 ePiece tPageCode::next() {
   begin_ = end_;

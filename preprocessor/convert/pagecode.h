@@ -76,6 +76,3 @@ inline bool endsStatement(ePiece piece) {
   return piece == ePiece::kEnd || piece == ePiece::kClose || piece == ePiece::kLineEnd ||
          piece == ePiece::kSeparator;
 }
-
-/// The index behind the line end that stands at `at`.
-std::size_t behindLineEnd(std::string_view page, std::size_t at);

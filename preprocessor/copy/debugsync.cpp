@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "lib_base/misc.h"
+#include "preprocessor/copy/textlines.h"
 
 namespace {
 
@@ -15,10 +16,6 @@ bool showsDialog(const tString& line) {
 bool isContinued(std::string_view line) {
   const std::size_t last = line.find_last_not_of(" \t");
   return last != std::string_view::npos && line[last] == ';';
-}
-
-bool isLineEnd(char c) {
-  return c == '\r' || c == '\n';
 }
 
 /// The value of an upper-case hexadecimal digit, or -1.

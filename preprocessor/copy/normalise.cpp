@@ -1,7 +1,6 @@
 #include "preprocessor/copy/normalise.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -10,7 +9,9 @@
 #include "lib_base/stringz.h"
 #include "lib_gzip/zipsource.h"
 #include "preprocessor/copy/debugsync.h"
+#include "preprocessor/copy/fileparts.h"
 #include "preprocessor/copy/linewriter.h"
+#include "preprocessor/copy/textlines.h"
 
 namespace {
 
@@ -41,13 +42,6 @@ class tMarkFinder {
   std::size_t at_ = 0;
   bool searched_ = false;
 };
-
-/// The index behind the line end that follows `at`.
-std::size_t behindLine(std::string_view text, std::size_t at) {
-  at = text.find_first_of("\r\n", at);
-  if (at == std::string_view::npos) return text.size();
-  return text.substr(at).starts_with("\r\n") ? at + 2 : at + 1;
-}
 
 /// See note [dialog blocks].
 class tDialogExpander {
@@ -124,22 +118,13 @@ bool readSource(tFile& file, tAutoChar& buffer) {
 /// Copies a source without holding it whole. Stops with `marked` set where there is something for
 /// BeforePreProcessor to rewrite. False when the source cannot be read.
 bool copyPlainSource(tFile& source, tLineWriter& lines, bool& marked) {
-  constexpr std::size_t kPart = 32 * 1024;
-  constexpr std::size_t kOverlap = std::max(kDialogBegin.size(), kTimeStamp.size()) - 1;
-  const std::unique_ptr<char[]> buffer(new char[kOverlap + kPart]);
-  char* const part = buffer.get() + kOverlap;
-  std::size_t before = 0;  // bytes of the part before that stand in front of this one
-  for (;;) {
-    const std::int64_t count = source.read(part, kPart);
-    if (count <= 0) return count == 0;
-    const auto size = static_cast<std::size_t>(count);
-    const std::string_view seen(part - before, before + size);
-    marked = findText(seen, kDialogBegin) != std::string_view::npos ||
-             findText(seen, kTimeStamp) != std::string_view::npos;
-    if (marked || !lines.write({part, size})) return true;
-    before = std::min(seen.size(), kOverlap);
-    std::memmove(part - before, part + size - before, before);
+  tFileParts parts(source, std::max(kDialogBegin.size(), kTimeStamp.size()) - 1);
+  while (parts.next()) {
+    marked = findText(parts.seen(), kDialogBegin) != std::string_view::npos ||
+             findText(parts.seen(), kTimeStamp) != std::string_view::npos;
+    if (marked || !lines.write(parts.part())) return true;
   }
+  return !parts.failed();
 }
 
 bool isPacked(tFile& source) {

@@ -1,12 +1,12 @@
 #include "preprocessor/run/report.h"
 
-#include <algorithm>
 #include <exception>
 #include <memory>
 
 #include "lib_base/fatal.h"
 #include "lib_gzip/zipsource.h"
 #include "preprocessor/copy/normalise.h"
+#include "preprocessor/copy/textlines.h"
 
 namespace {
 
@@ -20,12 +20,8 @@ tString textOf(const tShownLine& shown) {
   tString unpacked;
   if (unpackZipSource(text, tString::maxSize(), unpacked) == eZipResult::kOk) text = unpacked;
   std::string_view rest = text;
-  for (int line = shown.line; line > 1; --line) {
-    const std::size_t end = rest.find_first_of("\r\n");
-    if (end == std::string_view::npos) return {};
-    rest.remove_prefix(rest.substr(end).starts_with("\r\n") ? end + 2 : end + 1);
-  }
-  return tString(rest.substr(0, std::min(rest.find_first_of("\r\n"), kShown)));
+  for (int line = shown.line; line > 1; --line) takeLine(rest);
+  return tString(takeLine(rest).substr(0, kShown));
 }
 
 }  // namespace
