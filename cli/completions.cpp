@@ -42,7 +42,7 @@ std::string bashValues() {
     std::string forms;
     append(forms, option.shortForm());
     append(forms, option.longForm(), "|");
-    forms = "    " + forms + ") ";
+    forms.insert(0, "    ").append(") ");
     if (cases.find(forms) != std::string::npos) continue;
     cases += forms + bashAction(*option.value) + "return ;;\n";
   }
