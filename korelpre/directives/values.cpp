@@ -6,7 +6,8 @@
 #include "korelpre/directives/programfile.h"
 #include "korelpre/directives/sqlblock.h"
 #include "korelpre/directives/stackelement.h"
-#include "korelpre/rules/resultmarker.h"
+#include "korelpre/rules/markertable.h"
+#include "korelpre/rules/restrictmarker.h"
 #include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/korelpretokens.h"
@@ -76,51 +77,16 @@ tKorelPreStackElement* tGrammarValues::makeSpace(const SSLexLexeme& lexeme) {
   return result;
 }
 
+// The name stands behind the "<", or behind one more token.
 tKorelPreStackElement* tGrammarValues::makeMarker(unsigned production) {
-  const unsigned name = production == kListMarker || production == kRestrictMarker ||
-                                production == kRestrictMarkerSpc || production == kRegularMarker ||
-                                production == kStringResult || production == kRegularResult
-                            ? 1
-                            : 2;
-  const tSpcString& token = part(name).token();
+  const bool behindOne = part(1).lexeme() != nullptr;
+  const tSpcString& name = part(behindOne ? 2 : 1).token();
   auto* result = new tKorelPreStackElement;
-  std::unique_ptr<tMatchMarker>& marker = result->marker();
-  switch (production) {
-    case kListMarker:
-      marker = std::make_unique<tMatchMarkerList>(token);
-      break;
-    case kRestrictMarker:
-    case kRestrictMarkerSpc:
-      marker = std::move(part(3).marker());
-      marker->token() = token;
-      break;
-    case kWildMarker:
-      marker = std::make_unique<tMatchMarkerWild>(token);
-      break;
-    case kRegularMarker:
-      marker = std::make_unique<tMatchMarker>(token);
-      break;
-    case kExtendedMarker:
-      marker = std::make_unique<tMatchMarkerExt>(token);
-      break;
-    case kBlockResult:
-      marker = std::make_unique<tResultMarkerBlock>(token);
-      break;
-    case kDumbResult:
-      marker = std::make_unique<tResultMarkerDumbStr>(token);
-      break;
-    case kStringResult:
-      marker = std::make_unique<tResultMarkerRegStr>(token);
-      break;
-    case kLogicalResult:
-      marker = std::make_unique<tResultMarkerBool>(token);
-      break;
-    case kRegularResult:
-      marker = std::make_unique<tResultMarker>(token);
-      break;
-    default:
-      marker = std::make_unique<tResultMarkerSmartStr>(token);
-      break;
+  if (production == kRestrictMarker || production == kRestrictMarkerSpc) {
+    result->marker() = std::move(part(3).marker());
+    result->marker()->token() = name;
+  } else {
+    result->marker().reset(markerOfProduction(production).make(nullptr, name));
   }
   return result;
 }

@@ -181,16 +181,4 @@ bool tMatchMarker::match(tTknString* t, tMatchMarker* parent) {
   return tExpressionScan(*this, *t, parent).run() && first_ != 0;
 }
 
-bool tMatchMarkerExt::match(tTknString* t, tMatchMarker* parent) {
-  const int cursor = t->curTokenIdx();
-  const bool isFileName = cursor >= 0 && t->getToken(cursor).kind() == kKindIdentifier &&
-                          t->getToken(cursor + 1).kind() == kKindDot &&
-                          t->getToken(cursor + 2).kind() == kKindIdentifier;
-  if (!isFileName) return tMatchMarker::match(t, parent);
-  clearIsMacro();
-  setCapture(cursor, cursor + 2);
-  t->curTokenIdx(cursor + 2);
-  return true;
-}
-
 }  // namespace precomp

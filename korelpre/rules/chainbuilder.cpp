@@ -1,5 +1,6 @@
 #include "korelpre/rules/chainbuilder.h"
 
+#include "korelpre/rules/patternmarkers.h"
 #include "korelpre/rules/resultmarker.h"
 #include "korelpre/text/tokenkinds.h"
 

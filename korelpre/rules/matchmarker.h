@@ -3,9 +3,9 @@
 #include <new>
 #include <string_view>
 
-#include "korelpre/korelpreobjs.h"
 #include "korelpre/rules/arenalist.h"
 #include "korelpre/rules/markerarena.h"
+#include "korelpre/rules/markerkinds.h"
 #include "korelpre/rules/rulehome.h"
 #include "korelpre/text/tknstring.h"
 #include "ssvp40xpf/sssto.h"
@@ -72,6 +72,9 @@ class tMatchMarker {
   /// Makes this new marker what save() wrote; `first` is the byte that tells its kind, which has
   /// been read. False when the stream is damaged. Its texts refer to the stream's bytes.
   virtual bool load(tPCHStream* stream, std::uint8_t first);
+
+  /// Appends `text` to a listing, or writes it to the output when `out` is null.
+  static void put(tString* out, std::string_view text);
 
   void setMatchOk() { matched_ = true; }
   /// Closes a repetition of the group whose first marker this is.
@@ -175,90 +178,5 @@ Marker* makeMarker(tMarkerArena* arena, const Arguments&... arguments) {
   marker->setInArena();
   return marker;
 }
-
-/// A literal word of a pattern; compared under its rule's flags.
-class tMatchIdentifier : public tMatchMarker {
- public:
-  explicit tMatchIdentifier(const tSpcString& token) : tMatchMarker(token, kMatchIdentifier) {}
-  bool isIdentifier() const override { return true; }
-  void print(tString* out) const override;
-  bool checkMatch(tTknString* t) override { return matchesWord(t->curToken()); }
-  bool match(tTknString* t, tMatchMarker* /*parent*/) override {
-    return matchesWord(t->curToken());
-  }
-  bool replace(tTknString* t, int level) override;
-  bool matchesWord(std::string_view word) const;
-};
-
-/// `<id,...>`: takes elements separated by commas.
-class tMatchMarkerList : public tMatchMarker {
- public:
-  explicit tMatchMarkerList(const tSpcString& token) : tMatchMarker(token, kMatchMarkerList) {}
-  bool isList() const override { return true; }
-  void print(tString* out) const override;
-  bool replace(tTknString* t, int level) override;
-
- private:
-  bool copyElements(tTknString* t);
-};
-
-/// `<id: word, word ...>`: takes one of the alternatives, each of one or more words.
-class tMatchMarkerRestrict : public tMatchMarker {
- public:
-  explicit tMatchMarkerRestrict(const tSpcString& token)
-      : tMatchMarker(token, kMatchMarkerRestrict) {}
-  ~tMatchMarkerRestrict() override { destroyList(alternatives_); }
-  tMatchMarkerRestrict(const tMatchMarkerRestrict&) = delete;
-  tMatchMarkerRestrict& operator=(const tMatchMarkerRestrict&) = delete;
-  /// Adds a word: to the last alternative, or as the first one of a new alternative.
-  /// `arena` is that of this marker, null when it lies in none.
-  void addWord(const tSpcString& word, bool newAlternative, tMarkerArena* arena = nullptr);
-  const tMarkerList& alternatives() const {
-    return alternatives_ != nullptr ? *alternatives_ : kNoChains;
-  }
-
-  void print(tString* out) const override;
-  bool checkMatch(tTknString* t) override;
-  bool match(tTknString* t, tMatchMarker* parent) override;
-  bool replace(tTknString* t, int level) override;
-  void save(tPCHStream* stream) const override;
-  bool load(tPCHStream* stream, std::uint8_t first) override;
-
- private:
-  /// The alternative at the cursor, or -1; the cursor then stands on its last word.
-  int findAlternative(tTknString* t) const;
-
-  tMarkerList* alternatives_ = nullptr;  // chains of words; null when there are none
-  tMatchMarker* lastWord_ = nullptr;
-};
-
-/// `<*id*>`: takes the rest of the statement.
-class tMatchMarkerWild : public tMatchMarker {
- public:
-  explicit tMatchMarkerWild(const tSpcString& token) : tMatchMarker(token, kMatchMarkerWild) {}
-  void print(tString* out) const override;
-  // Kept on purpose: asking already takes the rest of the statement.
-  bool checkMatch(tTknString* t) override { return match(t, nullptr); }
-  bool match(tTknString* t, tMatchMarker* parent) override;
-};
-
-/// `<(id)>`: as the regular marker, but a name, "." and a name are one capture.
-class tMatchMarkerExt : public tMatchMarker {
- public:
-  explicit tMatchMarkerExt(const tSpcString& token) : tMatchMarker(token, kMatchMarkerExt) {}
-  void print(tString* out) const override;
-  bool match(tTknString* t, tMatchMarker* parent) override;
-};
-
-/// Stands where a group opens a group, which needs something to stand behind; takes no token. A
-/// clause that opens a clause of a result stands behind one too.
-class tMatchMarkerOpt : public tMatchMarker {
- public:
-  tMatchMarkerOpt() : tMatchMarker(tSpcString(), kMatchMarkerOpt) {}
-  void print(tString* out) const override;
-  bool checkMatch(tTknString* /*t*/) override { return true; }
-  bool match(tTknString* /*t*/, tMatchMarker* /*parent*/) override { return true; }
-  bool replace(tTknString* t, int level) override;
-};
 
 }  // namespace precomp

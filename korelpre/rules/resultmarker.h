@@ -16,7 +16,6 @@ class tResultMarker : public tMatchMarker {
   bool isMatchOk() const override { return driver_->firstLinkMatched(); }
   /// For the first marker of a clause: how often the clause is written; 1 when it follows none.
   int getRecurLevel() const override;
-  void print(tString* out) const override;
   bool match(tTknString* t, tMatchMarker* parent) override;
   bool replace(tTknString* t, int level) override;
   /// Adds `marker` to the linked ones when the names are equal, whatever their case.
@@ -47,7 +46,6 @@ class tResultIdentifier : public tResultMarker {
  public:
   explicit tResultIdentifier(const tSpcString& token) : tResultMarker(token, kResultIdentifier) {}
   bool isIdentifier() const override { return true; }
-  void print(tString* out) const override;
   bool replace(tTknString* t, int level) override;
   void link(tRuleHome* /*rule*/, tMatchMarker& /*marker*/) override {}
 };
@@ -55,8 +53,7 @@ class tResultIdentifier : public tResultMarker {
 /// Stands where a clause opens a clause; writes nothing.
 class tResultMarkerOpt : public tResultMarker {
  public:
-  tResultMarkerOpt() : tResultMarker(tSpcString(), kMatchMarkerOpt) {}
-  void print(tString* out) const override;
+  tResultMarkerOpt() : tResultMarker(tSpcString(), kResultMarkerOpt) {}
   bool replace(tTknString* t, int level) override;
   void link(tRuleHome* /*rule*/, tMatchMarker& /*marker*/) override {}
 };
@@ -65,7 +62,6 @@ class tResultMarkerOpt : public tResultMarker {
 class tResultMarkerBlock : public tResultMarker {
  public:
   explicit tResultMarkerBlock(const tSpcString& token) : tResultMarker(token, kResultMarkerBlock) {}
-  void print(tString* out) const override;
   bool replace(tTknString* t, int level) override;
 };
 
@@ -73,7 +69,6 @@ class tResultMarkerBlock : public tResultMarker {
 class tResultMarkerBool : public tResultMarker {
  public:
   explicit tResultMarkerBool(const tSpcString& token) : tResultMarker(token, kResultMarkerBool) {}
-  void print(tString* out) const override;
   bool replace(tTknString* t, int level) override;
 };
 
@@ -82,7 +77,6 @@ class tResultMarkerDumbStr : public tResultMarker {
  public:
   explicit tResultMarkerDumbStr(const tSpcString& token)
       : tResultMarker(token, kResultMarkerDumbStr) {}
-  void print(tString* out) const override;
   bool replace(tTknString* t, int level) override;
 };
 
@@ -91,7 +85,6 @@ class tResultMarkerRegStr : public tResultMarker {
  public:
   explicit tResultMarkerRegStr(const tSpcString& token, eRuleType kind = kResultMarkerRegStr)
       : tResultMarker(token, kind) {}
-  void print(tString* out) const override;
   bool replace(tTknString* t, int level) override;
 
  protected:
@@ -104,7 +97,6 @@ class tResultMarkerSmartStr : public tResultMarkerRegStr {
  public:
   explicit tResultMarkerSmartStr(const tSpcString& token)
       : tResultMarkerRegStr(token, kResultMarkerSmartStr) {}
-  void print(tString* out) const override;
 
  protected:
   bool staysUnquoted(const tSpcString& first) const override;

@@ -6,6 +6,9 @@
 
 #include "korelpre/rules/definereader.h"
 #include "korelpre/rules/match.h"
+#include "korelpre/rules/patternmarkers.h"
+#include "korelpre/rules/restrictmarker.h"
+#include "korelpre/rules/resultmarker.h"
 #include "korelpre/rules/rulereader.h"
 #include "korelpre/rules/write.h"
 #include "lib_base/fatal.h"

@@ -1,6 +1,5 @@
 // The listing of rules. Every form goes to a string, or to the output when there is none.
 
-#include "korelpre/rules/resultmarker.h"
 #include "korelpre/rules/rule.h"
 #include "lib_base/output.h"
 #include "lib_base/translate.h"
@@ -9,7 +8,29 @@ namespace precomp {
 
 namespace {
 
-void put(tString* out, std::string_view text) {
+// How a marker is listed.
+struct tForm {
+  eRuleType kind;
+  const char* before;  // null: not at all
+  const char* behind;
+};
+
+constexpr tForm kForms[] = {
+#define MARKER(class, kind, number, side, production, open, close, before, behind) \
+  {kind, before, behind},
+#include "korelpre/rules/markers.def"
+#undef MARKER
+};
+
+const tForm& formOf(eRuleType kind) {
+  const tForm* form = kForms;
+  while (form->kind != kind) ++form;
+  return *form;
+}
+
+}  // namespace
+
+void tMatchMarker::put(tString* out, std::string_view text) {
   if (out != nullptr) {
     out->append(text);
   } else {
@@ -17,105 +38,43 @@ void put(tString* out, std::string_view text) {
   }
 }
 
-}  // namespace
-
 void tMatchMarker::printForm(tString* out, const char* prefix, const char* suffix) const {
   put(out, prefix);
   put(out, token());
   put(out, suffix);
 }
 
-// Kept on purpose: a regular marker of a pattern is its bare name.
 void tMatchMarker::print(tString* out) const {
-  printForm(out, "", "");
-}
-
-void tMatchIdentifier::print(tString* out) const {
-  printForm(out, "", " ");
-}
-
-void tMatchMarkerList::print(tString* out) const {
-  printForm(out, "<", " ,...> ");
-}
-
-void tMatchMarkerRestrict::print(tString* out) const {
-  printForm(out, "<", ":");
-  for (int i = 0; i < alternatives().count(); ++i) {
-    const tMatchMarker* const first = alternatives()[i];
-    for (const tMatchMarker* word = first; word != nullptr; word = word->next()) {
-      put(out, word != first ? " " : i > 0 ? "," : "");
-      put(out, word->token());
-    }
-  }
-  put(out, "> ");
-}
-
-void tMatchMarkerWild::print(tString* out) const {
-  printForm(out, "<*", "*> ");
-}
-
-void tMatchMarkerExt::print(tString* out) const {
-  printForm(out, "<(", ")> ");
-}
-
-void tMatchMarkerOpt::print(tString* /*out*/) const {}
-
-void tResultMarkerOpt::print(tString* /*out*/) const {}
-
-void tResultMarker::print(tString* out) const {
-  printForm(out, "", " ");
-}
-
-void tResultIdentifier::print(tString* out) const {
-  printForm(out, "", " ");
-}
-
-void tResultMarkerDumbStr::print(tString* out) const {
-  printForm(out, "#<", ">");
-}
-
-void tResultMarkerRegStr::print(tString* out) const {
-  printForm(out, "<\"", "\">");
-}
-
-void tResultMarkerSmartStr::print(tString* out) const {
-  printForm(out, "<(", ")>");
-}
-
-void tResultMarkerBlock::print(tString* out) const {
-  printForm(out, "<{", "}>");
-}
-
-void tResultMarkerBool::print(tString* out) const {
-  printForm(out, "<.", ".>");
+  const tForm& form = formOf(kind());
+  if (form.before != nullptr) printForm(out, form.before, form.behind);
 }
 
 void tBaseXChg::rprint(tString* out, const tMatchMarker* head) const {
   const bool isGroup = head != nullptr && head->isGroupHead();
-  if (isGroup) put(out, "[");
+  if (isGroup) tMatchMarker::put(out, "[");
   for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
     marker->print(out);
     for (int i = 0; i < marker->groups().count(); ++i) rprint(out, marker->groups()[i]);
   }
-  if (isGroup) put(out, "]");
+  if (isGroup) tMatchMarker::put(out, "]");
 }
 
 void tBaseXChg::print(tString* out) const {
   rprint(out, firstMatch());
-  put(out, " => ");
+  tMatchMarker::put(out, " => ");
   rprint(out, firstResult());
-  put(out, " \n ");
+  tMatchMarker::put(out, " \n ");
 }
 
 // Kept on purpose: a translation carries no directive word in a string.
 void tTranslate::print(tString* out) const {
-  if (out == nullptr) put(out, translate("tTranslate "));
+  if (out == nullptr) tMatchMarker::put(out, translate("tTranslate "));
   tBaseXChg::print(out);
 }
 
 // Kept on purpose: a #command is listed as an #xcommand too.
 void tCommand::print(tString* out) const {
-  put(out, out != nullptr ? tString("#xcommand ") : translate("xCommand "));
+  tMatchMarker::put(out, out != nullptr ? tString("#xcommand ") : translate("xCommand "));
   tBaseXChg::print(out);
 }
 

@@ -1,5 +1,7 @@
 #include "korelpre/rules/ruleobserver.h"
 
+#include "korelpre/rules/restrictmarker.h"
+
 namespace precomp {
 
 namespace {

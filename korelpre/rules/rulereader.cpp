@@ -6,6 +6,8 @@
 
 #include <memory>
 
+#include "korelpre/rules/patternmarkers.h"
+#include "korelpre/rules/restrictmarker.h"
 #include "korelpre/rules/resultmarker.h"
 #include "korelpre/text/bytekinds.h"
 #include "korelpre/text/tokenkinds.h"
@@ -107,16 +109,19 @@ bool tRuleReader::encloses(std::size_t at, std::uint32_t before, std::uint32_t a
          piece(at + 4).isTight(kKindGreater);
 }
 
+// The marker that opens at `at` and has a name between two tokens; null when there is none.
+tMatchMarker* tRuleReader::enclosedMarker(eMarkerSide side, std::size_t& at) {
+  const tMarkerRow* const row = enclosingMarker(
+      side, [&](std::uint32_t before, std::uint32_t after) { return encloses(at, before, after); });
+  if (row == nullptr) return nullptr;
+  const tPiece& name = piece(at + 2);
+  at += 5;
+  return row->make(arena_, name.make());
+}
+
 tMatchMarker* tRuleReader::patternMarker(std::size_t& at) {
   const std::size_t open = at;
-  if (encloses(open, kKindParenOpen, kKindParenClose)) {
-    at += 5;
-    return makeMarker<tMatchMarkerExt>(arena_, piece(open + 2).make());
-  }
-  if (encloses(open, kKindStar, kKindStar)) {
-    at += 5;
-    return makeMarker<tMatchMarkerWild>(arena_, piece(open + 2).make());
-  }
+  if (tMatchMarker* const made = enclosedMarker(eMarkerSide::kPattern, at)) return made;
   const tPiece& name = piece(open + 1);
   if (!name.isName()) return nullptr;
   if (piece(open + 2).is(kKindGreater)) {
@@ -157,16 +162,7 @@ tMatchMarker* tRuleReader::resultMarker(std::size_t& at) {
     return makeMarker<tResultMarkerRegStr>(arena_,
                                            name.make(name.text.substr(1, name.text.size() - 2)));
   }
-  at += 5;
-  if (encloses(open, kKindParenOpen, kKindParenClose)) {
-    return makeMarker<tResultMarkerSmartStr>(arena_, piece(open + 2).make());
-  }
-  if (encloses(open, kKindBraceOpen, kKindBraceClose)) {
-    return makeMarker<tResultMarkerBlock>(arena_, piece(open + 2).make());
-  }
-  if (encloses(open, kKindDot, kKindDot))
-    return makeMarker<tResultMarkerBool>(arena_, piece(open + 2).make());
-  return nullptr;
+  return enclosedMarker(eMarkerSide::kResult, at);
 }
 
 tMatchMarker* tRuleReader::dumbMarker(std::size_t& at) {

@@ -5,6 +5,7 @@
 
 #include "korelpre/rules/chainbuilder.h"
 #include "korelpre/rules/directivepieces.h"
+#include "korelpre/rules/markertable.h"
 #include "korelpre/rules/ruledirective.h"
 
 namespace precomp {
@@ -35,6 +36,7 @@ class tRuleReader : public tDirectivePieces {
   bool buildResult();
   bool buildElement(tChainBuilder& chain, tMatchMarker* (tRuleReader::*marker)(std::size_t&));
   void addToken(tChainBuilder& chain, const tPiece& token);
+  tMatchMarker* enclosedMarker(eMarkerSide side, std::size_t& at);
   tMatchMarker* patternMarker(std::size_t& at);
   tMatchMarker* restrictedMarker(std::size_t& at);
   tMatchMarker* resultMarker(std::size_t& at);

@@ -7,20 +7,17 @@
 
 #include <memory>
 
+#include "korelpre/rules/markerrecords.h"
+#include "korelpre/rules/markertable.h"
 #include "korelpre/rules/resultmarker.h"
 #include "korelpre/rules/rule.h"
 #include "korelpre/rules/rulestream.h"
 
 namespace precomp {
 
-namespace {
+using namespace markerrecords;
 
-// The first byte of a marker.
-constexpr std::uint8_t kKindBits = 0x0F;
-constexpr std::uint8_t kHasGroups = 0x10;
-constexpr std::uint8_t kHasNext = 0x20;
-constexpr std::uint8_t kOneBlank = 0x40;  // the spacing is a blank, and the line 0
-constexpr std::uint8_t kUnusual = 0x80;   // spacing and line follow
+namespace {
 
 // The first byte of a rule.
 constexpr std::uint8_t kIsCommand = 0x01;
@@ -29,96 +26,19 @@ constexpr std::uint8_t kCaseSensitive = 0x04;
 constexpr std::uint8_t kHasPattern = 0x08;
 constexpr std::uint8_t kHasResult = 0x10;
 
-enum eSide { kPattern, kResult };
-
-tMatchMarker* newMarker(eSide side, unsigned kind) {
-  const tSpcString empty;
-  if (side == kPattern) {
-    switch (kind) {
-      case kMatchIdentifier:
-        return new tMatchIdentifier(empty);
-      case kMatchMarker:
-        return new tMatchMarker(empty);
-      case kMatchMarkerExt:
-        return new tMatchMarkerExt(empty);
-      case kMatchMarkerList:
-        return new tMatchMarkerList(empty);
-      case kMatchMarkerRestrict:
-        return new tMatchMarkerRestrict(empty);
-      case kMatchMarkerWild:
-        return new tMatchMarkerWild(empty);
-      case kMatchMarkerOpt:
-        return new tMatchMarkerOpt;
-      default:
-        return nullptr;
-    }
-  }
-  switch (kind) {
-    case kMatchMarkerOpt:
-      return new tResultMarkerOpt;
-    case kResultIdentifier:
-      return new tResultIdentifier(empty);
-    case kResultMarker:
-      return new tResultMarker(empty);
-    case kResultMarkerBlock:
-      return new tResultMarkerBlock(empty);
-    case kResultMarkerBool:
-      return new tResultMarkerBool(empty);
-    case kResultMarkerDumbStr:
-      return new tResultMarkerDumbStr(empty);
-    case kResultMarkerRegStr:
-      return new tResultMarkerRegStr(empty);
-    case kResultMarkerSmartStr:
-      return new tResultMarkerSmartStr(empty);
-    default:
-      return nullptr;
-  }
-}
-
-void saveToken(tPCHStream* stream, const tSpcString& token, std::uint8_t first) {
-  const bool oneBlank = token.spacing() == " ";
-  const bool unusual = token.line() != 0 || !(oneBlank || token.spacing().empty());
-  stream->putByte(static_cast<std::uint8_t>(first | (unusual    ? kUnusual
-                                                     : oneBlank ? kOneBlank
-                                                                : 0)));
-  if (unusual) {
-    stream->putText(token.spacing());
-    stream->putNumber(token.line());
-  }
-  stream->putNumber(token.kind());
-  stream->putNumber(token.aux());
-  stream->putText(token);
-}
-
-void loadToken(tPCHStream* stream, tSpcString& token, std::uint8_t first) {
-  token.setSpacing(tString::borrow((first & kOneBlank) != 0 ? " " : ""));
-  if ((first & kUnusual) != 0) {
-    token.setSpacing(tString::borrow(stream->text()));
-    token.setLine(stream->number32());
-  }
-  token.setKind(stream->number32());
-  token.setAux(stream->number32());
-  token.setText(tString::borrow(stream->text()));
-}
-
-void saveChain(tPCHStream* stream, const tMatchMarker* head) {
-  for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
-    marker->save(stream);
-  }
-}
-
 // Null when there is no such chain; the stream has failed then.
-std::unique_ptr<tMatchMarker> loadChain(tPCHStream* stream, eSide side, bool isGroup) {
+std::unique_ptr<tMatchMarker> loadChain(tPCHStream* stream, eMarkerSide side, bool isGroup) {
   std::unique_ptr<tMatchMarker> head;
   tMatchMarker* last = nullptr;
   if (!stream->enter()) return nullptr;
   for (bool more = true; more;) {
     const std::uint8_t first = stream->byte();
-    std::unique_ptr<tMatchMarker> marker(newMarker(side, first & kKindBits));
-    if (marker == nullptr || stream->failed()) {
+    const tMarkerRow* const row = markerOfKind(side, first & kKindBits);
+    if (row == nullptr || stream->failed()) {
       stream->fail();
       return nullptr;
     }
+    std::unique_ptr<tMatchMarker> marker(row->make(nullptr, tSpcString()));
     tMatchMarker* const added = marker.get();
     if (last == nullptr) {
       added->setGroupHead(isGroup);
@@ -150,35 +70,13 @@ void tMatchMarker::save(tPCHStream* stream) const {
 bool tMatchMarker::load(tPCHStream* stream, std::uint8_t first) {
   loadToken(stream, token_, first);
   if ((first & kHasGroups) == 0) return !stream->failed();
-  const eSide side = dynamic_cast<tResultMarker*>(this) != nullptr ? kResult : kPattern;
+  const eMarkerSide side =
+      dynamic_cast<tResultMarker*>(this) != nullptr ? eMarkerSide::kResult : eMarkerSide::kPattern;
   const std::uint64_t count = stream->number();
   if (count == 0) stream->fail();
   for (std::uint64_t i = 0; i < count && !stream->failed(); ++i) {
     std::unique_ptr<tMatchMarker> group = loadChain(stream, side, true);
     if (group != nullptr) addGroup(group.release());
-  }
-  return !stream->failed();
-}
-
-void tMatchMarkerRestrict::save(tPCHStream* stream) const {
-  tMatchMarker::save(stream);
-  stream->putNumber(static_cast<std::uint64_t>(alternatives().count()));
-  for (int i = 0; i < alternatives().count(); ++i) saveChain(stream, alternatives()[i]);
-}
-
-bool tMatchMarkerRestrict::load(tPCHStream* stream, std::uint8_t first) {
-  if (!tMatchMarker::load(stream, first)) return false;
-  const std::uint64_t count = stream->number();
-  for (std::uint64_t i = 0; i < count && !stream->failed(); ++i) {
-    bool newAlternative = true;
-    for (bool more = true; more && !stream->failed(); newAlternative = false) {
-      const std::uint8_t word = stream->byte();
-      if ((word & (kKindBits | kHasGroups)) != kMatchIdentifier) stream->fail();
-      more = (word & kHasNext) != 0;
-      tSpcString token;
-      loadToken(stream, token, word);
-      if (!stream->failed()) addWord(token, newAlternative);
-    }
   }
   return !stream->failed();
 }
@@ -205,12 +103,12 @@ bool tBaseXChg::load(tPCHStream* stream, std::uint8_t first) {
   setOrigin(file, static_cast<int>(stream->number32()));
   // A table finds the rule by its key, and its pattern must begin with it.
   if ((first & kHasPattern) == 0) return false;
-  std::unique_ptr<tMatchMarker> pattern = loadChain(stream, kPattern, false);
+  std::unique_ptr<tMatchMarker> pattern = loadChain(stream, eMarkerSide::kPattern, false);
   const bool sound =
       pattern != nullptr && pattern->isIdentifier() && pattern->token().view() == key_.view();
   if (!sound) return false;
   std::unique_ptr<tMatchMarker> result;
-  if ((first & kHasResult) != 0) result = loadChain(stream, kResult, false);
+  if ((first & kHasResult) != 0) result = loadChain(stream, eMarkerSide::kResult, false);
   if (stream->failed()) return false;
   setChains(pattern.release(), result.release());
   return true;

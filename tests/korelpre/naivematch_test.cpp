@@ -13,6 +13,8 @@
 
 #include "korelpre/korelprecls.h"
 #include "korelpre/rules/chainbuilder.h"
+#include "korelpre/rules/patternmarkers.h"
+#include "korelpre/rules/restrictmarker.h"
 #include "korelpre/text/tokenkinds.h"
 
 using namespace precomp;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "korelpre/rules/patternmarkers.h"
 #include "korelpre/rules/ruleobserver.h"
 #include "korelpre/tables/ruletable.h"
 #include "tests/support/preprocess.h"

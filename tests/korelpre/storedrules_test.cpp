@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "korelpre/rules/patternmarkers.h"
+#include "korelpre/rules/restrictmarker.h"
 #include "korelpre/rules/rule.h"
 #include "korelpre/rules/rulestream.h"
 #include "tests/support/preprocess.h"
