@@ -6,8 +6,6 @@
 
 #include "cli/diagnostics.h"
 
-struct tCommand;
-
 struct tDefine {
   std::string name;
   std::optional<std::string> value;
@@ -62,8 +60,3 @@ struct tCommandLine {
   /// Sets the complaint, unless there is one already: the first is the clearest.
   void complain(std::string text);
 };
-
-/// Reads the arguments of `command`, its options (see cli/optiontable.h) and files in any order;
-/// slot 0 is not read. Prints nothing. To be called once: it relies on the process-wide state of
-/// getopt.
-tCommandLine readCommandLine(const tCommand& command, int count, char** arguments);

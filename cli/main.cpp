@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "cli/argumentreader.h"
 #include "cli/build.h"
 #include "cli/commandline.h"
 #include "cli/exitstatus.h"

@@ -1,0 +1,216 @@
+#include "cli/argumentreader.h"
+
+#include <getopt.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+#include "cli/optiontable.h"
+#include "cli/suggestion.h"
+
+namespace {
+
+// getopt returns this plus the index for a long option, the letter for a short one.
+constexpr int kLongCodes = 256;
+
+/// The options of a command in the form that getopt_long expects.
+struct tGetoptTables {
+  // "-": return files in place, as code 1; ":": report a missing value as such.
+  std::string letters = "-:";
+  std::vector<option> names;
+
+  explicit tGetoptTables(const std::vector<const tOption*>& options) {
+    int code = kLongCodes;
+    for (const tOption* entry : options) {
+      const char first = entry->letters[0];
+      if (first != '\0' && letters.find(first) == std::string::npos) {
+        letters += first;
+        // getopt takes the further letters of a family for the value of the first.
+        if (entry->value != nullptr || entry->letters[1] != '\0') letters += ':';
+      }
+      const int value = entry->value != nullptr ? required_argument : no_argument;
+      if (entry->name != nullptr) names.push_back({entry->name, value, nullptr, code});
+      ++code;
+    }
+    names.push_back({nullptr, 0, nullptr, 0});
+  }
+};
+
+/// Reads the arguments in order and applies each option to the command line.
+class tArgumentReader {
+ public:
+  tArgumentReader(const tCommand& command, int count, char** arguments, tCommandLine& line)
+      : command_(command),
+        options_(optionsOf(command.set)),
+        count_(count),
+        arguments_(arguments),
+        line_(line) {}
+
+  void read();
+
+ private:
+  const tOption& optionOfCode(int code) const {
+    return *options_[static_cast<std::size_t>(code - kLongCodes)];
+  }
+  const tOption* optionOfLetters(const std::string& letters) const;
+  void take(int code, const char* argument);
+  void takeOfFamily(char letter);
+  void set(const tOption& entry, const std::string& spelling, const char* value);
+  void complainOfUnknown(const std::string& spelling, const std::string& given);
+  void checkFiles();
+  void splitLineNumber(std::string& file);
+
+  const tCommand& command_;
+  const std::vector<const tOption*> options_;
+  int count_;
+  char** arguments_;
+  tCommandLine& line_;
+};
+
+void tArgumentReader::read() {
+  const tGetoptTables tables(options_);
+  opterr = 0;
+  for (;;) {
+    const char* argument = arguments_[optind < count_ ? optind : 0];
+    const int code =
+        getopt_long(count_, arguments_, tables.letters.c_str(), tables.names.data(), nullptr);
+    if (code == -1) break;
+    take(code, argument);
+    if (line_.request != tCommandLine::kCarryOut) return;
+  }
+  for (int i = optind; i < count_; ++i) line_.files.emplace_back(arguments_[i]);
+  checkFiles();
+}
+
+void tArgumentReader::take(int code, const char* argument) {
+  if (code == 1) {
+    line_.files.emplace_back(optarg);
+  } else if (code >= kLongCodes) {
+    set(optionOfCode(code), optionOfCode(code).longForm(), optarg);
+  } else if (code != ':' && code != '?') {
+    const std::string letter(1, static_cast<char>(code));
+    const tOption* entry = optionOfLetters(letter);
+    if (entry == nullptr) return takeOfFamily(letter[0]);
+    set(*entry, '-' + letter, optarg);
+  } else if (optopt >= kLongCodes) {
+    const std::string spelling = optionOfCode(optopt).longForm();
+    line_.complain(spelling + (code == ':' ? " needs a value" : " takes no value"));
+  } else {
+    const std::string given(argument, std::strcspn(argument, "="));
+    const std::string letter(1, static_cast<char>(optopt));
+    // The first letter of a family is no option by itself.
+    const bool known = code == ':' && optionOfLetters(letter) != nullptr;
+    if (known) return line_.complain('-' + letter + " needs a value");
+    complainOfUnknown(optopt > 0 ? '-' + letter : given, given);
+  }
+}
+
+// getopt has returned the first letter, with the second and all that follows as its value.
+void tArgumentReader::takeOfFamily(char letter) {
+  const std::string given = std::string(1, letter) + optarg;
+  const tOption* entry = optionOfLetters(given.substr(0, 2));
+  const std::string spelling = '-' + given.substr(0, 2);
+  const bool more = given.size() > 2;
+  if (entry == nullptr || (more && entry->value == nullptr)) {
+    return complainOfUnknown('-' + given, '-' + given);
+  }
+  if (entry->value == nullptr) return set(*entry, spelling, nullptr);
+  if (more) return set(*entry, spelling, optarg + 1);
+  if (optind >= count_) return line_.complain(spelling + " needs a value");
+  set(*entry, spelling, arguments_[optind++]);
+}
+
+void tArgumentReader::set(const tOption& entry, const std::string& spelling, const char* value) {
+  tGivenOption given{spelling, value, -1};
+  if (value != nullptr && entry.value->kind == tValue::kWords) {
+    const std::vector<std::string> words = wordsOf(entry.value->words);
+    const auto at = std::find(words.begin(), words.end(), value);
+    given.word = static_cast<int>(at - words.begin());
+    if (at == words.end()) {
+      std::string known;
+      for (const std::string& word : words) {
+        known += (known.empty() ? "" : &word == &words.back() ? " or " : ", ") + word;
+      }
+      return line_.complain(std::string("unknown ") + entry.value->noun + " '" + value + "': use " +
+                            known);
+    }
+  } else if (value != nullptr && *value == '\0' && entry.value->noun != nullptr) {
+    return line_.complain(spelling + ": the " + entry.value->noun + " is empty");
+  }
+  entry.set(line_, given);
+}
+
+const tOption* tArgumentReader::optionOfLetters(const std::string& letters) const {
+  for (const tOption* option : options_) {
+    if (option->letters == letters) return option;
+  }
+  return nullptr;
+}
+
+// `spelling` is what getopt failed at, "-j"; `given` the argument that it stands in, "-json".
+void tArgumentReader::complainOfUnknown(const std::string& spelling, const std::string& given) {
+  std::vector<std::string> forms;
+  std::string meant;
+  for (const tOption* option : options_) {
+    if (option->name != nullptr) forms.push_back(option->longForm());
+    const bool fits = option->longForm().starts_with(spelling) && spelling.starts_with("--");
+    if (fits) meant += (meant.empty() ? "" : " or ") + option->longForm();
+  }
+  if (!meant.empty()) return line_.complain("ambiguous option " + spelling + ": " + meant);
+  const std::string nearest = nearestTo((given.starts_with("--") ? "" : "-") + given, forms);
+  if (!nearest.empty()) {
+    return line_.complain("unknown option " + given + "; did you mean " + nearest + "?");
+  }
+  for (const tCommand& other : programCommands()) {
+    for (const tOption* option : optionsOf(other.set)) {
+      if (option->shortForm() != spelling && option->longForm() != spelling) continue;
+      return line_.complain("unknown option " + spelling + ": it belongs to '" + other.spelling() +
+                            "'");
+    }
+  }
+  line_.complain("unknown option " + spelling);
+}
+
+void tArgumentReader::checkFiles() {
+  constexpr const char* kWhiteSpace = " \t\n\v\f\r";
+  std::vector<std::string>& files = line_.files;
+  if (command_.oneFile ? files.size() != 1 : files.empty()) {
+    return line_.complain(command_.oneFile ? std::string("expected one ") + command_.file
+                                           : "no input file");
+  }
+  if (command_.set == kExplain) splitLineNumber(files[0]);
+  if (command_.anyFile) return;
+  std::vector<std::string> names = files;
+  if (!line_.standardInputName.empty()) names.push_back(line_.standardInputName);
+  for (const std::string& name : names) {
+    if (name.empty()) return line_.complain("a file name is empty");
+    // The library would trim it.
+    if (name.find_last_not_of(kWhiteSpace) != name.size() - 1) {
+      return line_.complain("'" + name + "': a file name must not end in white space");
+    }
+  }
+}
+
+// Takes ":LINE" from the end of the name.
+void tArgumentReader::splitLineNumber(std::string& file) {
+  const std::size_t colon = file.rfind(':');
+  const char* const end = file.data() + file.size();
+  if (colon != std::string::npos) {
+    const char* const digits = file.data() + colon + 1;
+    const auto [stop, fault] = std::from_chars(digits, end, line_.lineNumber);
+    if (fault == std::errc() && stop == end && line_.lineNumber > 0) return file.resize(colon);
+  }
+  line_.complain(file + ": expected FILE:LINE, with lines counted from 1");
+}
+
+}  // namespace
+
+tCommandLine readCommandLine(const tCommand& command, int count, char** arguments) {
+  tCommandLine line;
+  tArgumentReader(command, count, arguments, line).read();
+  return line;
+}
