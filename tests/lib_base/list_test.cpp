@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <numeric>
-#include <vector>
 
 #include "tests/lib_base/fatalof.h"
 
@@ -18,40 +16,6 @@ struct tCounted {
   tCounted& operator=(const tCounted&) = delete;
   int& alive_;
 };
-
-TEST(Array, GrowsByItsTable) {
-  struct tCase {
-    int from, to;
-  };
-  constexpr int kMost = std::numeric_limits<int>::max();
-  const tCase kCases[] = {
-      {0, 2},
-      {8, 10},
-      {9, 25},
-      {64, 80},
-      {65, 81},
-      {100, 125},
-      {131072, 163840},  // exactly 1 MiB of pointers
-      {131073, 144180},
-      {1000000, 1100000},
-      {kMost - 1, kMost},
-      {kMost, kMost},
-  };
-  for (const tCase& c : kCases) EXPECT_EQ(tPointerArray::grownCapacity(c.from), c.to) << c.from;
-}
-
-TEST(Array, KeepsTheOrderThroughInsertionAndRemoval) {
-  std::vector<int> values(40);
-  std::iota(values.begin(), values.end(), 0);
-  tArray<int> array;
-  for (int i = 0; i < 40; i += 2) array.add(&values[static_cast<std::size_t>(i)]);
-  for (int i = 1; i < 40; i += 2) array.insertAt(i, &values[static_cast<std::size_t>(i)]);
-  for (int i = 0; i < 40; ++i) ASSERT_EQ(array[i], i);
-  EXPECT_EQ(array.takeAt(0), &values[0]);
-  EXPECT_EQ(array.takeAt(38), &values[39]);
-  EXPECT_EQ(array.indexOf(&values[38]), 37);
-  EXPECT_EQ(array.indexOf(&values[0]), -1);
-}
 
 TEST(Array, IndexesOutsideAreFatal) {
   constexpr char kText[] = "array index out of bounds";

@@ -7,8 +7,8 @@
 #include <random>
 #include <string>
 #include <thread>
+#include <vector>
 
-#include "lib_base/autochar.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
 #include "lib_base/translate.h"
@@ -93,27 +93,6 @@ TEST(PathName, SplitsIntoPartsThatGiveTheNameAgain) {
   EXPECT_EQ(joinPath("", "a.ch"), "a.ch");
   EXPECT_EQ(normaliseFileName(" \"my file.ch\" "), "my file.ch");
   EXPECT_EQ(normaliseFileName(" \"\" "), "");
-}
-
-TEST(AutoChar, FindsOverrunsAndRefusesBadSizes) {
-  constexpr char kOverrun[] = "tAutoChar::CheckBuffer() ERROR - *** BUFFER OVERRUN ***";
-  constexpr char kInvalid[] = "tAutoChar::setSize() ERROR - invalid size";
-  tAutoChar buffer;
-  buffer.CheckBuffer();
-  EXPECT_EQ(buffer.text(), "");
-  EXPECT_EQ(fatalOf([&] { buffer.setSize(0); }), kInvalid);
-  EXPECT_EQ(fatalOf([&] { buffer.setSize(tString::maxSize() + 2); }), kInvalid);
-  buffer.setText(std::string_view("ab\0cdefgh", 9));
-  EXPECT_EQ(buffer.size(), 10u);
-  buffer.setText(buffer.text().substr(1));
-  EXPECT_EQ(buffer.text(), std::string_view("b\0cdefgh", 8));
-  buffer.setSize(100);
-  EXPECT_STREQ(buffer.data() + 2, "cdefgh");
-  buffer.data()[99] = 'x';
-  buffer.CheckBuffer();
-  buffer.data()[100] = 'x';
-  EXPECT_EQ(fatalOf([&] { buffer.CheckBuffer(); }), kOverrun);
-  EXPECT_EQ(fatalOf([&] { buffer.setSize(200); }), kOverrun);
 }
 
 class tCollector : public tOutputSink {

@@ -45,19 +45,11 @@ struct tCase {
   const char* tokens;
 };
 
-/// Each case as a text in memory, as a stream of bytes and as 16-bit units.
 template <std::size_t count>
 void expectTokens(const tCase (&cases)[count]) {
   for (const tCase& test : cases) {
     SSLexStringConsumer text(test.source.data(), test.source.size());
     EXPECT_EQ(scanAll(text), test.tokens) << test.source;
-    SSLexDataConsumer stream(test.source.size() + 1);
-    stream.addBuffer(test.source.data(), test.source.size());
-    EXPECT_EQ(scanAll(stream), test.tokens) << "as a stream: " << test.source;
-    std::u16string units;
-    for (const char c : test.source) units += static_cast<unsigned char>(c);
-    SSLexStringConsumer wide(units.data(), units.size(), SSLexConsumer::wideType);
-    EXPECT_EQ(scanAll(wide), test.tokens) << "in 16-bit units: " << test.source;
   }
 }
 
@@ -183,34 +175,6 @@ TEST(DirectiveScanner, DroppedAndInvalidCharacters) {
       {"~a", "SSLex0105e: Invalid token, Line 1, Offset 1, ~"},
       {"a\\\r\n", "identName<a> SSLex0105e: Invalid token, Line 1, Offset 3, \r"},
   });
-}
-
-TEST(DirectiveScanner, LexemesKnowTheirPlace) {
-  const std::string source =
-      " * first\r\na /* b\r\n\r\n */ c->ENDX\r\n// d\r\n * e\r\n\"\r\n; // f\r\n'g'\r\n";
-  SSLexStringConsumer consumer(source.data(), source.size());
-  KorelPreLexClass lex(consumer);
-  std::string places;
-  while (SSLexLexeme* lexeme = ++lex) {
-    const SSRef<SSLexLexeme> held(lexeme);
-    if (lexeme->token() == kTokSpc || lexeme->token() == kTokLineFeed) continue;
-    EXPECT_EQ(source.compare(lexeme->absoluteOffset(), lexeme->length(), textOf(*lexeme)), 0);
-    places += textOf(*lexeme).substr(0, 4) + "@" + std::to_string(lexeme->line()) + ":" +
-              std::to_string(lexeme->offset()) + (lex.followsComment() ? "c " : " ");
-  }
-  EXPECT_EQ(places, "a@2:1 c@4:5 ->@4:6 ENDX@4:8 \"@7:1 ; //@8:1 g@9:2 ");
-}
-
-TEST(DirectiveScanner, BlockCommentsSeparate) {
-  const std::string source = "a/**/b c/*\r\n*/d";
-  SSLexStringConsumer consumer(source.data(), source.size());
-  KorelPreLexClass lex(consumer);
-  std::string tokens;
-  while (SSLexLexeme* lexeme = ++lex) {
-    const SSRef<SSLexLexeme> held(lexeme);
-    tokens += (lex.followsComment() ? "+" : "") + textOf(*lexeme);
-  }
-  EXPECT_EQ(tokens, "a+b c+d");
 }
 
 }  // namespace

@@ -47,21 +47,6 @@ TEST(Exceptions, CutLongTextsAndRefuseOnlyGiantOnes) {
             "46 SSException0002e: sprintf msg too long");
 }
 
-TEST(Exceptions, ReachTheSlotInPointerMode) {
-  const tModes modes(true, true);
-  tRaiser raiser;
-  try {
-    raiser.raise(SSErrorPanic);
-    FAIL();
-  } catch (SSException* exception) {
-    EXPECT_EQ(raiser.lastException(), exception);
-    EXPECT_EQ(exception->errorId(), 15);
-    raiser.clearLastException();
-    delete exception;
-  }
-  EXPECT_EQ(raiser.lastException(), nullptr);
-}
-
 TEST(Exceptions, ReportFailedAllocations) {
   const std::new_handler before = setSSExceptionNewHandler();
   EXPECT_EQ(std::get_new_handler(), &SSExceptionNewHandler);

@@ -9,8 +9,6 @@
 
 namespace {
 
-using samples::tModes;
-
 std::string reports;
 
 /// The objects of one parse, made and destroyed by the functions.
@@ -46,15 +44,6 @@ class FlatFunctions : public testing::Test {
     if (consumer_ != nullptr) SSLexConsumerDestroy(consumer_);
     yacc_ = lex_ = consumer_ = nullptr;
   }
-  /// Tokens up to the end or the first failure.
-  std::string tokens() {
-    std::string out;
-    while (SSObject* const lexeme = SSLexGetNextLexeme(lex_)) {
-      out += std::to_string(SSLexLexemeGetToken(lexeme)) + " ";
-      SSLexLexemeRefDec(lexeme, 1);
-    }
-    return out;
-  }
 
   tableimage::tImage lexImage_;
   tableimage::tImage yaccImage_;
@@ -82,48 +71,6 @@ TEST_F(FlatFunctions, ReportHandlesOfTheWrongKind) {
             "Bad correlator, SSYT expected\nSSRef0001e: Reference count less than zero\n");
   SSLexLexemeRefInc(lexeme);
   SSLexLexemeRefDec(lexeme, 2);
-}
-
-TEST_F(FlatFunctions, KeepExceptionsOfEveryMode) {
-  for (const bool pointer : {false, true}) {
-    const tModes modes(true, pointer);
-    open("a ? b");
-    EXPECT_EQ(tokens(), "1 ");
-    SSExceptionObject* const exception = SSLexGetLastException(lex_);
-    EXPECT_EQ(SSExceptionGetErrorId(exception), 5);
-    EXPECT_STREQ(SSExceptionGetMessage(exception),
-                 "SSLex0105e: Invalid token, Line 1, Offset 3, ?");
-    SSLexClearLastException(lex_);
-    EXPECT_EQ(SSLexGetLastException(lex_), nullptr);
-    SSExceptionDestroy(exception);
-    EXPECT_EQ(SSLexPopExpressionList(lex_), 0);
-    EXPECT_EQ(SSLexPopExpressionList(lex_), 0);  // frees the exception before it
-    SSLexReset(lex_);
-    EXPECT_EQ(tokens(), "1 ");
-    openParser("a +", nullptr, nullptr);
-    EXPECT_EQ(SSYaccParse(yacc_), 1);  // kept by the parser, and freed with it
-  }
-  EXPECT_EQ(SSLexTableCreate("damaged", 7, "table"), nullptr);
-  EXPECT_EQ(SSYaccTableCreate(nullptr, 0, "/no/such/table"), nullptr);
-  EXPECT_EQ(SSLexFileConsumerCreate("/no/such/file", 0, 100, 512), nullptr);
-}
-
-TEST_F(FlatFunctions, CallBackFromTheLexer) {
-  unsigned dropped = samples::kName;
-  open("a?1");
-  SSLexSetErrorCallback(
-      lex_, [](SSObject*, SSObject*, void*) -> SSObject* { return nullptr; }, nullptr);
-  SSLexSetCompleteCallback(
-      lex_,
-      [](SSObject*, SSObject* lexeme, void* token) {
-        return static_cast<int>(SSLexLexemeGetToken(lexeme) != *static_cast<unsigned*>(token));
-      },
-      &dropped);
-  EXPECT_EQ(tokens(), "2 ");
-  EXPECT_EQ(SSLexPushExpressionList(lex_, 1), 1);
-  EXPECT_EQ(SSLexIsCurrentExpressionList(lex_, 1), 1);
-  EXPECT_EQ(SSLexGotoExpressionList(lex_, 9), 0);
-  SSExceptionDestroy(SSLexGetLastException(lex_));
 }
 
 /// Counts the names below each element in the element's own bytes.

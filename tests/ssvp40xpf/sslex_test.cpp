@@ -11,7 +11,6 @@
 namespace {
 
 using samples::raised;
-using samples::tModes;
 using scanning::scanAll;
 using tableimage::tAutomaton;
 
@@ -91,15 +90,6 @@ TEST(Scanner, ReportsTheTextItReadAndGoesOnBehindIt) {
             "5 SSLex0105e: Invalid token, Line 1, Offset 1, =5");
 }
 
-TEST(Scanner, SkipsBadTextWhileExceptionsAreDisabled) {
-  const tModes modes(false, false);
-  SSLexStringConsumer consumer("a ?? b");
-  EXPECT_EQ(scanAll(consumer, table()), "1 a 1:1@0\n1 b 1:6@5\n");
-  SSLex incomplete;
-  EXPECT_EQ(++incomplete, nullptr);
-  EXPECT_EQ(table().expressionList(3), nullptr);
-}
-
 TEST(Scanner, SwitchesExpressionListsByHand) {
   SSLexStringConsumer consumer("a b\" c ^ d");
   SSLex lex(consumer, table());
@@ -119,14 +109,6 @@ TEST(Scanner, SwitchesExpressionListsByHand) {
   EXPECT_EQ(raised([&] { (void)table().expressionList(3); }),
             "6 SSLex0106e: Invalid expression list index, 3");
   EXPECT_EQ(raised([] { ++SSLex(); }), "7 SSLex0107e: Table or consumer missing, required");
-}
-
-TEST(Scanner, SetsTypesAndLooksUpKeywords) {
-  SSLexStringConsumer consumer("@$");
-  SSLex lex(consumer, table());
-  const SSRef<SSLexLexeme> typed(++lex);
-  EXPECT_EQ(typed->type(), samples::kStoredType);
-  EXPECT_EQ(raised([&] { ++lex; }), "44 SSLex0110e: Invalid keyword index, 0");
 }
 
 /// Delivers dropped text and errors as lexemes of their own, and drops names.

@@ -149,15 +149,4 @@ TEST(Consumers, ReportFilesThatCannotBeRead) {
             "2 SSLex0102e: Invalid file length or read error,");
 }
 
-TEST(Consumers, SplitCodesAboveSixteenBits) {
-  const wchar_t text[] = {L'a', static_cast<wchar_t>(0x1F600), L'\0'};
-  SSLexStringConsumer consumer(text);
-  EXPECT_EQ(consumer.dataEnd(), 6u);
-  ++consumer;
-  ++consumer;
-  EXPECT_EQ(consumer.current(), 0xD83Du);
-  ++consumer;
-  EXPECT_EQ(consumer.current(), 0xDE00u);
-}
-
 }  // namespace

@@ -95,16 +95,4 @@ TEST(ScannerTable, ChecksWhatTheImageSays) {
   EXPECT_EQ(loadAndScan(bytesOf(longer)), kInvalid);
 }
 
-TEST(ScannerTable, IndexesWhatItsRowsSay) {
-  const tableimage::tImage image = samples::lexImage();
-  const SSLexTable table(image.data(), "image");
-  const SSLexIterator& text = table.expressionList(1)->automaton();
-  EXPECT_EQ(text.next(0, 0xFF), text.next(0, 0x100));
-  EXPECT_EQ(text.next(0, 0x10000), sstable::kNone);
-  const SSLexIterator& main = table.expressionList(0)->automaton();
-  EXPECT_EQ(main.next(0, 0xFF), sstable::kNone);
-  EXPECT_NE(main.next(0, 0x17F), sstable::kNone);
-  EXPECT_EQ(main.next(0, 0x180), sstable::kNone);
-}
-
 }  // namespace

@@ -14,7 +14,6 @@
 namespace {
 
 using samples::raised;
-using samples::tModes;
 
 const SSLexTable& lexTable() {
   static const tableimage::tImage image = samples::lexImage();
@@ -158,34 +157,6 @@ TEST(Parser, ReadsAgainAfterReset) {
   EXPECT_EQ(parser.result(), "6[b]");
 }
 
-TEST(Parser, NestsDeepWithoutTheCallStack) {
-  constexpr std::size_t kDepth = 200000;
-  const std::string text = std::string(kDepth, '(') + "a" + std::string(kDepth, ')');
-  SSLexStringConsumer consumer(text.c_str());
-  SSLex lex(consumer, lexTable());
-  SSYacc parser(lex, expressions());
-  std::size_t reductions = 0;
-  for (unsigned production = 1; production <= 6; ++production) {
-    parser.setReduceHandler(production, [&](SSYacc& by, unsigned) {
-      ++reductions;
-      return by.stackElement();
-    });
-  }
-  EXPECT_EQ(parser.parse(), 0);
-  EXPECT_EQ(reductions, 3 * (kDepth + 1));
-}
-
-TEST(Parser, TakesTheTypeBeforeTheToken) {
-  tParser parser("", expressions());
-  int given = 0;
-  parser.onNext = [&]() -> SSLexLexeme* {
-    if (++given > 1) return nullptr;
-    return new SSLexLexeme(1, samples::kPlus, "x", 1, 1, samples::kName);
-  };
-  EXPECT_EQ(parser.parse(), 0);
-  EXPECT_EQ(parser.result(), "6[x]");
-}
-
 TEST(Parser, ReadsLexemesGivenBackFirst) {
   tParser parser("+ c", expressions());
   parser.reset();
@@ -246,16 +217,6 @@ TEST(Parser, RecoversByTheErrorToken) {
   tParser ending("a; b (", lines());
   ending.recoverByErrorToken();
   EXPECT_EQ(raised([&] { ending.parse(); }), "17 SSYacc0106e: Error token failed, eof");
-}
-
-TEST(Parser, ResumesWithoutErrorTokenWhereAStateSaysSo) {
-  for (const std::uint32_t flag : {sstable::kRowAcceptAny, sstable::kRowScanOnError}) {
-    const SSYaccTable table = tableOf(samples::linesImage(flag));
-    tParser parser("a ( ; b;", table);
-    parser.recoverByErrorToken();
-    EXPECT_EQ(parser.parse(), 1);
-    EXPECT_EQ(parser.result(), "1[1[2[]3[a;]]3[b;]]");
-  }
 }
 
 TEST(Parser, RecoversByPanic) {
@@ -319,20 +280,6 @@ TEST(Parser, ReportsWhatIsMissing) {
   SSLex badLex(bad, lexTable());
   SSYacc passing(badLex, expressions());
   EXPECT_EQ(raised([&] { passing.parse(); }), "5 SSLex0105e: Invalid token, Line 1, Offset 1, ?");
-}
-
-TEST(Parser, FailsSilentlyWhileExceptionsAreDisabled) {
-  const tModes modes(false, false);
-  const SSYaccTable broken(nullptr, 0, "broken");
-  SSYacc over;
-  over.setTable(broken);
-  EXPECT_EQ(over.parse(), 1);
-  SSYacc unsupplied;
-  unsupplied.setTable(lines());
-  EXPECT_EQ(unsupplied.parse(), 1);
-  tParser wrong("a a", expressions());
-  EXPECT_EQ(wrong.parse(), 1);
-  EXPECT_EQ(wrong.parse(), 1);
 }
 
 TEST(Parser, StopsReductionsThatNeverEnd) {

@@ -102,19 +102,4 @@ TEST(ParserTable, ChecksWhatTheImageSays) {
   }
 }
 
-TEST(ParserTable, TakesTheFirstOfSeveralPairsForASymbol) {
-  tableimage::tImage image = samples::expressionImage();
-  const std::size_t row = image[sstable::kYaccFirstRow] / sstable::kWordSize;
-  const std::size_t pair = row + sstable::kRowPairs;
-  ASSERT_EQ(image[row + sstable::kRowActionCount], 2u);
-  image[pair + 3] = image[pair + 1];
-  const SSYaccTable table(image.data(), tableimage::bytes(image), "image");
-  EXPECT_EQ(table.action(0, image[pair + 1]), image[pair]);
-  EXPECT_EQ(table.action(0, samples::kOpen), 0u);
-  EXPECT_EQ(table.action(0, 0x7FFFFFFFu), 0u);
-  EXPECT_EQ(table.gotoState(0, samples::kLines + 999), sstable::kNone);
-  const samples::tFile file(image);
-  EXPECT_EQ(SSYaccTable(file.path()).stateCount(), table.stateCount());
-}
-
 }  // namespace

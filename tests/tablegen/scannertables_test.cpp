@@ -103,44 +103,6 @@ TEST(ScannerTables, MatchExactlyWhatTheRulesSay) {
   }
 }
 
-struct tWholeMatch {
-  const char* expr;
-  std::string text;
-  bool matches;
-};
-
-TEST(ScannerTables, ExpressionNotation) {
-  const tWholeMatch kCases[] = {
-      {"'PROC~EDURE'", "pROcEd", true},
-      {"'PROC~EDURE'", "PRO", false},
-      {"'PROC~EDURE'", "PROCD", false},
-      {"\"Ab\"", "Ab", true},
-      {"\"Ab\"", "AB", false},
-      {"'a[~1'", "A[", true},
-      {"\"a~b\"", "a~b", true},
-      {"\"a b\"", "a b", true},
-      {"( a | b )c", "bc", true},
-      {"[a b]+", "a b", true},
-      {"[]a]", "]", false},  // an empty class is refused, see below
-      {"[\\]^-]+", "^]-", true},
-      {"[^\\n]", "\xFF", true},
-      {"[^\\n]", "\n", false},
-      {"\\x41\\x{42}\\t\\\\", "AB\t\\", true},
-      {"[\\x00-\\x02]+", std::string("\0\1\2", 3), true},
-  };
-  for (const tWholeMatch& test : kCases) {
-    std::string_view text = test.expr;
-    bool matches = false;
-    try {
-      const tCharExpr expr = parseCharExpr(text, {});
-      EXPECT_EQ(text, "") << test.expr;
-      matches = matchEnds(expr, test.text, 0).count(test.text.size()) > 0;
-    } catch (const tCharExprError&) {
-    }
-    EXPECT_EQ(matches, test.matches) << test.expr << " on " << test.text;
-  }
-}
-
 TEST(ScannerTables, ImageHasTheLayoutOfTheRuntime) {
   const tImage image =
       buildLexImage(readSpec("%list main\n[a-cx]|d One push inner\nb+b Two drop pop\n"
@@ -170,11 +132,6 @@ TEST(ScannerTables, ImageHasTheLayoutOfTheRuntime) {
   }
   EXPECT_EQ(walk.next(1, 0, kMaxCode), 1u);
   EXPECT_EQ(walk.next(1, 0, kMaxCode + 1), sstable::kNone);
-}
-
-TEST(ScannerTables, EqualDecisionsShareTheirStates) {
-  const tImage image = buildLexImage(readSpec("%list a\nxa+ One\nya+ One\nz One\n"));
-  EXPECT_EQ(tImageWalk(image.data(), image.size()).stateCount(0), 4u);
 }
 
 struct tFailure {
