@@ -6,7 +6,6 @@ import java.nio.ByteOrder;
 import java.nio.charset.StandardCharsets;
 import java.util.Arrays;
 import java.util.Collections;
-import java.util.Random;
 import java.util.zip.DeflaterOutputStream;
 
 /** Texts of headers as the host sees them. */
@@ -19,7 +18,6 @@ public class HeaderTest {
     packedHeaders();
     namesOfAllKinds();
     whatCannotBeReadIsEmpty();
-    anyBytes();
     damagedPackedHeaderEndsTheVirtualMachine();
   }
 
@@ -60,37 +58,6 @@ public class HeaderTest {
     String[] names = {null, "", "\0", file + "\0", "/dev/zero", "/", Check.FOLDER.toString(), "\ud800", Check.path("none.ch"),
         Check.path("cut.ch"), Check.path("header.ch"), Check.path("long.ch"), Check.path("large.ch")};
     for (String name : names) Check.equal("", KRPRE.getCH(name), "text of " + name);
-  }
-
-  /** The virtual machine must get well-formed text, whatever is in the file. */
-  private static void anyBytes() throws IOException {
-    Random random = new Random(5);
-    byte[][] almost = {{(byte) 0xed, (byte) 0xa0, (byte) 0x80}, {(byte) 0xc1, (byte) 0x81},
-        {(byte) 0xe0, (byte) 0x9f, (byte) 0xbf}, {(byte) 0xf4, (byte) 0x90, (byte) 0x80, (byte) 0x80}};
-    for (byte[] bytes : almost) {
-      Check.equal(windows1252(bytes) + "\r\n", KRPRE.getCH(Check.write("almost.ch", bytes)), "almost UTF-8");
-    }
-    for (int round = 0; round < 200; ++round) {
-      byte[] bytes = new byte[random.nextInt(40)];
-      random.nextBytes(bytes);
-      // Half of them mostly UTF-8, so that its every form is cut somewhere.
-      if (round % 2 == 0) {
-        bytes = (LETTERS + "\u07ff\u0800\ufffd").getBytes(StandardCharsets.UTF_8);
-        bytes[random.nextInt(bytes.length)] ^= (byte) (1 << random.nextInt(8));
-      }
-      String expected = new String(bytes, StandardCharsets.UTF_8);
-      if (!Arrays.equals(expected.getBytes(StandardCharsets.UTF_8), bytes)) expected = windows1252(bytes);
-      Check.equal(expected + "\r\n", KRPRE.getCH(Check.write("any.ch", bytes)), "round " + round);
-    }
-  }
-
-  /** The five bytes that the encoding leaves undefined stand for the control characters. */
-  private static String windows1252(byte[] bytes) throws IOException {
-    char[] text = new String(bytes, "windows-1252").toCharArray();
-    for (int i = 0; i < text.length; ++i) {
-      if (text[i] == '\ufffd') text[i] = (char) (bytes[i] & 0xff);
-    }
-    return new String(text);
   }
 
   private static void damagedPackedHeaderEndsTheVirtualMachine() throws Exception {
