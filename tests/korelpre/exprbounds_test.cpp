@@ -86,16 +86,6 @@ TEST(ExpressionBounds, CutBeforeWhatCannotContinue) {
   }
 }
 
-TEST(ExpressionBounds, LieInsideTheRange) {
-  AYaccClass parser;
-  tLine line("a b + c d");
-  EXPECT_EQ(bound(parser, line.tokens, 1, 3), 3);
-  EXPECT_EQ(bound(parser, line.tokens, 1, 4), 3);
-  EXPECT_EQ(bound(parser, line.tokens, 2, 1), 1);
-  EXPECT_EQ(bound(parser, line.tokens, 2, 2), 1);
-  EXPECT_EQ(bound(parser, line.tokens, 3, 3), 3);
-}
-
 TEST(ExpressionBounds, ReadTokensAsTheirTextsRunTogether) {
   tTknString name;  // ab + 1.5 c
   for (const char* part : {"a", "b", "", "+", "1", ".", "5"}) add(name, "", part);
@@ -228,23 +218,6 @@ TEST(ExpressionBounds, AreThoseOfThePrintedText) {
   }
   EXPECT_GT(cut, kRanges / 5);
   EXPECT_GT(whole, kRanges / 5);
-}
-
-TEST(ExpressionBounds, NestAsDeepAsMemoryGoes) {
-  AYaccClass parser;
-  const auto nested = [&parser](int depth, const char* open, const char* close) {
-    std::string text;
-    for (int i = 0; i < depth; ++i) text += open;
-    text += "a";
-    for (int i = 0; i < depth; ++i) text += close;
-    tLine line(text + " b");
-    int first = 0;
-    int last = line.tokens.count() - 1;
-    validateExpr(&parser, &line.tokens, first, last);
-    EXPECT_EQ(last, line.tokens.count() - 2) << open;
-  };
-  nested(1000000, "(", ")");
-  nested(100000, "f(a[{|x|-+x->(&({", "}))}])");
 }
 
 }  // namespace

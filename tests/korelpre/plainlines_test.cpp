@@ -116,24 +116,4 @@ TEST(PlainLines, GiveTheSameForEveryTruncationOfAProgram) {
   }
 }
 
-TEST(PlainLines, KeepTheLayoutOfTheStatement) {
-  const struct {
-    const char* source;
-    const char* text;
-  } kCases[] = {
-      {"  a  :=  b  ", "  a  :=  b"},
-      {"a/**/b", "a b"},
-      {"a /* c */ b", "a  b"},
-      {"/**/a", "a"},
-      {"a /* c", ""},
-      {"f(a, ;\n\t\tb)\nc", "f(a, \t\tb)\n\nc"},
-      {"a;\nb", "a b"},
-      {"a /* c\n c */ + b\nc", "a  + b\n\nc"},
-      {"a // One", "a"},
-      {"x := \"a // b\" + 'c; d' // e", "x := \"a // b\" + 'c; d'"},
-      {"a\n  * comment One\nb", "a\n\nb"},
-  };
-  for (const auto& row : kCases) EXPECT_EQ(preprocess(row.source).text, row.text) << row.source;
-}
-
 }  // namespace

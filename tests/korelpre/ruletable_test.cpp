@@ -160,24 +160,6 @@ TEST(RuleTable, AppliesTheSameRuleHoweverManyShareItsKey) {
   expectSameRules(14, false);
 }
 
-TEST(RuleTable, IndexFollowsEveryChange) {
-  tXChgArray table;
-  table.Add(rule("A", kExact));
-  table.Add(rule("A", kExact));
-  for (int i = 0; i < 200; ++i) table.Add(rule(("N" + std::to_string(i)).c_str(), kExact));
-  ASSERT_NE(table.index().find("A"), nullptr);
-  EXPECT_EQ(table.index().find("A")->rules, 2);
-  EXPECT_EQ(table.index().find("a"), nullptr);
-  for (int i = 0; i < 200; ++i) {
-    EXPECT_NE(table.index().find("N" + std::to_string(i)), nullptr) << i;
-  }
-  table.removeRule(1);
-  EXPECT_EQ(table.index().find("A")->rule, table.get(0));
-  table.removeRule(0);
-  EXPECT_EQ(table.index().find("A"), nullptr);
-  EXPECT_FALSE(table.index().gate().passes('B', '\0'));
-}
-
 TEST(RuleTable, ReplacesASingleDefineWhereverItStands) {
   std::mt19937 random(5);
   int first = 0;
@@ -209,23 +191,6 @@ TEST(RuleTable, ReplacesASingleDefineWhereverItStands) {
       ASSERT_EQ(table[i].originLine(), removing[i].originLine());
     }
   }
-}
-
-TEST(RuleTable, AppliesTheLatestAmongEquals) {
-  tXChgArray table;
-  for (const char* text : {"1", "2"}) {
-    tAutoArray<tSpcString> value;
-    value.add(new tSpcString(tString(text)));
-    table.Add(new tTranslate(nullptr, tSpcString(tString("A")), value));
-  }
-  tTknString statement;
-  for (const char* text : {"x", "A", "y"}) statement.tokens().add(new tSpcString(tString(text)));
-  statement.getToken(1).setSpacing(tString("\t"));
-  EXPECT_FALSE(table.replace(nullptr, 0, 1, 0, &statement));
-  EXPECT_TRUE(table.replace(nullptr, 0, 1, 1, &statement));
-  tString text;
-  statement.appendText(text);
-  EXPECT_EQ(text, "x\t2y");
 }
 
 }  // namespace

@@ -45,9 +45,8 @@ TEST(StatementChecks, PassCorrectPrograms) {
       "User Function C()\nLocal y\nx := 1\nMethod New(a) Class D\nLocal y\nx := 1\n"
       "Main_Func\nLocal y\nx := 1\nProcedure E\nLocal y\nx := 1\nExit Procedure F\nLocal y",
       // Names that look like words of structures.
-      "Function A()\nif := 1\nnext->x := if[1]\nloop:run()\nend++\nelse--\nfor += 1\ncase.x\n"
-      "while -= 1\ntry *= 2\nfunc := {|x| x}\nlocal[1] := 2\nexit = 3\nproc:go()\nreturn ^= 2\n"
-      "o:Next()\nM->If := 1\nx->EndIf := 2\nFIELD->Case := 3\n::Loop()\nf(If, Next)\nx := End",
+      "Function A()\nfunc := {|x| x}\nlocal[1] := 2\nproc:go()\no:Next()\nM->If := 1\n"
+      "x->EndIf := 2\nFIELD->Case := 3\n::Loop()\nf(If, Next)\nx := End",
       "Function A()\nWhile ++n < 3\nIf --n > 1\nIf ::lOk\nReturn ::x\nEndIf\nEndIf\nEndDo\n"
       "If .T.\nElseIf .Not. x\nElseIf .5 > y\nEndIf\nCase := 1",
       "Function A()\nIf(a, b(), c())\nIf (a, {1, 2}, x[1, 2])\nif(a,;\n b())\nIf(f(a, b))\nEndIf\n"

@@ -21,29 +21,6 @@ std::string textOf(const tTknString& statement) {
   return std::string(text.view());
 }
 
-TEST(TokenString, CursorIsStoredAsItIsMoved) {
-  tTknString t;
-  fill(t.tokens(), {"a", "b"});
-  t.curTokenIdx(2);
-  EXPECT_EQ(t.curTokenIdx(), -1);
-  EXPECT_EQ(t.nextTokenIdx(), 0);
-  EXPECT_EQ(t.nextTokenIdx(), 1);
-  EXPECT_EQ(t.nextTokenIdx(), -1);
-  EXPECT_TRUE(t.endOfTokens());
-  EXPECT_EQ(t.prevTokenIdx(), 1);
-}
-
-TEST(TokenString, AnswersAFreshEmptyTokenWhereThereIsNone) {
-  tTknString t;
-  fill(t.tokens(), {"a"});
-  t.getToken(-1).setText(tString("left over"));
-  EXPECT_EQ(t.getToken(1), "");
-  EXPECT_EQ(t.nextToken(), "");
-  EXPECT_EQ(t.lastNewToken(), "");
-  t.curTokenIdx(0);
-  EXPECT_EQ(t.curToken(), "a");
-}
-
 TEST(TokenString, SplicesTheReplacementIn) {
   tTknString t;
   fill(t.tokens(), {"a", "b", "c", "d"});

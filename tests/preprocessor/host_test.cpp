@@ -100,14 +100,6 @@ TEST(CommandLine, IsReadAsFarAsTheHostCounts) {
   }
 }
 
-TEST(CommandLine, HoldsAnyNumberOfPieces) {
-  std::string line;
-  for (int i = 0; i < 5000; ++i) line += "/DSOME=1 ";
-  EXPECT_EQ(execute(5003, line + "/DONE=1 /DTWO=2 @F\"a b.prw\"").output, "x := 1 + 2\r\n");
-  EXPECT_EQ(execute(1, "").result, 0);
-  EXPECT_EQ(execute(7, "   ").result, 0);
-}
-
 TEST(CommandLine, IsTheVersionRequestWhenTheHostCountsOne) {
   EXPECT_NE(execute(1, " -V ").printed.find("Build"), std::string::npos);
   EXPECT_EQ(execute(2, "-v").printed, "");

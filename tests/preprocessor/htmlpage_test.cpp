@@ -43,51 +43,7 @@ std::string withFeeds(std::string text) {
   return text;
 }
 
-/// The text that a converted page without blocks would give.
-std::string textOf(std::string_view code) {
-  std::string text;
-  while (!code.empty()) {
-    if (code.starts_with("Chr(1")) {
-      text += code[5] == '0' ? '\n' : '\r';
-      code.remove_prefix(7);
-    } else if (code[0] == '"' || code[0] == '\'') {
-      const std::size_t end = code.find(code[0], 1);
-      if (end > 2001) return "(no literal) " + text;
-      text += code.substr(1, end - 1);
-      code.remove_prefix(end + 1);
-    } else {
-      code.remove_prefix(1);
-    }
-  }
-  return text;
-}
-
 }  // namespace
-
-TEST(Page, TextComesThroughUnharmed) {
-  std::string every;
-  for (int c = 0; c < 256; ++c) every += static_cast<char>(c);
-  const std::string kTexts[] = {
-      "",
-      every,
-      "it's \"both\" '\"'\"",
-      "% %> <a> < % ; // * && /* #include \"x\"",
-      "__COMPTIMESTAMP__ __IGNOREDEBUGLINE__() __SYNCHRONIZEDEBUG__(1) krpre0.kr_ krpre0.kh_",
-      "//$BEGINDIALOGDEF_ //$DIALOGCODE=41 //$ENDDIALOGDEF_",
-      std::string(100000, 'x') + "'" + std::string(50000, '"'),
-      "\n\n\r\n \r  x\n",
-  };
-  for (const std::string& text : kTexts) {
-    for (const char* name : {"a.krh", "a.KHU"}) {
-      std::string output = preprocessed(text, {}, name);
-      const std::string head = "Function a(); Local __cPage := \"\"";
-      ASSERT_TRUE(output.starts_with(head)) << output;
-      EXPECT_EQ(textOf(std::string_view(output).substr(head.size())), text);
-    }
-  }
-  EXPECT_EQ(converted("<%% and <%%= <%%>."),
-            "; __cPage += \"<%\" + \" and <%\" + \"= \" + \".\"; ");
-}
 
 TEST(Page, LinesOfBlocksGiveNoText) {
   const struct {
@@ -194,20 +150,6 @@ TEST(Page, ErrorsNameTheLine) {
   EXPECT_EQ(preprocessed("a\n<%= b( %>\nc").substr(0, 20), "a.krh(2) Error C2002");
   EXPECT_EQ(preprocessed("a\n<% EndIf %>\n", {"/KRH_DEBUGINFO"}).substr(0, 20),
             "a.krh(2) Error C2027");
-}
-
-TEST(Page, DebuggerSkipsTheTextAndStopsAtCode) {
-  const std::string page = "<html>\n<p>\n\n<% x()\n  PUT 1\n%>\n<%= y %>\n</p>\n<% #undef A %>\n.";
-  EXPECT_EQ(withFeeds(preprocessed("<%\n#include \"h.ch\"\n%>\n" + page, {"/KRH_DEBUGINFO"})),
-            "#line 0 \"a.krh\"\nFunction a(); Local __cPage := \"\"\n"
-            "#line 2 \"a.krh\"\n#line 1 \"h.ch\"\n#line 4 \"a.krh\"\n"
-            "#line 0 \"a.krh\"\n__cPage += \"<html>\" + Chr(10)\n"
-            "#line 0 \"a.krh\"\n__cPage += \"<p>\" + Chr(10)\n"
-            "#line 0 \"a.krh\"\n__cPage += Chr(10)\n"
-            "#line 7 \"a.krh\"\n x()\n  SetValue(1)\n\n__cPage += (y); __cPage += Chr(10)\n"
-            "#line 0 \"a.krh\"\n__cPage += \"</p>\" + Chr(10)\n"
-            "#line 12 \"a.krh\"\n\n"
-            "#line 0 \"a.krh\"\n__cPage += \".\"; Return __cPage\n");
 }
 
 TEST(Page, FunctionIsNamedAfterTheFile) {

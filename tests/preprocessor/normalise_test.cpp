@@ -177,14 +177,6 @@ TEST(DebugSync, OnlyWholeLinesAreKept) {
   EXPECT_EQ(text, "__IGNOREDEBUGLINE__()\r\nA();  \r\nB()\r\n");
 }
 
-TEST(DebugSync, LinesAreCountedUpToThePosition) {
-  EXPECT_EQ(CalcCurLine("a\nb\nc", 4), 2);
-  EXPECT_EQ(CalcCurLine("a\nb\nc", 1), 1);
-  EXPECT_EQ(CalcCurLine("a\nb\nc", 0), 0);
-  EXPECT_EQ(CalcCurLine("\n", -1), 0);
-  EXPECT_EQ(CalcCurLine("\n", 100), 1);
-}
-
 TEST(LineMarkers, MarkersNameTheSource) {
   const struct {
     const char *text, *expected;
