@@ -22,7 +22,7 @@ namespace {
 constexpr std::string_view kConverter = "abl2korel.so";
 constexpr int kSignalled = 128;
 
-/// As a shell would have to be given it.
+/// The argument quoted for a shell.
 tString quoted(const tString& argument) {
   tString inner = argument;
   inner.replaceAll("'", "'\\''");
@@ -35,13 +35,13 @@ tString shellCommand(const std::vector<tString>& command) {
   return text;
 }
 
-/// Runs a program and waits for it. Returns what the shell would call its code.
+/// Runs a program and waits for it. Returns its exit status as a shell reports it, or kNotRun.
 int runCommand(const std::vector<tString>& command) {
   std::vector<char*> slots;
   slots.reserve(command.size() + 1);
   for (const tString& argument : command) slots.push_back(const_cast<char*>(argument.c_str()));
   slots.push_back(nullptr);
-  std::fflush(stdout);  // what was printed before must stand before what the program prints
+  std::fflush(stdout);  // so that our earlier output precedes that of the program
   pid_t child = -1;
   if (posix_spawn(&child, slots.front(), nullptr, nullptr, slots.data(), environ) != 0) {
     return tForeignConversion::kNotRun;

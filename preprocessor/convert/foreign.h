@@ -2,20 +2,20 @@
 
 #include "lib_base/stringz.h"
 
-/// What the external converter is told.
+/// The arguments for the external converter.
 struct tForeignSource {
   tString name;             // the source
   tString lastDirectory;    // of the include path; may be empty
-  tString outputDirectory;  // where the output of the run goes
+  tString outputDirectory;  // where the run writes its output
 };
 
-/// Turns a source of a foreign language into a source of the extended language. The work is done by
-/// an external program, "abl2korel.so", which is run with these arguments:
+/// Converts a source in a foreign language to the extended language. The work is done by an
+/// external program, "abl2korel.so", which is started with these arguments:
 ///
 ///     @F<source> @Q<file to write> @DB<last include directory> @D<output directory>
 ///
-/// It is run directly, without a shell, so no name can do more than be a name. The file that it
-/// writes stands in a directory of its own, which goes with this object.
+/// It is started directly, without a shell, so a file name is never interpreted. The file that it
+/// writes is in a temporary directory, which is removed with this object.
 class tForeignConversion {
  public:
   tForeignConversion() = default;
@@ -25,10 +25,10 @@ class tForeignConversion {
 
   static constexpr int kNotRun = -1;
 
-  /// Runs the converter that stands in `directory`. Returns 0 or its exit code, 128 plus the
-  /// signal's number when a signal ended it, kNotRun when it could not be run.
+  /// Runs the converter in `directory`. Returns its exit code, 128 plus the signal number if a
+  /// signal ended it, or kNotRun if it could not be started.
   int run(const tString& directory, const tForeignSource& source);
-  /// The command that was to be run, as a shell would have to be given it.
+  /// The command line, quoted for a shell, for messages.
   const tString& command() const { return command_; }
   /// The converted file.
   const tString& converted() const { return converted_; }
@@ -41,6 +41,6 @@ class tForeignConversion {
   tString command_;
 };
 
-/// The directory of the running program, where the converter is expected; empty when the system
-/// does not tell.
+/// The directory of the running program, where the converter is expected; empty if it cannot be
+/// determined.
 tString programDirectory();

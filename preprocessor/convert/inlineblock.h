@@ -4,10 +4,10 @@
 #include "lib_base/stringz.h"
 #include "preprocessor/convert/sourcetext.h"
 
-/// Turns the inline text blocks of a program into statements. When the program `name` holds a whole
-/// block, its converted text stands under that name in `files` afterwards: in memory, in front of
-/// the file on the disk, so that no file is written, none is in the way, and none can be left
-/// behind. Sources other than programs are left alone.
+/// Converts the inline text blocks of the program `name` to statements. If the program holds a
+/// complete block, `files` serves the converted text under that name from then on: from memory, in
+/// front of the file on disk, so that nothing is written that could clash with another file or be
+/// left behind. Sources that are not programs are left alone.
 eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name);
 
 /// Converts the blocks of a text:
@@ -16,13 +16,13 @@ eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name);
 ///       any text, %Exp:expression% in it
 ///     ENDCONTENT
 ///
-/// Each line of text becomes a statement that appends it and CHR(10) to the variable, the first one
-/// assigns. Lines keep their numbers. Returns kNone, with `text` as it was, when there is no whole
-/// block or the last one does not end.
+/// Each line of text becomes a statement that appends it and CHR(10) to the variable; the first one
+/// assigns. Lines keep their numbers. Returns kNone and leaves `text` unchanged if there is no
+/// complete block or the last one is not closed.
 eConversion BCParse(tString& text);
 
-/// Makes every apostrophe of a line ready to stand between apostrophes.
+/// Escapes every apostrophe of a line that is going to be put between apostrophes.
 void PrepareSingleQuotes(tString& line);
-/// Makes every %Exp:expression% of a line, which is to stand between apostrophes, a part of the
-/// sum. One without its closing "%" stays as it is.
+/// Turns every %Exp:expression% of such a line into a term of the sum: the literal is closed,
+/// the expression added, and a new literal opened. One without its closing "%" is left unchanged.
 void ReplaceExp(tString& line);

@@ -8,17 +8,16 @@
 #include "preprocessor/convert/pagewriter.h"
 #include "preprocessor/convert/sourcetext.h"
 
-/// Turns a server-side page into the source of a function. When `name` is a page (see
-/// sourcekind.h), its converted text stands under that name in `files` afterwards, in memory;
-/// docs/pages.md describes the language. Other sources are left alone. With kError `error` tells
-/// what is wrong.
+/// Converts a server-side page to the source of a function; docs/pages.md describes the language.
+/// If `name` is a page (see sourcekind.h), `files` serves the converted text under that name from
+/// then on, from memory. Other sources are left alone. On kError, `error` says what is wrong.
 eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool debugInfo,
                               bool httpSend, tPageError& error);
 
-/// Converts the text of a page: line for line, but that the end of the function takes a line more
-/// when the last line is a directive's. On an error `text` stays as it was and `error` tells which.
+/// Converts the text of a page line by line; only the end of the function needs an extra line if
+/// the last line is a directive. On an error, `text` is unchanged and `error` says what is wrong.
 eConversion HTMLParse(tString& text, const tPageForm& form, tPageError& error);
 
-/// The name of the function of a page, from the file's name without directory and extension: what
-/// cannot stand in a name becomes "_", and a "_" goes in front of a digit.
+/// The name of a page's function, made from the file name without directory and extension:
+/// characters that a name cannot contain become "_", and a leading digit is preceded by "_".
 tString pageFunctionName(std::string_view base);

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// What a block of a page is made of.
+/// The lexical elements of a block of a page.
 enum class ePiece : std::uint8_t {
   kEnd,           // of the page
   kClose,         // "%>"
@@ -15,38 +15,38 @@ enum class ePiece : std::uint8_t {
   kLoneQuote,     // a quote that its line does not close
   kSeparator,     // ";", between statements or in front of a line end
   kComment,       // up to the end of the line or the block: "//", "&&", a line that begins with "*"
-  kBlockComment,  // what one line holds of a comment between "/*" and "*/"
+  kBlockComment,  // the part of a comment between "/*" and "*/" that is on one line
   kOther,         // one character
 };
 
-/// Cuts the code of a block into pieces, as the scanner of sources would, so that "%>" closes the
-/// block where it stands in the code and not in a string or between "/*" and "*/". Cheap to copy:
-/// a copy looks ahead.
+/// Splits the code of a block into pieces as the scanner of sources would, so that "%>" closes the
+/// block only in code, not in a string or between "/*" and "*/". Cheap to copy: looking ahead is
+/// done with a copy.
 class tPageCode {
  public:
   enum eKind : std::uint8_t { kStatements, kExpression };
 
-  /// Begins behind the opening of a block. The page must outlive this object.
+  /// `at` is the index just past the opening of a block. The page must outlive this object.
   tPageCode(std::string_view page, std::size_t at, eKind kind)
       : page_(page), end_(at), kind_(kind) {}
 
-  /// Reads the next piece. At the end of the page, which may be asked for again, it is empty.
+  /// Reads the next piece. At the end of the page it is empty, however often it is asked for.
   ePiece next();
   std::string_view piece() const { return page_.substr(begin_, end_ - begin_); }
-  /// Where the piece begins, and what is behind it.
+  /// The index of the piece, and the one just past it.
   std::size_t begin() const { return begin_; }
   std::size_t end() const { return end_; }
-  /// As next, but passes blanks, comments and the line ends, which it counts in `lines`, behind
-  /// which the statement or the expression goes on.
+  /// As next, but skips blanks, comments, and line ends after which the statement or expression
+  /// continues; these are counted in `lines`.
   ePiece nextStatementPiece(int& lines);
-  /// What nextStatementPiece would give.
+  /// The piece that nextStatementPiece would return.
   ePiece peek() const;
 
-  /// The line that was begun last continues the one before, or begins within a comment.
+  /// The current line continues the one before, or begins within a comment.
   bool continues() const { return continued_ || inComment_; }
-  /// Nothing but blanks stands before the piece on its line.
+  /// Nothing but blanks precedes the piece on its line.
   bool startsLine() const { return startsLine_; }
-  /// In the lines of an SQL statement "*" is no comment.
+  /// In the lines of an SQL statement, "*" does not begin a comment.
   void setSql(bool sql) { sql_ = sql; }
   bool sql() const { return sql_; }
 
@@ -71,7 +71,7 @@ class tPageCode {
   ePiece last_ = ePiece::kLineEnd;  // neither blanks nor comment
 };
 
-/// Whether a statement ends in front of such a piece, given by nextStatementPiece.
+/// Whether a piece returned by nextStatementPiece ends the statement before it.
 inline bool endsStatement(ePiece piece) {
   return piece == ePiece::kEnd || piece == ePiece::kClose || piece == ePiece::kLineEnd ||
          piece == ePiece::kSeparator;

@@ -5,13 +5,13 @@
 #include "lib_base/stringz.h"
 #include "preprocessor/convert/pagecode.h"
 
-/// One variable of a LOCAL statement, its text on one line and without comments.
+/// One variable of a LOCAL statement; its texts are on one line and without comments.
 struct tPageLocal {
   tString name;         // in upper case
-  tString declaration;  // the name, and bounds or a type when they are given
-  tString value;        // what it is initialised with; may be empty
+  tString declaration;  // the name, with its bounds and type if it has any
+  tString value;        // the initial value; may be empty
 };
 
-/// Reads the variables behind the word LOCAL. `code` stands behind that word, afterwards behind the
-/// piece that ends the statement, which is returned. Counts the line ends before it in `lines`.
+/// Reads the variables that follow the word LOCAL, which `code` has just read, and the piece that
+/// ends the statement, which is returned. Counts the line ends before that in `lines`.
 ePiece readPageLocals(tPageCode& code, std::vector<tPageLocal>& locals, int& lines);

@@ -9,18 +9,18 @@ struct tPageError {
   eMessage what{};
 };
 
-/// How far the conversion of a page has come: what has been written, the line, the first error.
+/// The state of a page's conversion: what has been written, the current line, the first error.
 class tPageProgress {
  public:
   explicit tPageProgress(const tPageForm& form) : writer_(form) {}
 
   tPageWriter& writer() { return writer_; }
-  /// The line of the page, from 1.
+  /// The current line of the page, from 1.
   int line() const { return line_; }
   const tPageError& error() const { return error_; }
   bool failed() const { return error_.line != 0; }
 
-  /// Ends the line in the page and in what is written of it.
+  /// Ends the line, in the page and in the output.
   void endLine(bool goesOn = false) {
     writer_.endLine(goesOn);
     ++line_;

@@ -8,17 +8,17 @@
 #include "preprocessor/convert/pagecode.h"
 #include "preprocessor/convert/pageprogress.h"
 
-/// Writes the statements of a page's blocks.
+/// Converts the statements in the blocks of a page.
 class tPageStatements {
  public:
   /// Both must outlive this object.
   tPageStatements(std::string_view page, tPageProgress& progress)
       : page_(page), progress_(progress), writer_(progress.writer()) {}
 
-  /// Writes the statements of the block whose code begins at `at`. Returns the index behind the
-  /// block, or fails in the progress.
+  /// Converts the block whose code begins at `at` and returns the index just past the block. Errors
+  /// are recorded in the progress.
   std::size_t writeBlock(std::size_t at);
-  /// Something that is executed stands before whatever is written next.
+  /// Notes that something executable has been written: from now on a LOCAL needs converting.
   void setExecutable() { executable_ = true; }
 
  private:

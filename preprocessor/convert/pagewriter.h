@@ -5,46 +5,46 @@
 
 #include "lib_base/stringz.h"
 
-/// How a page becomes a function.
+/// How a page is converted to a function.
 struct tPageForm {
   tString function;        // its name
-  bool debugInfo = false;  // markers make the debugger skip the lines that hold text only
-  bool httpSend = false;   // the text is sent piece by piece instead of returned
+  bool debugInfo = false;  // markers make the debugger skip lines that are only text
+  bool httpSend = false;   // the text is sent piece by piece instead of being returned
 };
 
-/// Writes the function that a page becomes, line by line: each line of the page is one line of it.
-/// The head of the function stands on the first line that holds no directive, its end on the last
-/// line, or behind it when that is a directive's.
+/// Writes the function that a page is converted to, one line for each line of the page. The head of
+/// the function is on the first line that is not a directive; its end is on the last line, or on a
+/// line of its own if the last line is a directive.
 class tPageWriter {
  public:
   explicit tPageWriter(const tPageForm& form) : form_(form) {}
 
-  /// Text of the page, with line ends among it, to be sent or collected.
+  /// Writes text of the page, which may contain line ends.
   void text(std::string_view text);
-  /// A value of the page: the code up to endValue computes it.
+  /// Begins a value of the page; the code up to endValue computes it.
   void beginValue();
   void endValue();
-  /// What code() puts next is a statement of its own.
+  /// The next call of code() begins a new statement.
   void beginStatement();
-  /// Code as it stands; blanks in front of a statement are kept at the start of a line only.
+  /// Writes code unchanged; blanks before a statement are kept at the start of a line only.
   void code(std::string_view code);
-  /// The line is a directive's from now on. False when it holds something else already.
+  /// Makes the line a directive. Returns false if something else is on it already.
   bool beginDirective();
   bool onDirective();
-  /// The line is complete. A directive can go on in the next one.
+  /// Ends the line. With `goesOn` set, a directive continues on the next one.
   void endLine(bool goesOn = false);
-  /// The page goes on in a new line, if the last one is complete; whatever is put does that too.
+  /// Begins a new line if the last one is complete, as writing anything does.
   void openLine();
 
   bool hasHead() const { return headWritten_; }
-  /// Puts a declaration, a name or more than a name, into the head.
+  /// Adds a declaration to the head: a name, or a name with bounds and type.
   void declare(std::string_view declaration);
-  /// What a return from the function gives.
+  /// The value that the function returns.
   std::string_view returned() const { return form_.httpSend ? "\"\"" : "__cPage"; }
 
   /// Completes the function and returns it.
   tString finish();
-  /// The function would be larger than a text may be; it is then good for nothing.
+  /// The function has exceeded the limit for a text, and the result is unusable.
   bool tooLarge() const { return tooLarge_; }
 
  private:

@@ -4,10 +4,10 @@
 #include <span>
 #include <string_view>
 
-/// What turns a source into what the preprocessor reads.
+/// What converts a source before it is preprocessed.
 enum class eConverter : std::uint8_t { kNone, kInlineBlocks, kPage, kForeign };
 
-/// What a source's extension decides.
+/// What the extension of a source decides.
 struct tSourceKind {
   std::string_view extension;  // with its dot
   const char* temporary;       // extension of the normalised copy
@@ -16,18 +16,18 @@ struct tSourceKind {
   eConverter converter;
 };
 
-/// The extension of the language that foreign sources are converted to.
+/// The extension of the extended language, to which foreign sources are converted.
 inline constexpr std::string_view kExtendedLanguage = ".zorb";
 
-/// The kinds that have a name of their own.
+/// The kinds in the table.
 std::span<const tSourceKind> sourceKinds();
 
-/// The kind of a source by its extension, dot included, without regard to case. Every extension has
-/// one: what the table does not name is an ordinary program, whose text is taken as it is.
+/// The kind of a source by its extension, dot included, ignoring case. An extension that is not in
+/// the table means an ordinary program that needs no conversion.
 const tSourceKind& sourceKind(std::string_view extension);
-/// The same by the name of the source.
+/// The same by the file name of the source.
 const tSourceKind& sourceKindOf(std::string_view name);
 
-/// Whether a file with this extension is one that people write, a source or a header: one that the
-/// table names. No output may take its place.
+/// Whether files with this extension are written by people, being sources or headers: no output may
+/// replace them.
 bool isSourceExtension(std::string_view extension);

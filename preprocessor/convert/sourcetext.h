@@ -3,17 +3,17 @@
 #include "lib_base/diskman.h"
 #include "lib_base/stringz.h"
 
-/// What came of a source that a converter has looked at.
+/// The result of a conversion.
 enum class eConversion {
-  kNone,      // nothing in it to convert, or it cannot be read
-  kDone,      // its converted text stands under its name, in memory
-  kError,     // it has an error
-  kTooLarge,  // the converted text would be larger than a text may be
+  kNone,      // there is nothing to convert, or the source cannot be read
+  kDone,      // the converted text is in memory, under the name of the source
+  kError,     // the source has an error
+  kTooLarge,  // the converted text would exceed the limit for a text
 };
 
-/// Reads a whole source, unpacked when it is a packed one. False when it cannot be read or is
-/// damaged; those who read it next say so.
+/// Reads a whole source and unpacks it if it is packed. Returns false if it cannot be read or is
+/// damaged, which is then reported by whoever reads it next.
 bool readSourceText(tDiskMan& disk, const tString& name, tString& text);
 
-/// Puts `text` under `name` into the memory of `files`, in front of the file on the disk.
+/// Makes `files` serve `text` under `name` from memory, in front of the file on disk.
 eConversion keepConverted(tDiskManOverlay& files, const tString& name, const tString& text);

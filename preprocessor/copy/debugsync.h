@@ -6,21 +6,21 @@
 
 #include "lib_base/stringz.h"
 
-/// The two statements that tie generated code to its source for the debugger. The run turns them
-/// into line markers in the end. The first is followed by a line number and ")".
+/// The two statements that tie generated code to its source for the debugger; finishLineMarkers
+/// turns them into line markers. The first is followed by a line number and ")".
 inline constexpr std::string_view kSynchronizeMarker = "__SYNCHRONIZEDEBUG__(";
 inline constexpr std::string_view kIgnoreMarker = "__IGNOREDEBUGLINE__()";
 
-/// Puts a marker line before every statement of `text`: before one that shows a dialog
-/// ("ACTIVATE()" in any case) the one that pins the debugger to `line`, before all others the one
-/// that makes it skip them. A line that continues the one before (which ends in ';') gets none.
+/// Inserts a debugger marker on a line of its own before every statement of `text`: the one that
+/// pins the debugger to `line` if the statement shows a dialog ("ACTIVATE()", ignoring case), the
+/// one that makes the debugger skip the statement otherwise. Continuation lines get no marker.
 ///
-/// Only "\r\n" ends a line here, and text behind the last one is dropped.
+/// Only "\r\n" ends a line here, and text after the last line end is dropped.
 void SynchronizeDebugger(tString& text, std::int32_t line);
 
-/// Decodes pairs of upper-case hexadecimal digits. A pair that holds a carriage return or line feed
-/// is copied as it stands. Anything else makes the whole result empty.
+/// Decodes pairs of upper-case hexadecimal digits. A pair that contains a carriage return or line
+/// feed is copied unchanged. Anything else makes the whole result empty.
 tString HexToStr(std::string_view hexText);
 
-/// How many line feeds `text` holds up to and including `position`; 0 for a negative position.
+/// The number of line feeds in `text` up to and including `position`; 0 if that is negative.
 std::int32_t CalcCurLine(std::string_view text, std::ptrdiff_t position);

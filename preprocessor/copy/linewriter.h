@@ -14,18 +14,18 @@ class tLineWriter {
   static constexpr std::size_t kAnyLength = static_cast<std::size_t>(-1);
   enum eState { kGood, kTooLong, kFailed };
 
-  /// `file` must outlive this object. A line longer than `longest` bytes, line end not counted,
-  /// ends the writing with kTooLong; the lines before it are written.
+  /// `file` must outlive this object. A line of more than `longest` bytes, not counting its line
+  /// end, stops the writer with kTooLong; the lines before it are written.
   explicit tLineWriter(tFile& file, std::size_t longest = kAnyLength);
 
-  /// Writes the next part of the text, which may be cut anywhere. Does nothing unless the state is
-  /// good; returns whether it still is.
+  /// Writes the next part of the text, which may be split anywhere. Does nothing unless the state
+  /// is kGood; returns whether it still is.
   bool write(std::string_view part);
-  /// Ends the last line when the text does not.
+  /// Ends the last line if the text does not.
   bool finish();
 
   eState state() const noexcept { return state_; }
-  /// Lines written whole.
+  /// The number of complete lines written.
   int lines() const noexcept { return lines_; }
 
  private:

@@ -7,8 +7,8 @@
 #include "korelpre/errors/diagnostic.h"
 #include "preprocessor/host/rulereport.h"
 
-/// A diagnosis as hosts see it. The texts that `diagnostic()` points to belong to this object, to
-/// the diagnosis and to `names`, which must outlive its use.
+/// A diagnosis in the form of the C interface. The texts that `diagnostic()` points to are owned by
+/// this object, the diagnosis and `names`, which must all outlive its use.
 class tDiagnosticReport {
  public:
   tDiagnosticReport(const precomp::tDiagnosis& diagnosis, const tShownSource& names);

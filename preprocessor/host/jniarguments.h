@@ -7,16 +7,16 @@
 
 /// The elements of an array of host strings as an argument vector.
 ///
-/// Each string is converted by JNU_GetStringNativeChars. Where that loses a character, because the
-/// virtual machine's default encoding does not have it, the argument is UTF-8 instead: a "?" in its
-/// place would name no file. A null element is a null slot, and so is one that cannot be converted
-/// or that holds the character 0, behind which the run would not see it.
+/// Each string is converted by JNU_GetStringNativeChars. If that loses a character, because it is
+/// missing from the virtual machine's default encoding, the argument is UTF-8 instead: a "?" in its
+/// place would not name a file. A null element becomes a null slot, and so does one that cannot be
+/// converted or that contains the character 0, which would cut it short.
 ///
-/// What the virtual machine throws on the way is kept, the first of it, until throwFailure: nothing
-/// is pending while the run goes on. No local reference is left for an element.
+/// The first exception that the virtual machine throws on the way is kept until throwFailure, so
+/// that none is pending during the run. No local references to elements are left.
 class tJniArguments {
  public:
-  /// `array` may be null, and is then an empty one. Both must outlive this object.
+  /// A null `array` counts as an empty one. Both must outlive this object.
   tJniArguments(JNIEnv* environment, jobjectArray array);
   ~tJniArguments();
   tJniArguments(const tJniArguments&) = delete;
@@ -24,11 +24,11 @@ class tJniArguments {
 
   int count() const { return static_cast<int>(slots_.size()); }
   char** slots() { return slots_.data(); }
-  /// Makes what was kept pending, if anything was.
+  /// Throws the exception that was kept, if there is one.
   void throwFailure();
 
  private:
-  /// The slot of one element; null when the conversion fails, and then an exception may be pending.
+  /// The slot of one element; null if the conversion fails, when an exception may be pending.
   char* convert(jstring element);
   void keepFailure();
 

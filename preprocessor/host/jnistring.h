@@ -2,17 +2,16 @@
 
 #include <jni.h>
 
-/// The bytes of `hostString` in the virtual machine's default encoding, with a zero behind them;
-/// the caller frees them with delete[]. Null for a null string and when the conversion fails; what
-/// the virtual machine threw then is pending, java.lang.OutOfMemoryError when memory ran out here.
-/// No local reference is left.
+/// The bytes of `hostString` in the virtual machine's default encoding, zero-terminated; the caller
+/// frees them with delete[]. Null for a null string and if the conversion fails; an exception is
+/// pending then, java.lang.OutOfMemoryError if memory ran out here. No local reference is left.
 char* JNU_GetStringNativeChars(JNIEnv* environment, jstring hostString);
 
-/// Throws a new exception of the class (as "java/lang/Error") with `message`, which may be null.
-/// When there is no such class, what FindClass threw is pending instead.
+/// Throws a new exception of the class ("java/lang/Error", say) with `message`, which may be null.
+/// If there is no such class, the exception of FindClass is pending instead.
 void JNU_ThrowByName(JNIEnv* environment, const char* className, const char* message);
 
-/// Deletes a local reference where the scope ends. Null is allowed.
+/// Deletes a local reference, which may be null, at the end of the scope.
 class tLocalReference {
  public:
   tLocalReference(JNIEnv* environment, jobject object)

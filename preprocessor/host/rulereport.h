@@ -7,7 +7,7 @@
 #include "include/krpre.h"
 #include "korelpre/rules/ruleobserver.h"
 
-/// Shows names of files as the user knows them: the run reads a source under another name.
+/// Translates file names to what the user knows: the run reads a source under another name.
 struct tShownSource {
   tString copy;
   tString source;
@@ -15,8 +15,8 @@ struct tShownSource {
   const tString& shown(const tString& name) const { return name == copy ? source : name; }
 };
 
-/// A rule as hosts see it. The texts that `rule()` points to belong to this object and to the rule,
-/// which both must outlive its use.
+/// A rule in the form of the C interface. The texts that `rule()` points to are owned by this
+/// object and the rule, which must both outlive its use.
 class tRuleReport {
  public:
   tRuleReport(const precomp::tBaseXChg& rule, const tShownSource& names);
@@ -31,7 +31,7 @@ class tRuleReport {
   krpre_rule rule_{};
 };
 
-/// What the markers of a rule took, as hosts see it.
+/// What the markers of a rule matched, in the form of the C interface.
 class tCaptureReport {
  public:
   tCaptureReport(const precomp::tBaseXChg& rule, const precomp::tTknString& statement);
@@ -48,5 +48,5 @@ class tCaptureReport {
   std::vector<krpre_capture> captures_;
 };
 
-/// The marker as a listing writes it, without blanks around it; empty for null.
+/// The marker as printed in a listing, without surrounding blanks; empty for null.
 tString listedMarker(const precomp::tMatchMarker* marker);

@@ -14,12 +14,11 @@ enum class eMessage : std::uint8_t {
 #undef MESSAGE
 };
 
-/// What a message is about: "%1" in its texts stands for the first of them.
+/// The values for "%1", "%2" and so on in the texts of a message.
 using tMessageArguments = std::initializer_list<std::string_view>;
 
 /// Prints a message in the language of the run.
 void printMessage(eMessage message, tMessageArguments arguments = {});
 
-/// What a host is told: severity, slug and text, in English. File and place are the caller's to
-/// add.
+/// Severity, slug and text of a message for a host, in English. The caller adds file and place.
 precomp::tDiagnosis diagnosisOf(eMessage message, tMessageArguments arguments = {});

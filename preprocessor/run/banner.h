@@ -1,4 +1,4 @@
 #pragma once
 
-/// Prints name, version, build time and owner.
+/// Prints the name, version, build time and copyright holder.
 void printBanner();

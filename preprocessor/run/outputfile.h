@@ -6,8 +6,8 @@
 #include "lib_base/diskman.h"
 #include "lib_base/stringz.h"
 
-/// An output file that appears whole or not at all: it is written under a temporary name and
-/// renamed at the end. What has not been renamed is removed when the object goes.
+/// An output file that appears complete or not at all: it is written under a temporary name and
+/// renamed at the end. If it has not been renamed, the destructor removes it.
 class tOutputFile {
  public:
   /// `disk` must outlive this object.
@@ -16,16 +16,15 @@ class tOutputFile {
   tOutputFile(const tOutputFile&) = delete;
   tOutputFile& operator=(const tOutputFile&) = delete;
 
-  /// Whether the file under the final name already holds what write() would write for this text.
-  /// Then nothing needs to be created; what a killed run has left of the temporary file goes.
+  /// Whether the file with the final name already contains what write() would write for this text,
+  /// so that nothing needs to be created. A temporary file that a killed run has left is removed.
   bool isUpToDate(std::string_view text);
-  /// Creates the temporary file, never through a link. One that a killed run has left gives way;
-  /// one that another run is writing is a failure or, with `patient` set, is waited for, 10 seconds
-  /// at most.
+  /// Creates the temporary file, never through a link. One that a killed run has left is replaced.
+  /// If another run is writing one, this fails or, with `patient` set, waits up to 10 seconds.
   bool create(bool patient = false);
   /// Writes the whole text, "\r\n" after every line, and closes the file.
   bool write(std::string_view text);
-  /// Puts the file in the place of an older one.
+  /// Moves the file to its final name, replacing an older one.
   bool rename();
 
  private:

@@ -3,13 +3,13 @@
 #include "lib_base/diskman.h"
 #include "preprocessor/run/runhost.h"
 
-/// No text of a run, a source for one, may be longer.
+/// The limit for every text of a run, such as a source, in bytes.
 constexpr std::size_t kLongestText = 16 * 1024 * 1024;
 
-/// One run over the files that the argument vector names, on the machine's own files. Returns 0, or
+/// Runs over the files that the argument vector names, in the machine's file system. Returns 0, or
 /// the result of the last file that failed (see preprocessFile).
 int __get_xx__(int argc, char** argv);
 
-/// The same over any file system and for any host.
+/// The same in any file system and for any host.
 int runPreprocessor(tDiskMan& disk, int argc, char* const* argv, tRunHost& host);
 int runPreprocessor(tDiskMan& disk, int argc, char* const* argv);

@@ -4,7 +4,7 @@
 #include "preprocessor/messages/messages.h"
 #include "preprocessor/run/runhost.h"
 
-/// A line of a source, to show what a message is about.
+/// The line of a source that a message is about.
 struct tShownLine {
   tDiskMan& files;
   const tString& name;  // of the source in `files`
@@ -12,15 +12,15 @@ struct tShownLine {
   int column = 0;       // in bytes from 1; 0 when it is not known
 };
 
-/// Prints the messages about one source and tells the host of them.
+/// Prints the messages about one source and passes them on to the host.
 class tRunReport {
  public:
-  /// An empty `source` stands for the run as a whole. Both must outlive this object.
+  /// An empty `source` means the run as a whole. Both must outlive this object.
   tRunReport(tRunHost& host, const tString& source) : host_(host), source_(source) {}
 
   void tell(eMessage message, tMessageArguments arguments = {}, int code = 0);
   void tell(eMessage message, tMessageArguments arguments, const tShownLine& shown);
-  /// Tells what the exception says that is being handled. To be called in a catch clause.
+  /// Reports the exception that is being handled. To be called in a catch clause.
   void tellException();
 
  private:
