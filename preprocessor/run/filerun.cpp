@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "korelpre/korelpre.h"
-#include "lib_base/pathname.h"
 #include "preprocessor/convert/foreign.h"
 #include "preprocessor/convert/inlineblock.h"
 #include "preprocessor/convert/page.h"

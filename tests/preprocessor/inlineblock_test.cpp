@@ -78,7 +78,7 @@ TEST(InlineBlock, TextThatGrowsTooLargeIsAResult) {
 }
 
 TEST(InlineBlock, IsConvertedInProgramsAndTouchesNoFile) {
-  for (const char* name : {"s/a.PRW", "s/a.prg", "s/a.prx", "s/a.zorb", "s/a.ch", "s/a"}) {
+  for (const char* name : {"s/a.PRW", "s/a.zorb", "s/a.ch", "s/a"}) {
     tSources disk;
     const std::string text = "c := \"\"\n" + block("it's 5") + "#include \"a.pw_\"\n#endif\n";
     disk.put(name, text);
