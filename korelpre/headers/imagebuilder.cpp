@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "korelpre/tables/ruletable.h"
+#include "lib_base/slots.h"
 
 namespace precomp {
 
@@ -155,11 +156,11 @@ void tImageBuilder::fillNames(char* image, const tImageTable& place, const tTabl
   for (const tBaseXChg* rule : table.rules) {
     const std::string_view key = rule->key();
     gate.add(key);
-    std::uint32_t slot = hashOfWord(key) & (place.nameSlots - 1);
-    for (; slots[slot] != 0; slot = (slot + 1) & (place.nameSlots - 1)) {
-      if (table.rules[slots[slot] - 1]->key() == key) fits_ = false;  // a name has one rule
-    }
-    slots[slot] = ++number;
+    std::uint32_t& slot = slots[slotOf(
+        slots, place.nameSlots - 1, hashOfWord(key), [](std::uint32_t other) { return other == 0; },
+        [&](std::uint32_t other) { return table.rules[other - 1]->key() == key; })];
+    if (slot != 0) fits_ = false;  // a name has one rule
+    slot = ++number;
   }
   std::memcpy(image + place.nameGate, gate.bits(), tWordGate::kWords * sizeof(std::uint64_t));
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
+
+#include "lib_base/slots.h"
 
 namespace precomp {
 
@@ -24,29 +25,23 @@ class tKeyTable {
 
   /// Empties the table and makes room for `keys` keys.
   void begin(std::size_t keys) {
-    runs_.assign(std::bit_ceil(keys * 2 + 1), kNone);
+    runs_.assign(slotsFor(keys), kNone);
     mask_ = runs_.size() - 1;
   }
   /// At most as many as begin() was told.
-  void add(const tRun& run) {
-    std::size_t slot = run.hash & mask_;
-    while (runs_[slot].key != nullptr) slot = (slot + 1) & mask_;
-    runs_[slot] = run;
-  }
+  void add(const tRun& run) { runs_[probeSlots(runs_.data(), mask_, run.hash, isEmpty)] = run; }
   /// The first run of the hash for which `isKey` holds, or null.
   template <class tIsKey>
   const tRun* find(std::uint32_t hash, const tIsKey& isKey) const {
-    for (std::size_t slot = hash & mask_;; slot = (slot + 1) & mask_) {
-      const tRun& run = runs_[slot];
-      if (run.key == nullptr) return nullptr;
-      if (run.hash == hash && isKey(run)) return &run;
-    }
+    return findSlot(runs_.data(), mask_, hash, isEmpty,
+                    [&](const tRun& run) { return run.hash == hash && isKey(run); });
   }
 
  private:
   static constexpr tRun kNone{nullptr, 0, 0, 0, -1};
+  static constexpr auto isEmpty = [](const tRun& run) { return run.key == nullptr; };
 
-  std::vector<tRun> runs_{kNone};  // with open addressing; a power of two of them, one always empty
+  std::vector<tRun> runs_{kNone};
   std::size_t mask_ = 0;
 };
 

@@ -3,16 +3,29 @@
 #include "korelpre/rules/rule.h"
 #include "korelpre/tables/storedrules.h"
 #include "korelpre/tables/wordlookup.h"
+#include "lib_base/slots.h"
 
 namespace precomp {
+
+namespace {
+
+constexpr auto isEmpty = [](std::uint32_t slot) { return slot == 0; };
+
+}  // namespace
+
+// Where the name is, or belongs.
+inline std::size_t tRuleIndex::placeOf(std::string_view name, std::uint32_t hash) const {
+  return slotOf(slots_.data(), slots_.size() - 1, hash, isEmpty, [&](std::uint32_t place) {
+    const tIndexedName& entry = names_[place - 1];
+    return entry.hash == hash && entry.name == name;
+  });
+}
 
 tIndexedName* tRuleIndex::find(std::string_view name) {
   if (slots_.empty()) return stored_ == nullptr ? nullptr : findStored(name, hashOfWord(name));
   const std::uint32_t hash = hashOfWord(name);
-  const std::size_t mask = slots_.size() - 1;
-  for (std::size_t slot = hash & mask; slots_[slot] != 0; slot = (slot + 1) & mask) {
-    tIndexedName& entry = names_[slots_[slot] - 1];
-    if (entry.hash != hash || entry.name != name) continue;
+  if (const std::uint32_t place = slots_[placeOf(name, hash)]; place != 0) {
+    tIndexedName& entry = names_[place - 1];
     if (entry.waits) return settled(entry);
     return entry.rules > 0 ? &entry : nullptr;
   }
@@ -29,12 +42,8 @@ int tRuleIndex::countOf(std::string_view name) const {
 
 const tIndexedName* tRuleIndex::search(std::string_view name, std::uint32_t hash) const {
   if (slots_.empty()) return nullptr;
-  const std::size_t mask = slots_.size() - 1;
-  for (std::size_t slot = hash & mask; slots_[slot] != 0; slot = (slot + 1) & mask) {
-    const tIndexedName& entry = names_[slots_[slot] - 1];
-    if (entry.hash == hash && entry.name == name) return &entry;
-  }
-  return nullptr;
+  const std::uint32_t place = slots_[placeOf(name, hash)];
+  return place != 0 ? &names_[place - 1] : nullptr;
 }
 
 tIndexedName* tRuleIndex::findStored(std::string_view name, std::uint32_t hash) {
@@ -110,13 +119,9 @@ void tRuleIndex::clear() {
 }
 
 tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash, bool stored) {
-  if (names_.size() * 2 >= slots_.size()) grow();
-  const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = hash & mask;
-  for (; slots_[slot] != 0; slot = (slot + 1) & mask) {
-    tIndexedName& entry = names_[slots_[slot] - 1];
-    if (entry.hash == hash && entry.name == name) return entry;
-  }
+  if (slotsAreFull(names_.size(), slots_.size())) grow();
+  const std::size_t slot = placeOf(name, hash);
+  if (slots_[slot] != 0) return names_[slots_[slot] - 1];
   names_.emplace_back();
   names_.back().name = stored ? tString::borrow(name) : tString(name);
   names_.back().hash = hash;
@@ -129,13 +134,8 @@ tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash, bo
 }
 
 void tRuleIndex::grow() {
-  slots_.assign(slots_.empty() ? 64 : slots_.size() * 2, 0);
-  const std::size_t mask = slots_.size() - 1;
-  for (std::size_t i = 0; i < names_.size(); ++i) {
-    std::size_t slot = names_[i].hash & mask;
-    while (slots_[slot] != 0) slot = (slot + 1) & mask;
-    slots_[slot] = static_cast<std::uint32_t>(i + 1);
-  }
+  resizeSlots(slots_, slots_.empty() ? 64 : slots_.size() * 2, isEmpty,
+              [this](std::uint32_t place) { return names_[place - 1].hash; });
 }
 
 }  // namespace precomp

@@ -54,6 +54,7 @@ class tRuleIndex {
   void clear();
 
  private:
+  std::size_t placeOf(std::string_view name, std::uint32_t hash) const;
   const tIndexedName* search(std::string_view name, std::uint32_t hash) const;
   tIndexedName* findStored(std::string_view name, std::uint32_t hash);
   tIndexedName* settled(tIndexedName& entry);
@@ -63,7 +64,7 @@ class tRuleIndex {
 
   tWordGate gate_;
   std::vector<tIndexedName> names_;
-  std::vector<std::uint32_t> slots_;  // index into names_ + 1; 0 for none
+  std::vector<std::uint32_t> slots_;  // index into names_ + 1; 0 when empty
   std::uint64_t generation_ = 1;
 
   tRuleSource* table_ = nullptr;  // null while no stored rule came

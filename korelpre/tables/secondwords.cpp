@@ -1,7 +1,6 @@
 #include "korelpre/tables/secondwords.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "lib_base/misc.h"
 
@@ -37,7 +36,7 @@ std::uint32_t secondTag(std::string_view word, bool abbreviate) {
 
 tSecondWords::tSecondWords(const std::vector<std::uint32_t>& tags, int first)
     : first_(first),
-      slots_(std::bit_ceil(tags.size() * 2 + 1)),
+      slots_(slotsFor(tags.size())),
       mask_(slots_.size() - 1),
       before_(tags.size(), -1) {
   for (std::size_t i = 0; i < tags.size(); ++i) {

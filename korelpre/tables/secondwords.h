@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "lib_base/slots.h"
+
 namespace precomp {
 
 class tBaseXChg;
@@ -66,11 +68,10 @@ class tSecondWords {
 
   // Where the tag is, or belongs.
   std::size_t slotOf(std::uint32_t tag) const {
-    std::size_t slot = tag >> 2 & mask_;  // the low bits tell little
-    while (slots_[slot].tag != tag && slots_[slot].tag != tSecondTags::kUnknown) {
-      slot = (slot + 1) & mask_;
-    }
-    return slot;
+    // The low bits tell little.
+    return probeSlots(slots_.data(), mask_, tag >> 2, [tag](const tSlot& slot) {
+      return slot.tag == tag || slot.tag == tSecondTags::kUnknown;
+    });
   }
   template <class Taker>
   void visit(std::uint32_t tag, const Taker& take) const {
@@ -80,7 +81,7 @@ class tSecondWords {
   }
 
   int first_;
-  std::vector<tSlot> slots_;  // by tag with open addressing; more than there are tags
+  std::vector<tSlot> slots_;  // by tag
   std::size_t mask_;
   std::vector<int> before_;  // the rule before with the same tag, or -1; all counted from first_
   std::vector<int> others_;  // rules whose second token is no literal

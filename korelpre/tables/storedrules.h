@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "korelpre/text/keyword.h"
+#include "lib_base/slots.h"
 
 namespace precomp {
 
@@ -44,7 +45,7 @@ struct tStoredRules {
   const tStoredRule* rules = nullptr;  // in the order of arrival
   std::uint32_t count = 0;
   const std::uint32_t* order = nullptr;  // indexes of the rules in the order of the table
-  /// By the key's hash with open addressing: index + 1 of its only rule, or 0. Null when the table
+  /// Slots by the key's hash: index + 1 of its only rule, or 0 when empty. Null when the table
   /// keeps no index of names.
   const std::uint32_t* names = nullptr;
   std::uint32_t nameSlots = 0;              // a power of two
@@ -57,12 +58,10 @@ struct tStoredRules {
   /// Null when there is no rule of that name.
   const tStoredRule* findName(std::string_view name, std::uint32_t hash) const {
     if (names == nullptr) return nullptr;
-    for (std::uint32_t slot = hash & (nameSlots - 1); names[slot] != 0;
-         slot = (slot + 1) & (nameSlots - 1)) {
-      const tStoredRule& rule = rules[names[slot] - 1];
-      if (rule.keyText() == name) return &rule;
-    }
-    return nullptr;
+    const std::uint32_t* slot = findSlot(
+        names, nameSlots - 1, hash, [](std::uint32_t number) { return number == 0; },
+        [&](std::uint32_t number) { return rules[number - 1].keyText() == name; });
+    return slot != nullptr ? &rules[*slot - 1] : nullptr;
   }
 };
 

@@ -1,10 +1,10 @@
 #include "korelpre/tables/wordlookup.h"
 
 #include <cstring>
-#include <utility>
 
 #include "korelpre/tables/storedrules.h"
 #include "korelpre/text/bytekinds.h"
+#include "lib_base/slots.h"
 
 namespace precomp {
 
@@ -76,17 +76,13 @@ const tFoundRules* tWordLookup::findPassed(const tRuleSource& table, std::string
     unkept_ = table.findRules(word);
     return unkept_.any() ? &unkept_ : nullptr;
   }
-  if (used_ * 2 >= entries_.size()) grow();
+  if (slotsAreFull(used_, entries_.size())) grow();
   const std::uint32_t hash = hashOfWord(word);
-  const std::size_t mask = entries_.size() - 1;
-  std::size_t slot = hash & mask;
-  for (; entries_[slot].generation != 0; slot = (slot + 1) & mask) {
-    tEntry& entry = entries_[slot];
-    if (entry.hash != hash || entry.word != word) continue;
-    if (entry.generation == generation_) return entry.rules.any() ? &entry.rules : nullptr;
-    break;
-  }
-  tEntry& entry = entries_[slot];
+  tEntry& entry = entries_[slotOf(
+      entries_.data(), entries_.size() - 1, hash,
+      [](const tEntry& slot) { return slot.generation == 0; },
+      [&](const tEntry& slot) { return slot.hash == hash && slot.word == word; })];
+  if (entry.generation == generation_) return entry.rules.any() ? &entry.rules : nullptr;
   if (entry.generation == 0) {
     ++used_;
     entry.hash = hash;
@@ -99,20 +95,15 @@ const tFoundRules* tWordLookup::findPassed(const tRuleSource& table, std::string
 
 // Grows, or begins anew when there are very many words or stale ones.
 void tWordLookup::grow() {
-  std::vector<tEntry> old(entries_.empty()                 ? kFewEntries
-                          : entries_.size() < kMostEntries ? entries_.size() * 2
-                                                           : kMostEntries);
-  old.swap(entries_);
-  used_ = 0;
-  if (old.size() >= kMostEntries) return;
-  const std::size_t mask = entries_.size() - 1;
-  for (tEntry& entry : old) {
-    if (entry.generation != generation_) continue;
-    std::size_t slot = entry.hash & mask;
-    while (entries_[slot].generation != 0) slot = (slot + 1) & mask;
-    entries_[slot] = std::move(entry);
-    ++used_;
+  if (entries_.size() >= kMostEntries) {
+    entries_.assign(kMostEntries, {});
+    used_ = 0;
+    return;
   }
+  used_ = resizeSlots(
+      entries_, entries_.empty() ? kFewEntries : entries_.size() * 2,
+      [this](const tEntry& entry) { return entry.generation != generation_; },
+      [](const tEntry& entry) { return entry.hash; });
 }
 
 }  // namespace precomp

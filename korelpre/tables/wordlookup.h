@@ -52,7 +52,7 @@ class tWordLookup {
 
   tFoldedGate gate_;
   std::array<bool, 256> oddStarts_{};
-  std::vector<tEntry> entries_;  // by hash, with open addressing; a power of two of them
+  std::vector<tEntry> entries_;  // slots; those of generation 0 are empty
   std::size_t used_ = 0;
   tFoundRules unkept_;
   std::uint32_t generation_ = 1;  // entries of other generations are stale
