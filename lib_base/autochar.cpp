@@ -9,7 +9,7 @@
 namespace {
 
 constexpr char kUnit[] = "lib_base/autochar";
-/// Stands behind the bytes.
+/// Follows the bytes.
 constexpr char kGuard[] = {'\x5a', '\xa5', '\x3c', '\xc3', '\x96', '\x69', '\x0f', '\xf0'};
 
 }  // namespace
@@ -38,7 +38,7 @@ void tAutoChar::CheckBuffer() const {
 }
 
 void tAutoChar::setText(std::string_view text) {
-  // Made aside, because `text` may be a part of this buffer.
+  // Built separately: `text` may be a part of this buffer.
   tAutoChar other(text.size() + 1);
   if (!text.empty()) std::memcpy(other.data(), text.data(), text.size());
   other.data()[text.size()] = '\0';

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A file of the machine.
+/// A file of the local file system.
 class tLocalFile : public tFile {
  public:
   explicit tLocalFile(int handle) : handle_(handle) {}
@@ -56,8 +56,8 @@ class tLocalFile : public tFile {
     return !lost_;
   }
 
-  /// Locks the file until this object goes. False when it has been removed meanwhile. A file system
-  /// without locks does without.
+  /// Locks the file for the lifetime of this object. Returns false if it has been removed in the
+  /// meantime. Where the file system has no locks, the file stays unlocked.
   bool lock() {
     while (::flock(handle_, LOCK_EX) != 0 && errno == EINTR) {
     }
@@ -100,7 +100,7 @@ bool tFile::readAll(tString& text) {
     return false;
   };
 
-  // First what the file says it holds, straight into its place.
+  // First read as much as the file claims to hold, directly into place.
   const std::int64_t stated = size();
   std::size_t missing = stated < 0 ? 0 : static_cast<std::size_t>(stated);
   missing = std::min(missing, most - before);
@@ -117,7 +117,7 @@ bool tFile::readAll(tString& text) {
     if (missing > 0) return true;
   }
 
-  // Then what has come since; usually this only meets the end.
+  // Then whatever has been added since; usually this only hits the end of the file.
   char more[4096];
   std::int64_t got;
   while ((got = read(more, sizeof more)) > 0) {
@@ -130,7 +130,7 @@ bool tFile::readAll(tString& text) {
 
 std::unique_ptr<tFile> tDiskManLocal::open(const char* name) {
   if (!name) return nullptr;
-  // Without O_NONBLOCK opening a pipe would wait for its writer.
+  // Without O_NONBLOCK, opening a pipe would wait for a writer.
   const int handle = ::open(name, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (handle < 0) return nullptr;
   auto file = std::make_unique<tLocalFile>(handle);
@@ -149,7 +149,7 @@ std::unique_ptr<tFile> tDiskManLocal::createNew(const char* name, bool& exists) 
   for (;;) {
     auto file = openLocal(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
     exists = !file && errno == EEXIST;
-    // Before it was locked, someone may have taken it for a leftover.
+    // Before it was locked, another process may have removed it as a leftover.
     if (!file || file->lock()) return file;
   }
 }
@@ -158,7 +158,7 @@ bool tDiskManLocal::removeLeftover(const char* name) {
   if (!name) return false;
   struct stat named {};
   if (::lstat(name, &named) != 0) return false;
-  if (!isRegular(named)) return ::unlink(name) == 0;  // a link, say: never made by createNew
+  if (!isRegular(named)) return ::unlink(name) == 0;  // e.g. a link: never made by createNew
   const int handle = ::open(name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   if (handle < 0) return false;
   const tLocalFile file(handle);

@@ -9,59 +9,59 @@
 
 #include "lib_base/stringz.h"
 
-/// An open file. It is closed when destroyed; only close() tells whether the last bytes arrived.
+/// An open file. The destructor closes it, but only close() reports whether the last bytes were
+/// written.
 class tFile {
  public:
   virtual ~tFile() = default;
 
-  /// Bytes in the file, or -1.
+  /// The size of the file in bytes, or -1 on an error.
   virtual std::int64_t size() = 0;
-  /// Reads up to `count` bytes from the current position. Returns how many were read, 0 at the
-  /// end of the file, -1 on an error.
+  /// Reads up to `count` bytes from the current position. Returns the number of bytes read, 0 at
+  /// the end of the file, -1 on an error.
   virtual std::int64_t read(void* bytes, std::size_t count) = 0;
   virtual bool seek(std::int64_t position) = 0;
-  /// Says how many bytes are about to be written; a memory file makes room for them at once.
+  /// Hints how many bytes are about to be written; a file in memory reserves room for them.
   virtual void expect(std::int64_t /*bytes*/) {}
-  /// True when all bytes were written.
+  /// Returns true if all bytes were written.
   virtual bool write(std::string_view bytes) = 0;
-  /// Closes the file. False when anything written may be lost. Closing twice is allowed.
+  /// Closes the file. Returns false if any written data may be lost. Closing twice is allowed.
   virtual bool close() = 0;
-  /// Appends everything from the current position to the end of the file to `text`. False on a
-  /// read error or when the text would exceed tString::maxSize(). A memory file may hand over or
+  /// Appends everything from the current position to the end of the file to `text`. Returns false
+  /// on a read error or if the text would exceed tString::maxSize(). A file in memory may move or
   /// share its storage instead of copying it.
   virtual bool readAll(tString& text);
 };
 
-/// The file system as the preprocessor sees it. Names are paths in the platform's form.
+/// The file system as the preprocessor sees it. Names are native paths.
 class tDiskMan {
  public:
   virtual ~tDiskMan() = default;
 
-  /// Opens a regular file for reading; null when there is none or it cannot be read. A directory,
-  /// a pipe or a device counts as not found, and opening never blocks.
+  /// Opens a regular file for reading; null if it does not exist or cannot be read. Directories,
+  /// pipes and devices count as missing, and opening never blocks.
   virtual std::unique_ptr<tFile> open(const char* name) = 0;
-  /// Creates a file for writing and empties an existing one; null on failure.
+  /// Creates a file for writing, truncating an existing one; null on failure.
   virtual std::unique_ptr<tFile> create(const char* name) = 0;
-  /// Creates a file that must not exist yet, never through a link; null on failure, with `exists`
-  /// telling whether something of that name stood in the way. While the returned object lives,
-  /// closed or not, removeLeftover leaves the file alone.
+  /// Creates a file that must not exist yet, without following links; null on failure, and `exists`
+  /// then tells whether the name is already taken. As long as the returned object exists, even
+  /// closed, removeLeftover does not touch the file.
   virtual std::unique_ptr<tFile> createNew(const char* name, bool& exists) = 0;
-  /// Removes a file that createNew made and no living object holds any more: what a killed process
-  /// has left. False when it is in use or cannot be removed.
+  /// Removes a file made by createNew that no object holds any more: a leftover of a killed
+  /// process. Returns false if it is in use or cannot be removed.
   virtual bool removeLeftover(const char* name) = 0;
   /// True for a regular file.
   virtual bool exists(const char* name) = 0;
   virtual bool remove(const char* name) = 0;
-  /// Replaces an existing target in one step.
+  /// Replaces an existing target atomically.
   virtual bool rename(const char* from, const char* to) = 0;
-  /// Gives the file `to` the permissions of `from`. True where files have none.
+  /// Copies the permissions of `from` to `to`. True where files have no permissions.
   virtual bool copyPermissions(const char* /*from*/, const char* /*to*/) { return true; }
-  /// A name that is equal for all paths to one existing file (links followed); empty when there is
-  /// no such file.
+  /// The canonical name of an existing file, with links resolved; empty if there is no such file.
   virtual tString resolve(const char* name) = 0;
 };
 
-/// The file system of the machine.
+/// The local file system.
 class tDiskManLocal : public tDiskMan {
  public:
   std::unique_ptr<tFile> open(const char* name) override;
@@ -75,15 +75,15 @@ class tDiskManLocal : public tDiskMan {
   tString resolve(const char* name) override;
 };
 
-/// A file system that keeps the files of some names in memory and passes all others on. The run
-/// puts its temporary copies of the sources there, so none is ever left on the disk.
+/// Keeps selected files in memory and forwards all other names to another file system. A run keeps
+/// its temporary copies of the sources here, so none is ever left on disk.
 class tDiskManOverlay : public tDiskMan {
  public:
   /// `below` must outlive this object.
   explicit tDiskManOverlay(tDiskMan& below) : below_(below) {}
 
-  /// Files of this name live in memory from now on, until released. Reading one to its end with
-  /// readAll hands its bytes over and leaves it empty.
+  /// Keeps a file of this name in memory until it is released. readAll moves the content out and
+  /// leaves the file empty.
   void keepInMemory(std::string_view name);
   void release(std::string_view name);
 
@@ -98,7 +98,7 @@ class tDiskManOverlay : public tDiskMan {
 
  private:
   struct tKept {
-    std::shared_ptr<tString> bytes;  // null while no such file has been created
+    std::shared_ptr<tString> bytes;  // null until the file is created
   };
   tKept* kept(const char* name);
 

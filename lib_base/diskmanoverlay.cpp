@@ -7,7 +7,7 @@
 
 namespace {
 
-/// An open file that is kept in memory. Writing goes to its end.
+/// An open file that is kept in memory. Writes append.
 class tKeptFile : public tFile {
  public:
   tKeptFile(std::shared_ptr<tString> bytes, bool writable)

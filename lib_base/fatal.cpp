@@ -5,7 +5,7 @@
 
 namespace {
 
-// Set by what knows the translations, since that uses strings, which fail through this file.
+// Installed from above: translating uses strings, which report their failures through this file.
 constinit tFatalTranslator fatalTranslator = nullptr;
 
 }  // namespace
@@ -40,7 +40,7 @@ void fatalAllocation(std::size_t bytes, const char* unit, unsigned line) {
     }
     reporting = false;
   }
-  char text[sizeof message + 64];  // tFatalError cuts it
+  char text[sizeof message + 64];  // tFatalError truncates it
   std::snprintf(text, sizeof text, "%s ( %lld Bytes )", message, static_cast<long long>(bytes));
   fatalError(text, unit, line);
 }

@@ -2,11 +2,11 @@
 
 #include <cstddef>
 
-/// A broken invariant of the program. It leaves as an exception of this type, which only the
-/// driver and the session catch; nobody recovers from it locally.
+/// Thrown when an invariant of the program is broken. Only the driver, the session and the rule
+/// engine catch it.
 class tFatalError {
  public:
-  /// `unit` must outlive the process (a literal); `text` is copied, cut to 255 bytes.
+  /// `unit` must be a string literal; `text` is copied and truncated to 255 bytes.
   tFatalError(const char* text, const char* unit, unsigned line);
 
   const char* text() const { return text_; }
@@ -27,14 +27,15 @@ class tFatalError {
 /// "Memory Allocation Failure" (translated) followed by " ( %lld Bytes )".
 [[noreturn]] void fatalAllocation(std::size_t bytes, const char* unit, unsigned line);
 
-/// Checks an invariant. `unit` names the source without its folder's path, "lib_base/stringz" say.
+/// Checks an invariant. `unit` names the source file without its extension, e.g.
+/// "lib_base/stringz".
 #define krpreAssert(condition, text, unit) \
   (static_cast<bool>(condition) ? void(0) : fatalError((text), (unit), __LINE__))
 
-/// Copies the translation of `text` to `buffer`, cut to `size` bytes with the terminating zero. May
-/// throw a tFatalError.
+/// Copies the translation of `text` to `buffer`, truncated to `size` bytes including the
+/// terminating zero. May throw a tFatalError.
 using tFatalTranslator = void (*)(const char* text, char* buffer, std::size_t size);
 
-/// Sets how fatalAllocation translates its text, which is English until then. lib_base/translate
-/// does so while the program or library is loaded.
+/// Sets the translator that fatalAllocation uses; its text is English until then.
+/// lib_base/translate installs one during static initialisation.
 void setFatalTranslator(tFatalTranslator translator) noexcept;

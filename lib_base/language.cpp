@@ -11,7 +11,7 @@ thread_local const tLanguage* currentLanguage = nullptr;
 enum class eEncoding { kUtf8, kLatin1, kOther };
 
 struct tEncodingName {
-  std::string_view name;  // letters in lower case and digits only
+  std::string_view name;  // lower-case letters and digits only
   eEncoding encoding;
 };
 
@@ -33,7 +33,7 @@ eEncoding encodingNamed(std::string_view name) {
   return eEncoding::kOther;
 }
 
-// Of UTF-8 that holds letters of Latin-1 only, which have two bytes at most.
+// Converts UTF-8 whose characters are all in Latin-1, so none is longer than two bytes.
 std::string latin1Of(std::string_view text) {
   std::string bytes;
   for (std::size_t i = 0; i < text.size(); ++i) {

@@ -4,22 +4,22 @@
 #include <string>
 #include <string_view>
 
-/// Words of a message in English and in another language, in UTF-8.
+/// A message text in English and in another language, in UTF-8.
 struct tTranslation {
   std::string_view text;
   std::string_view translation;
 };
 
-/// A language of the messages.
+/// A language that messages are translated to.
 class tLanguage {
  public:
   /// English.
   tLanguage() = default;
-  /// `words` are sorted by their English texts. They come out in UTF-8, or in Latin-1, which must
-  /// have all their letters.
+  /// `words` must be sorted by English text. Translations are returned in UTF-8 or in Latin-1,
+  /// which must then cover all their characters.
   tLanguage(std::span<const tTranslation> words, bool latin1) : words_(words), latin1_(latin1) {}
 
-  /// The text itself when the language does not have it.
+  /// Returns the text itself if there is no translation.
   std::string translation(std::string_view text) const;
 
  private:
@@ -27,12 +27,12 @@ class tLanguage {
   bool latin1_ = false;
 };
 
-/// The language of a locale: "de", "pt_BR.UTF-8", "de_DE.ISO-8859-1". English for null and for one
-/// whose language or encoding the library does not have.
+/// The language for a locale name such as "de", "pt_BR.UTF-8" or "de_DE.ISO-8859-1". English for
+/// null and for an unsupported language or encoding.
 tLanguage languageNamed(const char* locale);
 
-/// Makes translate() answer in a language of the library's own for the calling thread, whatever
-/// translator the host has, while this object lives.
+/// For the lifetime of this object, makes translate() use one of the library's own languages in the
+/// calling thread, regardless of any translator of the host.
 class tLanguageScope {
  public:
   explicit tLanguageScope(const tLanguage& language) noexcept;
@@ -40,7 +40,7 @@ class tLanguageScope {
   tLanguageScope(const tLanguageScope&) = delete;
   tLanguageScope& operator=(const tLanguageScope&) = delete;
 
-  /// That of the calling thread; null when the host decides.
+  /// The calling thread's language; null if the host decides.
   static const tLanguage* current() noexcept;
 
  private:
@@ -48,7 +48,7 @@ class tLanguageScope {
   const tLanguage* previous_;
 };
 
-/// The languages that come with the library, made of translations/*.ts when it is built.
+/// The languages built into the library, generated from translations/*.ts.
 struct tNamedWords {
   std::string_view name;
   std::span<const tTranslation> words;

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstring>
 
-/// The untyped part of the pointer arrays: storage, growth and index checks.
+/// The untyped base of the pointer arrays: storage, growth and bounds checks.
 ///
 /// A full array grows by 2 below 9 elements, by 16 below 65, otherwise by a quarter, and by a
 /// tenth once the pointer storage exceeds 1 MiB. An index outside the array is the fatal error
@@ -18,7 +18,7 @@ class tPointerArray {
   int capacity() const noexcept { return capacity_; }
   /// The capacity to which a full array of `capacity` elements grows.
   static int grownCapacity(int capacity) noexcept;
-  /// Makes room for `capacity` elements at once.
+  /// Reserves room for `capacity` elements.
   void reserve(int capacity);
 
  protected:
@@ -45,8 +45,8 @@ class tPointerArray {
     items_[index] = item;
   }
   void dropAll() noexcept { count_ = 0; }
-  /// Puts all pointers of `other` in the place of the `removed` ones from `index` on and leaves
-  /// `other` empty. `index` + `removed` must not exceed count().
+  /// Replaces the `removed` pointers from `index` on with those of `other`, which is left empty.
+  /// `index` + `removed` must not exceed count().
   void splicePointers(int index, int removed, tPointerArray& other) {
     const int added = other.count_;
     const int after = count_ - index - removed;
@@ -75,7 +75,7 @@ class tPointerArray {
   int capacity_ = 0;
 };
 
-/// An array of pointers that it does not own. Indexes count from 0.
+/// An array of non-owning pointers. Indexes are zero-based.
 template <class T>
 class tArray : public tPointerArray {
  public:
@@ -88,9 +88,9 @@ class tArray : public tPointerArray {
 
   void add(T* item) { appendPointer(item); }
   void insertAt(int index, T* item) { insertPointer(index, item); }
-  /// Removes the pointer; the element itself stays alive.
+  /// Removes the pointer without destroying the element.
   T* takeAt(int index) { return static_cast<T*>(removePointer(index)); }
-  /// Forgets all pointers and keeps the storage.
+  /// Removes all pointers; the storage is kept.
   void dropElements() noexcept { dropAll(); }
   /// The index of `item`, or -1.
   int indexOf(const T* item) const noexcept {
@@ -101,7 +101,7 @@ class tArray : public tPointerArray {
   }
 };
 
-/// An array that owns its elements: they are destroyed when they are removed or the array is.
+/// An array that owns its elements and destroys them when they are removed or the array goes away.
 template <class T>
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): it is virtual, through the base
 class tAutoArray : public tArray<T> {
@@ -112,15 +112,15 @@ class tAutoArray : public tArray<T> {
   /// Destroys every element and leaves the array empty.
   virtual void Destroy() { destroyElements(); }
   void removeAt(int index) { delete this->takeAt(index); }
-  /// Destroys the element at `index` and puts `item` in its place.
+  /// Destroys the element at `index` and replaces it with `item`.
   void replaceAt(int index, T* item) {
     T* old = this->get(index);
     this->setPointer(index, item);
     delete old;
   }
   void swap(tAutoArray& other) noexcept { this->swapWith(other); }
-  /// Destroys the `removed` elements from `index` on and puts all elements of `other` in their
-  /// place; `other` is empty afterwards.
+  /// Destroys the `removed` elements from `index` on and replaces them with those of `other`, which
+  /// is left empty.
   void splice(int index, int removed, tAutoArray& other) {
     for (int i = index; i < index + removed; ++i) delete this->get(i);
     this->splicePointers(index, removed, other);

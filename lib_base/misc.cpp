@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-/// The plain search; `what` is not empty.
+/// The scalar search; `what` is not empty.
 std::size_t findByFirst(std::string_view text, std::string_view what, std::size_t from) noexcept {
   while (from + what.size() <= text.size()) {
     const std::size_t starts = text.size() - what.size() + 1 - from;
@@ -32,14 +32,14 @@ struct tAsTyped {
 };
 
 struct tAnyCase {
-  static constexpr char kFold = 0x20;  // makes letters alike, and some other characters with them
+  static constexpr char kFold = 0x20;  // folds letters, and some other characters too
   static bool same(const char* at, std::string_view what) noexcept {
     return equalNoCase({at, what.size()}, what);
   }
 };
 
-/// Searches sixteen starting points at a time: those whose first and last byte both fit are
-/// compared. Advances `from` over what has been searched; the rest of the text is the caller's.
+/// Tests sixteen starting points at a time and compares those where both the first and the last
+/// byte match. Advances `from` past what has been searched; the caller searches the rest.
 template <class tCase>
 std::size_t findInBlocks([[maybe_unused]] std::string_view text,
                          [[maybe_unused]] std::string_view what,

@@ -3,15 +3,16 @@
 #include <cstdarg>
 #include <string_view>
 
-/// Where messages go. One sink at a time for each thread; standard output when none is set.
+/// A destination for messages. Each thread has at most one sink; without one, messages go to
+/// standard output.
 class tOutputSink {
  public:
   virtual ~tOutputSink() = default;
   virtual void write(std::string_view text) = 0;
 };
 
-/// Makes `sink` the calling thread's sink while this object lives, then restores the one before.
-/// `sink` must outlive it.
+/// Redirects the calling thread's messages to `sink` for the lifetime of this object, then restores
+/// the previous sink. `sink` must outlive it.
 class tOutputScope {
  public:
   explicit tOutputScope(tOutputSink& sink) noexcept;
@@ -23,8 +24,8 @@ class tOutputScope {
   tOutputSink* previous_;
 };
 
-/// Writes a text to the calling thread's sink as it stands.
+/// Writes `text` to the calling thread's sink verbatim.
 void writeOutput(std::string_view text);
 
-/// Formatted output by printf's rules to the calling thread's sink. No length limit.
+/// printf-style output to the calling thread's sink, without a length limit.
 void qdprintf(const char* pattern, ...) __attribute__((format(printf, 1, 2)));

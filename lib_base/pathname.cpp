@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Where the bare name begins.
+/// Where the bare name starts.
 std::size_t bareStart(std::string_view name) {
   return name.rfind('/') + 1;  // npos + 1 is 0
 }
@@ -17,10 +17,10 @@ void SplitPath(std::string_view name, tPathParts& parts) {
   const std::string_view bare = name.substr(start);
   const std::size_t firstLetter = bare.find_first_not_of('.');
   std::size_t dot = bare.rfind('.');
-  // Dots in front belong to the name: ".profile", "..".
+  // Leading dots belong to the name: ".profile", "..".
   if (dot == std::string_view::npos || firstLetter > dot) dot = bare.size();
 
-  // Made aside, because `name` may be one of the parts.
+  // Built separately: `name` may be one of the parts.
   tPathParts result;
   result.directory = tString(name.substr(0, start));
   result.base = tString(bare.substr(0, dot));

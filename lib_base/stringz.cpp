@@ -10,19 +10,20 @@
 #include "lib_base/misc.h"
 #include "lib_base/textblock.h"
 
-// Storage is one allocation: the header, the bytes, a zero. Only the single owner of a storage
-// writes to its bytes, and strings of different sizes can share one (a part that starts at 0), so
-// what stands behind size() bytes means nothing while others share them.
+// Storage is one allocation: the header, the bytes, a zero. Only a sole owner writes to the bytes.
+// Strings of different sizes can share storage (a substring that starts at 0), so while it is
+// shared the bytes past size() are meaningless.
 
 namespace {
 
 constexpr char kUnit[] = "lib_base/stringz";
-/// Leaves room for the terminating zero in 32 bits.
+/// Leaves room for the terminating zero within 32 bits.
 constexpr std::size_t kLargestSize = std::numeric_limits<std::uint32_t>::max() - 1;
-/// The first storage of a string that grows by appends; with header and zero it fills 40 bytes.
+/// The initial capacity of a string that grows by appending; with header and zero it makes 40
+/// bytes.
 constexpr std::size_t kFirstCapacity = 31;
 
-/// Copies shared bytes only when one of them changes.
+/// Copies shared bytes only if one of them changes.
 template <class Map>
 void mapBytes(tString& text, Map map) {
   const std::string_view old = text.view();
@@ -165,7 +166,7 @@ tString tString::format(const char* pattern, ...) {
   tString text;
   text.reserve(length);
   va_start(arguments, pattern);
-  // The zero lands behind the capacity, where every storage has one.
+  // The zero may land after the capacity, where there is always room for one.
   std::vsnprintf(text.extend(length), length + 1, pattern, arguments);
   va_end(arguments);
   return text;
@@ -200,7 +201,7 @@ char* tString::extend(std::size_t count) {
     requireWritable();
     tooLong();
   }
-  // An empty string that is given its whole size at once keeps no room behind it.
+  // An empty string that gets its whole size at once needs no spare room.
   if (size_ == 0 && !unshared()) makeOwned(count);
   grow(size_ + count);
   char* added = const_cast<char*>(data_) + size_;
@@ -230,8 +231,8 @@ void tString::appendSlow(std::string_view text) {
   requireWritable();
   if (text.empty()) return;
   if (text.size() > kLargestSize) tooLong();
-  // `text` may be a part of this string. Only storage of its own can move; any other has an owner
-  // elsewhere, who keeps it.
+  // `text` may be a part of this string. Only unshared storage can move; other storage is kept
+  // alive by its other owners.
   const auto offset =
       reinterpret_cast<std::uintptr_t>(text.data()) - reinterpret_cast<std::uintptr_t>(data_);
   const bool inside = unshared() && offset < size_;
@@ -265,7 +266,7 @@ void tString::replace(std::size_t position, std::size_t count, std::string_view 
     setSize(size);
     return;
   }
-  // Built aside, because `text` may be a part of this string.
+  // Built separately: `text` may be a part of this string.
   tString result;
   result.reserve(size);
   result.append(view().substr(0, position)).append(text).append(view().substr(after));

@@ -7,21 +7,21 @@
 
 /// A byte string with shared storage and copy-on-write.
 ///
-/// Copies share their storage until one of them is written to. A string can also refer to bytes
-/// that it does not own: a borrowed string copies them when it is written to, a constant string
-/// refuses to be written to, even when the write would change nothing (fatal error "Cannot update a
-/// constant string"); assigning to it or clearing it makes it an ordinary string. An index outside
-/// the string is the fatal error "string index out of bounds"; a string that would grow past
-/// maxSize() is the fatal error "string too long".
+/// Copies share their storage until one of them is modified. A string can also refer to bytes that
+/// it does not own: a borrowed string copies them before it is modified; modifying a constant
+/// string is the fatal error "Cannot update a constant string", even if nothing would change.
+/// Assigning to or clearing a constant string makes it an ordinary one. An index outside the string
+/// is the fatal error "string index out of bounds"; growing past maxSize() is the fatal error
+/// "string too long".
 ///
-/// The bytes may hold zeros. They are not followed by a zero byte unless c_str() has been asked
-/// for. Strings that share storage belong to one thread.
+/// The bytes may include zeros. They are not zero-terminated until c_str() is called. Strings that
+/// share storage must stay in one thread.
 class tString {
  public:
   static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
   tString() noexcept : data_(""), size_(0), kind_(kBorrowed) {}
-  /// Copies a zero-terminated text; null gives an empty string.
+  /// Copies a zero-terminated string; null gives an empty string.
   tString(const char* text);  // NOLINT(google-explicit-constructor): a text is a string
   tString(const char* text, std::size_t size);
   explicit tString(std::string_view text) : tString(text.data(), text.size()) {}
@@ -40,11 +40,11 @@ class tString {
     if (kind_ >= kOwned) release();
   }
 
-  /// Refers to `text` without copying it; the bytes must outlive this string and all its copies.
+  /// Refers to `text` without copying; the bytes must outlive this string and all its copies.
   static tString borrow(std::string_view text) { return tString(text, kBorrowed); }
-  /// As borrow, and writing to the string is a fatal error. Copies are constant too.
+  /// Like borrow, but modifying the string is a fatal error. Copies are constant too.
   static tString constant(std::string_view text) { return tString(text, kConstant); }
-  /// A string made by printf's rules; no length limit but maxSize().
+  /// printf-style formatting; the only length limit is maxSize().
   static tString format(const char* pattern, ...) __attribute__((format(printf, 1, 2)));
 
   std::size_t size() const noexcept { return size_; }
@@ -55,36 +55,36 @@ class tString {
     return view();
   }
   /// Zero-terminated bytes, valid until the string changes. May copy the text once, so it counts as
-  /// a write where threads are concerned: not for a string that several of them see. A constant
-  /// string stays constant.
+  /// a write: not for strings shared between threads. A constant string stays constant.
   const char* c_str() const;
   bool isConstant() const noexcept { return kind_ == kConstant || kind_ == kOwnedConstant; }
-  /// True when both strings refer to the same bytes in memory.
+  /// Whether both strings refer to the same bytes in memory.
   bool sharesWith(const tString& other) const noexcept { return data_ == other.data_; }
 
-  /// The byte at `index`, from 0.
+  /// The byte at the zero-based `index`.
   char operator[](std::size_t index) const {
     if (index >= size_) outOfBounds();
     return data_[index];
   }
   void setAt(std::size_t index, char c);
 
-  /// Makes the string empty; storage of its own is kept.
+  /// Empties the string; storage that it owns is kept.
   void clear() noexcept;
-  /// Writable storage of size() bytes, owned by this string alone.
+  /// Writable, unshared storage of size() bytes.
   char* writable();
-  /// Makes room for `capacity` bytes in storage of its own, so that appends up to that size do
-  /// not allocate.
+  /// Reserves unshared storage for `capacity` bytes, so that appending up to that size does not
+  /// allocate.
   void reserve(std::size_t capacity);
-  /// The size up to which appends do not allocate; size() when the storage is shared or not owned.
+  /// The size up to which appending does not allocate; size() if the storage is shared or not
+  /// owned.
   std::size_t capacity() const noexcept;
-  /// Cuts the string or extends it with `fill`.
+  /// Truncates the string or extends it with `fill`.
   void resize(std::size_t size, char fill = '\0');
-  /// Extends the string by `count` bytes that are not initialised and returns the first of them.
+  /// Extends the string by `count` uninitialised bytes and returns a pointer to the first of them.
   char* extend(std::size_t count);
 
   tString& append(std::string_view text) {
-    // An empty text, which may have a null pointer, wraps around and takes the slow way.
+    // For an empty text, whose pointer may be null, size() - 1 wraps around: the slow path.
     if (kind_ == kOwned && text.size() - 1 < room()) {
       appendInPlace(text);
     } else {
@@ -98,29 +98,30 @@ class tString {
 
   /// Inserts before `position`, which may be size().
   void insert(std::size_t position, std::string_view text);
-  /// Removes up to `count` bytes from `position` on; a position past the end is a fatal error.
+  /// Removes up to `count` bytes at `position`; a position past the end is a fatal error.
   void erase(std::size_t position, std::size_t count = npos);
   void replace(std::size_t position, std::size_t count, std::string_view text);
-  /// Replaces every occurrence, from left to right, and goes on after each inserted text. Returns
-  /// how many there were. An empty `what` replaces nothing.
+  /// Replaces every occurrence, left to right, without rescanning the inserted text. Returns the
+  /// number of replacements. An empty `what` replaces nothing.
   std::size_t replaceAll(std::string_view what, std::string_view with);
 
-  /// The part from `position` on; empty when `position` is past the end. It shares the storage when
-  /// it starts at 0 or the bytes are not owned. A part of a constant string is an ordinary string.
+  /// The substring at `position`; empty if `position` is past the end. It shares the storage if it
+  /// starts at 0 or the bytes are not owned. A substring of a constant string is an ordinary
+  /// string.
   tString substr(std::size_t position, std::size_t count = npos) const;
   std::size_t find(std::string_view text, std::size_t from = 0) const;
-  /// As find, without regard to the case of ASCII letters.
+  /// Like find, ignoring the case of ASCII letters.
   std::size_t findNoCase(std::string_view text, std::size_t from = 0) const;
 
-  /// Removes blanks, tabs and line ends on both sides.
+  /// Removes leading and trailing blanks, tabs and line ends.
   void trim();
   void trimRight();
   /// ASCII letters only.
   void toUpper();
   void toLower();
 
-  /// The largest size any string of the process may have, in bytes (at first 1 GiB, at most
-  /// 4 GiB - 2). It is checked when storage is made, so a string keeps what it already has.
+  /// The maximum size of any string in the process, in bytes (initially 1 GiB, at most 4 GiB - 2).
+  /// It is checked when storage is allocated, so existing strings are not affected.
   static void setMaxSize(std::size_t bytes) noexcept;
   static std::size_t maxSize() noexcept { return maxSize_.load(std::memory_order_relaxed); }
 
@@ -133,11 +134,11 @@ class tString {
   }
 
  private:
-  /// The kinds from kOwned on have storage. kOwnedConstant is a constant string that had to be
-  /// copied for its terminating zero.
+  /// The kinds from kOwned on have storage. kOwnedConstant is a constant string that was copied to
+  /// get a terminating zero.
   enum eKind : std::uint32_t { kBorrowed, kConstant, kOwned, kOwnedConstant };
 
-  /// Stands in front of the bytes of an owned string. Behind the `capacity` bytes stands a zero.
+  /// Precedes the bytes of an owned string. A zero follows the `capacity` bytes.
   struct tStorage {
     std::uint32_t references;
     std::uint32_t capacity;
@@ -163,7 +164,7 @@ class tString {
     size_ = 0;
     kind_ = kBorrowed;
   }
-  /// Bytes that can be appended in place; 0 when the storage is shared.
+  /// The number of bytes that can be appended in place; 0 if the storage is shared.
   std::size_t room() const noexcept {
     return storage()->references == 1 ? storage()->capacity - size_ : 0;
   }
@@ -175,9 +176,10 @@ class tString {
   static tStorage* allocate(std::size_t capacity);
   bool unshared() const noexcept { return kind_ == kOwned && storage()->references == 1; }
   void requireWritable() const;
-  /// Makes the storage writable and large enough for `capacity` bytes, exactly so when it is new.
+  /// Makes the storage writable and large enough for `capacity` bytes; new storage has exactly
+  /// that.
   void makeOwned(std::size_t capacity);
-  /// As makeOwned for a string that grows to `size` bytes, with room for more.
+  /// Like makeOwned for a string that grows to `size` bytes, with room to spare.
   void grow(std::size_t size);
   void setSize(std::size_t size) noexcept { size_ = static_cast<std::uint32_t>(size); }
   [[noreturn]] static void outOfBounds();

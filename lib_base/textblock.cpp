@@ -8,7 +8,7 @@
 
 namespace {
 
-// AddressSanitizer sees only what comes from the heap.
+// AddressSanitizer only checks heap memory.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kFromSystem = false;
 #else
@@ -17,11 +17,11 @@ constexpr bool kFromSystem = true;
 
 constexpr std::size_t kLarge = std::size_t{1} << 20;
 
-// The system hands out memory page by page, which for a large source takes a tenth of its run when
-// they are small ones. Below this size more memory would be taken than used.
+// Faulting in small pages takes a tenth of the run time of a large source; huge pages avoid that.
+// Below this size they would waste memory.
 constexpr std::size_t kVeryLarge = std::size_t{4} << 20;
 
-// A wish, whatever comes of it.
+// Only a hint, so the result is ignored.
 void* preferringLargePages(void* block, std::size_t bytes) {
   if (block != nullptr && bytes >= kVeryLarge) madvise(block, bytes, MADV_HUGEPAGE);
   return block;

@@ -2,12 +2,12 @@
 
 #include <cstddef>
 
-/// Storage for the bytes of texts. Large blocks come straight from the system and go straight back
-/// to it, so that a run over many files never keeps what an earlier one needed.
+/// Storage for text. Large blocks are mapped directly and unmapped when freed, so a run over many
+/// files does not hold on to the memory that an earlier file needed.
 
-/// Null when there is no memory.
+/// Null when out of memory.
 void* allocateTextBlock(std::size_t bytes) noexcept;
-/// Keeps the bytes that fit. Null when there is no memory; the old block is then untouched.
+/// Keeps the bytes that fit. Null when out of memory; the old block is then unchanged.
 void* resizeTextBlock(void* block, std::size_t oldBytes, std::size_t bytes) noexcept;
-/// `bytes` is the size that the block was last given.
+/// `bytes` is the current size of the block.
 void releaseTextBlock(void* block, std::size_t bytes) noexcept;

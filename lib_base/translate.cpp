@@ -20,14 +20,14 @@ namespace {
 
 using tTranslateFunction = decltype(&krpreQtTranslate);
 
-/// The directory, with its '/', of the program or library that this code has been linked into;
-/// empty when it cannot be told.
+/// The directory, including the final '/', of the program or library that contains this code; empty
+/// if it cannot be determined.
 tString ownDirectory() {
   Dl_info info{};
   void* extra = nullptr;
   static const char here = 0;
   if (dladdr1(&here, &info, &extra, RTLD_DL_LINKMAP) == 0 || !extra) return {};
-  // The program itself has no name in the loader's list.
+  // The loader lists the program itself without a name.
   const char* name = static_cast<const link_map*>(extra)->l_name;
   if (!name || *name == '\0') name = "/proc/self/exe";
   const std::unique_ptr<char, decltype(&std::free)> path(::realpath(name, nullptr), &std::free);
@@ -37,7 +37,7 @@ tString ownDirectory() {
   return parts.directory;
 }
 
-/// Null when the module is not there or does not fit.
+/// Null if the module is missing or incompatible.
 tTranslateFunction loadModule() {
   const tString directory = ownDirectory();
   if (directory.empty()) return nullptr;
@@ -52,7 +52,7 @@ tTranslateFunction loadModule() {
   return nullptr;
 }
 
-// Asked for every text: dlopen with RTLD_NOLOAD would search the file system each time for what is
+// Called for every text. dlopen with RTLD_NOLOAD would search the file system each time when Qt is
 // not loaded, and take as long as a small run.
 bool qtIsLoaded() {
   const auto isQt = [](dl_phdr_info* object, std::size_t, void*) {
@@ -62,8 +62,8 @@ bool qtIsLoaded() {
   return dl_iterate_phdr(isQt, nullptr) != 0;
 }
 
-/// Null as long as the host does without Qt. The module is looked for once and then kept, for the
-/// host may be using what it handed out.
+/// Null as long as the host does not use Qt. The module is looked up once and then stays loaded,
+/// because the host may still use what it returned.
 tTranslateFunction translateFunction() {
   static std::atomic<tTranslateFunction> found{nullptr};
   static std::once_flag searched;
@@ -92,7 +92,7 @@ tString translate(const char* text) {
   if (!ask) return tString::borrow(text ? text : "");
   tString translated;
   std::size_t size = 256;
-  // Again when it did not fit; the translator may have changed in between, so until it does.
+  // Retry until it fits: the translator may have changed in between.
   for (;;) {
     translated.resize(size);
     const std::size_t length = ask(text, translated.writable(), size);

@@ -2,12 +2,12 @@
 
 #include "lib_base/stringz.h"
 
-/// The translation of a fixed message text in the context "Preprocessor", in the local 8-bit
-/// encoding. `text` is a literal in ASCII.
+/// Translates a fixed message text in the context "Preprocessor" to the local 8-bit encoding.
+/// `text` is an ASCII literal.
 ///
-/// While a tLanguageScope lives, the language is that scope's. Otherwise Qt is asked, but only when
-/// the host has it loaded and an application object exists; else the text itself comes back,
-/// without a warning and without Qt being loaded. The part that needs Qt is a module of its own
-/// (libkrpre-qt.so), found beside the library, so that a run without a Qt host never pays for
-/// loading it.
+/// A tLanguageScope in the calling thread determines the language. Otherwise Qt translates the
+/// text, provided that the host has loaded Qt and created an application object; if not, the text
+/// is returned unchanged, without a warning and without loading Qt. Only a separate module next to
+/// the library (libkrpre-qt.so) is linked with Qt, so runs without a Qt host do not pay for loading
+/// it.
 tString translate(const char* text);

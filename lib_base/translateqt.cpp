@@ -12,7 +12,7 @@ std::size_t krpreQtTranslate(const char* text, char* buffer, std::size_t size) n
     const auto length = static_cast<std::size_t>(bytes.size());
     if (length <= size) std::memcpy(buffer, bytes.constData(), length);
     return length;
-  } catch (...) {  // out of memory, or a translator of the host that throws
+  } catch (...) {  // out of memory, or a host translator that throws
     return 0;
   }
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// More than zlib and the header add to a text that cannot be made smaller.
+/// An upper bound of the packed size, including the header, for incompressible text.
 constexpr std::size_t packedBound(std::size_t size) {
   return size + size / 1024 + 64;
 }
@@ -20,7 +20,7 @@ eFileResult readFile(tDiskMan& disk, const char* name, tString& bytes) {
   return bytes.size() > kLargestSource ? eFileResult::kTooLarge : eFileResult::kDone;
 }
 
-/// A file that takes the place of another when it is whole, and is removed otherwise.
+/// A file that replaces another once it is complete, and is removed otherwise.
 class tReplacement {
  public:
   tReplacement(tDiskMan& disk, const char* target) : disk_(disk), target_(disk.resolve(target)) {
@@ -40,7 +40,7 @@ class tReplacement {
       file_ = disk_.createNew(name_.c_str(), inTheWay);
     }
     exists_ = file_ != nullptr;
-    // What nobody may read must not lie open while it is written.
+    // A private file must not be readable by others while it is being written.
     if (!exists_ || !disk_.copyPermissions(permissionsOf, name_.c_str())) return false;
     if (!file_->write(bytes) || !file_->close()) return false;
     if (!disk_.rename(name_.c_str(), target_.c_str())) return false;
@@ -50,7 +50,7 @@ class tReplacement {
 
  private:
   tDiskMan& disk_;
-  tString target_;  // behind links
+  tString target_;  // with links resolved
   tString name_;
   std::unique_ptr<tFile> file_;
   bool exists_ = false;
@@ -61,7 +61,7 @@ eFileResult writeFile(tDiskMan& disk, const char* in, const char* out, std::stri
   return file.write(bytes, in) ? eFileResult::kDone : eFileResult::kNotWritten;
 }
 
-/// For a file that need not be changed.
+/// Handles a file that needs no conversion.
 eFileResult keepFile(tDiskMan& disk, const char* in, const char* out, std::string_view bytes) {
   if (disk.resolve(in) == disk.resolve(out)) return eFileResult::kUnchanged;
   const eFileResult result = writeFile(disk, in, out, bytes);

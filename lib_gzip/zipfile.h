@@ -2,22 +2,22 @@
 
 #include "lib_base/diskman.h"
 
-/// What came of packing or unpacking a file.
+/// The result of packing or unpacking a file.
 enum class eFileResult {
   kDone,
-  kUnchanged,   // it was packed already, or is not packed
-  kUnreadable,  // it cannot be read
-  kTooLarge,    // its text, or what it packs to, is larger than a source may be
-  kDamaged,     // it cannot be unpacked
+  kUnchanged,   // already packed, or not packed
+  kUnreadable,  // cannot be read
+  kTooLarge,    // its packed or unpacked size exceeds the limit for a source
+  kDamaged,     // cannot be unpacked
   kNotWritten,
 };
 
-/// A packed file and its text may have this many bytes.
+/// The maximum size of a packed file and of its text, in bytes.
 constexpr std::size_t kLargestSource = 16 * 1024 * 1024;
 
-/// Packs the file `in` into `out`, which may be the same; null means the same. `out` is replaced in
-/// one step when the new file is whole, keeps the permissions of `in`, and stays as it is after a
-/// failure. A file that is packed already is copied as it is, unless it is to stay in its place.
+/// Packs the file `in` into `out`; null means in place. `out` is replaced atomically once the new
+/// file is complete, gets the permissions of `in`, and is left unchanged on failure. An already
+/// packed file is copied unchanged, or left alone when packing in place.
 eFileResult packFile(tDiskMan& disk, const char* in, const char* out);
-/// The reverse.
+/// The inverse of packFile.
 eFileResult unpackFile(tDiskMan& disk, const char* in, const char* out);

@@ -8,26 +8,26 @@
 /// Packed source and header files:
 ///
 ///     offset  bytes  content
-///          0      4  "#zip", in any case
+///          0      4  "#zip", case-insensitive
 ///          4      4  U, the size of the text, little-endian
 ///          8      4  P, the size of the packed data, little-endian
 ///         12      P  the text as zlib data
 ///
-/// What stands behind the packed data is ignored.
+/// Anything after the packed data is ignored.
 
 enum class eZipResult {
   kOk,
-  kShortHeader,  // no tag, or the file ends within the header
-  kBadLengths,   // P exceeds what the file holds, or U the limit
-  kDamaged,      // the data is no zlib data, or not of a text of U bytes
+  kShortHeader,  // no tag, or an incomplete header
+  kBadLengths,   // P exceeds the size of the file, or U exceeds the limit
+  kDamaged,      // invalid zlib data, or data that does not unpack to U bytes
 };
 
-/// True when a file begins as a packed one does. Its first four bytes suffice.
+/// Whether `file` starts with the tag of a packed file. The first four bytes are enough.
 bool isZipSource(std::string_view file) noexcept;
 
-/// Unpacks a whole packed file into `text`, which stays as it is on failure. A text larger than
-/// `limit` or tString::maxSize() is refused before memory is taken for it.
+/// Unpacks a complete packed file into `text`, which is left unchanged on failure. A text larger
+/// than `limit` or tString::maxSize() is rejected before any memory is allocated for it.
 eZipResult unpackZipSource(std::string_view file, std::size_t limit, tString& text);
 
-/// A packed file that holds `text`.
+/// Packs `text`; returns the content of the packed file.
 tString packZipSource(std::string_view text);

@@ -35,7 +35,7 @@ bool AYaccClass::compile(std::string_view text, int& line, int& offset) {
     parse();
     return true;
   } catch (const SSException&) {
-  } catch (const SSException* raised) {  // the process throws pointers
+  } catch (const SSException* raised) {  // in throw-pointer mode
     delete raised;
     clearLastException();
   }

@@ -5,8 +5,8 @@
 
 namespace sstable {
 
-/// A table image as it is compiled into the library; sstableformat.h tells its layout. The words
-/// are in the byte order of the machine.
+/// A table image compiled into the library, in native byte order; sstableformat.h describes the
+/// layout.
 struct tImage {
   const std::uint32_t* words;
   std::size_t bytes;
@@ -15,12 +15,12 @@ struct tImage {
 
 }  // namespace sstable
 
-/// The images that the build makes from tools/grammars.
+/// The images that the build generates from tools/grammars.
 namespace builtin {
 
-extern const sstable::tImage korelpreDfa;  // the scanner of the directive processor
+extern const sstable::tImage korelpreDfa;  // the directive processor's scanner
 extern const sstable::tImage korelpreLlr;  // its parser
-extern const sstable::tImage korelDfa;     // the scanner of the language
+extern const sstable::tImage korelDfa;     // the language's scanner
 extern const sstable::tImage korelLlr;     // its parser
 
 }  // namespace builtin

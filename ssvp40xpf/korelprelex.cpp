@@ -10,7 +10,7 @@ void cut(const SSLexConsumer& consumer, SSLexMark& mark, std::size_t characters)
   mark = consumer.markAt(consumer.start() + characters * consumer.unitSize());
 }
 
-/// Whether the character at an index of the buffer, in either byte order, is `c`.
+/// Whether the character at a buffer index is `c`, in either byte order.
 bool standsAt(const SSLexConsumer& consumer, std::size_t index, unsigned char c) {
   if (index + consumer.unitSize() > consumer.dataEnd()) return false;
   const unsigned char* unit = consumer.buffer() + index;
@@ -57,7 +57,7 @@ SSLexLexeme* KorelPreLexClass::complete(SSLexConsumer& consumer, unsigned token,
   return SSLex::complete(consumer, token, mark);
 }
 
-// The table finds a comment line by the line feed before it, which the first line of a text lacks.
+// The table recognises a comment line by the preceding line feed, which the first line lacks.
 bool KorelPreLexClass::opensStarComment(const SSLexConsumer& consumer, unsigned token,
                                         SSLexMark& mark) const {
   if (consumer.startOffset() != 0 || consumer.startLine() != 1) return false;

@@ -6,22 +6,22 @@
 #include "ssvp40xpf/korelpretokens.h"
 #include "ssvp40xpf/sslex.h"
 
-/// The scanner of the directive processor. Its rules stand in tools/grammars/korelpre.lex.
+/// The scanner for the directive processor; its rules are in tools/grammars/korelpre.lex.
 class KorelPreLexClass : public SSLex {
  public:
-  /// Scans by the built-in table. The consumer must outlive the scanner.
+  /// Scans with the built-in table. The consumer must outlive the scanner.
   explicit KorelPreLexClass(SSLexConsumer& consumer) : SSLex(consumer, builtinTable()) {}
   KorelPreLexClass(SSLexConsumer& consumer, const SSLexTable& table) : SSLex(consumer, table) {}
 
-  /// The table "korelpre.dfa", loaded at the first call and shared by the whole process.
+  /// The table "korelpre.dfa", loaded on first use and shared by the whole process.
   static const SSLexTable& builtinTable();
 
-  /// The spelling of a token; "SSLexTokenNotFound" for a number that has none.
+  /// The spelling of a token; "SSLexTokenNotFound" for a number without one.
   const char* tokenToConstChar(unsigned token) override;
 
-  /// How much of a match is the token; the rest is to be scanned again. The table has rules that
-  /// look beyond their token:
-  ///   - a quote and the line end behind it: an empty string, which is the quote alone;
+  /// How much of a match is the token; the rest is rescanned. Two rules of the table look ahead
+  /// beyond their token:
+  ///   - a quote and the following line end: an empty string, which is the quote alone;
   ///   - "->END" and a further name character: "->", then a name that begins with END.
   static std::size_t tokenLength(unsigned token, std::string_view match) {
     if (token == korelpre::kTokArrow) return kArrowLength;
@@ -29,7 +29,7 @@ class KorelPreLexClass : public SSLex {
     return match.size();
   }
 
-  /// Whether a block comment stands between the lexeme returned last and the one before.
+  /// Whether there is a block comment between the last two lexemes returned.
   bool followsComment() const { return followsComment_; }
 
   SSLexLexeme* complete(SSLexConsumer& consumer, unsigned token, SSLexMark& mark) override;

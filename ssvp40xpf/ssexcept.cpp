@@ -23,8 +23,8 @@ constexpr tErrorText kErrorTexts[] = {
 std::atomic<bool> exceptionsOn{true};
 std::atomic<bool> pointersThrown{false};
 
-/// Appends one argument under a conversion such as "%5ld". The size letters of the format do not
-/// matter: a number is a long, whatever they say.
+/// Appends one argument formatted by a conversion such as "%5ld". Length modifiers are ignored: a
+/// number is always a long.
 void appendArgument(std::string& out, std::string conversion, char letter,
                     const SSExceptionArgument& argument) {
   if (letter == 's' && argument.kind() == SSExceptionArgument::kNumber) letter = 'd';
@@ -42,7 +42,7 @@ void appendArgument(std::string& out, std::string conversion, char letter,
   out.pop_back();
 }
 
-/// printf, with arguments that carry their kind; conversions without an argument print nothing.
+/// printf with typed arguments; conversions without an argument print nothing.
 std::string formatText(const char* format, std::initializer_list<SSExceptionArgument> arguments) {
   std::string out;
   const SSExceptionArgument* argument = arguments.begin();

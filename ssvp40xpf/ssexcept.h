@@ -7,7 +7,7 @@
 #include <memory>
 #include <new>
 
-/// Numbers of the runtime's errors; their texts stand beside them in sserrors.def.
+/// The runtime's error numbers; sserrors.def lists them with their texts.
 enum eSSError : unsigned {
 #define SS_ERROR(name, number, text) name = number,
 #include "ssvp40xpf/sserrors.def"
@@ -16,17 +16,17 @@ enum eSSError : unsigned {
 
 constexpr int kSSOutOfStorage = -1;
 
-/// The text (a printf format) of an error; empty for a number that has none.
+/// The text (a printf format) of an error; empty for an unknown number.
 const char* ssErrorText(unsigned number);
 
-/// One argument of an exception: nothing, a number, or a string of its own.
+/// One argument of an exception: nothing, a number, or a string that it owns.
 class SSExceptionArgument {
  public:
   enum eKind { kEmpty, kNumber, kString };
 
   SSExceptionArgument() = default;
   SSExceptionArgument(long number) : kind_(kNumber), number_(number) {}
-  /// Copies the text; a null pointer counts as an empty text.
+  /// Copies the string; null counts as an empty string.
   SSExceptionArgument(const char* text);
   SSExceptionArgument(const SSExceptionArgument& other);
   SSExceptionArgument& operator=(const SSExceptionArgument& other);
@@ -41,24 +41,24 @@ class SSExceptionArgument {
   std::unique_ptr<char[]> text_;
 };
 
-/// A numbered error of the runtime, or of what is built on it. Copying copies the arguments too.
+/// A numbered error of the runtime or of code built on it. Copying copies the arguments too.
 class SSException : public std::exception {
  public:
   static constexpr std::size_t kArguments = 8;
   static constexpr std::size_t kMessageLength = 511;
 
-  /// Arguments beyond the eighth are dropped; a text longer than 511 characters is cut.
+  /// Arguments beyond the eighth are dropped; a text longer than 511 characters is truncated.
   SSException(int number, const char* text,
               std::initializer_list<SSExceptionArgument> arguments = {});
 
   int errorId() const { return number_; }
   const char* message() const { return message_.data(); }
   const char* what() const noexcept override { return message_.data(); }
-  /// The argument at `index`, from 0; an empty one beyond the eighth.
+  /// The argument at the zero-based `index`; an empty one beyond the eighth.
   const SSExceptionArgument& argument(std::size_t index) const;
 
-  /// Storage of an exception never goes through the allocation-failure handler, which raises one;
-  /// `new` gives null when there is none.
+  /// Allocating an exception never calls the allocation-failure handler, which raises one itself;
+  /// `new` returns null when out of memory.
   static void* operator new(std::size_t size) noexcept;
   static void operator delete(void* storage);
 
@@ -68,20 +68,20 @@ class SSException : public std::exception {
   std::array<char, kMessageLength + 1> message_{};
 };
 
-/// What the allocation-failure handler raises: number -1.
+/// Raised by the allocation-failure handler; its number is -1.
 class SSExceptionOutOfStorage : public SSException {
  public:
   SSExceptionOutOfStorage();
 };
 
-/// How the whole process raises errors.
+/// The process-wide mode of raising errors.
 class SSExceptionInfo {
  public:
-  /// Switches raising on or off and returns the previous value. While it is off an operation that
-  /// fails just returns its failing result (none, null, false or 1). On at first.
+  /// Enables or disables exceptions and returns the previous setting. While they are disabled, a
+  /// failing operation just returns its failure value (none, null, false or 1). Initially enabled.
   static bool setException(bool enabled);
-  /// Chooses between throwing a pointer (true) and throwing by value; returns the previous choice.
-  /// By value at first.
+  /// Selects throwing by pointer (true) or by value (false, the default); returns the previous
+  /// setting.
   static bool setThrowPointer(bool pointer);
   static bool exceptionsEnabled();
   static bool throwPointer();
@@ -92,19 +92,19 @@ class SSExceptionInfo {
 /// Makes SSExceptionNewHandler the allocation-failure handler; returns the previous handler.
 std::new_handler setSSExceptionNewHandler();
 
-/// Base of every class that can raise an error. Holds the slot with the last exception that the
-/// object raised in throw-pointer mode.
+/// Base of every class that can raise an error. Has a slot for the last exception that the object
+/// raised in throw-pointer mode.
 class SSExceptionPresent {
  public:
   SSExceptionPresent() = default;
   SSExceptionPresent(const SSExceptionPresent&) = delete;
   SSExceptionPresent& operator=(const SSExceptionPresent&) = delete;
 
-  /// Raises error `number` with a text formatted by printf rules from up to eight arguments, each
-  /// a number or a string: by value, or by pointer in throw-pointer mode (the slot then shows the
-  /// exception, and whoever catches it frees it with `delete`). Returns when exceptions are
-  /// disabled. A formatted text longer than an exception's message is cut; one that even the
-  /// formatting buffer (kFormatLength characters) cannot hold raises SSErrorMessageTooLong.
+  /// Raises error `number` with a printf-style text and up to eight arguments, each a number or a
+  /// string. Throws by value, or by pointer in throw-pointer mode (the slot then refers to the
+  /// exception, and whoever catches it must `delete` it). Returns if exceptions are disabled. A
+  /// formatted text longer than an exception's message is truncated; one that exceeds even the
+  /// formatting buffer (kFormatLength characters) raises SSErrorMessageTooLong.
   template <class... Arguments>
   void throwException(unsigned number, const char* format, const Arguments&... arguments) const {
     static_assert(sizeof...(arguments) <= SSException::kArguments);
@@ -113,7 +113,7 @@ class SSExceptionPresent {
     }
   }
 
-  /// throwException with the text that belongs to the number.
+  /// Calls throwException with the text of that error number.
   template <class... Arguments>
   void raise(eSSError error, const Arguments&... arguments) const {
     throwException(error, ssErrorText(error), arguments...);
@@ -121,11 +121,11 @@ class SSExceptionPresent {
 
   static constexpr std::size_t kFormatLength = 8191;
 
-  /// The exception in the slot, or null; the slot stays as it is.
+  /// The exception in the slot, or null; the slot is not changed.
   SSException* lastException() const { return last_; }
-  /// The exception in the slot, or null; from now on the caller frees it.
+  /// The exception in the slot, or null; ownership passes to the caller.
   SSException* takeLastException() const;
-  /// Empties the slot. Frees an exception that the object keeps and nobody has taken.
+  /// Empties the slot, freeing an exception that the object still owns.
   void clearLastException() const;
   /// Puts an exception into the slot, which owns it until it is taken.
   void keepException(SSException* exception) const;

@@ -8,14 +8,14 @@
 #include "ssvp40xpf/ssflat.h"
 #include "ssvp40xpf/sssto.h"
 
-/// What the two halves of the flat function interface share.
+/// Helpers shared by the two halves of the flat C interface.
 namespace ssflat {
 
-/// Tells the bad-correlator callback.
+/// Reports to the bad-correlator callback.
 void report(void* handle, const char* message);
 void reportCorrelator(void* handle, std::uint32_t expected);
 
-/// The object behind a handle, or null after a report when the handle is of another kind.
+/// The object behind a handle; reports and returns null if the handle is of another kind.
 template <class T>
 T* object(SSObject* handle, std::uint32_t correlator) {
   if (handle != nullptr && handle->correlator == correlator) return static_cast<T*>(handle);
@@ -23,7 +23,7 @@ T* object(SSObject* handle, std::uint32_t correlator) {
   return nullptr;
 }
 
-/// The kind-checked object as the class that the flat functions create.
+/// The checked object, cast to the class that the flat functions create.
 template <class T, class Base>
 T* flatObject(SSObject* handle, std::uint32_t correlator) {
   Base* const base = object<Base>(handle, correlator);
@@ -32,7 +32,7 @@ T* flatObject(SSObject* handle, std::uint32_t correlator) {
   return found;
 }
 
-/// Runs `action`; what it throws is kept by `keeper`, and the result is then `failed`.
+/// Runs `action`. If it throws, stores the exception in `keeper` and returns `failed`.
 template <class Result, class Action>
 Result guarded(const SSExceptionPresent& keeper, Result failed, Action action) {
   try {
@@ -49,7 +49,7 @@ Result guarded(const SSExceptionPresent& keeper, Result failed, Action action) {
   return failed;
 }
 
-/// Makes an object; null when that fails.
+/// Creates an object; null on failure.
 template <class Make>
 SSObject* created(Make make) {
   try {

@@ -1,15 +1,15 @@
 // One lexeme is scanned in three steps: find the longest match of the current expression list,
-// switch the list when the match says so, and drop or deliver the text. A scan that finds nothing
-// hands the text it has read, the offending character included, to error().
+// switch lists if the match requires it, and drop or deliver the text. If nothing matches, the text
+// read so far, including the offending character, is passed to error().
 //
-// A text that lies in memory as a whole is scanned there by the dense automaton; every other input
-// is read character by character. Both give the same matches.
+// Text that is entirely in memory is scanned in place by the dense automaton; any other input is
+// read character by character. Both find the same matches.
 //
 // Note [empty match]
-// A start state may accept the empty text. Such a match takes nothing, so a list that matches
-// nothing but the empty text would keep the scanner, or the parser behind it, at one place for
-// ever. At one position there are therefore at most as many empty matches in a row as the table has
-// lists (each may lead to another list); the next one counts as no match.
+// A start state may accept the empty string. Such a match consumes nothing, so a list that matches
+// only the empty string would keep the scanner, or the parser that calls it, in an endless loop.
+// Consecutive empty matches at one position are therefore limited to the number of lists in the
+// table (each may lead to another list); the next one counts as no match.
 #include "ssvp40xpf/sslex.h"
 
 #include <algorithm>
@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::size_t kListCapacity = 16;
 
-/// Sees to it that the text behind an error is read only once, however the handling ends.
+/// Ensures that the text after an error is read only once, however error handling ends.
 class tErrorText {
  public:
   explicit tErrorText(SSLexConsumer& consumer)

@@ -8,56 +8,56 @@
 #include "ssvp40xpf/sslextable.h"
 #include "ssvp40xpf/sssto.h"
 
-/// A table-driven scanner: the longest match of the current expression list makes the next lexeme.
-/// A match may push, pop or replace the expression list and may be dropped.
+/// A table-driven scanner. The longest match of the current expression list becomes the next
+/// lexeme; a match may push, pop or replace the expression list, and may be dropped.
 class SSLex : public SSObject, public SSExceptionPresent {
  public:
-  /// A scanner without table and consumer; both are given later.
+  /// A scanner without a table and consumer; both are set later.
   SSLex();
-  /// Table and consumer must outlive the scanner.
+  /// The table and the consumer must outlive the scanner.
   SSLex(SSLexConsumer& consumer, const SSLexTable& table);
-  /// Scans a file by a table read from a file; owns both.
+  /// Scans a file with a table loaded from a file; owns both.
   SSLex(const char* file, const char* table);
   virtual ~SSLex();
 
   void setConsumer(SSLexConsumer& consumer);
   void setTable(const SSLexTable& table);
-  /// Back to list 0 alone; the consumer stays where it is.
+  /// Resets the stack to list 0; the consumer keeps its position.
   void reset();
 
-  /// The next lexeme, whose reference the caller releases; null at the end of the input or, with
-  /// exceptions disabled, after an error. After a thrown error the scan goes on behind the text
+  /// The next lexeme, with a reference that the caller releases; null at the end of the input or,
+  /// with exceptions disabled, after an error. After an exception, scanning resumes after the text
   /// that caused it.
   SSLexLexeme* operator++();
 
-  /// Switch expression lists by hand. A pop raises SSErrorStackPop on an empty stack and
-  /// SSErrorStackNoTop when it leaves no list. False only with exceptions disabled.
+  /// Switch expression lists explicitly. Popping raises SSErrorStackPop on an empty stack and
+  /// SSErrorStackNoTop if no list is left. False only with exceptions disabled.
   bool pushExpressionList(const SSLexExpressionList& list);
   bool popExpressionList();
   bool gotoExpressionList(const SSLexExpressionList& list);
   bool isCurrentExpressionList(unsigned index) const;
-  /// The index of the current list. Raises SSErrorCurrentList when it is not one of the table's;
-  /// with exceptions disabled that gives sstable::kNone.
+  /// The index of the current list. Raises SSErrorCurrentList if the table has no such list;
+  /// returns sstable::kNone with exceptions disabled.
   unsigned getCurrentExpressionList() const;
 
-  /// Lexemes returned so far.
+  /// The number of lexemes returned so far.
   std::size_t lexemeCount() const { return lexemeCount_; }
   SSLexConsumer* consumer() const { return consumer_; }
   const SSLexTable* table() const { return table_; }
 
-  /// Nothing matches at the consumer's pending text. A lexeme that is returned is delivered; null
+  /// Called if nothing matches the consumer's pending text. A returned lexeme is delivered; null
   /// drops the text. The base raises SSErrorToken with line, column and text.
   virtual SSLexLexeme* error(SSLexConsumer& consumer);
-  /// The spelling of a token; a name for "not found" here.
+  /// The spelling of a token; the base returns a name for "not found".
   virtual const char* tokenToConstChar(unsigned token);
-  /// A match is dropped: moves the consumer to the mark and returns null. A lexeme that an
-  /// override returns is delivered all the same.
+  /// Called for a dropped match: moves the consumer to the mark and returns null. A lexeme returned
+  /// by an override is delivered nevertheless.
   virtual SSLexLexeme* ignore(SSLexConsumer& consumer, unsigned token, SSLexMark& mark);
-  /// A match is complete: makes its lexeme and moves the consumer to the mark. Null from an
-  /// override drops the match.
+  /// Called for a complete match: makes its lexeme and moves the consumer to the mark. An override
+  /// that returns null drops the match.
   virtual SSLexLexeme* complete(SSLexConsumer& consumer, unsigned token, SSLexMark& mark);
-  /// Replaces the token of a lexeme that stands in a keyword table. Tables with keywords are not
-  /// loaded, so the base raises SSErrorKeywordIndex.
+  /// Replaces the token of a lexeme found in a keyword table. Tables with keywords are rejected, so
+  /// the base raises SSErrorKeywordIndex.
   virtual void findKeyword(SSLexLexeme* lexeme, unsigned index,
                            SSLexConsumer::SSLexConsumerType type);
 

@@ -6,15 +6,15 @@
 
 #include "ssvp40xpf/sssto.h"
 
-/// The last accepting point of a scan.
+/// The last accepting position of a scan.
 struct SSLexMark {
-  std::size_t index = 0;   // in the consumer's buffer, past the accepted character
+  std::size_t index = 0;   // in the consumer's buffer, after the accepted character
   unsigned lineFeeds = 0;  // from the start of the lexeme
   unsigned column = 1;     // of the character at the mark
 };
 
-/// An input source. It keeps a buffer that holds at least the pending lexeme: the text from
-/// start() to next(), which the scanner has read but not yet accepted.
+/// An input source. Its buffer always contains the pending lexeme: the text from start() to next(),
+/// which the scanner has read but not yet accepted.
 class SSLexConsumer : public SSObject, public SSExceptionPresent {
  public:
   enum SSLexConsumerType {
@@ -27,13 +27,13 @@ class SSLexConsumer : public SSObject, public SSExceptionPresent {
 
   /// Reads the next character into current(). Returns 0 at the end of the input.
   virtual int operator++();
-  /// Puts new bytes at freeSpace() and returns their number, at most freeSize(); 0 at the end.
+  /// Reads up to freeSize() more bytes to freeSpace() and returns their number; 0 at the end.
   virtual std::size_t nextBuffer() = 0;
 
   SSLexConsumerType type() const { return type_; }
   unsigned current() const { return current_; }
   bool endOfData() const { return endOfData_; }
-  /// The buffer and the byte indices in it.
+  /// The buffer and byte indexes into it.
   const unsigned char* buffer() const { return data_; }
   std::size_t bufferSize() const { return bufferSize_; }
   std::size_t increment() const { return increment_; }
@@ -41,62 +41,63 @@ class SSLexConsumer : public SSObject, public SSExceptionPresent {
   std::size_t next() const { return next_; }
   std::size_t dataEnd() const { return dataEnd_; }
   std::size_t shiftedBytes() const { return shifted_; }
-  /// Characters read so far, from the start of the input; a byte-order mark does not count.
+  /// The number of characters read so far, not counting a byte-order mark.
   std::size_t absoluteOffset() const { return position(next_); }
-  /// Position of the pending lexeme, in characters from the start of the input.
+  /// The offset of the pending lexeme, in characters from the start of the input.
   std::size_t startOffset() const { return position(start_); }
-  /// Line and column of the next character, and of the first one of the pending lexeme; all from 1.
+  /// Line and column, from 1, of the next character and of the start of the pending lexeme.
   unsigned line() const { return line_; }
   unsigned column() const { return column_; }
   unsigned startLine() const { return startLine_; }
   unsigned startColumn() const { return startColumn_; }
-  /// Where the input begins, for a text that is part of a larger one.
+  /// Sets the position of the first character, for input that is part of a larger text.
   void setPosition(unsigned line, unsigned column);
 
-  /// The point after the last character read.
+  /// The position after the last character read.
   SSLexMark mark() const { return {next_, line_ - startLine_, column_}; }
-  /// The text of the pending lexeme and its characters up to a mark.
+  /// The text of the pending lexeme, and its length in characters up to a mark.
   const unsigned char* lexemeText() const { return data_ + start_; }
   std::size_t lexemeLength(const SSLexMark& to) const { return (to.index - start_) / unitSize(); }
-  /// Moves the start of the pending lexeme to a mark; what was read beyond it is unread.
+  /// Moves the start of the pending lexeme to a mark; characters read beyond it become unread.
   void acceptTo(const SSLexMark& to);
-  /// Drops the pending lexeme: the next one starts with the next character.
+  /// Drops the pending lexeme: the next one starts at the next character.
   void discard();
   /// Unreads the pending lexeme.
   void rewind();
 
-  /// Whether the whole input is 8-bit text in the buffer, so that it may be scanned there without
-  /// operator++. A derived class that overrides operator++ over such a text calls
+  /// Whether the whole input is 8-bit text in the buffer, so that it can be scanned in place
+  /// without calling operator++. A derived class that overrides operator++ for such input calls
   /// setWholeInMemory(false).
   bool wholeInMemory() const { return wholeInMemory_; }
-  /// Marks the text up to `index` as read; for a scan in memory.
+  /// Marks the text up to `index` as read, when scanning in place.
   void readTo(std::size_t index);
-  /// The mark at `index`, not before start(); the text up to there need not have been read.
+  /// The mark at `index`, which must not precede start(); the text before it may still be unread.
   SSLexMark markAt(std::size_t index) const;
 
   std::size_t unitSize() const { return unitSize(type_); }
-  /// Whether the units are in the other byte order than the machine's.
+  /// Whether the byte order of the units differs from the native one.
   bool swapped() const { return swapped_; }
 
  protected:
   static constexpr unsigned kByteOrderMark = 0xFEFF;
   static constexpr unsigned kSwappedMark = 0xFFFE;
 
-  /// A buffer of `size` bytes that grows by `increment` (0: never; below 512: SSErrorIncrement).
+  /// A buffer of `size` bytes that grows by `increment` (0: it does not; 1 to 511:
+  /// SSErrorIncrement).
   SSLexConsumer(SSLexConsumerType type, std::size_t size, std::size_t increment);
-  /// A text of `bytes` bytes: a copy of it, or the text itself, which the caller keeps alive.
+  /// A text of `bytes` bytes, either copied or used directly; the caller then keeps it alive.
   SSLexConsumer(SSLexConsumerType type, const void* text, std::size_t bytes, bool copied);
 
-  /// Whether nextBuffer() is known to have nothing more; then a full buffer need not grow.
+  /// Whether nextBuffer() is known to have no more data, so that a full buffer need not grow.
   virtual bool atEnd() { return false; }
 
   unsigned char* freeSpace() { return storage_.data() + dataEnd_; }
   std::size_t freeSize() const { return bufferSize_ - dataEnd_; }
-  /// Drops what lies before the pending lexeme. False when there is nothing.
+  /// Discards the bytes before the pending lexeme. False if there are none.
   bool shift();
-  /// Makes the buffer larger by the increment. False when there is none.
+  /// Enlarges the buffer by the increment. False if the buffer has a fixed size.
   bool grow();
-  /// Makes room for `bytes` bytes at least. False when the buffer may not grow that far.
+  /// Makes room for at least `bytes` bytes. False if the buffer cannot grow that far.
   bool makeRoom(std::size_t bytes);
   void append(const void* bytes, std::size_t count);
   static std::size_t unitSize(SSLexConsumerType type) { return type == wideType ? 2 : 1; }
@@ -118,12 +119,12 @@ class SSLexConsumer : public SSObject, public SSExceptionPresent {
   std::size_t increment_;
   bool wholeInMemory_ = false;
 
-  // The state of the reading.
+  // Reading state.
   std::size_t start_ = 0;
   std::size_t next_ = 0;
   std::size_t dataEnd_ = 0;
   std::size_t shifted_ = 0;
-  std::size_t markBytes_ = 0;  // of a byte-order mark that was skipped
+  std::size_t markBytes_ = 0;  // size of a skipped byte-order mark
   unsigned current_ = 0;
   unsigned line_ = 1;
   unsigned column_ = 1;
@@ -152,21 +153,21 @@ inline void SSLexConsumer::rewind() {
   column_ = startColumn_;
 }
 
-/// A text in memory. An 8-bit text is scanned where it lies.
+/// Text in memory. 8-bit text is scanned in place.
 class SSLexStringConsumer : public SSLexConsumer {
  public:
   enum eText {
     kCopied,
-    kBorrowed,  // the caller keeps the text alive and unchanged as long as the consumer
+    kBorrowed,  // the caller keeps the text alive and unchanged for the consumer's lifetime
   };
 
-  /// A zero-terminated text, copied. A null pointer is an empty text.
+  /// Copies a zero-terminated string. Null is an empty text.
   explicit SSLexStringConsumer(const char* text, SSLexConsumerType type = charType);
-  /// A text of `length` characters; zeros in it are ordinary characters. With `wideType` the text
-  /// is a run of 16-bit units, `length` of them.
+  /// A text of `length` characters, which may include zeros. With `wideType` the text consists of
+  /// `length` 16-bit units.
   SSLexStringConsumer(const void* text, std::size_t length, SSLexConsumerType type = charType,
                       eText keep = kCopied);
-  /// Zero-terminated wide texts, read as 16-bit units; a code above 0xFFFF becomes two of them.
+  /// Zero-terminated wide strings, read as 16-bit units; a code above 0xFFFF becomes two units.
   explicit SSLexStringConsumer(const char16_t* text);
   explicit SSLexStringConsumer(const wchar_t* text);
 
@@ -176,14 +177,14 @@ class SSLexStringConsumer : public SSLexConsumer {
   bool atEnd() override { return true; }
 };
 
-/// A buffer that the caller fills. The scanner takes the end of what has been added for the end of
-/// the input; it goes on after more has been added.
+/// A buffer that the caller fills. The scanner treats the end of the data added so far as the end
+/// of the input, and continues once more has been added.
 class SSLexDataConsumer : public SSLexConsumer {
  public:
   explicit SSLexDataConsumer(std::size_t size, std::size_t increment = 0)
       : SSLexConsumer(textType, size, increment) {}
 
-  /// Adds a copy of the data. False (SSErrorAddTooLong) when the buffer may not grow that far.
+  /// Adds a copy of the data. False (SSErrorAddTooLong) if the buffer cannot grow that far.
   bool addBuffer(const void* data, std::size_t size);
   std::size_t nextBuffer() override { return 0; }
 

@@ -5,14 +5,14 @@
 
 #include "ssvp40xpf/sstableformat.h"
 
-/// What the table says about a match that ends in a state.
+/// The table's data for a match that ends in a given state.
 struct SSLexFinal {
   std::uint32_t token;
   std::uint32_t list;   // for push and goto
   std::uint32_t flags;  // sstable::eLexFlag
   std::uint32_t keywordTable;
   std::uint32_t type;
-  bool lineFeeds;  // whether any text that leads to the state holds a line feed
+  bool lineFeeds;  // whether any text leading to the state can contain a line feed
 
   bool accepts() const { return (flags & sstable::kLexAccept) != 0; }
   bool drops() const { return (flags & sstable::kLexDrop) != 0; }
@@ -27,19 +27,19 @@ struct SSLexFinal {
   }
 };
 
-/// The longest match from some position of a text.
+/// The longest match at a position in a text.
 struct SSLexMatch {
-  const char* end;          // past the match, a character given back not counted
-  const char* reached;      // where the automaton stopped: at the character without a transition
-  const SSLexFinal* final;  // null: nothing matches here
+  const char* end;          // past the match, not counting a character given back
+  const char* reached;      // where the automaton stopped: the character without a transition
+  const SSLexFinal* final;  // null if nothing matches
 };
 
-/// An automaton laid out for direct look-up by 8-bit code. It is a view into its table, cheap to
-/// copy, and lives as long as the table. A tokenizer loop over a text in memory is:
+/// An automaton laid out for direct lookup by 8-bit code. It is a view into its table: cheap to
+/// copy and valid as long as the table. A tokeniser loop over a text in memory:
 ///
 ///     while (at != end) {
 ///       const SSLexMatch match = dense.longestMatch(at, end);
-///       if (match.final == nullptr || match.end == at) ...  // a character that starts nothing
+///       if (match.final == nullptr || match.end == at) ...  // a character that starts no token
 ///       if (!match.final->drops()) ...                      // match.final->token, [at, match.end)
 ///       at = match.end;
 ///     }
@@ -56,7 +56,7 @@ class SSLexDense {
   }
   const SSLexFinal& final(unsigned state) const { return finals_[state]; }
 
-  /// The longest match that starts at `first`. May be empty when state 0 accepts the empty text.
+  /// The longest match at `first`. May be empty if state 0 accepts the empty string.
   SSLexMatch longestMatch(const char* first, const char* end) const {
     const char* at = first;
     unsigned state = 0;
@@ -73,13 +73,13 @@ class SSLexDense {
     return {at, at, &final};
   }
 
-  /// The record of state 0 when it accepts the empty text; else null.
+  /// The record of state 0 if it accepts the empty string, otherwise null.
   const SSLexFinal* emptyMatch() const {
     return finals_[0].token != 0 && finals_[0].accepts() ? finals_ : nullptr;
   }
 
  private:
-  /// The uncommon ends of longestMatch: the automaton stopped at `reached` in a state that does not
+  /// The uncommon case of longestMatch: the automaton stopped at `reached` in a state that does not
   /// accept or that gives a character back.
   SSLexMatch lastAccepted(const char* first, const char* reached) const;
 

@@ -6,21 +6,21 @@
 
 #include "ssvp40xpf/sslexconsumer.h"
 
-/// A file, read in pieces of the buffer's size.
+/// A file, read in chunks of the buffer's size.
 class SSLexFileConsumer : public SSLexConsumer {
  public:
   static constexpr std::size_t kBufferSize = 16384;
   static constexpr std::size_t kIncrement = 4096;
 
-  /// Raises SSErrorOpenFile when the file cannot be opened.
+  /// Raises SSErrorOpenFile if the file cannot be opened.
   explicit SSLexFileConsumer(const char* path, SSLexConsumerType type = charType,
                              std::size_t size = kBufferSize, std::size_t increment = kIncrement);
-  /// An open file that the caller closes; `name` is used in messages only.
+  /// Reads an open file, which the caller closes; `name` is only used in messages.
   SSLexFileConsumer(std::FILE* file, const char* name, SSLexConsumerType type = charType,
                     std::size_t size = kBufferSize, std::size_t increment = kIncrement);
   ~SSLexFileConsumer() override;
 
-  /// Raises SSErrorReadFile when reading fails or half a 16-bit unit ends the file.
+  /// Raises SSErrorReadFile if reading fails or the file ends with half a 16-bit unit.
   std::size_t nextBuffer() override;
 
  protected:
@@ -34,8 +34,8 @@ class SSLexFileConsumer : public SSLexConsumer {
   bool ownsFile_ = true;
 };
 
-/// A file whose kind shows in its first two bytes: with a byte-order mark it is read as 16-bit
-/// units, otherwise as the given type. The buffer is never larger than the file.
+/// A file whose type is detected from its first two bytes: with a byte-order mark it is read as
+/// 16-bit units, otherwise as the given type. The buffer is never larger than the file.
 class SSLexAutoFileConsumer : public SSLexFileConsumer {
  public:
   explicit SSLexAutoFileConsumer(const char* path, SSLexConsumerType type = charType,

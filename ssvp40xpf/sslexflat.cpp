@@ -14,7 +14,7 @@ constexpr std::uint32_t kLexeme = ssCorrelator("SSLM");
 
 std::atomic<SSBadCorrelatorCallback> badCorrelator{nullptr};
 
-/// A lexer whose decisions can be taken by callbacks.
+/// A lexer whose virtual functions forward to callbacks.
 class tFlatLex : public SSLex {
  public:
   using SSLex::SSLex;

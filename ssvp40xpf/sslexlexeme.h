@@ -5,53 +5,53 @@
 
 #include "ssvp40xpf/sssto.h"
 
-/// A token of the scanner. A lexeme that the scanner makes holds its text in its own storage:
-/// header, text and a 16-bit zero. Released by the last holder of a reference.
+/// A token with its text. A lexeme made by the scanner is one block: header, text and a 16-bit
+/// zero. Freed when the last reference is released.
 class SSLexLexeme : public SSObject, public SSRefCount {
  public:
-  /// Bytes that a lexeme takes besides its text.
+  /// The size of a lexeme without its text, in bytes.
   static constexpr std::size_t kOverhead = 66;
 
-  /// A lexeme with its text inside. `text` holds `length` bytes, or `length` 16-bit units when
-  /// `byteText` is false. The caller holds the first reference.
+  /// A lexeme with its text in the same block. `text` has `length` bytes, or `length` 16-bit units
+  /// if `byteText` is false. The caller holds the first reference.
   static SSLexLexeme* make(const void* text, std::size_t length, unsigned token, unsigned line,
                            unsigned offset, bool byteText = true);
 
-  /// A lexeme from explicit values, made with `new`; the text is copied into storage of its own.
+  /// A lexeme from explicit values, made with `new`; the text is copied to a separate block.
   SSLexLexeme(std::size_t length, unsigned token, const char* text, unsigned line, unsigned offset,
               unsigned type = 0);
   SSLexLexeme(const SSLexLexeme&) = delete;
   SSLexLexeme& operator=(const SSLexLexeme&) = delete;
 
   void refInc() { ++count_; }
-  /// Drops `count` references, and the lexeme with the last one. Returns how many are left.
+  /// Releases `count` references; destroys the lexeme with the last one. Returns how many are left.
   unsigned refDec(unsigned count = 1) {
     count_ = count_ > count ? count_ - count : 0;
     if (count_ != 0) return count_;
     refFree();
     return 0;
   }
-  /// Destroys the lexeme whoever holds it.
+  /// Destroys the lexeme regardless of its references.
   void refFree();
 
   unsigned token() const { return token_; }
   unsigned line() const { return line_; }
-  /// Column of the first character, from 1.
+  /// The column of the first character, from 1.
   unsigned offset() const { return offset_; }
-  /// Position of the first character from the start of the input, from 0.
+  /// The zero-based offset of the first character from the start of the input.
   std::size_t absoluteOffset() const { return absoluteOffset_; }
-  /// 0, or what the parser uses in place of the token.
+  /// 0, or the number that the parser uses instead of the token.
   unsigned type() const { return type_; }
-  /// What the parser looks up: the type, or the token when there is no type.
+  /// The number that the parser looks up: the type if there is one, otherwise the token.
   unsigned symbol() const { return type_ != 0 ? type_ : token_; }
-  /// Characters of text.
+  /// The length of the text in characters.
   std::size_t length() const { return length_; }
-  /// Whether the text is of 8-bit characters; else of 16-bit units.
+  /// Whether the text consists of 8-bit characters rather than 16-bit units.
   bool isByteText() const { return byteText_; }
   bool ownsBuffer() const { return ownsBuffer_; }
   const char* text() const { return text_; }
   const char16_t* wideText() const { return reinterpret_cast<const char16_t*>(text_); }
-  /// Bytes of text plus kOverhead. The pool may round that up.
+  /// The size of the text in bytes plus kOverhead. The pool may round it up.
   std::size_t allocatedSize() const { return textBytes() + kOverhead; }
 
   void setToken(unsigned token) { token_ = token; }
@@ -59,11 +59,11 @@ class SSLexLexeme : public SSObject, public SSRefCount {
   void setOffset(unsigned offset) { offset_ = offset; }
   void setAbsoluteOffset(std::size_t position) { absoluteOffset_ = position; }
   void setType(unsigned type) { type_ = type; }
-  /// Cuts the text. False, without effect, for more characters than there are.
+  /// Truncates the text. False, without effect, if it is shorter than that.
   bool setLength(std::size_t length);
-  /// Exchanges the two bytes of each unit of a 16-bit text.
+  /// Swaps the bytes of each unit of a 16-bit text.
   void swapUnits();
-  /// Replaces the text by a copy of 8-bit characters in storage of its own.
+  /// Replaces the text with a copy of 8-bit characters in a separate block.
   void setBuffer(const char* text, std::size_t length);
 
   static void* operator new(std::size_t size);
@@ -87,5 +87,5 @@ class SSLexLexeme : public SSObject, public SSRefCount {
   std::size_t length_;
   std::size_t absoluteOffset_ = 0;
   char* text_;
-  std::uint64_t storage_;  // bytes of this object and of the text inside it
+  std::uint64_t storage_;  // size of this object including the text in its block
 };

@@ -1,8 +1,8 @@
-// A table is checked whole before any of it is used: block sizes, the places of the records and of
-// every row, the order of the ranges in a row, every next state and every list index. What passes
-// is indexed: for each state the next state on each of the 256 byte codes, and for each final state
-// whether a text that leads there can hold a line feed (most cannot, so their lexemes need no count
-// of lines). Rows that several states share are checked once.
+// A table is checked completely before any of it is used: block sizes, the positions of the records
+// and of every row, the order of the ranges in a row, every next state and every list index. It is
+// then indexed: for each state, the next state on each of the 256 byte codes; for each final state,
+// whether a text leading there can contain a line feed (most cannot, so their lexemes need no line
+// counting). Rows shared by several states are checked once.
 #include "ssvp40xpf/sslextable.h"
 
 #include <sys/stat.h>
@@ -29,16 +29,16 @@ std::uint32_t wordAt(const unsigned char* bytes, std::size_t index) {
   return word;
 }
 
-/// The word index of a byte offset that must leave `words` words inside a block of `total` words;
-/// npos otherwise.
+/// Converts a byte offset to a word index; npos unless `words` words from there lie inside a block
+/// of `total` words.
 std::size_t wordIndex(std::uint32_t offset, std::size_t words, std::size_t total) {
   const std::size_t index = offset / sstable::kWordSize;
   if (offset % sstable::kWordSize != 0 || index < sstable::kBlockHeaderWords) return SIZE_MAX;
   return index <= total && words <= total - index ? index : SIZE_MAX;
 }
 
-/// The bytes of an image that is not given with its size: the sum of the block sizes in it. 0 when
-/// the first words already show that it is no table.
+/// The size in bytes of an image given without its size: the sum of its block sizes. 0 if its first
+/// words already show that it is not a table.
 std::size_t trustedSize(const unsigned char* image) {
   if (wordAt(image, sstable::kLexHeaderMagic) != sstable::kLexMagic) return 0;
   std::size_t size = sstable::kLexHeaderWords * sstable::kWordSize;

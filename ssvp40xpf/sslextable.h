@@ -8,17 +8,17 @@
 #include "ssvp40xpf/sslexdense.h"
 #include "ssvp40xpf/sssto.h"
 
-/// One automaton of a table: its block, and the index for direct look-up made from it.
+/// One automaton of a table: its block, and the index for direct lookup built from it.
 class SSLexIterator {
  public:
-  /// Takes over the words of a block. Anything but a sound block leaves valid() false.
+  /// Takes the words of a block. valid() stays false for a damaged block.
   SSLexIterator(std::vector<std::uint32_t> block, unsigned listCount);
   SSLexIterator(SSLexIterator&&) noexcept = default;
 
   bool valid() const { return valid_; }
   unsigned stateCount() const { return static_cast<unsigned>(finals_.size()); }
   const SSLexFinal& final(unsigned state) const { return finals_[state]; }
-  /// The state after a character code of any size, or sstable::kNone.
+  /// The next state for a character code of any size, or sstable::kNone.
   unsigned next(unsigned state, unsigned code) const {
     if (code > 0xFF) return nextInRow(state, code);
     const unsigned entered = next_[(static_cast<std::size_t>(state) << 8) | code];
@@ -37,8 +37,8 @@ class SSLexIterator {
 
   std::vector<std::uint32_t> block_;
   std::vector<SSLexFinal> finals_;
-  std::vector<std::uint32_t> rows_;  // where each state's row starts in block_
-  std::vector<std::uint16_t> next_;  // 256 entries a state
+  std::vector<std::uint32_t> rows_;  // start of each state's row in block_
+  std::vector<std::uint16_t> next_;  // 256 entries per state
   bool valid_ = false;
 };
 
@@ -58,22 +58,22 @@ class SSLexExpressionList {
   unsigned index_;
 };
 
-/// A compiled scanner table, copied from its image (the layout is in sstableformat.h) and checked
-/// and indexed once, while it is loaded. Read-only from then on: any number of scanners may share
-/// it. A damaged image raises SSErrorLexTable, one with keyword tables SSErrorKeywordTable; with
-/// exceptions disabled the table then has no lists.
+/// A compiled scanner table. It is copied from its image (sstableformat.h describes the layout),
+/// checked and indexed while loading, and read-only afterwards, so any number of scanners may share
+/// it. A damaged image raises SSErrorLexTable, an image with keyword tables SSErrorKeywordTable;
+/// with exceptions disabled the table is then left without lists.
 class SSLexTable : public SSObject, public SSExceptionPresent {
  public:
-  /// An image of `size` bytes; `name` is used in messages only.
+  /// An image of `size` bytes; `name` is only used in messages.
   SSLexTable(const void* image, std::size_t size, const char* name);
-  /// An image in memory whose own size words are to be trusted.
+  /// An image in memory whose own size words are trusted.
   SSLexTable(const void* image, const char* name);
   /// Reads the image from a file (SSErrorOpenFile, SSErrorReadFile).
   explicit SSLexTable(const char* path);
 
   unsigned listCount() const { return static_cast<unsigned>(lists_.size()); }
-  /// The list with that index, from 0. An index not below the count raises SSErrorListIndex and,
-  /// with exceptions disabled, gives null.
+  /// The list with that zero-based index. An index out of range raises SSErrorListIndex or, with
+  /// exceptions disabled, returns null.
   const SSLexExpressionList* expressionList(unsigned index) const;
   const char* name() const { return name_.c_str(); }
 

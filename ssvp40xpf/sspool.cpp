@@ -6,13 +6,13 @@ namespace sspool {
 
 namespace {
 
-constexpr std::size_t kKeptBytes = 256 * 1024;  // in each class
+constexpr std::size_t kKeptBytes = 256 * 1024;  // per size class
 
 constexpr unsigned kUnused = 0;
 constexpr unsigned kOpen = 1;
 constexpr unsigned kClosed = 2;
 
-// Kept apart from the lists, which every token reaches.
+// Kept apart from the lists, which are accessed for every token.
 thread_local constinit unsigned state = kUnused;
 
 struct tGuard {
@@ -29,7 +29,7 @@ struct tGuard {
   }
 };
 
-/// Gives the lists their room, and makes sure that they are emptied when the thread ends.
+/// Gives the lists their room and ensures that they are emptied when the thread ends.
 void open() {
   static thread_local tGuard guard;
   (void)&guard;
@@ -45,7 +45,7 @@ thread_local constinit tPool pool{};
 
 void* allocateFresh(std::size_t size) {
   if (kKeeps) size = (size + kClassSize - 1) / kClassSize * kClassSize;
-  // Room is counted for every block that a list may take back.
+  // Does not change the room of the list: the block is not from there.
   return ::operator new(size);
 }
 

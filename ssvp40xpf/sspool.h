@@ -4,7 +4,7 @@
 
 namespace sspool {
 
-// AddressSanitizer must see each object come and go, so nothing is kept back from it.
+// AddressSanitizer must see every allocation and release, so nothing is pooled under it.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kKeeps = false;
 #elif defined(__has_feature)
@@ -22,25 +22,26 @@ struct tFreeBlock {
 
 struct tFreeList {
   tFreeBlock* first;
-  unsigned room;  // for how many more blocks
+  unsigned room;  // how many more blocks fit
 };
 
-/// The free lists of a thread. They need neither construction nor destruction, and are reached
-/// without a call: the C library sets a little space aside for such variables of libraries that are
-/// loaded late, of which these few hundred bytes are the library's share.
+/// The free lists of a thread. They need no construction or destruction, and the initial-exec TLS
+/// model accesses them without a call: the C library reserves a little space for such variables of
+/// libraries loaded at run time, and these few hundred bytes fit into it.
 struct tPool {
   tFreeList lists[kClasses];
 };
 extern __attribute__((tls_model("initial-exec"))) thread_local constinit tPool pool;
 
 void* allocateFresh(std::size_t size);
-/// A list without room: at the thread's first release, when it is full, and when the thread ends.
+/// Releases to a list without room: on the thread's first release, when the list is full, and while
+/// the thread is ending.
 void releaseSlow(void* storage, std::size_t sizeClass) noexcept;
 
 }  // namespace sspool
 
-/// Storage for the small objects that come and go with every token. Released storage is kept for
-/// the next request of its size class, thread by thread; larger requests go to the heap.
+/// Storage for the small objects that are created for every token. Released storage is kept per
+/// thread for the next request in its size class; larger requests go to the heap.
 inline void* ssPoolAllocate(std::size_t size) {
   const std::size_t sizeClass = (size - 1) / sspool::kClassSize;
   if (sspool::kKeeps && sizeClass < sspool::kClasses) {
@@ -54,7 +55,7 @@ inline void* ssPoolAllocate(std::size_t size) {
   return sspool::allocateFresh(size);
 }
 
-/// Gives back what ssPoolAllocate gave for the same `size`, on any thread.
+/// Releases storage allocated by ssPoolAllocate with the same `size`, on any thread.
 inline void ssPoolRelease(void* storage, std::size_t size) noexcept {
   const std::size_t sizeClass = (size - 1) / sspool::kClassSize;
   if (sspool::kKeeps && sizeClass < sspool::kClasses) {

@@ -8,7 +8,7 @@
 #include "ssvp40xpf/ssexcept.h"
 #include "ssvp40xpf/sspool.h"
 
-/// The four characters by which the flat functions recognise an object behind a handle.
+/// The four-character tag by which the flat functions identify the object behind a handle.
 constexpr std::uint32_t ssCorrelator(const char (&text)[5]) {
   std::uint32_t value = 0;
   for (int i = 0; i < 4; ++i) {
@@ -17,7 +17,7 @@ constexpr std::uint32_t ssCorrelator(const char (&text)[5]) {
   return value;
 }
 
-/// What a handle of the flat functions points to.
+/// The object that a handle of the flat functions points to.
 struct SSObject {
   explicit SSObject(std::uint32_t tag) : correlator(tag) {}
   std::uint32_t correlator;
@@ -32,12 +32,12 @@ class SSRefCount {
   std::uint32_t count_ = 1;
 };
 
-/// Holds one reference of a counted object (anything with refInc and refDec), or none.
+/// Holds a reference to a counted object (anything with refInc and refDec), or none.
 template <class T>
 class SSRef {
  public:
   SSRef() = default;
-  /// Takes over a reference that the caller holds.
+  /// Adopts a reference held by the caller.
   explicit SSRef(T* adopted) : object_(adopted) {}
   SSRef(const SSRef& other) : object_(other.object_) { increment(); }
   SSRef(SSRef&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
@@ -54,7 +54,7 @@ class SSRef {
     return *this;
   }
 
-  /// Adds a reference of its own.
+  /// Acquires a new reference.
   static SSRef share(T* object) {
     if (object != nullptr) object->refInc();
     return SSRef(object);
@@ -65,9 +65,9 @@ class SSRef {
   T& operator*() const { return *object_; }
   explicit operator bool() const { return object_ != nullptr; }
 
-  /// Hands the reference to the caller.
+  /// Transfers the reference to the caller.
   T* release() { return std::exchange(object_, nullptr); }
-  /// Drops the reference and takes over another one.
+  /// Releases the reference and adopts another one.
   void reset(T* adopted = nullptr) { *this = SSRef(adopted); }
 
  private:
@@ -81,8 +81,8 @@ class SSRef {
   T* object_ = nullptr;
 };
 
-/// A stack in an array of slots. It starts with `capacity` slots and grows by `increment` of them;
-/// without an increment a push on a full stack raises SSErrorStackFull.
+/// An array-based stack. It starts with `capacity` slots and grows by `increment`; with an
+/// increment of 0, pushing to a full stack raises SSErrorStackFull.
 template <class T>
 class SSLifo : public SSExceptionPresent {
  public:
@@ -92,7 +92,7 @@ class SSLifo : public SSExceptionPresent {
   std::size_t depth() const { return depth_; }
   bool empty() const { return depth_ == 0; }
 
-  /// Overwrites the next slot. False when the stack is full and may not grow.
+  /// Overwrites the next slot. False if the stack is full and cannot grow.
   bool push(T value) {
     if (depth_ == slots_.size() && !grow()) return false;
     slots_[depth_++] = std::move(value);
@@ -100,8 +100,8 @@ class SSLifo : public SSExceptionPresent {
     return true;
   }
 
-  /// Pops `count` values and empties their slots. False (SSErrorStackPop) when there are fewer; the
-  /// stack then stays as it is.
+  /// Pops `count` values and empties their slots. False (SSErrorStackPop) if there are fewer; the
+  /// stack is then unchanged.
   bool pop(std::size_t count = 1) {
     if (count > depth_) {
       raise(SSErrorStackPop);
@@ -111,10 +111,10 @@ class SSLifo : public SSExceptionPresent {
     return true;
   }
 
-  /// Pops the top value but leaves it in its slot until a push overwrites it. Null when empty.
+  /// Pops the top value but leaves it in its slot until a push overwrites it. Null if empty.
   T* takeOff() { return empty() ? nullptr : &slots_[--depth_]; }
 
-  /// The top value; null (SSErrorStackNoTop) when the stack is empty.
+  /// The top value; null (SSErrorStackNoTop) if the stack is empty.
   T* top() {
     if (empty()) {
       raise(SSErrorStackNoTop);
@@ -123,7 +123,7 @@ class SSLifo : public SSExceptionPresent {
     return &slots_[depth_ - 1];
   }
 
-  /// The value `distance` below the top (0 is the top); null (SSErrorStackIndex) beyond the bottom.
+  /// The value `distance` slots below the top; null (SSErrorStackIndex) below the bottom.
   T* fromTop(std::size_t distance) {
     if (distance >= depth_) {
       raise(SSErrorStackIndex);
@@ -132,7 +132,7 @@ class SSLifo : public SSExceptionPresent {
     return &slots_[depth_ - 1 - distance];
   }
 
-  /// Empties every slot that was ever used and starts again with the first capacity.
+  /// Empties every slot that was ever used and restores the initial capacity.
   void clear() {
     for (std::size_t i = 0; i < used_; ++i) slots_[i] = T{};
     depth_ = used_ = 0;
@@ -156,15 +156,15 @@ class SSLifo : public SSExceptionPresent {
   std::size_t capacity_;
   std::size_t increment_;
   std::size_t depth_ = 0;
-  std::size_t used_ = 0;  // slots from here on have been empty since the last clear
+  std::size_t used_ = 0;  // slots from here on are unused since the last clear
 };
 
-/// A set of numbers of fixed capacity, in order of arrival.
+/// A fixed-capacity set of numbers, in insertion order.
 class SSSetArray : public SSExceptionPresent {
  public:
   explicit SSSetArray(std::size_t capacity) : capacity_(capacity) { members_.reserve(capacity); }
 
-  /// False (SSErrorSetFull) when the set is full and does not hold the value yet.
+  /// False (SSErrorSetFull) if the set is full and does not contain the value.
   bool add(unsigned value);
   bool holds(unsigned value) const;
   bool empty() const { return members_.empty(); }

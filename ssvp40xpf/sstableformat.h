@@ -5,22 +5,22 @@
 
 /// The layout of scanner and parser table images, shared by the generator and the runtime.
 ///
-/// An image is a run of unsigned 32-bit words in little-endian order.
+/// An image is a sequence of unsigned 32-bit words in little-endian order.
 ///
 /// A scanner image is a table header (9 words), one automaton block for each expression list,
 /// then the keyword tables and the character classes (both always empty here). An automaton block
 /// is a block header (22 words), one final-state record (7 words) for each state, the transition
-/// rows, and the row index: one word a state, the byte offset of the state's row from the block's
-/// start. A row is a count n and n triples (low, high, next state) in ascending order of low. To
-/// move from a state on code c: walk the triples until one has low <= c <= high; stop at the first
+/// rows, and the row index: for each state, the byte offset of its row from the start of the
+/// block. A row is a count n and n triples (low, high, next state) in ascending order of low. To
+/// find the transition on code c, look for the triple with low <= c <= high; stop at the first
 /// whose low exceeds c.
 ///
-/// A parser image is a header (5 words), one word a state with the byte offset of the state's row
-/// from the image's start, the rows and the production table. A row is its flags, the number of
-/// goto pairs, the number of action pairs, the action pairs (action word, token), the goto pairs
-/// (target word, nonterminal) and, when the row has an error entry, one more pair whose first word
-/// is the state reached by shifting the error token. The production table holds a pair
-/// (right-side length, left-side symbol) for each production.
+/// A parser image is a header (5 words), for each state the byte offset of its row from the start
+/// of the image, the rows and the production table. A row is its flags, the number of goto pairs,
+/// the number of action pairs, the action pairs (action word, token), the goto pairs (target word,
+/// nonterminal) and, when the row has an error entry, one more pair whose first word is the state
+/// reached by shifting the error token. The production table holds a pair (right-side length,
+/// left-side symbol) for each production.
 namespace sstable {
 
 constexpr std::size_t kWordSize = 4;
@@ -39,7 +39,7 @@ enum eLexHeader : std::size_t {
   kLexHeaderWords = 9,
 };
 
-/// Words of a block header. The block size stands twice.
+/// Words of a block header. The block size is stored twice.
 enum eLexBlock : std::size_t {
   kBlockMagic = 0,
   kBlockSize = 1,
@@ -60,8 +60,8 @@ enum eLexFinal : std::size_t {
   kFinalWords = 7,
 };
 
-/// Flags of a final-state record. Push is kLexPush without kLexPop, pop is kLexPop without
-/// kLexPush, both together replace the current list.
+/// Flags of a final-state record. kLexPush alone pushes a list, kLexPop alone pops one, both
+/// together replace the current list.
 enum eLexFlag : std::uint32_t {
   kLexLineStart = 0x02,
   kLexPop = 0x08,

@@ -11,10 +11,10 @@ constexpr const char* kEndText = "eof";
 constexpr unsigned kNowhere = 0xFFFFFFFFu;
 
 // Note [runaway reductions]
-// Between two shifts a sound table reduces what lies on the stack, or builds empty symbols on top
-// of it, which the grammar bounds. A table that was damaged or built from a cyclic grammar may
-// reduce for ever. Reductions that find the stack lower than ever since the last shift are
-// progress; of the others there may be only so many.
+// Between two shifts, a valid table reduces symbols on the stack or pushes empty symbols, whose
+// number the grammar bounds. A table that is damaged or made from a cyclic grammar may reduce
+// endlessly. Reductions that shrink the stack to a new low since the last shift count as progress;
+// the number of all others is limited.
 constexpr std::size_t kReductionsBase = 4096;
 constexpr std::size_t kReductionsPerState = 64;
 
@@ -151,8 +151,8 @@ bool SSYacc::reductionsRunAway() {
 SSYacc::eStep SSYacc::doError() {
   error_ = true;
   ClearprintCmdList();
-  // Kept on purpose: the slots keep their references, so what the elements hold stays alive until
-  // later pushes overwrite them or the parser is reset or destroyed.
+  // Kept on purpose: the slots keep their references, so the elements stay alive until later pushes
+  // overwrite them or the parser is reset or destroyed.
   while (SSRef<SSYaccStackElement>* const slot = stack_.takeOff()) (*slot)->deleteInstr();
   const SSRef<SSLexLexeme> met = lookahead_;
   if (error(state_, *met) != 0) return kFailed;
@@ -244,7 +244,7 @@ void SSYacc::setReduceHandler(unsigned production, tReduceHandler handler) {
 
 SSLexLexeme* SSYacc::nextLexeme() {
   if (lex_ != nullptr) return ++*lex_;
-  abort_ = true;  // no end of input: the parse fails also when exceptions are disabled
+  abort_ = true;  // not the end of the input: the parse fails even with exceptions disabled
   raise(SSErrorLexMissing);
   return nullptr;
 }

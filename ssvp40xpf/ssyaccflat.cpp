@@ -13,7 +13,7 @@ constexpr std::uint32_t kElement = ssCorrelator("SSSE");
 constexpr std::uint32_t kLex = ssCorrelator("SSLX");
 constexpr std::uint32_t kLexeme = ssCorrelator("SSLM");
 
-/// An element with room for the caller's bytes.
+/// An element with room for caller-defined data.
 class tFlatElement : public SSYaccStackElement {
  public:
   explicit tFlatElement(std::size_t extra)
@@ -25,7 +25,7 @@ class tFlatElement : public SSYaccStackElement {
   std::vector<std::max_align_t> extra_;
 };
 
-/// A parser whose decisions are taken by callbacks.
+/// A parser whose virtual functions forward to callbacks.
 class tFlatYacc : public SSYacc {
  public:
   tFlatYacc(const SSYaccTable& by, std::size_t extra) : extra_(extra) { setTable(by); }

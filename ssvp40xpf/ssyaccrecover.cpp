@@ -1,11 +1,11 @@
-// Two ways to go on after a syntax error. By the error token: the states on the stack that can
-// shift it say which tokens may follow; lookaheads are discarded up to the first such token and
-// states are popped until one fits it. By panic: the same with a set of tokens that the caller
-// names, and states that have an action of their own. Both end, because each round discards a
-// lookahead or pops a state.
+// Two ways to recover from a syntax error. Error token: the states on the stack that can shift it
+// determine which tokens may follow; lookaheads are discarded up to the first such token, and
+// states are popped until one accepts it. Panic mode: the same with a set of tokens given by the
+// caller and states that have an action for one of them. Both terminate, because each step discards
+// a lookahead or pops a state.
 //
-// parse() empties the stack before it calls error(), so a recovery that is called from there finds
-// states only when the override has pushed some.
+// parse() empties the stack before it calls error(), so recovery started from there finds states
+// only if the override has pushed some.
 #include "ssvp40xpf/sstableformat.h"
 #include "ssvp40xpf/ssyacc.h"
 

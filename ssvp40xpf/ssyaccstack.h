@@ -6,8 +6,8 @@
 #include "ssvp40xpf/sslexlexeme.h"
 #include "ssvp40xpf/sssto.h"
 
-/// An element of the parser's stack: a state, the lexeme that was shifted with it (or none), and
-/// in derived classes the semantic value. Reference-counted, starting at 1; comes from the pool.
+/// An element of the parser's stack: a state, the lexeme shifted with it (or none) and, in derived
+/// classes, a semantic value. Reference-counted, starting at 1; allocated from the pool.
 class SSYaccStackElement : public SSObject, public SSRefCount {
  public:
   SSYaccStackElement();
@@ -15,19 +15,21 @@ class SSYaccStackElement : public SSObject, public SSRefCount {
   SSYaccStackElement& operator=(const SSYaccStackElement&) = delete;
 
   virtual void refInc() { ++count_; }
-  /// Destroys the element whoever holds it.
+  /// Destroys the element regardless of its references.
   virtual void refFree() { delete this; }
-  /// Drops `count` references, and the element with the last one. Returns how many are left.
+  /// Releases `count` references; destroys the element with the last one. Returns how many are
+  /// left.
   virtual unsigned refDec(unsigned count = 1);
-  /// Called when a syntax error takes the element off the stack, before any reference is dropped.
+  /// Called when a syntax error removes the element from the stack, before its reference is
+  /// released.
   virtual void deleteInstr() {}
   virtual ~SSYaccStackElement();
 
   unsigned state() const { return state_; }
   void setState(unsigned state) { state_ = state; }
-  /// Borrowed; null when there is none.
+  /// Borrowed; null if there is none.
   SSLexLexeme* lexeme() const { return lexeme_.get(); }
-  /// Adds a reference of its own; null removes the lexeme.
+  /// Acquires a new reference; null removes the lexeme.
   void setLexeme(SSLexLexeme* lexeme) { lexeme_ = SSRef<SSLexLexeme>::share(lexeme); }
 
   static void* operator new(std::size_t size) { return ssPoolAllocate(size); }
@@ -38,7 +40,7 @@ class SSYaccStackElement : public SSObject, public SSRefCount {
   SSRef<SSLexLexeme> lexeme_;
 };
 
-/// Lexemes given back to the parser, to be read again in the order in which they were given.
+/// Lexemes pushed back to the parser, read again in first-in, first-out order.
 class SSYaccLexemeCache {
  public:
   static constexpr std::size_t kCapacity = 32;
@@ -47,9 +49,9 @@ class SSYaccLexemeCache {
 
   bool empty() const { return first_ == lexemes_.size(); }
   std::size_t count() const { return lexemes_.size() - first_; }
-  /// Adds a reference of its own.
+  /// Acquires a new reference.
   void put(SSLexLexeme& lexeme) { lexemes_.push_back(SSRef<SSLexLexeme>::share(&lexeme)); }
-  /// The oldest lexeme; an empty reference when there is none.
+  /// The oldest lexeme; an empty reference if there is none.
   SSRef<SSLexLexeme> take();
   void clear();
 

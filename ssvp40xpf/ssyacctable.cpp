@@ -1,7 +1,7 @@
-// An image is checked whole before it is used: the places of the rows and of the productions, every
-// target state, production, token and nonterminal. What passes is indexed into two arrays for
-// direct look-up: the action word by state and token, the target by state and nonterminal. Only
-// tokens that occur get a column, so the arrays stay small enough for the processor's cache.
+// An image is checked completely before it is used: the positions of the rows and productions,
+// every target state, production, token and nonterminal. It is then indexed into two arrays for
+// direct lookup: action words by state and token, target states by state and nonterminal. Only
+// tokens that occur get a column, so the arrays fit into the CPU cache.
 #include "ssvp40xpf/ssyacctable.h"
 
 #include <algorithm>
@@ -18,12 +18,11 @@ namespace {
 constexpr std::size_t kLargestArray = std::size_t{1} << 24;  // entries
 
 bool isMagic(std::uint32_t word) {
-  return word == sstable::kYaccMagic || word == 0 ||
-         word == 1;  // the small ones are older versions
+  return word == sstable::kYaccMagic || word == 0 || word == 1;  // smaller ones are older versions
 }
 
-/// The word index of a byte offset that must leave `words` words in an image of `total` words;
-/// SIZE_MAX otherwise.
+/// Converts a byte offset to a word index; SIZE_MAX unless `words` words from there lie inside an
+/// image of `total` words.
 std::size_t wordIndex(std::uint32_t offset, std::size_t words, std::size_t total) {
   const std::size_t index = offset / sstable::kWordSize;
   if (offset % sstable::kWordSize != 0) return SIZE_MAX;
@@ -174,7 +173,7 @@ bool SSYaccTable::assignColumns() {
       gotoColumns_ = std::max<std::size_t>(gotoColumns_, pair[1] - sstable::kFirstNonterminal + 1);
     }
   }
-  // A row longer than the symbols are many holds one of them twice over and over.
+  // A row with more pairs than there are symbols only repeats symbols.
   return longestActions <= actionColumns_ && longestGotos <= gotoColumns_ &&
          rows_.size() * actionColumns_ <= kLargestArray &&
          rows_.size() * gotoColumns_ <= kLargestArray;
@@ -184,7 +183,7 @@ void SSYaccTable::indexRow(std::size_t state) {
   const std::size_t row = rows_[state];
   const std::uint32_t actions = words_[row + sstable::kRowActionCount];
   const std::uint32_t gotos = words_[row + sstable::kRowGotoCount];
-  // Of several pairs with one symbol the first counts, so they are entered from the last one on.
+  // Of several pairs for one symbol the first wins, so they are entered in reverse order.
   const std::uint32_t* const pairs = words_.data() + row + sstable::kRowPairs;
   for (std::size_t i = actions; i-- != 0;) {
     const bool isError = (pairs[2 * i] & ~sstable::kActionOperand) == 0;

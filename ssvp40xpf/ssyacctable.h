@@ -14,16 +14,16 @@ struct SSYaccProduction {
   std::uint32_t left;
 };
 
-/// A compiled parser table, copied from its image (the layout is in sstableformat.h) and checked
-/// and indexed once, while it is loaded. Read-only from then on: any number of parsers may share
+/// A compiled parser table. It is copied from its image (sstableformat.h describes the layout),
+/// checked and indexed while loading, and read-only afterwards, so any number of parsers may share
 /// it. A damaged image, or one with lookahead automata, raises SSErrorYaccTable; with exceptions
-/// disabled the table then has no states.
+/// disabled the table is then left without states.
 class SSYaccTable : public SSObject, public SSExceptionPresent {
  public:
-  /// Largest token number, and largest nonterminal counted from kFirstNonterminal, in an image.
+  /// The largest token number, and the largest nonterminal relative to kFirstNonterminal.
   static constexpr std::uint32_t kLargestSymbol = 0x0FFF;
 
-  /// An image of `size` bytes; `name` is used in messages only.
+  /// An image of `size` bytes; `name` is only used in messages.
   SSYaccTable(const void* image, std::size_t size, const char* name);
   /// Reads the image from a file (SSErrorYaccOpen).
   explicit SSYaccTable(const char* path);
@@ -32,7 +32,7 @@ class SSYaccTable : public SSObject, public SSExceptionPresent {
   unsigned productionCount() const { return static_cast<unsigned>(productions_.size()); }
   const SSYaccProduction& production(unsigned number) const { return productions_[number]; }
 
-  /// The action word (sstable::eYaccAction) of a state on a symbol; 0 is an error.
+  /// The action word (sstable::eYaccAction) for a symbol in a state; 0 is an error.
   std::uint32_t action(unsigned state, std::uint32_t symbol) const {
     return actions_[state * actionColumns_ + column(symbol)];
   }
@@ -45,7 +45,7 @@ class SSYaccTable : public SSObject, public SSExceptionPresent {
   }
 
   std::uint32_t rowFlags(unsigned state) const { return words_[rows_[state]]; }
-  /// Actions of a state, in stored order, from 0.
+  /// The actions of a state, in stored order, from 0.
   unsigned actionCount(unsigned state) const {
     return words_[rows_[state] + sstable::kRowActionCount];
   }
@@ -70,8 +70,8 @@ class SSYaccTable : public SSObject, public SSExceptionPresent {
   bool assignColumns();
   void indexRow(std::size_t state);
 
-  /// Column 0 holds errors only, for symbols that no state knows. The two special tokens are the
-  /// largest numbers, so that adding 2 makes them the first ones.
+  /// Column 0 has only errors, for symbols that no state uses. The two special tokens are the
+  /// largest numbers, so adding 2 wraps them around to the first ones.
   std::uint32_t column(std::uint32_t symbol) const {
     const std::uint32_t at = symbol + 2;
     return at < columns_.size() ? columns_[at] : 0;
@@ -80,8 +80,8 @@ class SSYaccTable : public SSObject, public SSExceptionPresent {
   std::string name_;
   std::vector<std::uint32_t> words_;
   std::vector<SSYaccProduction> productions_;
-  std::vector<std::size_t> rows_;       // where each state's row starts in words_
-  std::vector<std::uint16_t> columns_;  // of the action array, by symbol + 2
+  std::vector<std::size_t> rows_;       // start of each state's row in words_
+  std::vector<std::uint16_t> columns_;  // columns of the action array, by symbol + 2
   std::size_t actionColumns_ = 0;
   std::size_t gotoColumns_ = 0;
   std::vector<std::uint32_t> actions_;  // state by column

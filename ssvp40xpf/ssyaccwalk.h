@@ -6,19 +6,20 @@
 
 #include "ssvp40xpf/ssyacctable.h"
 
-/// Follows a parser table over a run of tokens: a parse that makes neither lexemes nor stack
-/// elements and only answers whether each token can continue the run. It keeps its storage, so
-/// walks are repeated without allocating.
+/// Runs a parser table over a sequence of tokens without making lexemes or stack elements; it only
+/// determines whether each token can continue the sequence. Storage is reused, so repeated walks do
+/// not allocate.
 class SSYaccWalk {
  public:
-  /// The table must outlive the walk. It is trusted: unlike SSYacc a walk does not look for damage.
+  /// The table must outlive the walk. It is trusted: unlike SSYacc, a walk does not check for
+  /// damage.
   explicit SSYaccWalk(const SSYaccTable& table);
 
-  /// Back to the start.
+  /// Restarts the walk.
   void restart() { top_ = states_.data() + kStart; }
 
-  /// Takes a token. False when it cannot continue the run, and when it is the end of the input and
-  /// the run is accepted; the walk is over then.
+  /// Consumes a token. False if it cannot continue the sequence, or if it is the end of the input
+  /// and the sequence is accepted; the walk is then over.
   bool take(std::uint32_t token) {
     for (;;) {
       const tSettled& settled = settle(token);
@@ -36,20 +37,20 @@ class SSYaccWalk {
 
  private:
   static constexpr std::size_t kCapacity = 256;
-  static constexpr std::size_t kStart = 1;  // the state below the first one is never looked at
+  static constexpr std::size_t kStart = 1;  // the state below the first one is never read
   static constexpr unsigned kMemoBits = 10;
 
-  /// What remains to be done with a token after all reductions of a single symbol.
+  /// What remains to be done for a token after all single-symbol reductions.
   struct tSettled {
     std::uint64_t key = ~std::uint64_t{0};
-    std::uint32_t state = 0;  // that is then on top
+    std::uint32_t state = 0;  // then on top of the stack
     std::uint32_t action = 0;
   };
 
   // Note [settled states]
-  // Most reductions rename the topmost symbol: a name becomes an operand, a term, an expression.
-  // The result depends on the two topmost states and the token alone, and few such triples occur,
-  // so each is worked out once.
+  // Most reductions just rename the topmost symbol: a name becomes an operand, a term, an
+  // expression. The result depends only on the two topmost states and the token, and few such
+  // triples occur, so each result is cached.
   const tSettled& settle(std::uint32_t token) {
     const std::uint64_t key =
         (std::uint64_t{token} << 32) | (std::uint64_t{top_[-1]} << 16) | std::uint64_t{*top_};

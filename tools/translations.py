@@ -1,10 +1,10 @@
-"""Makes the table of translated messages of Qt Linguist's sources.
+"""Generates the table of translated messages from Qt Linguist sources.
 
     python3 tools/translations.py OUT.cpp krpre_de.ts ...
 
-The language of a file is the attribute of its root element. All contexts go into one table: the
-same English words have the same translation everywhere. A message without a finished translation
-stays English.
+The language of a file is an attribute of its root element. All contexts are merged into one table:
+the same English text has the same translation everywhere. A message without a finished translation
+stays in English.
 """
 
 import sys
@@ -22,7 +22,7 @@ def messages(root):
 
 
 def literal(text):
-    """A C++ string literal. Bytes that are no ASCII are written in octal, which has an end."""
+    """A C++ string literal. Non-ASCII bytes become octal escapes, whose length is limited."""
     plain = "".join(chr(b) if 32 <= b < 127 and chr(b) not in '"\\\\?' else "\\%03o" % b
                     for b in text.encode("utf-8"))
     return '"%s"' % plain

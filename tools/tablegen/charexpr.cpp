@@ -38,7 +38,7 @@ std::vector<tCharRange> complement(const std::vector<tCharRange>& ranges) {
   return rest;
 }
 
-/// Recursive descent over one expression.
+/// A recursive-descent parser for one expression.
 class tReader {
  public:
   tReader(std::string_view text, const tDefinitions& definitions)
@@ -181,7 +181,7 @@ tCharExpr tReader::characterClass() {
   return set(std::move(ranges));
 }
 
-// The part of a text behind "~" is a nest of optional tails: PR~OC is PR(O(C)?)?.
+// The part after "~" becomes nested optional tails: PR~OC is PR(O(C)?)?.
 tCharExpr tReader::text(char quote) {
   const bool anyCase = quote == '\'';
   std::vector<tCharExpr> characters;

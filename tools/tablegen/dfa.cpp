@@ -1,6 +1,7 @@
-// The subset construction. A deterministic state stands for the set of states that the automaton
-// can be in after the same text. The codes are cut wherever a move of the set begins or ends; all
-// codes between two cuts lead to the same set. It ends because there are finitely many sets.
+// The subset construction. A deterministic state represents the set of states that the automaton
+// can be in after reading the same text. The code range is split wherever a move of the set starts
+// or ends; all codes between two splits lead to the same set. It terminates because the number of
+// sets is finite.
 #include "tools/tablegen/dfa.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@
 namespace tablegen {
 namespace {
 
-using tStateSet = std::vector<int>;  // ascending, each once
+using tStateSet = std::vector<int>;  // ascending, without duplicates
 
 class tSubsets {
  public:

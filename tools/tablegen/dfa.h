@@ -16,27 +16,26 @@ struct tDfaMove {
 };
 
 struct tDfaState {
-  std::vector<tDfaMove> moves;  // ascending, apart from each other; neighbours lead elsewhere
-  int rule = kNoRule;           // the first of the rules whose match ends here
+  std::vector<tDfaMove> moves;  // ascending and disjoint; adjacent ones have different targets
+  int rule = kNoRule;           // the first rule whose match ends here
 };
 
-/// A deterministic automaton; state 0 is its start.
+/// A deterministic automaton; state 0 is the start state.
 struct tDfa {
   std::vector<tDfaState> states;
 
-  /// For each rule that loses some of its matches to an earlier one: that earlier rule, else
-  /// kNoRule.
+  /// For each rule that loses matches to an earlier rule, the earlier one; otherwise kNoRule.
   std::vector<int> shadowedBy;
 };
 
-/// Makes the automaton deterministic; `ruleCount` is the number of its list's rules.
+/// Makes the automaton deterministic; `ruleCount` is the number of rules in its list.
 tDfa buildDfa(const tNfa& nfa, std::size_t ruleCount);
 
-/// Adds a move behind the last one, joined with it when both lead to the same state and touch.
+/// Appends a move, merging it with the last one if they are adjacent and have the same target.
 void appendMove(std::vector<tDfaMove>& moves, const tDfaMove& move);
 
-/// Throws tGenError for a rule of `list` that no text can reach and for one that matches the empty
-/// text.
+/// Throws tGenError for a rule of `list` that can never match and for one that matches the empty
+/// string.
 void checkRules(const tDfa& dfa, const tLexList& list, const std::string& file);
 
 }  // namespace tablegen

@@ -38,7 +38,7 @@ std::string imageDefinition(const std::string& name, const std::string& array,
          "\"};\n";
 }
 
-/// By group, the numbers of its members.
+/// The numbers of the members of each group.
 using tGroups = std::map<std::string, std::set<std::uint32_t>>;
 
 std::string predicates(const tGroups& groups, const std::string& noun) {
@@ -60,7 +60,7 @@ std::string headerStart(const std::string& grammar) {
   return origin(grammar) + "#pragma once\n\n#include <cstdint>\n\nnamespace " + grammar + " {\n";
 }
 
-/// One enum for each nonterminal with labels.
+/// One enum per labelled nonterminal.
 std::string labelEnums(const std::vector<const tGrammarRule*>& rules) {
   std::map<std::string, std::string> enums;
   for (const tGrammarRule* rule : rules) {
@@ -76,7 +76,7 @@ std::string labelEnums(const std::vector<const tGrammarRule*>& rules) {
   return text;
 }
 
-/// The nonterminals in the order of their numbers.
+/// The nonterminals in numerical order.
 std::vector<std::string> nonterminals(const tBisonReport& report) {
   const std::map<std::string, std::uint32_t> numbers = numberNonterminals(report);
   std::vector<std::string> names(numbers.size());
@@ -101,7 +101,7 @@ std::string leftSides(const tBisonReport& report) {
   return text + "  };\n  return kLeftSides[production - 1];\n}\n";
 }
 
-/// The tokens that `symbol` may consist of alone.
+/// The tokens that `symbol` can consist of on their own.
 std::set<std::uint32_t> singleTokens(const tBisonReport& report, const std::string& symbol,
                                      std::set<std::string>& visited) {
   const auto terminal = report.terminals.find(symbol);
@@ -115,7 +115,7 @@ std::set<std::uint32_t> singleTokens(const tBisonReport& report, const std::stri
   return tokens;
 }
 
-/// Cases that tell which production of `left` makes a token.
+/// The case labels that map tokens to the production of `left` that derives them.
 std::string singles(const tBisonReport& report, const std::string& left) {
   std::string text;
   std::set<std::uint32_t> known;

@@ -5,8 +5,8 @@
 
 namespace tablegen {
 
-/// A fault in a grammar source. Its text is what the user sees: "file:line: what is wrong". Line 0
-/// is a fault of the whole file.
+/// An error in a grammar source. Its text is shown to the user: "file:line: what is wrong". Line 0
+/// means the whole file.
 class tGenError : public std::runtime_error {
  public:
   tGenError(const std::string& file, long line, const std::string& text)

@@ -1,6 +1,6 @@
-// Reads the rules of a bison grammar as far as bison's report is silent: labels, groups, numbers
-// and the lines that messages name. Actions, %prec and rules without ";" have no place in our
-// grammars.
+// Reads the parts of a bison grammar's rules that are missing from bison's report: labels, groups,
+// numbers, and the line numbers for messages. Actions, %prec and rules without ";" are not
+// supported.
 
 #include "tools/tablegen/grammarrules.h"
 
@@ -37,7 +37,7 @@ bool isGroup(const std::string& word) {
   return word.size() > 1 && word[0] == '@' && std::all_of(word.begin() + 1, word.end(), isNameByte);
 }
 
-/// A symbol, an operator of bison's or the inside of a comment.
+/// A symbol, a bison operator or the content of a comment.
 struct tPiece {
   enum eKind : char { kSymbol = 's', kComment = 'c', kColon = ':', kBar = '|', kEndOfRule = ';' };
   eKind kind;
@@ -49,7 +49,7 @@ class tPieceReader {
  public:
   tPieceReader(std::istream& grammar, const std::string& file);
 
-  /// Reads the next piece; false at the end.
+  /// Reads the next piece; false at the end of the text.
   bool read(tPiece& piece);
 
  private:
@@ -131,8 +131,8 @@ class tRuleReader {
   tRuleReader(std::istream& grammar, const std::string& file)
       : pieces_(grammar, file), file_(file) {}
 
-  /// Reads the next rule's productions into `rules`, and into `numbers` what they state as their
-  /// numbers, or 0; false at the end.
+  /// Appends the next rule's productions to `rules` and their explicit numbers, or 0, to `numbers`;
+  /// false at the end.
   bool read(std::vector<tGrammarRule>& rules, std::vector<std::uint32_t>& numbers);
 
  private:
@@ -190,7 +190,7 @@ void tRuleReader::readProduction(tGrammarRule& rule, std::uint32_t& number) {
   if (empty) fail("an empty right side is written %empty");
 }
 
-// "/* 73 */" in front of a production.
+// "/* 73 */" before a production.
 bool tRuleReader::readPlace(tGrammarRule& rule) const {
   std::istringstream words(piece_.text);
   std::string word;
@@ -237,7 +237,7 @@ tGrammarRules::tGrammarRules(std::istream& grammar, const std::string& file) : f
   checkLabels();
 }
 
-// Stated numbers are those behind the counted ones: then adding a production moves no other.
+// Explicit numbers follow the implicit ones, so adding a production does not renumber the others.
 void tGrammarRules::numberRules(const std::vector<std::uint32_t>& stated) {
   std::uint32_t counted = 0;
   for (std::size_t at = 0; at < rules_.size(); ++at) {

@@ -9,19 +9,18 @@
 
 namespace tablegen {
 
-/// A production as the grammar's text has it. What the program wants to know of it stands in a
-/// comment at the end of its right side:
+/// A production as written in the grammar. A comment at the end of its right side holds the
+/// annotations that the program needs:
 ///
 ///     | "_include" includeName   /* kInclude @group yields = 205 */
 ///
-/// - kInclude: its label, the name of its number in the program.
-/// - @group: a set of productions that the program asks for.
-/// - yields: its conflicts are known, and a shift wins them.
-/// - = 205: its number. Without one, productions are numbered from 1 in the order of the text; with
-///   one, it stands where it belongs and the others keep their numbers.
+/// - kInclude: its label, which names its number in the program.
+/// - @group: a named set of productions that the program tests for.
+/// - yields: its conflicts are expected and resolved in favour of a shift.
+/// - = 205: its number. By default productions are numbered from 1 in source order; an explicit
+///   number allows adding a production anywhere without renumbering the others.
 ///
-/// A comment in front of a production, such as the one in `token:  /* 73 */`, is the number that it
-/// is expected to have.
+/// A comment before a production, as in `token:  /* 73 */`, gives its expected number.
 struct tGrammarRule {
   std::string left;
   std::size_t symbols = 0;  // of the right side
@@ -33,22 +32,22 @@ struct tGrammarRule {
   long line = 0;
 };
 
-/// The productions of a bison grammar, in its order.
+/// The productions of a bison grammar, in source order.
 class tGrammarRules {
  public:
-  /// Reads what stands behind the first "%%"; `file` is the name for messages. Throws tGenError for
-  /// text or a comment that it does not understand, for a label or a number that stands twice, and
-  /// when only some productions of a nonterminal have labels.
+  /// Reads the part after the first "%%"; `file` is the name used in messages. Throws tGenError for
+  /// unknown text or annotations, for duplicate labels and numbers, and if only some productions of
+  /// a nonterminal have labels.
   tGrammarRules(std::istream& grammar, const std::string& file);
 
-  /// The productions by number, from 1: the first is at index 0.
+  /// The productions ordered by number; number 1 is at index 0.
   std::vector<const tGrammarRule*> byNumber() const;
 
-  /// Gives the productions of a report their numbers of here, in place of bison's. Throws tGenError
-  /// when it is not the report of this grammar.
+  /// Renumbers the productions of a report from bison's numbers to these. Throws tGenError if it is
+  /// not a report on this grammar.
   void number(tBisonReport& report) const;
 
-  /// Checks that those productions that yield in a conflict, and no others, are said to.
+  /// Checks that exactly the productions that lose a conflict are annotated with "yields".
   void expectConflicts(const std::vector<tShiftConflict>& conflicts) const;
 
   const std::vector<tGrammarRule>& all() const { return rules_; }

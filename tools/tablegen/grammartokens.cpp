@@ -9,7 +9,7 @@
 namespace tablegen {
 namespace {
 
-/// Takes a spelling in quotes off the front of `rest`. False when it has no end or is empty.
+/// Removes a quoted spelling from the front of `rest`. False if it is unterminated or empty.
 bool takeSpelling(std::string& rest, std::string& spelling) {
   if (rest.empty() || rest.front() != '"') return true;
   std::size_t at = 1;

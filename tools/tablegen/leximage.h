@@ -7,11 +7,11 @@
 
 namespace tablegen {
 
-/// A table image, word by word.
+/// The words of a table image.
 using tImage = std::vector<std::uint32_t>;
 
-/// Builds the smallest automaton of every list and lays all of them out as a scanner image.
-/// Throws tGenError for a rule that no text can reach or that matches the empty text.
+/// Builds the minimal automaton of each list and lays them out as a scanner image. Throws tGenError
+/// for a rule that can never match or that matches the empty string.
 tImage buildLexImage(const tLexSpec& spec);
 
 }  // namespace tablegen

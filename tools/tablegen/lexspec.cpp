@@ -38,7 +38,7 @@ class tSpecReader {
   tDefinitions definitions_;
   long line_ = 0;
 
-  /// The lists that rules name, by list and rule; they may be opened further down.
+  /// The lists referenced by rules, by list and rule; they may be defined later.
   struct tListUse {
     std::size_t list;
     std::size_t rule;

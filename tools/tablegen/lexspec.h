@@ -10,7 +10,7 @@
 
 namespace tablegen {
 
-/// What happens when the longest match ends in a state of this rule: the words of a final-state
+/// The action of a rule, applied when the longest match is this rule's: the words of a final-state
 /// record.
 struct tDecision {
   std::uint32_t token = 0;
@@ -26,7 +26,7 @@ struct tLexRule {
   long line = 0;
 };
 
-/// One expression list. Of two rules that match equally much the earlier one wins.
+/// An expression list. Of two rules with equally long matches, the earlier one wins.
 struct tLexList {
   std::string name;
   std::vector<tLexRule> rules;
@@ -39,14 +39,14 @@ struct tLexList {
 ///   %list NAME
 ///   EXPRESSION TOKEN [drop] [push LIST | goto LIST | pop]
 ///
-/// Lists are numbered from 0 in the order of their sections and may be used before they are
-/// opened. The token "-" stands for none.
+/// Lists are numbered from 0 in the order of their sections and may be referenced before they are
+/// defined. The token "-" means none.
 struct tLexSpec {
   std::string file;
   std::vector<tLexList> lists;
 };
 
-/// Reads a scanner source; `file` is the name for messages. Throws tGenError.
+/// Reads a scanner source; `file` is the name used in messages. Throws tGenError.
 tLexSpec readLexSpec(std::istream& source, const std::string& file, const tGrammarTokens& tokens);
 
 }  // namespace tablegen

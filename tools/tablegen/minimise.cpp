@@ -1,6 +1,6 @@
-// Moore's refinement. States start out in classes by their decision; a class is split whenever two
-// of its states lead, on some code, into different classes. A round that splits nothing is the
-// last, and as a round can only add classes there are no more rounds than states.
+// Moore's partition refinement. States are first grouped into classes by their decision; a class is
+// split whenever two of its states have, on some code, targets in different classes. It stops after
+// a round without a split; as every other round adds a class, there are no more rounds than states.
 #include "tools/tablegen/minimise.h"
 
 #include <map>
@@ -60,7 +60,7 @@ tDfa minimise(const tDfa& dfa, const std::vector<tLexRule>& rules) {
   tDfa small;
   small.shadowedBy = dfa.shadowedBy;
   std::vector<int> numbers(count, -1);
-  std::vector<std::size_t> members;  // a state of `dfa` for each new state
+  std::vector<std::size_t> members;  // for each new state, a state of `dfa`
   const auto numberOf = [&](int state) {
     int& number = numbers[index(classes[index(state)])];
     if (number < 0) {

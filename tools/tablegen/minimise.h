@@ -4,9 +4,9 @@
 
 namespace tablegen {
 
-/// The smallest automaton of a list that makes the same decisions: states that no text can tell
-/// apart become one. Rules with equal decisions count as the same. States are numbered in the order
-/// in which a walk from the start, breadth first and by ascending codes, meets them.
+/// The minimal automaton with the same decisions: equivalent states are merged. Rules with equal
+/// decisions count as the same. States are numbered in breadth-first order from the start state, by
+/// ascending codes.
 tDfa minimise(const tDfa& dfa, const std::vector<tLexRule>& rules);
 
 }  // namespace tablegen

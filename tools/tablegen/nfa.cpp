@@ -1,5 +1,5 @@
 // Each expression becomes a fragment with one entry and one exit: a set is one move, a sequence
-// chains its parts, and the other kinds go around their parts by silent moves.
+// chains its parts, and the other kinds connect or bypass their parts with empty moves.
 #include "tools/tablegen/nfa.h"
 
 namespace tablegen {
@@ -16,7 +16,7 @@ class tBuilder {
   void addSilent(int from, int to) { state(from).silent.push_back(to); }
   tNfaState& state(int index) { return nfa_.states[static_cast<std::size_t>(index)]; }
 
-  /// Adds the fragment of `expr` behind state `from` and returns its exit.
+  /// Adds the fragment of `expr` after state `from` and returns its exit.
   int add(const tCharExpr& expr, int from);
 
  private:
@@ -45,7 +45,7 @@ int tBuilder::add(const tCharExpr& expr, int from) {
       addSilent(add(expr.parts.front(), from), exit);
       break;
     case tCharExpr::kMany: {
-      // A state of its own in front, so that going round cannot re-enter what leads here.
+      // Starts with a separate state, so that repeating cannot re-enter what leads here.
       const int entry = newState();
       addSilent(from, entry);
       exit = add(expr.parts.front(), entry);

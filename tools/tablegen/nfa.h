@@ -7,7 +7,7 @@
 
 namespace tablegen {
 
-/// No rule: a state in which no match ends.
+/// No rule: no match ends in the state.
 constexpr int kNoRule = -1;
 
 /// A move on the codes low to high.
@@ -19,17 +19,17 @@ struct tNfaMove {
 
 struct tNfaState {
   std::vector<tNfaMove> moves;
-  std::vector<int> silent;  // states reached without a character
+  std::vector<int> silent;  // targets of empty moves
   int rule = kNoRule;       // the rule whose match ends here
 };
 
-/// The automaton of one expression list; state 0 is its start. From every state an accepting one
-/// can be reached.
+/// The automaton of one expression list; state 0 is the start state. Every state can reach an
+/// accepting one.
 struct tNfa {
   std::vector<tNfaState> states;
 };
 
-/// Builds it from the rules, whose numbers are their places in the list.
+/// Builds the automaton from the rules, which are numbered by their index in the list.
 tNfa buildNfa(const std::vector<tLexRule>& rules);
 
 }  // namespace tablegen

@@ -16,7 +16,7 @@ using namespace sstable;
 
 constexpr std::string_view kEndOfInput = "$end";
 
-/// Walks the report; each operation is entered at the start of its element and leaves at its end.
+/// Walks the report; each function is entered at the start of its element and returns at its end.
 class tReportReader {
  public:
   tReportReader(const std::string& text, const std::string& file)
@@ -100,7 +100,7 @@ void tReportReader::readProduction() {
         if (at("symbol")) {
           production.right.push_back(xml_.readElementText().toStdString());
         } else {
-          xml_.skipCurrentElement();  // the mark of an empty right side
+          xml_.skipCurrentElement();  // marks an empty right side
         }
       }
     } else {
@@ -122,7 +122,7 @@ void tReportReader::readState() {
   if (number("number") != report_.states.size()) fail("states are out of order");
   tBisonReport::tState state;
   state.line = static_cast<long>(xml_.lineNumber());
-  // Transitions and reductions stand some elements deep inside the state; walk it flat.
+  // Transitions and reductions are nested a few elements deep in the state; ignore the nesting.
   for (int depth = 1; depth > 0 && !xml_.atEnd();) {
     const QXmlStreamReader::TokenType token = xml_.readNext();
     if (token == QXmlStreamReader::EndElement) --depth;
@@ -172,7 +172,7 @@ tRow::tRow(const tBisonReport& report, const tBisonReport::tState& state,
     actions_.emplace_back(token, token == kTokenEof ? kActionAccept : kActionShift | shift.state);
   }
   for (const auto& candidate : state.reductions) {
-    // Behind the end of input; accepted one state earlier.
+    // After the end of input; accepted one state earlier.
     if (!candidate.enabled || candidate.production == "accept") continue;
     const std::uint32_t word = reduction(candidate);
     actions_.emplace_back(report.terminals.at(candidate.symbol), word);

@@ -9,8 +9,8 @@
 
 namespace tablegen {
 
-/// What bison's XML report says of a grammar and its automaton. Symbols bear the names of the
-/// report: a terminal its spelling in quotes, or its name when it has none.
+/// A grammar and its automaton as described by bison's XML report. Symbols are named as in the
+/// report: a terminal by its quoted spelling, or by its name if it has none.
 struct tBisonReport {
   struct tProduction {
     std::string left;
@@ -23,7 +23,7 @@ struct tBisonReport {
   struct tReduction {
     std::string symbol;
     std::string production;  // a number, or "accept"
-    bool enabled;            // false when a conflict was resolved against it
+    bool enabled;            // false if a conflict was resolved against it
   };
   struct tState {
     std::vector<tTransition> shifts;
@@ -38,28 +38,28 @@ struct tBisonReport {
   std::vector<tState> states;
 };
 
-/// Reads a report; `file` is the name for messages. Throws tGenError when it is malformed.
+/// Reads a report; `file` is the name used in messages. Throws tGenError if it is malformed.
 tBisonReport readBisonReport(const std::string& text, const std::string& file);
 
-/// A token that a state shifts although it could have reduced.
+/// A token that a state shifts although it could also reduce.
 struct tShiftConflict {
   std::string symbol;
   std::string production;
 };
 
-/// The conflicts that were resolved by shifting, one for each state and token. Throws tGenError for
-/// a conflict between two reductions.
+/// The conflicts resolved by shifting, one per state and token. Throws tGenError for a
+/// reduce/reduce conflict.
 std::vector<tShiftConflict> shiftConflicts(const tBisonReport& report);
 
-/// Nonterminal symbols, numbered in the order in which they first appear in the productions.
+/// Nonterminal symbols, numbered in order of first appearance in the productions.
 std::map<std::string, std::uint32_t> numberNonterminals(const tBisonReport& report);
 
-/// Lays the automaton out as a parser image. Throws tGenError for what the layout cannot hold:
-/// reductions by default and more than 65535 productions.
+/// Lays the automaton out as a parser image. Throws tGenError for what the layout cannot represent:
+/// default reductions and more than 65535 productions.
 ///
-/// States are bison's, one for one. The start production "lines, end of input" gives bison a state
-/// behind the end of input, in which it accepts; the image accepts on seeing the end of input, one
-/// state earlier, and that last state stays as a row without pairs.
+/// States correspond one to one to bison's. For the start production "lines, end of input" bison
+/// has a state after the end of input, in which it accepts; the image accepts on seeing the end of
+/// input, one state earlier, and that last state remains as a row without pairs.
 tImage buildYaccImage(const tBisonReport& report);
 
 }  // namespace tablegen
