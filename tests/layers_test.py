@@ -48,9 +48,6 @@ ROOMS = {
 }
 FOR_EVERYBODY = {"korelpre/korelpreobjs.h"}
 
-# Folders that hold the order of their rooms, and in which no cycle may begin. The others will.
-HELD = {"preprocessor"}
-
 # Outside headers -> the files that may use them.
 OUTSIDE = [(re.compile(headers), re.compile(users)) for headers, users in (
     (r"Q[A-Za-z]|Qt[A-Z]", r"lib_base/(translateqt|regexp)\.|tools/tablegen/yaccimage\."),
@@ -81,7 +78,7 @@ def wrong_room(path, name):
     """Whether `path` and `name`, of one folder, stand in rooms that forbid the include."""
     folder = path.split("/")[0]
     source, target = room_of(path), room_of(name)
-    if folder not in ROOMS or folder not in HELD or name in FOR_EVERYBODY or target == source:
+    if folder not in ROOMS or name in FOR_EVERYBODY or target == source:
         return False
     if source == "":
         return path in FOR_EVERYBODY
@@ -140,7 +137,7 @@ def cycles(includes):
     needs = {unit: reachable(graph, unit) for unit in graph}
     for path, number, bracket, name in includes:
         source, target = unit_of(path), unit_of(name)
-        if bracket == "<" or source == target or path.split("/")[0] not in HELD:
+        if bracket == "<" or source == target:
             continue
         if source in needs.get(target, ()):
             yield "%s:%d: a cycle, for %s includes %s" % (path, number, target, source)

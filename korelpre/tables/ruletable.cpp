@@ -54,9 +54,8 @@ class tBestRule {
 };
 
 void tXChgArray::Destroy() {
-  dropStored();
   forgetRules();
-  tAutoArray<tBaseXChg>::Destroy();
+  tRuleSlots::Destroy();
 }
 
 namespace {
@@ -200,8 +199,7 @@ void tXChgArray::noteKey(std::string_view key, tWordRule wordRule) {
 void tXChgArray::addStored(const tStoredRule& rule, tRuleContext* context) {
   const tWordRule wordRule = rule.wordRule();
   noteKey(rule.keyText(), wordRule);
-  context_ = context;
-  add(slotOf(rule));
+  addStoredSlot(rule, context);
   if (wordRule.caseSensitive && !wordRule.abbreviate) index_.addedStored(rule.keyText(), *this);
 }
 
@@ -215,36 +213,15 @@ void tXChgArray::addStored(const tStoredRules& stored, tRuleContext* context) {
   dropElements();
   waiting_.clear();
   reserve(static_cast<int>(stored.count) + static_cast<int>(own.size()));
-  for (std::uint32_t i = 0; i < stored.count; ++i) add(slotOf(stored.rules[stored.order[i]]));
+  for (std::uint32_t i = 0; i < stored.count; ++i) {
+    addStoredSlot(stored.rules[stored.order[i]], context);
+  }
   placed_ = count();
   for (tBaseXChg* rule : own) add(rule);
-  context_ = context;
   abbreviating_ = abbreviating_ || stored.abbreviating;
   irregular_ = irregular_ || stored.irregular;
   lookup_.addedStored(stored);
   index_.addedStored(stored, *this);
-}
-
-tBaseXChg* tXChgArray::makeRule(int index) const {
-  tBaseXChg* const rule = storedIn(slot(index))->make(context_).release();
-  const_cast<tXChgArray*>(this)->setPointer(index, rule);  // the table stays what it is
-  return rule;
-}
-
-void tXChgArray::dropStored() {
-  if (context_ == nullptr) return;
-  for (int i = 0; i < count(); ++i) {
-    if (storedIn(slot(i)) != nullptr) setPointer(i, nullptr);
-  }
-  context_ = nullptr;
-}
-
-std::string_view tXChgArray::secondWordOf(const tBaseXChg* slot) {
-  const tStoredRule* stored = storedIn(slot);
-  if (stored != nullptr) return stored->secondWord();
-  const tMatchMarker* head = slot->firstMatch();
-  if (head->hasGroups() || head->next() == nullptr || !head->next()->isIdentifier()) return {};
-  return head->next()->token();
 }
 
 void tXChgArray::removeRule(int index) {
@@ -299,9 +276,8 @@ void tXChgArray::forgetRules() {
 }
 
 void tXChgArray::dropRules() {
-  dropStored();
   forgetRules();
-  dropElements();
+  dropSlots();
 }
 
 // Worth the trouble only when the run is asked for again before the table changes.

@@ -5,13 +5,12 @@
 #include <string_view>
 #include <vector>
 
-#include "korelpre/rules/rule.h"
 #include "korelpre/tables/keytable.h"
 #include "korelpre/tables/ruleindex.h"
+#include "korelpre/tables/ruleslots.h"
 #include "korelpre/tables/secondwords.h"
 #include "korelpre/tables/storedrules.h"
 #include "korelpre/tables/wordlookup.h"
-#include "lib_base/list.h"
 
 namespace precomp {
 
@@ -24,25 +23,9 @@ class tRuleObserver;
 /// Rules that have arrived since the last look into the table wait at its end; they get their
 /// places together when somebody looks. Before indexes are used arrange() must have been called;
 /// every operation that answers with an index has done so.
-///
-/// A rule can also stand in the table as a stored one, which is part of the image of a header; the
-/// rule itself is made when somebody asks for it.
-class tXChgArray : public tAutoArray<tBaseXChg>, private tRuleSource {
+class tXChgArray : public tRuleSlots, private tRuleSource {
  public:
-  ~tXChgArray() override { dropStored(); }
   void Destroy() override;
-
-  tBaseXChg* get(int index) const {
-    tBaseXChg* const slot = tAutoArray<tBaseXChg>::get(index);
-    return storedIn(slot) == nullptr ? slot : makeRule(index);
-  }
-  tBaseXChg& operator[](int index) const { return *get(index); }
-  /// The rule at `index`; null when it is a stored one that nobody has asked for yet.
-  const tBaseXChg* madeRule(int index) const {
-    const tBaseXChg* const rule = slot(index);
-    return storedIn(rule) == nullptr ? rule : nullptr;
-  }
-  tBaseXChg* last() const { return get(count() - 1); }
 
   /// Inserts `rule` behind every rule whose key equals its key.
   void Add(tBaseXChg* rule);
@@ -119,31 +102,8 @@ class tXChgArray : public tAutoArray<tBaseXChg>, private tRuleSource {
   tBaseXChg& fetched(int index);
   int placeOf(const tBaseXChg& rule) const;
 
-  // The slots of the array. A stored rule stands there by its address + 1.
-  struct tKey {
-    std::string_view text;
-    tWordRule wordRule;
-  };
-  static const tStoredRule* storedIn(const tBaseXChg* slot) {
-    const auto address = reinterpret_cast<std::uintptr_t>(slot);
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): see above
-    return (address & 1) == 0 ? nullptr : reinterpret_cast<const tStoredRule*>(address - 1);
-  }
-  static tBaseXChg* slotOf(const tStoredRule& rule) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): see above
-    return reinterpret_cast<tBaseXChg*>(reinterpret_cast<std::uintptr_t>(&rule) + 1);
-  }
-  static tKey keyOf(const tBaseXChg* slot) {
-    const tStoredRule* stored = storedIn(slot);
-    if (stored != nullptr) return {stored->keyText(), stored->wordRule()};
-    return {slot->key(), slot->wordRule()};
-  }
-  tBaseXChg* slot(int index) const { return tAutoArray<tBaseXChg>::get(index); }
-  tBaseXChg* makeRule(int index) const;
   void noteKey(std::string_view key, tWordRule wordRule);
-  void dropStored();
   static std::uint32_t tagOf(const tBaseXChg* slot);
-  static std::string_view secondWordOf(const tBaseXChg* slot);
   std::uint32_t tagAt(int index);
   void meetLikely(int first, int last, int start, tTknString* t, tBestRule& best);
 
@@ -178,11 +138,10 @@ class tXChgArray : public tAutoArray<tBaseXChg>, private tRuleSource {
   const tBaseXChg* foreseen_ = nullptr;  // the rule that was fetched last, which may be gone
   tRuleObserver* observer_ = nullptr;
   const tBaseXChg* lastApplied_ = nullptr;
-  int placed_ = 0;                   // rules at the front that have their places
-  bool irregular_ = false;           // see ruleorder.cpp
-  bool abbreviating_ = false;        // there is a rule that lets words be abbreviated
-  bool mixed_ = false;               // some rules ignore case and some do not
-  tRuleContext* context_ = nullptr;  // that of stored rules; null while there were none
+  int placed_ = 0;             // rules at the front that have their places
+  bool irregular_ = false;     // see ruleorder.cpp
+  bool abbreviating_ = false;  // there is a rule that lets words be abbreviated
+  bool mixed_ = false;         // some rules ignore case and some do not
 
   // The last long run that was asked for, and what is known of its rules.
   struct tRun {
