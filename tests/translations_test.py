@@ -19,7 +19,7 @@ def texts_of(root):
         for path in sorted((root / folder).rglob("*.*")):
             if path.name == "translateqt.cpp":  # names the context
                 continue
-            pattern = {".cpp": CALL, ".def": WORDS}.get(path.suffix)
+            pattern = WORDS if path.name == "messages.def" else CALL if path.suffix == ".cpp" else None
             for text in pattern.findall(path.read_text(encoding="utf-8")) if pattern else ():
                 found.setdefault(text, path.name)
     return found
