@@ -127,4 +127,27 @@ TEST(StoredRules, DoNotNestDeeperThanRulesMay) {
   EXPECT_FALSE(loads(100000));
 }
 
+TEST(StoredNumbers, KeepTheirValuesAndRefuseLargerOnes) {
+  tPCHStream stream;
+  for (const std::uint64_t number : {0ULL, 127ULL, 128ULL, 0xFFFFFFFFULL, ~0ULL, 1ULL << 32}) {
+    stream.putNumber(number);
+  }
+  stream.putName("twice");
+  stream.putName("twice");
+  tPCHStream reading(stream.written(), 0);
+  for (const std::uint64_t number : {0ULL, 127ULL, 128ULL, 0xFFFFFFFFULL, ~0ULL}) {
+    EXPECT_EQ(reading.number(), number);
+  }
+  EXPECT_FALSE(reading.failed());
+  tPCHStream large = reading;
+  EXPECT_EQ(large.number32(), 0u);
+  EXPECT_TRUE(large.failed());
+  reading.number();
+  const std::string_view first = reading.name();
+  EXPECT_EQ(first, "twice");
+  EXPECT_EQ(reading.name().data(), first.data());
+  EXPECT_EQ(reading.byte(), 0);
+  EXPECT_TRUE(reading.failed());
+}
+
 }  // namespace

@@ -136,6 +136,14 @@ TEST(LanguageParser, ReportsTheLastErrorOnly) {
   EXPECT_EQ(failure(parser, "(a) // b c"), kWhole);
 }
 
+TEST(LanguageParser, NestsAsDeepAsMemoryGoes) {
+  constexpr std::size_t kDepth = 200000;
+  AYaccClass parser;
+  const std::string opened(kDepth, '(');
+  EXPECT_EQ(failure(parser, opened + "a" + std::string(kDepth, ')')), kWhole);
+  EXPECT_EQ(failure(parser, opened + "a b"), static_cast<int>(kDepth) + 2);
+}
+
 TEST(LanguageScanner, TakesNamesTogetherWithWhatBelongsToThem) {
   SSLexStringConsumer text("a->enddo->end FIELD->m->1.5 &a.b& c.&(o:end : ::x::=1a'q'%^");
   ALexClass lexer(text);

@@ -219,6 +219,16 @@ TEST(Parser, RecoversByTheErrorToken) {
   EXPECT_EQ(raised([&] { ending.parse(); }), "17 SSYacc0106e: Error token failed, eof");
 }
 
+TEST(Parser, ResumesWithoutErrorTokenWhereAStateSaysSo) {
+  for (const std::uint32_t flag : {sstable::kRowAcceptAny, sstable::kRowScanOnError}) {
+    const SSYaccTable table = tableOf(samples::linesImage(flag));
+    tParser parser("a ( ; b;", table);
+    parser.recoverByErrorToken();
+    EXPECT_EQ(parser.parse(), 1);
+    EXPECT_EQ(parser.result(), "1[1[2[]3[a;]]3[b;]]");
+  }
+}
+
 TEST(Parser, RecoversByPanic) {
   const unsigned wanted[] = {samples::kClose};
   tParser parser("( a b * )", expressions());
