@@ -108,6 +108,7 @@ void checkRun(const char* name, std::string_view source, const tPageForm& form) 
   if (form.debugInfo) arguments.emplace_back("/KRH_DEBUGINFO");
   if (form.httpSend) arguments.emplace_back("/DHTTPSEND");
   std::vector<char*> vector;
+  vector.reserve(arguments.size());
   for (std::string& argument : arguments) vector.push_back(argument.data());
   tSwallowed swallowed;
   const tOutputScope scope(swallowed);
