@@ -137,7 +137,7 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   int lineOf(unsigned index);
   std::string_view directiveText();
   void reduceDirective(unsigned production, int line);
-  void reduceDefine(tKorelPreStackElement* parameters, tAutoArray<tSpcString>& value, int line);
+  void reduceDefine(unsigned production, int line);
   void reduceRule(eDirective directive, int line);
 
   std::unique_ptr<tSharedState> ownShared_;  // in the root

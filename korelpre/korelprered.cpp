@@ -18,6 +18,27 @@ namespace precomp {
 
 using namespace korelpre;
 
+namespace {
+
+// A directive and its production bear the same name; a #define has four.
+eDirective directiveOf(unsigned production) {
+  switch (production) {
+#define DIRECTIVE(name, word, skipped) \
+  case name:                           \
+    return eDirective::name;
+#include "korelpre/text/directives.def"
+#undef DIRECTIVE
+    case kDefineValue:
+    case kDefineParams:
+    case kDefineParamsValue:
+      return eDirective::kDefine;
+    default:
+      return eDirective::kNone;
+  }
+}
+
+}  // namespace
+
 SSYaccStackElement* KorelPreYaccClass::reduce(unsigned production, unsigned size) {
   const int line = size > 0 ? lineOf(0) : 0;
   tKorelPreStackElement* result = nullptr;
@@ -46,71 +67,49 @@ int KorelPreYaccClass::lineOf(unsigned index) {
 
 // What stands in a skipped region is not judged; its conditionals are counted without the grammar.
 void KorelPreYaccClass::reduceDirective(unsigned production, int line) {
+  const eDirective directive = directiveOf(production);
   if (skipping()) return;
-  switch (production) {
-    case kInclude:
-      carryOutInclude(file_, tString(part(1).token().view()), line);
-      break;
-    case kDefineValue:
-      reduceDefine(nullptr, part(2).list(), line);
-      break;
-    case kDefine:
-      reduceDefine(nullptr, part(1).list(), line);
-      break;
-    case kDefineParamsValue:
-      reduceDefine(&part(2), part(4).list(), line);
-      break;
-    case kDefineParams:
-      reduceDefine(&part(2), part(3).list(), line);
-      break;
-    case kCommand:
-      reduceRule(eDirective::kCommand, line);
-      break;
-    case kXCommand:
-      reduceRule(eDirective::kXCommand, line);
-      break;
-    case kTranslate:
-      reduceRule(eDirective::kTranslate, line);
-      break;
-    case kXTranslate:
-      reduceRule(eDirective::kXTranslate, line);
-      break;
-    case kIfdef:
-      carryOutConditional(file_, eDirective::kIfdef, part(1).token(), line);
-      break;
-    case kIfndef:
-      carryOutConditional(file_, eDirective::kIfndef, part(1).token(), line);
-      break;
-    case kElse:
-      carryOutConditional(file_, eDirective::kElse, {}, line);
-      break;
-    case kEndif:
-      carryOutConditional(file_, eDirective::kEndif, {}, line);
-      break;
+  if (makesPattern(directive)) return reduceRule(directive, line);
+  switch (directive) {
+    case eDirective::kInclude:
+      return carryOutInclude(file_, tString(part(1).token().view()), line);
+    case eDirective::kDefine:
+      return reduceDefine(production, line);
+    case eDirective::kIfdef:
+    case eDirective::kIfndef:
+      return carryOutConditional(file_, directive, part(1).token(), line);
+    case eDirective::kElse:
+    case eDirective::kEndif:
+      return carryOutConditional(file_, directive, {}, line);
     default:
       // #undef, #error and #stdout have no effect. Kept on purpose: #undef removes no rule.
-      break;
+      return;
   }
 }
 
-void KorelPreYaccClass::reduceDefine(tKorelPreStackElement* parameters,
-                                     tAutoArray<tSpcString>& value, int line) {
+void KorelPreYaccClass::reduceDefine(unsigned production, int line) {
+  const bool hasParameters = production == kDefineParams || production == kDefineParamsValue;
+  const unsigned valueAt = production == kDefine              ? 1
+                           : production == kDefineValue       ? 2
+                           : production == kDefineParamsValue ? 4
+                                                              : 3;
+  tAutoArray<tSpcString>& value = part(valueAt).list();
   for (int i = 0; i < value.count(); ++i) unescape(value[i]);
   tSpcString name;
-  if (parameters == nullptr) {
-    name = part(1).token();
-  } else {
+  if (hasParameters) {
     // With the bracket of the parameters at its end.
     const SSLexLexeme& lexeme = *part(1).lexeme();
     name.setText(tString::borrow({file_.text.data() + lexeme.absoluteOffset(), lexeme.length()}));
     name.setKind(kKindIdentifier);
     name.setAux(lexeme.token());
+  } else {
+    name = part(1).token();
   }
   carryOutRule(file_, {.directive = eDirective::kDefine,
                        .line = line,
                        .text = directiveText(),
                        .name = &name,
-                       .parameters = parameters != nullptr ? &parameters->list() : nullptr,
+                       .parameters = hasParameters ? &part(2).list() : nullptr,
                        .value = &value});
 }
 
