@@ -67,7 +67,7 @@ class tProgramFile final : public tSourceFile {
   explicit tProgramFile(tSharedState& shared);
   /// A file that the directive on line `line` of `includer` includes; 0 for the standard header.
   tProgramFile(tProgramFile& includer, int line);
-  ~tProgramFile();
+  ~tProgramFile() override;
   tProgramFile(const tProgramFile&) = delete;
   tProgramFile& operator=(const tProgramFile&) = delete;
   /// Back to the state after construction.

@@ -20,6 +20,8 @@ struct tStatementPlace {
 /// What checks and rules need of the file that a statement comes from.
 class tSourceFile {
  public:
+  virtual ~tSourceFile() = default;
+
   /// Raises `error` at a place of any file of the program. `extra` (may be null) completes the text
   /// of some errors.
   [[noreturn]] void raise(eSourceError error, const tStatementPlace& place, const char* extra) {
@@ -34,7 +36,6 @@ class tSourceFile {
   virtual bool isExtendedSource() const = 0;
 
  protected:
-  ~tSourceFile() = default;
   /// What raise() does. Never returns; the compiler is not told that of a virtual operation.
   virtual void throwError(eSourceError error, const tStatementPlace& place, const char* extra) = 0;
 };

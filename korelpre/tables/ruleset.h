@@ -13,7 +13,7 @@ namespace precomp {
 class tRuleSet final : public tRuleContext {
  public:
   tRuleSet() = default;
-  ~tRuleSet() { dynDefines.dropRules(); }
+  ~tRuleSet() override { dynDefines.dropRules(); }
   tRuleSet(const tRuleSet&) = delete;
   tRuleSet& operator=(const tRuleSet&) = delete;
 
