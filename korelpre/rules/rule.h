@@ -6,8 +6,8 @@
 
 #include "korelpre/rules/matchmarker.h"
 #include "korelpre/rules/rulehome.h"
-#include "korelpre/text/keyword.h"
 #include "korelpre/text/tknstring.h"
+#include "korelpre/text/words.h"
 
 namespace precomp {
 

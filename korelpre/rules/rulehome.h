@@ -1,7 +1,7 @@
 #pragma once
 
 #include "korelpre/rules/rulecontext.h"
-#include "korelpre/text/keyword.h"
+#include "korelpre/text/words.h"
 
 namespace precomp {
 

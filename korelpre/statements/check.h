@@ -4,7 +4,8 @@
 #include <vector>
 
 #include "korelpre/errors/blockstack.h"
-#include "korelpre/text/statementwords.h"
+#include "korelpre/text/statementopening.h"
+#include "korelpre/text/words.h"
 
 namespace precomp {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "korelpre/text/keyword.h"
+#include "korelpre/text/words.h"
 #include "lib_base/slots.h"
 
 namespace precomp {

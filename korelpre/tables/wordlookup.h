@@ -8,7 +8,7 @@
 
 #include "korelpre/tables/rulesource.h"
 #include "korelpre/tables/wordgate.h"
-#include "korelpre/text/keyword.h"
+#include "korelpre/text/words.h"
 
 namespace precomp {
 

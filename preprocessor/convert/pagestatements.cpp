@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "korelpre/text/statementwords.h"
+#include "korelpre/text/words.h"
 #include "lib_base/misc.h"
 #include "preprocessor/convert/pagelocals.h"
 
