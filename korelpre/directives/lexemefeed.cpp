@@ -19,7 +19,7 @@
 
 #include "korelpre/directives/conditional.h"
 #include "korelpre/directives/programfile.h"
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/linescan.h"
 
 namespace precomp {

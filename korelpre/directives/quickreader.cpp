@@ -5,7 +5,7 @@
 #include "korelpre/directives/conditional.h"
 #include "korelpre/directives/programfile.h"
 #include "korelpre/directives/ruleentry.h"
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 
 namespace precomp {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenkinds.h"
 #include "lib_base/misc.h"
 #include "ssvp40xpf/korelpretokens.h"

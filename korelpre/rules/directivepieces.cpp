@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenise.h"
 #include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/korelprelex.h"

@@ -9,7 +9,7 @@
 #include "korelpre/rules/patternmarkers.h"
 #include "korelpre/rules/restrictmarker.h"
 #include "korelpre/rules/resultmarker.h"
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenkinds.h"
 #include "lib_base/misc.h"
 #include "ssvp40xpf/korelpretokens.h"

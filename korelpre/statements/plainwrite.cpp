@@ -15,7 +15,7 @@
 
 #include "korelpre/tables/nameexpansion.h"
 #include "korelpre/tables/ruleset.h"
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 
 namespace precomp {

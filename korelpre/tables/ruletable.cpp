@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "korelpre/rules/ruleobserver.h"
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 
 namespace precomp {

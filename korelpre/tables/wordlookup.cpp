@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "korelpre/tables/storedrules.h"
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "lib_base/slots.h"
 
 namespace precomp {

@@ -11,7 +11,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 
 namespace precomp {

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/words.h"
 #include "lib_base/misc.h"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "korelpre/text/bytekinds.h"
+#include "korelpre/text/cursor.h"
 #include "ssvp40xpf/korelprelex.h"
 #include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/sslexdense.h"
