@@ -7,13 +7,6 @@
 
 namespace {
 
-TEST(Conditionals, FollowTheOneThatTheyStandIn) {
-  EXPECT_EQ(preprocess("#ifdef A\n#ifndef B\na\n#else\nb\n#endif\nc\n#else\nd\n#endif").text,
-            "\n\n\n\n\n\n\n\nd");
-  EXPECT_EQ(preprocess("#ifdef A\n#else\n#ifdef B\n#else\na\n#endif\nb\n#endif").text,
-            "\n\n\n\na\n\nb");
-}
-
 TEST(Conditionals, NestAsDeepAsMemoryGoes) {
   constexpr int kDepth = 100000;
   std::string source;
@@ -26,42 +19,6 @@ TEST(Conditionals, NestAsDeepAsMemoryGoes) {
               std::string(kDepth, '\n') + "x := 1\n" + std::string(3 * kDepth, '\n') + "y := 3");
 }
 
-TEST(Directives, FailByACodeThatTheTextNeedNotRepeat) {
-  const struct {
-    int code;
-    const char* text;
-  } kCases[] = {
-      {2028, "C2029  ENDDO does not match WHILE"},
-      {2069, "C2068  #ifdef/#ifndef without #endif"},
-      {2002, "C2002  Statement unterminated at end of line/unbalanced parentesis/brackets"},
-      {9999, "C9999  ERRO generico"},
-  };
-  tDiskManMemory disk;
-  precomp::KorelPreYaccClass processor(&disk);
-  for (const auto& row : kCases) {
-    try {
-      processor.exception(row.code, nullptr, nullptr);
-    } catch (const SSException& failure) {
-      EXPECT_EQ(failure.errorId(), row.code);
-      EXPECT_STREQ(failure.message(), row.text);
-    }
-  }
-}
-
-TEST(Includes, AreMarkedInTheOutput) {
-  const tPreprocessed result = preprocessFiles(
-      {
-          {"main.prw", "a\n#include \"one.ch\"\n\nb\n#include \"ONE.CH\"\nc\n#include 'two.ch'\n"},
-          {"inc/one.ch", "#include \"two.ch\"\n\no\n#include \"two.ch\"\n"},
-          {"two.ch", "t\n"},
-      },
-      {"-Iinc"});
-  EXPECT_EQ(result.error, "");
-  EXPECT_EQ(result.text,
-            "a\n#line 1 \"inc/one.ch\"\n#line 1 \"two.ch\"\nt\n#line 3 \"one.ch\"\no\n"
-            "#line 4 \"main.prw\"\nb\n\nc");
-}
-
 TEST(Includes, OfTheirOwnNameInOtherCaseAreRead) {
   EXPECT_EQ(preprocessFiles({{"main.prw", "#include \"a.ch\"\nx"},
                              {"a.ch", "#include \"a.ch\"\n#include \"A.CH\"\ny"},
@@ -69,14 +26,6 @@ TEST(Includes, OfTheirOwnNameInOtherCaseAreRead) {
                 .text,
             "#line 1 \"a.ch\"\n#line 1 \"A.CH\"\nz\n#line 3 \"a.ch\"\ny\n"
             "#line 2 \"main.prw\"\nx");
-}
-
-TEST(Includes, StopAtCycles) {
-  EXPECT_EQ(preprocessFiles({{"main.prw", "#include \"a.ch\"\nx\n"},
-                             {"a.ch", "#include \"b.ch\"\n#define A 1\n"},
-                             {"b.ch", "#include \"./a.ch\"\n#include \"main.prw\"\n#define B 2\n"}})
-                .error,
-            "");
 }
 
 TEST(Includes, StopWhereTheyAreTooDeep) {

@@ -86,42 +86,6 @@ TEST(ExpressionBounds, CutBeforeWhatCannotContinue) {
   }
 }
 
-TEST(ExpressionBounds, ReadTokensAsTheirTextsRunTogether) {
-  tTknString name;  // ab + 1.5 c
-  for (const char* part : {"a", "b", "", "+", "1", ".", "5"}) add(name, "", part);
-  add(name, " ", "c");
-  EXPECT_EQ(bound(name), 6);
-
-  tTknString quoted;  // "a b )" "c"
-  add(quoted, "", "\"");
-  add(quoted, "", "a");
-  add(quoted, " ", "b");
-  add(quoted, " ", ")");
-  add(quoted, "", "\"");
-  add(quoted, " ", "\"c\"");
-  EXPECT_EQ(bound(quoted), 4);
-
-  tTknString several;  // the failing name is no token of its own
-  add(several, "", "f(a b)");
-  add(several, " ", "c");
-  EXPECT_EQ(bound(several), 1);
-
-  tTknString empty;  // and begins where an empty token does
-  add(empty, "", "a");
-  add(empty, " ", "");
-  add(empty, "", "");
-  add(empty, "", "b");
-  EXPECT_EQ(bound(empty), 0);
-
-  tTknString comment;
-  add(comment, "", "a");
-  add(comment, "", "/");
-  add(comment, "", "*b c*");
-  add(comment, "", "/");
-  add(comment, "", "d");
-  EXPECT_EQ(bound(comment), 2);
-}
-
 /// Expressions with faults in them: a random expression of which some tokens are then dropped,
 /// doubled, replaced or pushed together.
 class tRandomTokens {

@@ -20,63 +20,8 @@ tBaseXChg* rule(const char* key, tWordRule wordRule) {
                        tString(key));
 }
 
-constexpr tWordRule kAbbreviating{true, false};
 constexpr tWordRule kWhole{false, false};
 constexpr tWordRule kExact{false, true};
-
-TEST(Keyword, ComparesByTheRulesFlags) {
-  const struct {
-    const char* keyword;
-    const char* word;
-    tWordRule rule;
-    int sign;
-  } kCases[] = {
-      {"DISPLAY", "DISP", kAbbreviating, 0},
-      {"DISPLAY", "displ", kAbbreviating, 0},
-      {"DISPLAY", "DIS", kAbbreviating, 1},
-      {"DISPLAY", "DISPLAYS", kAbbreviating, -1},
-      {"ADD", "add", kAbbreviating, 0},
-      {"ADD", "ADDS", kAbbreviating, -1},
-      {"A{", "a[", kAbbreviating, 0},
-      {"DISPLAY", "DISP", kWhole, 1},
-      {"DISPLAY", "display", kWhole, 0},
-      {"A{", "A[", kWhole, 1},
-      {"A_", "AZ", kWhole, 1},
-      {"Foo", "FOO", kExact, 1},
-      {"Foo", "Foo", kExact, 0},
-      {"DISPLAY", "DISX", kAbbreviating, -1},
-  };
-  for (const auto& row : kCases) {
-    const int order = compareKeyword(row.keyword, row.word, row.rule);
-    EXPECT_EQ((order > 0) - (order < 0), row.sign) << row.keyword << " " << row.word;
-  }
-}
-
-TEST(RuleTable, KeepsRulesOfOneKeyTogetherInTheOrderOfArrival) {
-  tXChgArray table;
-  int first = -1;
-  int last = -1;
-  EXPECT_EQ(table.Find(tString("X"), first, last, 0), 0);
-  EXPECT_EQ(first, 0);
-  EXPECT_EQ(last, 0);
-  tBaseXChg* early = rule("display", kAbbreviating);
-  tBaseXChg* late = rule("DISPLAY", kWhole);
-  for (tBaseXChg* added : {rule("B", kWhole), early, rule("Z", kWhole), late, rule("A", kWhole)}) {
-    table.Add(added);
-  }
-  ASSERT_EQ(table.Find(tString("Display"), first, last, 0), 1);
-  EXPECT_EQ(first, 2);
-  EXPECT_EQ(last, 3);
-  EXPECT_EQ(table.get(2), early);
-  EXPECT_EQ(table.get(3), late);
-  // The walk from the abbreviating rule stops at the one that does not abbreviate.
-  ASSERT_EQ(table.Find(tString("DISP"), first, last, 0), 1);
-  EXPECT_EQ(first, 2);
-  EXPECT_EQ(last, 2);
-  EXPECT_EQ(table.Find(tString("DISP"), first, last, 1), 0);
-  EXPECT_EQ(table.Find(tString("C"), first, last, 0), 0);
-  EXPECT_EQ(first, 2);
-}
 
 std::vector<int> runsOf(tXChgArray& table, const std::string& word) {
   const tFoundRules* found = table.lookUp(word);

@@ -27,49 +27,6 @@ void expectErrors(const tCase (&cases)[count]) {
   }
 }
 
-TEST(StatementChecks, PassCorrectPrograms) {
-  const char* const kSources[] = {
-      // Every structure, nested, in all spellings.
-      "Function A()\nIf a\nElseIf b\nIf c\nElse\nEndIf\nElseIf d\nElse\nEndIf\n"
-      "Do Case\nCase a\nDo While b\nEndDo\nCase c\nOtherwise\nEndCase\n"
-      "While a\nIf b\nLoop\nEndIf\nExit\nEndDo\nFor i := 1 To 2\nFor Each x In y\nNext x\nNext\n"
-      "Begin Sequence\nBreak x\nRecover Using e\nReturn 1\nEnd Sequence\n"
-      "Try\nReturn 2\nCatch e\nEndTry\nTry\nEnd Try\nReturn 3",
-      "FUNC A\nif a\nelsei b\nendi\ndo case\nothe\nendc\nwhil a\nendd\nbegi sequ\nreco\nend sequ\n"
-      "retu\nPROC B()\nLOCA x\nRETU",
-      "Function A()\nIf a\nEnd\nDo Case\nEnd\nWhile b\nEnd // it\nFor i := 1 To 2\nEnd\n"
-      "Begin Sequence\nEnd\nTry\nEnd\nIf a ; Else ; End ; x := 1",
-      "Function A()\nIf a\nEnd If\nDo While b\nEnd Do\nDo Case\nEnd Case\nFor i := 1 To 2\nEnd For",
-      // A new body closes the one before.
-      "Static x := 1\nFunction A()\nLocal y\nx := 1\nStatic Function B()\nLocal y\nx := 1\n"
-      "User Function C()\nLocal y\nx := 1\nMethod New(a) Class D\nLocal y\nx := 1\n"
-      "Main_Func\nLocal y\nx := 1\nProcedure E\nLocal y\nx := 1\nExit Procedure F\nLocal y",
-      // Names that look like words of structures.
-      "Function A()\nfunc := {|x| x}\nlocal[1] := 2\nproc:go()\no:Next()\nM->If := 1\n"
-      "x->EndIf := 2\nFIELD->Case := 3\n::Loop()\nf(If, Next)\nx := End",
-      "Function A()\nWhile ++n < 3\nIf --n > 1\nIf ::lOk\nReturn ::x\nEndIf\nEndIf\nEndDo\n"
-      "If .T.\nElseIf .Not. x\nElseIf .5 > y\nEndIf\nCase := 1",
-      "Function A()\nIf(a, b(), c())\nIf (a, {1, 2}, x[1, 2])\nif(a,;\n b())\nIf(f(a, b))\nEndIf\n"
-      "If ({1, 2} == a)\nEndIf\nIf (a) .And. (b, c)\nEndIf\nx := If(a, b, c)",
-      // What may stand before local variables.
-      "Function A(x)\nStatic s := 1\nPrivate p\nPubl q\nField F\nMemvar m\nParameters z\n"
-      "__IGNOREDEBUGLINE__()\n// note\n\nLocal y := 2",
-      "Function A()\nLocal a ; Local b ; a := 1",
-      // References and brackets.
-      "Function A()\nf(@a, @ b, {@c, ;\n @d})\nf( ;\n @a)\nx := {|| (a[1])[2]}\ny := \"(\" + '[@'",
-      // Commands that no header here knows.
-      "Function A()\nEnd Transaction\nBegin Report x\nDo Something With x\nSet Function 2 To y\n"
-      "Set Procedure To p\nStore 1 To a\n? x\nUse \\data\\x.dbf\nEnd Class x\nData n As Numeric",
-      "Class A From B\nData x\nMethod New()\nMethod Go(a) Class A\nLocal b\nReturn b",
-      // Debugger markers are not looked into.
-      "__SynchronizeDebug__( 3\n__IGNOREDEBUGLINE__() @ ]\nFunction A()",
-      // Nothing is out of place in a text without a body.
-      "x := 1\nIf x\nReturn\nEndIf\nLocal y\nf()",
-      "Announce X\nStatic y := f()\nPublic z\nRequest a, b\n#pragma x\n{1}\nFunction A()",
-  };
-  for (const char* source : kSources) EXPECT_EQ(errorOf(source), "") << source;
-}
-
 TEST(StatementChecks, MatchStructures) {
   const tCase kCases[] = {
       {"\nElse", "2) Error C2025  ELSE does not match IF\n"},

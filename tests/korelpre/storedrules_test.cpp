@@ -24,39 +24,6 @@ constexpr const char* kEveryKind =
     "#command DEEP [ [ [ONE <a>] TWO <b>] THREE <c>] => deep([ [<a>,] <b>,] <c>)\n"
     "#command GONE <x> =>\n";
 
-void appendMarkers(std::string& text, const tMatchMarker* head, int depth) {
-  for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
-    const tSpcString& token = marker->token();
-    text += tString::format("%*s%d '%s' '%s' kind %u aux %u line %u head %d\n", depth, "",
-                            marker->kind(), tString(token.spacing().view()).c_str(),
-                            tString(token.view()).c_str(), token.kind(), token.aux(), token.line(),
-                            marker->isGroupHead() ? 1 : 0)
-                .view();
-    for (int i = 0; i < marker->groups().count(); ++i) {
-      appendMarkers(text, marker->groups()[i], depth + 1);
-    }
-    if (marker->kind() != kMatchMarkerRestrict) continue;
-    const auto& words = static_cast<const tMatchMarkerRestrict&>(*marker).alternatives();
-    for (int i = 0; i < words.count(); ++i) appendMarkers(text, words[i], depth + 1);
-  }
-}
-
-std::string described(const tBaseXChg& rule) {
-  tString listing;
-  rule.print(&listing);
-  std::string text(listing.view());
-  text += tString::format("%s %d abbreviates %d exact %d command %d links %d from %s:%d\n",
-                          tString(rule.key().view()).c_str(), static_cast<int>(rule.key().size()),
-                          rule.wordRule().abbreviate, rule.wordRule().caseSensitive, rule.isCmd(),
-                          rule.linkCount(), tString(rule.originFile().view()).c_str(),
-                          rule.originLine())
-              .view();
-  appendMarkers(text, rule.firstMatch(), 1);
-  text += "=>\n";
-  appendMarkers(text, rule.firstResult(), 1);
-  return text;
-}
-
 template <class Visitor>
 void visitRules(const char* directives, const Visitor& visit) {
   tMemoryProcessor processor;
@@ -65,27 +32,6 @@ void visitRules(const char* directives, const Visitor& visit) {
     table->arrange();
     for (int i = 0; i < table->count(); ++i) visit(*table->get(i), *processor);
   }
-}
-
-TEST(StoredRules, AreLoadedAsTheyWereSaved) {
-  int rules = 0;
-  tPCHStream stream;
-  std::string saved;
-  visitRules(kEveryKind, [&](const tBaseXChg& rule, KorelPreYaccClass&) {
-    saved += described(rule);
-    rule.save(&stream);
-    ++rules;
-  });
-  ASSERT_EQ(rules, 9);
-  tPCHStream reading(stream.written(), 0);
-  std::string loaded;
-  for (int i = 0; i < rules; ++i) {
-    const auto rule = tBaseXChg::restore(&reading, nullptr);
-    ASSERT_NE(rule, nullptr) << i;
-    loaded += described(*rule);
-  }
-  EXPECT_EQ(loaded, saved);
-  EXPECT_EQ(reading.position(), stream.written().size());
 }
 
 TEST(StoredRules, EndWhereTheirBytesEnd) {

@@ -1,0 +1,3 @@
+__SynchronizeDebug__( 3
+__IGNOREDEBUGLINE__() @ ]
+Function A()

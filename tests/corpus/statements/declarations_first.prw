@@ -1,0 +1,7 @@
+Announce X
+Static y := f()
+Public z
+Request a, b
+#pragma x
+{1}
+Function A()

@@ -1,0 +1,6 @@
+x := 1
+If x
+Return
+EndIf
+Local y
+f()
