@@ -53,24 +53,6 @@ void expectTokens(const tCase (&cases)[count]) {
   }
 }
 
-TEST(DirectiveScanner, Directives) {
-  expectTokens({
-      {"#Define X 1\r\n", "_define identName<X> spc number<1> LF"},
-      {"#DEFINE F(a)", "_define funcName<F(> identName<a> )"},
-      {"#define\tIF (a)", "_define identName<IF> spc ( identName<a> )"},
-      {"#define ;\r\n /* c */ ; // d\r\n 9_\x01Z", "_define identName<9_> identName<Z>"},
-      {"#define // none\r\nIF", "_define LF if"},
-      {"#define /* a\nb */\r\nIF", "_define LF if"},
-      {"#define +", "_define SSLex0105e: Invalid token, Line 1, Offset 9, +"},
-      {"#Command #xcommand #TRANSLATE#XTRANSLATE",
-       "_command spc _xcommand spc _translate _xtranslate"},
-      {"#include 'a.ch'", "_include spc SQSTRING<a.ch>"},
-      {"#error#ifdef#ifndef#else#endif#stdout#undef",
-       "_error _ifdef _ifndef _else _endif _stdout _undef"},
-      {"# define", "# spc identName<define>"},
-  });
-}
-
 TEST(DirectiveScanner, KeywordsAndTheirAbbreviations) {
   expectTokens({
       {"Proc PROCEDURE procedures PRO",
@@ -96,62 +78,6 @@ TEST(DirectiveScanner, KeywordsAndTheirAbbreviations) {
        "identName<d> -> identName<End~>"},
       {"_objnewclass _ObjClassMethod main_func", "_ObjNewClass spc _ObjClassMethod spc main_func"},
       {"As numeric Date column loc", "AS spc NUMERIC spc DATE spc COLUMN spc identName<loc>"},
-  });
-}
-
-TEST(DirectiveScanner, NamesNumbersAndOperators) {
-  expectTokens({
-      {"a_1~ 1a 2_ 3~b 12 1.5 .5 1. ...5",
-       "identName<a_1~> spc identName<1a> spc identName<2_> "
-       "spc identName<3~b> spc number<12> spc number<1.5> spc "
-       "number<.5> spc number<1> . spc ... number<5>"},
-      {"1.and.2.OR..not.x.T..f.", "number<1> .and. number<2> .or. .not. identName<x> .t. .f."},
-      {"a++ + --b-=c->d-e",
-       "identName<a> ICR spc + spc DCR identName<b> -= identName<c> -> "
-       "identName<d> - identName<e>"},
-      {"<>>< <=>=>", "< > > < spc <= >= >"},
-      {"===>:=:**=!=#!", "== => := : * *= # # !"},
-      {"$&,/ /=%^|@?()[]{}", "$ & , / spc /= % ^ | @ ? ( ) [ ] { }"},
-      {"\\a\\b.prw \\\\\\<\\'\\.", "fileName<\\a\\b.prw> spc ESPCH<\\> ESPCH<<> ESPCH<'> ESPCH<.>"},
-  });
-}
-
-TEST(DirectiveScanner, Strings) {
-  expectTokens({
-      {"'it''s'", "SQSTRING<it> SQSTRING<s>"},
-      {"\"a'b\"'c\"d'", "STRING<a'b> SQSTRING<c\"d>"},
-      {"\"\"''x", "NullStr<\"\"> NullStr<''> identName<x>"},
-      {"\"open\r\nx", "STRING<open> LF identName<x>"},
-      {"'open\nx", "SQSTRING<open> identName<x>"},
-      {"x'\r\ny\"\nz", "identName<x> NullStr<'> LF identName<y> NullStr<\"> LF identName<z>"},
-      {"'\x80\x7F;//~'", "SQSTRING<\x80\x7F;//~>"},
-  });
-}
-
-TEST(DirectiveScanner, CommentsAndContinuations) {
-  expectTokens({
-      {"a ; \t\r\nb;\nc", "identName<a> spc IgnoreEol identName<b> IgnoreEol identName<c>"},
-      {"a; //x\r\n*b", "identName<a> IgnoreComment * identName<b>"},
-      {"a ; && x ; y\r\nb", "identName<a> spc IgnoreComment identName<b>"},
-      {"a; ; // x\nb", "identName<a> IgnoreCommentEsp identName<b>"},
-      {"a; b;;c", "identName<a> ; spc identName<b> ; ; identName<c>"},
-      {"a // b ; \r\nc && d\r\n", "identName<a> spc LF identName<c> spc LF"},
-      {"a/*b**c/\r\n* d*//e", "identName<a> / identName<e>"},
-      {"a /* open\r\n", "identName<a> spc"},
-      {"a\r\n \t* b\r\n* c\r\n*d\r\n e*f", "identName<a> LF spc identName<e> * identName<f>"},
-      {"a // b\r\n * c\r\n\r\n", "identName<a> spc LF LF"},
-      {"a *b", "identName<a> spc * identName<b>"},
-  });
-}
-
-TEST(DirectiveScanner, StarCommentOnTheFirstLine) {
-  expectTokens({
-      {"* a\r\nb", "LF identName<b>"},
-      {" \t*= a\r\n* b\r\nc", "LF identName<c>"},
-      {"** a\r\nb", "LF identName<b>"},
-      {" a*b", "spc identName<a> * identName<b>"},
-      {"/**/* a", "* spc identName<a>"},
-      {" ", "spc"},
   });
 }
 

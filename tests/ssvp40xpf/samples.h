@@ -127,28 +127,6 @@ inline std::vector<char> bytesOf(const tableimage::tImage& image) {
   return bytes;
 }
 
-/// How many beginnings of an image make `load` answer `refusal`.
-template <class Load>
-std::size_t refusedTruncations(const std::vector<char>& whole, Load load, const char* refusal) {
-  std::size_t refused = 0;
-  for (auto end = whole.begin(); end != whole.end(); ++end) {
-    refused += load({whole.begin(), end}) == refusal ? 1 : 0;
-  }
-  return refused;
-}
-
-/// How many images with one bit flipped make `load` answer anything but "none".
-template <class Load>
-std::size_t refusedFlips(std::vector<char> bytes, Load load) {
-  std::size_t refused = 0;
-  for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
-    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
-    refused += load(bytes) == "none" ? 0 : 1;
-    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
-  }
-  return refused;
-}
-
 /// A file that goes away with the object.
 class tFile {
  public:
