@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "tools/tablegen/emitcpp.h"
 #include "tools/tablegen/generror.h"
 #include "tools/tablegen/grammarrules.h"
 
@@ -49,26 +48,6 @@ TEST(GrammarRules, StatedNumbersMoveNoOtherProduction) {
   EXPECT_EQ(report.states[0].reductions[0].production, "5");
   EXPECT_EQ(report.states[0].reductions[1].production, "4");
   EXPECT_EQ(report.states[0].reductions[2].production, "accept");
-}
-
-TEST(GrammarRules, HeaderAnswersByLabelGroupSymbolAndToken) {
-  const tGrammarRules rules = rulesOf(kRules);
-  tBisonReport report = reportOfRules();
-  rules.number(report);
-  const std::string header = productionHeader("t", rules, report);
-  for (const char* expected : {
-           "enum eListProduction : std::uint32_t {\n  kBoth = 1,\n  kNone = 2,\n  kWord = 5,\n};",
-           "  kSymList,\n  kSymWord,\n};",
-           "    kSymList,\n    kSymList,\n    kSymWord,\n    kSymWord,\n    kSymList,\n",
-           "bool isSomeProduction(std::uint32_t production) {\n  switch (production) {\n"
-           "    case 3:\n    case 5:\n      return true;",
-           "    case kSymList:\n      switch (token) {\n        case 71:\n        case 72:\n       "
-           "   return 5;\n"
-           "        default:",
-       }) {
-    EXPECT_NE(header.find(expected), std::string::npos) << expected << "\nin\n" << header;
-  }
-  EXPECT_EQ(header.find("eWordProduction"), std::string::npos);
 }
 
 struct tFault {

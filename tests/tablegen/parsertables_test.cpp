@@ -44,23 +44,6 @@ tBisonReport report(const std::string& states) {
 
 const std::string kShiftX = transition("shift", "\"x\"", 2);
 
-TEST(ParserTables, ImageHasTheLayoutOfTheRuntime) {
-  using namespace sstable;
-  const tImage image = buildYaccImage(
-      report(state(0, kShiftX + transition("shift", "\"y\"", 1) + transition("goto", "list", 1),
-                   reduction("$end", "2")) +
-             state(1, transition("shift", "$end", 3), "") +
-             state(2, "", reduction("\"x\"", "3", false) + reduction("\"y\"", "3")) +
-             state(3, "", reduction("$default", "accept"))));
-  // clang-format off
-  const tImage kExpected = {
-      kYaccMagic, 4, 4, 36, 132, 36, 80, 100, 120, 0, 1, 3, kActionShift | 1, 70, kActionShift | 2,
-      90, kActionReduce | 2, kTokenEof, 1, 0x4001, 0, 0, 1, kActionAccept, kTokenEof, 0, 0, 1,
-      kActionReduce | 3, 70, 0, 0, 0, 2, 0, 3, 0x4001, 0, 0x4001, 0, 0x4002};
-  // clang-format on
-  EXPECT_EQ(image, kExpected);
-}
-
 TEST(ParserTables, ConflictsAreFoundByStateAndToken) {
   std::string found;
   for (const tShiftConflict& conflict : shiftConflicts(

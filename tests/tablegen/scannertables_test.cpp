@@ -103,37 +103,6 @@ TEST(ScannerTables, MatchExactlyWhatTheRulesSay) {
   }
 }
 
-TEST(ScannerTables, ImageHasTheLayoutOfTheRuntime) {
-  const tImage image =
-      buildLexImage(readSpec("%list main\n[a-cx]|d One push inner\nb+b Two drop pop\n"
-                             "%list inner\n[^y] - drop goto main\ny Two\n"));
-  const tImageWalk walk(image.data(), image.size());
-  ASSERT_EQ(walk.block(2), image.size());
-  EXPECT_EQ(image[sstable::kLexListCount], 2u);
-  EXPECT_EQ(image[sstable::kLexHeaderMagic], sstable::kLexMagic);
-
-  // The start, "a" to "d" and "x", "b" apart (it can go on), "bb".
-  EXPECT_EQ(walk.stateCount(0), 4u);
-  const tImage row(image.begin() + static_cast<std::ptrdiff_t>(walk.row(0, 0)),
-                   image.begin() + static_cast<std::ptrdiff_t>(walk.row(0, 0)) + 13);
-  EXPECT_EQ(row, (tImage{4, 'a', 'a', 1, 'b', 'b', 2, 'c', 'd', 1, 'x', 'x', 1}));
-
-  const std::uint32_t kFinals[][5] = {// list, state, token, list, flags
-                                      {0, 0, 0, 0, 0},
-                                      {0, 1, 51, 1, 0x30},
-                                      {0, 2, 51, 1, 0x30},
-                                      {0, 3, 52, 0, 0x58},
-                                      {1, 1, sstable::kNone, 0, 0x78},
-                                      {1, 2, 52, 0, 0x10}};
-  for (const auto& [list, state, token, target, flags] : kFinals) {
-    EXPECT_EQ(walk.final(list, state, sstable::kFinalToken), token);
-    EXPECT_EQ(walk.final(list, state, sstable::kFinalList), target);
-    EXPECT_EQ(walk.final(list, state, sstable::kFinalFlags), flags);
-  }
-  EXPECT_EQ(walk.next(1, 0, kMaxCode), 1u);
-  EXPECT_EQ(walk.next(1, 0, kMaxCode + 1), sstable::kNone);
-}
-
 struct tFailure {
   const char* source;
   const char* message;
