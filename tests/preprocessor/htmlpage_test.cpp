@@ -45,46 +45,6 @@ std::string withFeeds(std::string text) {
 
 }  // namespace
 
-TEST(Page, LinesOfBlocksGiveNoText) {
-  const struct {
-    const char *page, *lines;
-  } rows[] = {
-      {" <% x() %> \t\n", "; x(); "},
-      {"\t<%-- %> <%= --%> <% x() %> <% y() %>\n", "; x(); y(); "},
-      {" <%-- a\n b\n --%> \n\n", "\n\n\n__cPage += Chr(10); "},
-      {"<% x()\n%> .\n", "; x()\n__cPage += \" .\" + Chr(10); "},
-      {" <% x() %> .\n", "; __cPage += \" \"; x(); __cPage += \" .\" + Chr(10); "},
-      {" <%= x %> \n", "; __cPage += \" \"; __cPage += (x); __cPage += \" \" + Chr(10); "},
-      {" <% x %> <%= y\n%> <% z() %> \n",
-       "; __cPage += \" \"; x; __cPage += \" \"; __cPage += (y)\n"
-       "__cPage += \" \"; z(); __cPage += \" \" + Chr(10); "},
-      {"<%\n\n%>", "\n\n"},
-      {"<% %><%%><%--%>--%>", "; "},
-  };
-  for (const auto& row : rows) EXPECT_EQ(converted(row.page), row.lines) << row.page;
-}
-
-TEST(Page, BlocksEndOutsideStringsAndComments) {
-  const struct {
-    const char *page, *lines;
-  } rows[] = {
-      {"<%= \"%>\" + '%>' %>", "; __cPage += (\"%>\" + '%>'); "},
-      {"<% x() /* %> ' */ %>.", "; x() /* %> ' */; __cPage += \".\"; "},
-      {"<% x() // isn't \" %>.", "; x(); __cPage += \".\"; "},
-      {"<% x() && isn't %>.", "; x(); __cPage += \".\"; "},
-      {"<%\n* isn't\nx() %>.", "\n\nx(); __cPage += \".\"; "},
-      {"<% a := b ;\n* c %>.", "; a := b ;\n* c; __cPage += \".\"; "},
-      {".<% // note\nx() // two\n%>.", "; __cPage += \".\"\nx() // two\n__cPage += \".\"; "},
-      {"<% x(); %>.", "; x(); __cPage += \".\"; "},
-      {"<% x() ; // c %>.", "; x(); __cPage += \".\"; "},
-      {"<%= a // c\n + ; // d\n\n b %>.", "; __cPage += (a + b)\n\n\n__cPage += \".\"; "},
-      {"<%= a /* ;\n */ * b %>", "; __cPage += (a * b)\n"},
-      {"<%\n BeginSql alias T\n  select it's\n  local\n EndSql\n%>",
-       "\n BeginSql alias T\n  select it's\n  local\n EndSql\n"},
-  };
-  for (const auto& row : rows) EXPECT_EQ(converted(row.page), row.lines) << row.page;
-}
-
 TEST(Page, LocalsReachTheHeadAndBareReturnsTheText) {
   const struct {
     const char *page, *lines;

@@ -23,28 +23,6 @@ std::string block(const std::string& content, const std::string& option = "") {
 
 }  // namespace
 
-TEST(InlineBlock, LinesOfContent) {
-  const struct {
-    std::string content, option, output;
-  } rows[] = {
-      {"x\n\n  y\n", "", "c := 'x' + CHR(10)\n\nc += '  y' + CHR(10)\n\n"},
-      {"\nx", "", "\nc := 'x' + CHR(10)\n"},
-      {"  x \t\n   \n", "OPTIMIZE now", "c := 'x' + CHR(10)\n\n\n"},
-      {" x", "optimizE", "c := 'x' + CHR(10)\n"},
-      {" x", "optimize", "c := ' x' + CHR(10)\n"},  // the last letter counts
-      {" x", "OPTIMIZED", "c := 'x' + CHR(10)\n"},
-      {"%Exp:a%%Exp: b %", "", "c := '' + a + '' +  b  + '' + CHR(10)\n"},
-      {"50% %Exp:a", "", "c := '50% %Exp:a' + CHR(10)\n"},
-      {"%exp:a% %Exp:", "", "c := '%exp:a% %Exp:' + CHR(10)\n"},
-      {"%Exp:f('')%", "", "c := '' + f(' + CHR(39) + '' + CHR(39) + ') + '' + CHR(10)\n"},
-      {"%Exp:% x", "", "c := '' +  + ' x' + CHR(10)\n"},
-      {"BEGINCONTENT VAR d", "", "c := 'BEGINCONTENT VAR d' + CHR(10)\n"},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(converted(block(row.content, row.option)), "\n" + row.output + "\n") << row.content;
-  }
-}
-
 TEST(InlineBlock, KeepsTheIndentationOfItsFirstLine) {
   // A tab counts as one character and comes back as one blank.
   EXPECT_EQ(converted("\t BeginContent\tvar  c\tx  OPTIMIZ\n\tx\n     y\n\t\t\n EndContents\n"),
