@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "lib_base/output.h"
+
 /// Ends the process when a property does not hold; libFuzzer then keeps the input.
 inline void require(bool holds, const char* property) {
   if (holds) return;
@@ -19,3 +21,12 @@ inline void requireEqual(std::string_view left, std::string_view right, const ch
   }
   require(false, property);
 }
+
+/// Swallows what is printed while it lives.
+class tSilence : public tOutputSink {
+ public:
+  void write(std::string_view) override {}
+
+ private:
+  tOutputScope scope_{*this};
+};

@@ -14,11 +14,9 @@
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
 #include "lib_base/misc.h"
-#include "lib_base/output.h"
 #include "preprocessor/convert/inlineblock.h"
 #include "preprocessor/convert/page.h"
-#include "preprocessor/run/preprocessor.h"
-#include "tests/support/memorydisk.h"
+#include "tests/preprocessor/testrun.h"
 
 namespace {
 
@@ -95,26 +93,15 @@ void checkPage(std::string_view source, const tPageForm& form) {
   requireEqual(textOf(text.view().substr(kHead.size())), source, "text comes through");
 }
 
-class tSwallowed : public tOutputSink {
- public:
-  void write(std::string_view) override {}
-};
-
 void checkRun(const char* name, std::string_view source, const tPageForm& form) {
-  tDiskManMemory files;
-  files.put("std.ch", "");
+  tSources files;
   files.put(name, source);
-  std::vector<std::string> arguments = {"", std::string("@F") + name};
+  std::vector<std::string> arguments = {std::string("@F") + name};
   if (form.debugInfo) arguments.emplace_back("/KRH_DEBUGINFO");
   if (form.httpSend) arguments.emplace_back("/DHTTPSEND");
-  std::vector<char*> vector;
-  vector.reserve(arguments.size());
-  for (std::string& argument : arguments) vector.push_back(argument.data());
-  tSwallowed swallowed;
-  const tOutputScope scope(swallowed);
-  const int result = runPreprocessor(files, static_cast<int>(vector.size()), vector.data());
+  const int result = runOver(files, arguments).result;
   require(result == 0 || result == 1 || result == 15, "a result of the run");
-  require(files.fileCount() == (result == 0 ? 3U : 2U), "no other file is left");
+  require(files.count() == (result == 0 ? 2U : 1U), "no other file is left");
   requireEqual(*files.bytes(name), source, "the source is as it was");
 }
 

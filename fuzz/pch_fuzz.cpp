@@ -17,7 +17,6 @@
 #include "korelpre/rules/rulestream.h"
 #include "lib_base/diskman.h"
 #include "lib_base/fatal.h"
-#include "lib_base/output.h"
 #include "tests/support/memorydisk.h"
 
 namespace {
@@ -35,11 +34,6 @@ constexpr std::string_view kHeader =
 constexpr std::string_view kSource =
     "SAY 1 + NAME AT 2, 3 COLOR x\nsay twice pick(a, b)\nLIST a, b OFF NOW TO f.x\n"
     "x := CALL(1, 2) + keep a with b\nDEEP ONE 1 TWO 2 THREE 3\n#define NAME 2\nNAME\n";
-
-class tSwallowed : public tOutputSink {
- public:
-  void write(std::string_view) override {}
-};
 
 std::string_view soundImage() {
   static const std::string kImage = [] {
@@ -123,8 +117,7 @@ void readRule(std::string_view bytes) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  tSwallowed swallowed;
-  const tOutputScope scope(swallowed);
+  const tSilence silence;
   tByteReader input(bytes, size);
   if (input.byte() % 2 == 0) {
     readRule(input.rest());

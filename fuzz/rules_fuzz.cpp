@@ -13,7 +13,6 @@
 #include "korelpre/korelpre.h"
 #include "korelpre/rules/ruleobserver.h"
 #include "lib_base/diskman.h"
-#include "lib_base/output.h"
 #include "tests/support/memorydisk.h"
 
 using namespace precomp;
@@ -41,11 +40,6 @@ struct tSources {
 
   tDiskManMemory disk;
   std::string main;
-};
-
-class tSwallowed : public tOutputSink {
- public:
-  void write(std::string_view) override {}
 };
 
 // Looks at everything that an observer is shown.
@@ -150,8 +144,7 @@ void checkLines(std::string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  tSwallowed swallowed;
-  const tOutputScope scope(swallowed);
+  const tSilence silence;
   tSources sources(tByteReader(bytes, size).rest());
   KorelPre16 session(sources.disk);
   const tResult plain = preprocess(session, sources);

@@ -13,9 +13,7 @@
 
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
-#include "lib_base/output.h"
-#include "preprocessor/run/preprocessor.h"
-#include "tests/support/memorydisk.h"
+#include "tests/preprocessor/testrun.h"
 
 namespace {
 
@@ -37,11 +35,6 @@ enum eOption : unsigned {
   kTwoFiles = 16,
 };
 
-class tSwallowed : public tOutputSink {
- public:
-  void write(std::string_view) override {}
-};
-
 class tFiles : public tDiskManMemory {
  public:
   /// Puts a file there that the run must leave alone.
@@ -60,14 +53,6 @@ class tFiles : public tDiskManMemory {
  private:
   std::map<std::string, std::string> given_;
 };
-
-int run(tDiskMan& disk, std::vector<std::string> arguments) {
-  std::vector<char*> vector = {nullptr};
-  for (std::string& argument : arguments) vector.push_back(argument.data());
-  tSwallowed swallowed;
-  const tOutputScope scope(swallowed);
-  return runPreprocessor(disk, static_cast<int>(vector.size()), vector.data());
-}
 
 }  // namespace
 
@@ -89,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   if ((options & kTrace) != 0) arguments.emplace_back("-T");
   if ((options & kDefine) != 0) arguments.emplace_back("-DOne=1");
 
-  const int result = run(files, arguments);
+  const int result = runOver(files, arguments).result;
   require(result == 0 || result == 1 || result == 15 || result == -1, "a result of the run");
   require(files.givenAreUntouched(), "sources stay as they are");
   const std::string* const written = files.bytes(output);
