@@ -7,6 +7,12 @@ namespace precomp {
 
 using namespace markerrecords;
 
+// A kind has four bits in a saved header.
+#define MARKER(class, kind, number, side, production, open, close, before, behind) \
+  static_assert((number) <= kKindBits);
+#include "korelpre/rules/markers.def"
+#undef MARKER
+
 void saveToken(tPCHStream* stream, const tSpcString& token, std::uint8_t first) {
   const bool oneBlank = token.spacing() == " ";
   const bool unusual = token.line() != 0 || !(oneBlank || token.spacing().empty());
