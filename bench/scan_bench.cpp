@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "bench/workload.h"
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 
 namespace {
 

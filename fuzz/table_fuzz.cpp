@@ -17,7 +17,7 @@
 #include "fuzz/bytereader.h"
 #include "fuzz/check.h"
 #include "ssvp40xpf/builtintables.h"
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 #include "ssvp40xpf/ssyacc.h"
 #include "tests/ssvp40xpf/samples.h"
 #include "tests/tablegen/imagewalk.h"

@@ -7,8 +7,8 @@
 #include <limits>
 
 #include "lib_base/fatal.h"
+#include "lib_base/largetext.h"
 #include "lib_base/misc.h"
-#include "lib_base/textblock.h"
 
 // Storage is one allocation: the header, the bytes, a zero. Only a sole owner writes to the bytes.
 // Strings of different sizes can share storage (a substring that starts at 0), so while it is

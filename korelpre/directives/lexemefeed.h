@@ -4,7 +4,7 @@
 
 #include "korelpre/directives/quickreader.h"
 #include "korelpre/directives/sqlblock.h"
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 #include "ssvp40xpf/sslexconsumer.h"
 #include "ssvp40xpf/sslexlexeme.h"
 

@@ -20,7 +20,7 @@
 
 #include "korelpre/text/tknstring.h"
 #include "lib_base/misc.h"
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 
 namespace precomp {
 

@@ -5,7 +5,7 @@
 #include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenise.h"
 #include "korelpre/text/tokenkinds.h"
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 #include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/sslexdense.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ssvp40xpf/ayacc.h"
+#include "ssvp40xpf/languageparser.h"
 
 namespace precomp {
 

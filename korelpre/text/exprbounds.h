@@ -1,7 +1,7 @@
 #pragma once
 
 #include "korelpre/text/tknstring.h"
-#include "ssvp40xpf/ayacc.h"
+#include "ssvp40xpf/languageparser.h"
 
 namespace precomp {
 

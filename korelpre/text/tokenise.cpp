@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "korelpre/text/cursor.h"
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 #include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/sslexdense.h"
 

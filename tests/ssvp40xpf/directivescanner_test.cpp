@@ -1,4 +1,4 @@
-#include "ssvp40xpf/korelprelex.h"
+#include "ssvp40xpf/directivescanner.h"
 
 #include <gtest/gtest.h>
 

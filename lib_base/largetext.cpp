@@ -1,4 +1,4 @@
-#include "lib_base/textblock.h"
+#include "lib_base/largetext.h"
 
 #include <sys/mman.h>
 

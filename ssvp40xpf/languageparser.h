@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "lib_base/stringz.h"
-#include "ssvp40xpf/alex.h"
+#include "ssvp40xpf/languagescanner.h"
 #include "ssvp40xpf/ssyacc.h"
 #include "ssvp40xpf/ssyaccwalk.h"
 

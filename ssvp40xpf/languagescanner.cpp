@@ -1,4 +1,4 @@
-#include "ssvp40xpf/alex.h"
+#include "ssvp40xpf/languagescanner.h"
 
 #include "ssvp40xpf/builtintables.h"
 

@@ -1,4 +1,4 @@
-#include "ssvp40xpf/ayacc.h"
+#include "ssvp40xpf/languageparser.h"
 
 #include "ssvp40xpf/builtintables.h"
 
