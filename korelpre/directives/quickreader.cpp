@@ -1,7 +1,5 @@
 #include "korelpre/directives/quickreader.h"
 
-#include <cstring>
-
 #include "korelpre/directives/conditional.h"
 #include "korelpre/directives/programfile.h"
 #include "korelpre/directives/ruleentry.h"
@@ -24,9 +22,9 @@ bool isSqlWord(std::string_view word) {
 bool endsLine(const char*& p, const char* end) {
   p = skipBlanks(p, end);
   if (!endsCode(p)) return false;
-  const void* feed = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
-  if (feed == nullptr) return false;
-  p = static_cast<const char*>(feed) + 1;
+  const char* const feed = lineFeedFrom(p, end);
+  if (feed == end) return false;
+  p = feed + 1;
   return true;
 }
 
@@ -34,8 +32,8 @@ bool endsLine(const char*& p, const char* end) {
 bool readName(const char*& p, const char* end, std::string_view& name) {
   if (!isBlank(*p)) return false;
   const char* const begin = p = skipBlanks(p, end);
-  if (!isLetter(*p) && *p != '_') return false;
-  while (isWordByte(*p)) ++p;
+  if (!isNameStart(*p)) return false;
+  p = behindWord(p);
   name = {begin, static_cast<std::size_t>(p - begin)};
   return (*p == '\r' || isBlank(*p)) && !isSqlWord(name);
 }

@@ -37,8 +37,8 @@ tRuleDirective tDefineReader::directive() const {
 bool tDefineReader::readName(const char*& p, const char* end, int line) {
   if (!isBlank(*p)) return false;
   const char* const name = p = skipBlanks(p, end);
-  if (!isLetter(*p) && *p != '_') return false;
-  while (isWordByte(*p)) ++p;
+  if (!isNameStart(*p)) return false;
+  p = behindWord(p);
   const bool hasParameters = *p == '(';
   if (hasParameters) ++p;
   if (!hasParameters && !isBlank(*p) && *p != '\r') return false;

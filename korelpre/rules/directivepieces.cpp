@@ -1,7 +1,5 @@
 #include "korelpre/rules/directivepieces.h"
 
-#include <cstring>
-
 #include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenise.h"
 #include "korelpre/text/tokenkinds.h"
@@ -17,10 +15,6 @@ namespace {
 
 // Longer directives are left to the grammar.
 constexpr std::size_t kMostPieces = 4096;
-
-const char* lineFeedFrom(const char* p, const char* end) {
-  return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
-}
 
 }  // namespace
 
@@ -51,7 +45,7 @@ bool tDirectivePieces::readPieces(const char* directive, const char* p, const ch
     last = p;
   }
   const char* feed = lineFeedFrom(p, end);
-  if (feed == nullptr) return false;
+  if (feed == end) return false;
   lineEnd_ = feed + 1;
   text_ = {directive, static_cast<std::size_t>(last - directive)};
   return true;
@@ -74,12 +68,11 @@ bool tDirectivePieces::readGap(const char*& p, const char* end, tPiece& piece) {
   tString blanks(piece.spacing);
   bool joined = false;
   while (*p == ';') {
-    const char* after = skipBlanks(p + 1, end);
-    if (!endsCode(after)) break;
-    after = lineFeedFrom(after, end);
-    if (after == nullptr || after + 1 == end) return false;
-    p = skipBlanks(after + 1, end);
-    blanks.append({after + 1, static_cast<std::size_t>(p - after - 1)});
+    const char* after = behindContinuation(p, end);
+    if (after == nullptr) break;
+    if (after == end) return false;
+    p = skipBlanks(after, end);
+    blanks.append({after, static_cast<std::size_t>(p - after)});
     ++lines_;
     joined = true;
   }
@@ -92,14 +85,10 @@ bool tDirectivePieces::readGap(const char*& p, const char* end, tPiece& piece) {
 
 bool tDirectivePieces::readPiece(const char*& p, const char* end, tPiece& piece) {
   const char* tokenEnd = nullptr;
-  if (*p == '\\' || (*p == '/' && p[1] == '*')) return false;
-  if ((*p == '"' || *p == '\'') && p[1] != *p) {
-    tokenEnd = p + 1;
-    while (*tokenEnd != *p) {
-      if (*tokenEnd == '\r' || *tokenEnd == '\n') return false;
-      ++tokenEnd;
-    }
-    ++tokenEnd;
+  if (*p == '\\' || startsBlockComment(p)) return false;
+  if (isQuote(*p) && p[1] != *p) {
+    tokenEnd = behindString(p);
+    if (tokenEnd == nullptr) return false;
     piece.token = *p == '"' ? kTokString : kTokSqString;
   } else {
     static const SSLexDense kDense =

@@ -157,8 +157,7 @@ bool tStatementCheck::judgePlain(std::string_view text, const char* first, bool 
     executableSeen_ = true;
     return true;
   }
-  const char* next = word.data() + word.size();
-  while (*next == ' ' || *next == '\t') ++next;
+  const char* const next = skipBlanks(word.data() + word.size());
   if (standsAlone(meaning) && !mayMakeName(*next)) {
     judge({.word = word, .next = {}, .third = {}}, meaning, false, file.placeOf(line));
     return true;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "korelpre/errors/blockstack.h"
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/statementopening.h"
 #include "korelpre/text/words.h"
 
@@ -63,8 +64,7 @@ class tStatementCheck {
 
 inline bool tStatementCheck::checkPlain(std::string_view text, bool joined, tSourceFile& file,
                                         int line) {
-  const char* p = text.data();
-  while (*p == ' ' || *p == '\t') ++p;
+  const char* const p = skipBlanks(text.data());
   if (*p == '\n') return true;
   if (settled_ && !mayBeStatementWord(p[0], p[1])) {
     executableSeen_ = true;

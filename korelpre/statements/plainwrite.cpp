@@ -40,7 +40,7 @@ constexpr std::array<eByte, 256> makeBytes() {
   std::array<eByte, 256> bytes{};
   for (unsigned c = 0; c < 256; ++c) {
     const char byte = static_cast<char>(c);
-    if (isLetter(byte) || byte == '_') bytes[c] = kWordStart;
+    if (isNameStart(byte)) bytes[c] = kWordStart;
     if (isDigit(byte)) bytes[c] = kDigit;
   }
   bytes['"'] = bytes['\''] = kQuote;
@@ -116,10 +116,14 @@ class tNesting {
 // limits.
 constexpr std::size_t kLargestQuick = 65536;
 
+// The size of the output without the blanks at its end, which go back to `from` at most.
+std::size_t sizeWithoutBlanks(const tString& output, std::size_t from) {
+  const char* const text = output.data();
+  return static_cast<std::size_t>(backOverBlanks(text + output.size(), text + from) - text);
+}
+
 void stripBlanks(tString& output, std::size_t from) {
-  std::size_t size = output.size();
-  while (size > from && isBlank(output.data()[size - 1])) --size;
-  output.resize(size);
+  output.resize(sizeWithoutBlanks(output, from));
 }
 
 }  // namespace
@@ -142,8 +146,7 @@ struct tPlainWriter::tCursor {
   void skipTo(const char* to) { p = copied = to; }
   // Blanks at the end vanish.
   void endLine() {
-    const char* last = p;
-    while (last > copied && isBlank(last[-1])) --last;
+    const char* const last = backOverBlanks(p, copied);
     if (last == copied) stripBlanks(output, begin);
     const auto size = static_cast<std::size_t>(last - copied);
     char* written = output.extend(size + 1);
@@ -169,11 +172,11 @@ void tPlainWriter::learnRules() {
 // at.
 bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
   const char* p = skipBlanks(start, end);
-  if (byteAt(p) == kSemicolon || (*p == '/' && p[1] == '*')) return true;
+  if (byteAt(p) == kSemicolon || startsBlockComment(p)) return true;
   const tWordLookup& lookup = commands_.lookup();
   if (byteAt(p) != kWordStart) return lookup.startsOddToken(*p);
-  const char* word = p++;
-  while (isWordByte(*p)) ++p;
+  const char* const word = p;
+  p = behindWord(p + 1);
   const std::string_view text(word, static_cast<std::size_t>(p - word));
   if (!lookup.passes(text)) return false;
   return joinsLongerToken(word, p, start) ||
@@ -214,8 +217,7 @@ bool tPlainWriter::write(const char* start, const char* end, tString& output) {
 
 bool tPlainWriter::passWord(tCursor& at) {
   const char* word = at.p;
-  const char* p = word + 1;
-  while (isWordByte(*p)) ++p;
+  const char* const p = behindWord(word + 1);
   at.p = p;
   // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
   if (isDigit(*word) && !std::all_of(word, p, isDigit)) return false;
@@ -252,41 +254,29 @@ bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& n
 bool tPlainWriter::passSpecial(tCursor& at) {
   const char* p = at.p;
   switch (byteAt(p)) {
-    case kQuote: {
-      const void* closing = std::memchr(p + 1, *p, static_cast<std::size_t>(at.end - p - 1));
-      at.p = static_cast<const char*>(closing) + 1;
+    case kQuote:
+      at.p = behindClosedString(p, at.end);
       return true;
-    }
     case kMaybeComment:
-      if (p[0] == p[1]) {
-        openGap(at, static_cast<const char*>(
-                        std::memchr(p, '\n', static_cast<std::size_t>(at.end - p))));
+      if (startsLineComment(p)) {
+        openGap(at, lineFeedFrom(p, at.end));
         return true;
       }
-      if (p[0] == '/' && p[1] == '*') {
-        for (p += 2; p[0] != '*' || p[1] != '/';) ++p;
-        openGap(at, p + 2);
+      if (startsBlockComment(p)) {
+        openGap(at, behindBlockComment(p, at.end));
         return true;
       }
       break;
     case kSemicolon: {
-      const char* after = skipBlanks(p + 1, at.end);
-      const bool continues =
-          byteAt(after) == kLineEnd || (byteAt(after) == kMaybeComment && after[0] == after[1]);
-      if (continues) {
-        openGap(at, static_cast<const char*>(
-                        std::memchr(after, '\n', static_cast<std::size_t>(at.end - after))) +
-                        1);
-        return true;
-      }
-      return false;
+      const char* const after = behindContinuation(p, at.end);
+      if (after != nullptr) openGap(at, after);
+      return after != nullptr;
     }
     case kOpenBracket:
     case kCloseBracket:
       return false;
     case kReference: {
-      const char* before = p;
-      while (before > at.start && isBlank(before[-1])) --before;
+      const char* const before = backOverBlanks(p, at.start);
       if (before == at.start || std::strchr("(,{", before[-1]) == nullptr) return false;
       break;
     }
@@ -303,9 +293,7 @@ void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
   at.copyTo(at.p);
   if (at.gap == tString::npos) {
     at.gapBehindToken = behindToken;
-    std::size_t size = at.output.size();
-    while (size > at.begin && isBlank(at.output.data()[size - 1])) --size;
-    at.gap = size;
+    at.gap = sizeWithoutBlanks(at.output, at.begin);
   }
   at.skipTo(gapEnd);
 }

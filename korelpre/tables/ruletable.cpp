@@ -157,7 +157,7 @@ void tXChgArray::fetchLikely(int first, int last, std::string_view behind) {
   if (last - first >= kLongRun) return;
   std::uint32_t wanted = tSecondTags::kUnknown;
   if (first < last) {
-    const std::size_t begin = std::min(behind.find_first_not_of(" \t"), behind.size());
+    const std::size_t begin = skipBlanks(behind, 0);
     std::size_t end = begin;
     while (end < behind.size() && isWordByte(behind[end])) ++end;
     wanted = secondTag(behind.substr(begin, end - begin), false);

@@ -14,10 +14,6 @@ constexpr std::size_t kFewEntries = 256;
 constexpr std::size_t kLongestKept = 64;
 constexpr std::size_t kMostEntries = std::size_t{1} << 15;
 
-bool isNameStart(char c) {
-  return isLetter(c) || c == '_';
-}
-
 // Of those bits of each byte that are set in the mask.
 std::uint32_t hashOfBits(std::string_view word, std::uint64_t mask) {
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15u;

@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/sslexdense.h"
 
@@ -56,9 +57,7 @@ class tPlace {
     while (p_ != end_ && dense.next(state, character()) == state) ++p_;
   }
   /// Passes blanks in this piece.
-  void skipBlanks() {
-    while (p_ != end_ && (*p_ == ' ' || *p_ == '\t')) ++p_;
-  }
+  void skipBlanks() { p_ = precomp::skipBlanks(p_, end_); }
   bool inTail() const { return token_ > last_; }
   /// The token in front of which to cut for a lexeme that begins here; past the last one when the
   /// lexeme belongs to no token. See note [one character more].

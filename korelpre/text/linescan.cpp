@@ -60,48 +60,6 @@ eByte byteAt(const char* p) {
   return kBytes[static_cast<unsigned char>(*p)];
 }
 
-const char* lineFeedFrom(const char* p, const char* end) {
-  const void* found = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
-  return found != nullptr ? static_cast<const char*>(found) : end;
-}
-
-bool startsLineComment(const char* p, const char* end) {
-  return end - p > 1 && p[0] == p[1] && (*p == '/' || *p == '&');
-}
-
-// Behind the "*/" of the block comment that opens at `p`, or `end` when nothing closes it; counts
-// the line feeds passed.
-const char* behindBlockComment(const char* p, const char* end, int& lines) {
-  for (p += 2; p < end; ++p) {
-    if (*p == '\n') {
-      ++lines;
-    } else if (*p == '*' && end - p > 1 && p[1] == '/') {
-      return p + 2;
-    }
-  }
-  return end;
-}
-
-// Behind the closing quote of the string that opens at `p`, or null when the line ends first.
-const char* behindString(const char* p) {
-  const char quote = *p;
-  for (++p; *p != quote; ++p) {
-    if (*p == '\n' || *p == '\r') return nullptr;
-  }
-  return p + 1;
-}
-
-// What a ";" at `p` does: returns behind the line feed when the line continues, `p` when it does
-// not, null for the forms that only the scanner judges.
-const char* behindContinuation(const char* p, const char* end) {
-  const char* after = skipBlanks(p + 1, end);
-  if (after == end) return nullptr;
-  if (*after == ';') return nullptr;
-  if (*after != '\r' && *after != '\n' && !startsLineComment(after, end)) return p;
-  after = lineFeedFrom(after, end);
-  return after == end ? nullptr : after + 1;
-}
-
 bool startsSqlWord(const char* q, const char* start, const char* end) {
   const auto endsWith = [&](std::string_view word) {
     const std::size_t before = word.size() - 2;  // of "ql"
@@ -143,14 +101,11 @@ class tLineScan {
     p_ = skipBlanks(p_, end_);
     if (*p_ == '*') return false;
     while (passLeadingJoint()) p_ = skipBlanks(p_, end_);
-    return !strange_ && byteAt(p_) != kLineEnd && !startsLineComment(p_, end_);
+    return !strange_ && !endsCode(p_);
   }
 
   bool passLeadingJoint() {
-    if (*p_ == '/' && p_[1] == '*') {
-      const char* after = behindBlockComment(p_, end_, lines_);
-      return after != end_ ? goTo(after) : stop();
-    }
+    if (startsBlockComment(p_)) return passBlockComment();
     if (*p_ != ';') return false;
     const char* at = p_;
     return passSemicolon() && p_ != at + 1;
@@ -168,10 +123,7 @@ class tLineScan {
         return after != nullptr ? goTo(after) : stop();
       }
       case kSlash:
-        if (p_[1] == '*') {
-          const char* after = behindBlockComment(p_, end_, lines_);
-          return after != end_ ? goTo(after) : stop();
-        }
+        if (p_[1] == '*') return passBlockComment();
         return p_[1] != '/' && goTo(p_ + 1);
       case kAmpersand:
         return p_[1] != '&' && goTo(p_ + 1);
@@ -192,10 +144,16 @@ class tLineScan {
     }
   }
 
+  bool passBlockComment() {
+    const char* after = behindBlockComment(p_, end_, lines_);
+    return after != end_ ? goTo(after) : stop();
+  }
+
+  // Only the scanner judges two semicolons in a row and a continuation at the end of the text.
   bool passSemicolon() {
     const char* after = behindContinuation(p_, end_);
-    if (after == nullptr || after == end_) return stop();
-    if (after == p_) return goTo(p_ + 1);
+    if (after == nullptr) return *skipBlanks(p_ + 1, end_) == ';' ? stop() : goTo(p_ + 1);
+    if (after == end_) return stop();
     ++lines_;
     return goTo(after);
   }
@@ -227,7 +185,7 @@ tSkippedLine scanSkippedLine(const char* start, const char* end) {
   tSkippedLine line{end, 1, eDirective::kNone};
   const char* p = skipBlanks(start, end);
   if (p < end && *p == '*') p = lineFeedFrom(p, end);
-  while (p < end && *p == '/' && end - p > 1 && p[1] == '*') {
+  while (p < end && startsBlockComment(p)) {
     p = skipBlanks(behindBlockComment(p, end, line.lines), end);
   }
   if (p < end && *p == '#') line.directive = conditionalAt(p, end).directive;
@@ -245,11 +203,11 @@ tSkippedLine scanSkippedLine(const char* start, const char* end) {
         }
         [[fallthrough]];
       case kAmpersand:
-        p = startsLineComment(p, end) ? lineFeedFrom(p, end) : p + 1;
+        p = startsLineComment(p) ? lineFeedFrom(p, end) : p + 1;
         break;
       case kSemicolon: {
         const char* after = behindContinuation(p, end);
-        if (after != nullptr && after != p) {
+        if (after != nullptr) {
           ++line.lines;
           p = after;
         } else {

@@ -1,6 +1,5 @@
 #include "korelpre/text/statementopening.h"
 
-#include <array>
 #include <cstddef>
 
 #include "korelpre/text/cursor.h"
@@ -12,18 +11,6 @@ namespace precomp {
 namespace {
 
 using enum eStatementWord;
-
-constexpr std::array<bool, 256> makeNameBytes() {
-  std::array<bool, 256> bytes = bytekinds::kWordBytes;
-  bytes['~'] = true;
-  return bytes;
-}
-
-constexpr std::array<bool, 256> kNameBytes = makeNameBytes();
-
-bool isNameByte(char c) {
-  return kNameBytes[static_cast<unsigned char>(c)];
-}
 
 // The tokens that begin with a dot and a letter.
 constexpr std::string_view kDotted[] = {".t.", ".f.", ".or.", ".and.", ".not."};
@@ -64,7 +51,7 @@ std::size_t sizeOfToken(std::string_view text) {
     return isAliasWord(text.substr(0, size)) && text.substr(size).starts_with("->") ? size + 2
                                                                                     : size;
   }
-  if (first == '"' || first == '\'') {
+  if (isQuote(first)) {
     const std::size_t closing = text.find(first, 1);
     return closing == std::string_view::npos ? text.size() : closing + 1;
   }

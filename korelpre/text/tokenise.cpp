@@ -1,7 +1,6 @@
 #include "korelpre/text/tokenise.h"
 
 #include <array>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -52,17 +51,14 @@ class tGap {
 
  private:
   bool passJoint() {
-    if (p_[0] == '/' && p_[1] == '*') {
-      for (p_ += 2; p_[0] != '*' || p_[1] != '/'; ++p_) lines_ += *p_ == '\n' ? 1 : 0;
-      p_ += 2;
+    if (startsBlockComment(p_)) {
+      p_ = behindBlockComment(p_, end_, lines_);
       return true;
     }
     if (*p_ != ';') return false;
-    const char* after = skipBlanks(p_ + 1, end_);
-    if (!endsCode(after)) return false;
-    after =
-        static_cast<const char*>(std::memchr(after, '\n', static_cast<std::size_t>(end_ - after)));
-    p_ = after + 1;
+    const char* after = behindContinuation(p_, end_);
+    if (after == nullptr) return false;
+    p_ = after;
     ++lines_;
     return true;
   }
@@ -90,11 +86,9 @@ void tokenisePlain(const char* start, const char* end, int line, tTknString& sta
     if (endsCode(p)) return;
     std::uint32_t token = 0;
     const char* tokenEnd = nullptr;
-    if ((*p == '"' || *p == '\'') && p[1] != *p) {
+    if (isQuote(*p) && p[1] != *p) {
       token = *p == '"' ? kTokString : kTokSqString;
-      tokenEnd =
-          static_cast<const char*>(std::memchr(p + 1, *p, static_cast<std::size_t>(end - p - 1))) +
-          1;
+      tokenEnd = behindClosedString(p, end);
     } else {
       const SSLexMatch match = dense.longestMatch(p, end);
       token = match.final->token;
