@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 #include "lib_gzip/zipsource.h"
 #include "preprocessor/convert/sourcekind.h"
@@ -17,10 +18,9 @@ constexpr std::string_view kVariable = "VAR";
 constexpr std::string_view kQuote = "'";
 constexpr std::string_view kQuoteCall = "' + CHR(39) + '";
 constexpr std::string_view kExpression = "%Exp:";
-constexpr std::string_view kWhite = " \t";
 
 std::size_t leadingWhite(std::string_view line) {
-  return std::min(line.find_first_not_of(kWhite), line.size());
+  return precomp::skipBlanks(line, 0);
 }
 
 // Kept on purpose: the last letter counts in upper case only.

@@ -12,12 +12,17 @@
 #include <algorithm>
 #include <utility>
 
-#include "lib_base/misc.h"
+#include "korelpre/text/cursor.h"
 #include "lib_base/pathname.h"
 #include "preprocessor/convert/pagecode.h"
 #include "preprocessor/convert/pagestatements.h"
 #include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/copy/textlines.h"
+
+using precomp::isBlank;
+using precomp::isDigit;
+using precomp::isLineEnd;
+using precomp::isWordByte;
 
 namespace {
 
@@ -26,10 +31,6 @@ constexpr std::string_view kOpenValue = "<%=";
 constexpr std::string_view kEscaped = "<%%";
 constexpr std::string_view kOpenComment = "<%--";
 constexpr std::string_view kCloseComment = "--%>";
-
-bool isBlank(char c) {
-  return c == ' ' || c == '\t';
-}
 
 /// The walk over a page.
 class tPageWalk {
@@ -196,10 +197,8 @@ void tPageWalk::takeStatements() {
 tString pageFunctionName(std::string_view base) {
   tString name;
   for (const char c : base) {
-    const bool digit = c >= '0' && c <= '9';
-    const bool letter = upperAscii(c) >= 'A' && upperAscii(c) <= 'Z';
-    if (name.empty() && digit) name += '_';
-    name += digit || letter ? c : '_';
+    if (name.empty() && isDigit(c)) name += '_';
+    name += isWordByte(c) ? c : '_';
   }
   return name.empty() ? tString("_") : name;
 }

@@ -2,21 +2,18 @@
 
 #include <algorithm>
 
+#include "korelpre/text/cursor.h"
 #include "preprocessor/copy/textlines.h"
+
+using precomp::isBlank;
+using precomp::isLineEnd;
+using precomp::isNameByte;
+using precomp::isQuote;
+using precomp::skipBlanks;
 
 namespace {
 
 constexpr std::string_view kClose = "%>";
-constexpr std::string_view kWhite = " \t";
-
-bool isWordByte(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-         c == '~';
-}
-
-bool isWhite(char c) {
-  return c == ' ' || c == '\t';
-}
 
 /// Between ";" and the end of its line these leave it a continuation.
 bool isBlankOrLineComment(ePiece piece) {
@@ -37,14 +34,14 @@ ePiece tPageCode::next() {
 ePiece tPageCode::read() {
   if (end_ == page_.size()) return ePiece::kEnd;
   const char c = page_[end_];
-  if (c == '\r' || c == '\n') return readLineEnd();
+  if (isLineEnd(c)) return readLineEnd();
   if (inComment_) return readBlockComment();
-  if (isWhite(c)) {
-    end_ = std::min(page_.find_first_not_of(kWhite, end_), page_.size());
+  if (isBlank(c)) {
+    end_ = skipBlanks(page_, end_);
     return ePiece::kBlanks;
   }
-  if (isWordByte(c)) {
-    while (end_ < page_.size() && isWordByte(page_[end_])) ++end_;
+  if (isNameByte(c)) {
+    while (end_ < page_.size() && isNameByte(page_[end_])) ++end_;
     return ePiece::kWord;
   }
   if (at(kClose)) {
@@ -54,7 +51,7 @@ ePiece tPageCode::read() {
   const bool starComment = c == '*' && startsLine_ && !continued_ && !sql_ && kind_ == kStatements;
   if (starComment || at("//") || at("&&")) return readComment();
   if (at("/*")) return readBlockComment();
-  if (c == '"' || c == '\'') return readString();
+  if (isQuote(c)) return readString();
   ++end_;
   return c == ';' ? ePiece::kSeparator : ePiece::kOther;
 }

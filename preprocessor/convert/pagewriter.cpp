@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 #include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/copy/debugsync.h"
@@ -17,7 +18,6 @@ namespace {
 constexpr std::size_t kLongestLiteral = 2000;
 constexpr std::size_t kLongestSum = 4000;
 constexpr std::string_view kJoint = "; ";
-constexpr std::string_view kWhite = " \t";
 
 /// Words that are replaced in the whole source or the whole result, in strings too: by the
 /// normaliser, as markers of the debugger.
@@ -132,7 +132,7 @@ void tPageWriter::beginStatement() {
 
 void tPageWriter::code(std::string_view code) {
   openLine();
-  const std::size_t start = std::min(code.find_first_not_of(kWhite), code.size());
+  const std::size_t start = precomp::skipBlanks(code, 0);
   if (start == code.size() && (newStatement_ || line_.empty())) return;
   if (newStatement_ || line_.empty()) {
     const bool fresh = headWritten_ && line_.empty();

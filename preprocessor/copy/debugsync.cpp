@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+#include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 #include "preprocessor/copy/textlines.h"
+
+using precomp::isLineEnd;
 
 namespace {
 

@@ -6,10 +6,6 @@
 
 // A line ends at "\r\n", "\r" or "\n".
 
-constexpr bool isLineEnd(char c) {
-  return c == '\r' || c == '\n';
-}
-
 /// The index just past the line end at `at`.
 inline std::size_t behindLineEnd(std::string_view text, std::size_t at) {
   return at + (text.substr(at).starts_with("\r\n") ? 2 : 1);

@@ -2,19 +2,16 @@
 
 #include <algorithm>
 
+#include "korelpre/text/cursor.h"
 #include "preprocessor/host/diagnosticreport.h"
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/report.h"
 
 namespace {
 
-bool isNameCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
-
 const char* faultOf(const krpre_define& define) {
   const std::string_view name = define.name == nullptr ? "" : define.name;
-  if (name.empty() || !std::all_of(name.begin(), name.end(), isNameCharacter)) {
+  if (name.empty() || !std::all_of(name.begin(), name.end(), precomp::isWordByte)) {
     return "a name is made of letters, digits and underscores";
   }
   const std::string_view value = define.value == nullptr ? "" : define.value;
