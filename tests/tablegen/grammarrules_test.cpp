@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/tablegen/generror.h"
+#include "tests/tablegen/faults.h"
 #include "tools/tablegen/grammarrules.h"
 
 namespace tablegen {
@@ -50,11 +50,6 @@ TEST(GrammarRules, StatedNumbersMoveNoOtherProduction) {
   EXPECT_EQ(report.states[0].reductions[2].production, "accept");
 }
 
-struct tFault {
-  const char* text;
-  const char* message;
-};
-
 const tFault kFaults[] = {
     {"a: \"x\" /* kOne */\n | \"y\" /* kOne */ ;", "t.y:4: label kOne stands in line 3 already"},
     {"a: \"x\" /* kOne */\n | \"y\" ;", "t.y:4: this production of a has no label"},
@@ -77,14 +72,7 @@ const tFault kFaults[] = {
 };
 
 TEST(GrammarRules, FaultsNameFileAndLine) {
-  for (const tFault& fault : kFaults) {
-    try {
-      rulesOf(fault.text);
-      ADD_FAILURE() << "accepted: " << fault.text;
-    } catch (const tGenError& error) {
-      EXPECT_STREQ(error.what(), fault.message) << fault.text;
-    }
-  }
+  expectFaults(kFaults, rulesOf);
 }
 
 TEST(GrammarRules, ReportOfAnotherGrammarIsRefused) {

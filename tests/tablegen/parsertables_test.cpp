@@ -2,8 +2,7 @@
 
 #include <string>
 
-#include "ssvp40xpf/sstableformat.h"
-#include "tools/tablegen/generror.h"
+#include "tests/tablegen/faults.h"
 #include "tools/tablegen/yaccimage.h"
 
 namespace tablegen {
@@ -56,13 +55,8 @@ TEST(ParserTables, ConflictsAreFoundByStateAndToken) {
   EXPECT_EQ(found, "\"x\"2\"y\"3\"x\"2");
 }
 
-struct tFailure {
-  std::string states;
-  const char* message;
-};
-
 TEST(ParserTables, FaultsNameFileAndLine) {
-  const tFailure kCases[] = {
+  const tFault kCases[] = {
       {state(0, "", "") + state(1, "", reduction("\"x\"", "2") + reduction("\"x\"", "3", false)),
        "t.xml:3: reduce/reduce conflict in state 1 on \"x\" between productions 2 and 3"},
       {state(0, kShiftX, reduction("\"x\"", "2", false) + reduction("\"x\"", "3", false)),
@@ -74,16 +68,11 @@ TEST(ParserTables, FaultsNameFileAndLine) {
       {"<state number='x'/>", "t.xml:2: attribute \"number\" is no number"},
       {"", "t.xml:2: the report has no automaton"},
   };
-  for (const tFailure& test : kCases) {
-    try {
-      const tBisonReport faulty = report(test.states);
-      shiftConflicts(faulty);
-      buildYaccImage(faulty);
-      ADD_FAILURE() << "accepted: " << test.states;
-    } catch (const tGenError& error) {
-      EXPECT_STREQ(error.what(), test.message);
-    }
-  }
+  expectFaults(kCases, [](const std::string& states) {
+    const tBisonReport faulty = report(states);
+    shiftConflicts(faulty);
+    buildYaccImage(faulty);
+  });
   EXPECT_THROW(readBisonReport("<bison-xml-report><grammar>", "t.xml"), tGenError);
 }
 
