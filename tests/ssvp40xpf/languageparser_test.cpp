@@ -144,22 +144,4 @@ TEST(LanguageParser, NestsAsDeepAsMemoryGoes) {
   EXPECT_EQ(failure(parser, opened + "a b"), static_cast<int>(kDepth) + 2);
 }
 
-TEST(LanguageScanner, TakesNamesTogetherWithWhatBelongsToThem) {
-  SSLexStringConsumer text("a->enddo->end FIELD->m->1.5 &a.b& c.&(o:end : ::x::=1a'q'%^");
-  ALexClass lexer(text);
-  std::vector<std::uint32_t> tokens;
-  while (SSLexLexeme* const lexeme = ++lexer) {
-    tokens.push_back(lexeme->token());
-    lexeme->refDec();
-  }
-  // clang-format off
-  const std::vector<std::uint32_t> kExpected = {
-      kTokIdentName, kTokAliasEnd, kTokAliasEnd, kTokFieldAliasOp, kTokMemvar, kTokFract,
-      kTokMacroNamePointIdent, kTokMacroNamePoint, kTokMacroFunct, kTokLeftParen, kTokIdentName,
-      kTokObjPart, kTokObjColon, kTokSelfPart, kTokSelfColon, kTokEqual, kTokIdentName, kTokString,
-      kTokPercent, kTokPower};
-  // clang-format on
-  EXPECT_EQ(tokens, kExpected);
-}
-
 }  // namespace

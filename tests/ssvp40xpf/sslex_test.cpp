@@ -1,7 +1,6 @@
 #include "ssvp40xpf/sslex.h"
 
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -12,17 +11,11 @@ namespace {
 
 using samples::raised;
 using scanning::scanAll;
-using tableimage::tAutomaton;
 
 const SSLexTable& table() {
   static const tableimage::tImage image = samples::lexImage();
   static const SSLexTable loaded(image.data(), "sample");
   return loaded;
-}
-
-SSLexTable tableOf(const std::vector<tAutomaton>& lists) {
-  const tableimage::tImage image = tableimage::lexImage(lists);
-  return SSLexTable(image.data(), tableimage::bytes(image), "small");
 }
 
 /// A text consumer that the scanner has to ask for each character.
@@ -134,32 +127,6 @@ TEST(Scanner, LetsOverridesDecide) {
   tCuriousLex lex(consumer, table());
   EXPECT_EQ(scanAll(lex), "100   1:2@1\n2 1 1:3@2\n101 ? 1:4@0\n101 % 1:5@0\n");
   EXPECT_STREQ(lex.tokenToConstChar(1), "SSLexTokenNotFound");
-}
-
-TEST(Scanner, NeverStaysAtAnEmptyMatch) {
-  for (const std::uint32_t flags :
-       {samples::kAccept, samples::kDropped, samples::kDropped | sstable::kLexPush}) {
-    tAutomaton list;
-    list.setFinal(0, 7, flags);
-    const unsigned letter = list.state(1, samples::kAccept);
-    list.on(0, 'a', letter);
-    const SSLexTable small = tableOf({list});
-    for (const bool inMemory : {true, false}) {
-      SSLexStringConsumer fast("a?a");
-      tSlowConsumer slow("a?a");
-      SSLex lex(inMemory ? static_cast<SSLexConsumer&>(fast) : slow, small);
-      std::string tokens;
-      std::string errors;
-      for (int calls = 0; calls < 10; ++calls) {
-        const std::string error = raised([&] {
-          if (const SSRef<SSLexLexeme> lexeme{++lex}) tokens += std::to_string(lexeme->token());
-        });
-        if (error != "none") errors += error;
-      }
-      EXPECT_EQ(tokens, flags == samples::kAccept ? "171" : "11");
-      EXPECT_EQ(errors, "5 SSLex0105e: Invalid token, Line 1, Offset 2, ?");
-    }
-  }
 }
 
 TEST(Scanner, OwnsWhatItOpensByName) {

@@ -54,7 +54,6 @@ TEST(Consumers, AgreeOnTheSameText) {
   const std::string expected =
       std::string(kLexemes) + "5 SSLex0105e: Invalid token, Line 5, Offset 6, .";
   const std::string text = kText;
-  const std::u16string plain = units(text, 0, false);
   const std::u16string marked = units(text, 0xFEFF, false);
   const std::u16string swapped = units(text, 0xFFFE, true);
   const std::wstring wide(text.begin(), text.end());
@@ -68,12 +67,6 @@ TEST(Consumers, AgreeOnTheSameText) {
                                SSLexStringConsumer::kBorrowed);
   EXPECT_EQ(borrowed.buffer(), reinterpret_cast<const unsigned char*>(text.data()));
   EXPECT_EQ(outcome(borrowed), expected);
-  for (const std::u16string* const u : {&plain, &marked, &swapped}) {
-    SSLexStringConsumer consumer(u->c_str());
-    EXPECT_EQ(outcome(consumer), expected);
-    SSLexStringConsumer sized(u->data(), u->size(), SSLexConsumer::wideType);
-    EXPECT_EQ(outcome(sized), expected);
-  }
   SSLexStringConsumer wideText(wide.c_str());
   EXPECT_EQ(outcome(wideText), expected);
   for (const std::size_t size : {2u, 3u, 16u, 4096u}) {
@@ -87,17 +80,6 @@ TEST(Consumers, AgreeOnTheSameText) {
     EXPECT_EQ(outcome(detected), expected);
     EXPECT_LE(detected.bufferSize(), asBytes(marked).size());
   }
-  SSLexDataConsumer data(text.size());
-  data.addBuffer(text.data(), text.size());
-  EXPECT_EQ(outcome(data), expected);
-}
-
-TEST(Consumers, ReadZerosAndHighBytesAsCharacters) {
-  const std::string text("\"a\0b\xFF\"", 6);
-  SSLexStringConsumer counted(text.data(), text.size());
-  EXPECT_EQ(scanAll(counted, table()), "20 " + text.substr(1, 4) + " 1:2@1\n");
-  SSLexStringConsumer terminated(text.data());
-  EXPECT_EQ(scanAll(terminated, table()), "20 a 1:2@1\n");
 }
 
 TEST(Consumers, ShiftAndGrowForLongLexemes) {

@@ -143,20 +143,6 @@ TEST(Parser, AcceptsEmptyInputWhereTheGrammarDoes) {
             "16 SSYacc0105e: Error token failed, no valid token");
 }
 
-TEST(Parser, ReadsAgainAfterReset) {
-  tParser parser("a+", expressions());
-  EXPECT_NE(raised([&] { parser.parse(); }), "none");
-  EXPECT_TRUE(parser.errorMet());
-  SSLexStringConsumer consumer("b");
-  SSLex lex(consumer, lexTable());
-  parser.setLex(lex);
-  parser.giveBack(*parser.lookahead());
-  parser.reset();
-  EXPECT_FALSE(parser.errorMet());
-  EXPECT_EQ(parser.parse(), 0);
-  EXPECT_EQ(parser.result(), "6[b]");
-}
-
 TEST(Parser, ReadsLexemesGivenBackFirst) {
   tParser parser("+ c", expressions());
   parser.reset();

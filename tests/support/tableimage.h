@@ -30,10 +30,6 @@ class tAutomaton {
     states_.push_back({{token, list, flags, 0, type, 0, 0}, {}});
     return static_cast<unsigned>(states_.size() - 1);
   }
-  void setFinal(unsigned state, std::uint32_t token, std::uint32_t flags) {
-    states_[state].final[sstable::kFinalToken] = token;
-    states_[state].final[sstable::kFinalFlags] = flags;
-  }
   /// Transitions of a state are given in ascending order.
   tAutomaton& on(unsigned from, std::uint32_t low, std::uint32_t high, unsigned to) {
     states_[from].row.insert(states_[from].row.end(), {low, high, to});
