@@ -4,7 +4,6 @@
 
 #include <random>
 
-#include "preprocessor/copy/debugsync.h"
 #include "preprocessor/copy/linemarkers.h"
 #include "testrun.h"
 
@@ -66,20 +65,6 @@ std::string withLineEnds(const std::string& text) {
 }
 
 }  // namespace
-
-TEST(Normalise, EveryLineEndBecomesThePair) {
-  const struct {
-    std::string source, expected;
-  } rows[] = {
-      {"", ""},
-      {"a", "a\r\n"},
-      {"\r\r\n\n\ra\n\r", "\r\n\r\n\r\n\r\na\r\n\r\n"},
-      {std::string("a\0b\n", 4), std::string("a\0b\r\n", 5)},
-      {"a line of more than sixteen bytes\nand\ranother one of that kind\r\n",
-       "a line of more than sixteen bytes\r\nand\r\nanother one of that kind\r\n"},
-  };
-  for (const auto& row : rows) EXPECT_EQ(normalised(row.source), row.expected);
-}
 
 TEST(Normalise, RandomBytesMatchThePlainPass) {
   std::mt19937 random(4096);
@@ -161,20 +146,6 @@ TEST(Normalise, ManyUnfinishedBlocksTakeLinearTime) {
   std::string marks;
   for (int i = 0; i < 400000; ++i) marks += "//$BEGINDIALOGDEF_";
   EXPECT_EQ(rewritten(marks).size(), marks.size());
-}
-
-TEST(DebugSync, HexadecimalPairs) {
-  EXPECT_EQ(HexToStr("41420D0A43"), "AB\r\nC");
-  EXPECT_EQ(HexToStr("41\r\n42\n4"), "A\r\nB\n4");
-  EXPECT_EQ(HexToStr("41\n"), "A\n");
-  EXPECT_EQ(HexToStr("414"), "");
-  EXPECT_EQ(HexToStr("4a"), "");
-}
-
-TEST(DebugSync, OnlyWholeLinesAreKept) {
-  tString text("A();  \r\nB()\r\nACTIVATE()\nC()");
-  SynchronizeDebugger(text, 7);
-  EXPECT_EQ(text, "__IGNOREDEBUGLINE__()\r\nA();  \r\nB()\r\n");
 }
 
 TEST(LineMarkers, MarkersNameTheSource) {

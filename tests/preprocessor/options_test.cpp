@@ -67,22 +67,3 @@ TEST(Options, FirstRuleThatFitsDecides) {
   };
   for (const auto& row : rows) EXPECT_EQ(parsed(row.arguments), row.expected);
 }
-
-TEST(Options, CommandLineIsSplitOutsideQuotes) {
-  const struct {
-    const char* text;
-    const char* separators;
-    std::vector<std::string> expected;
-  } rows[] = {
-      {"a \"b c\" d", " ", {"a", "\"b c\"", "d"}},
-      {"  a,b  x\"; \"y ", " ,", {"a", "b", "x\"; \"y"}},
-      {"a \"b c", " ", {"a", "\"b c"}},
-      {"   ", " ", {}},
-      {"", " ", {}},
-  };
-  for (const auto& row : rows) {
-    std::vector<std::string> pieces;
-    splitKorelc(row.text, row.separators, pieces);
-    EXPECT_EQ(pieces, row.expected) << row.text;
-  }
-}

@@ -4,7 +4,6 @@
 
 #include "lib_base/fatal.h"
 #include "lib_base/misc.h"
-#include "lib_gzip/zipsource.h"
 #include "testrun.h"
 
 TEST(Run, VersionRequestPrintsTheBanner) {
@@ -135,32 +134,6 @@ TEST(Run, ExceptionsAreFailuresOfTheirFile) {
             "broken in file unit at line 7\n" + failed("a.prw", -1) +
                 "KOREL Preprocessor: bad luck\n" + failed("b.prw", -1) +
                 "KOREL Preprocessor: unknown failure\n" + failed("c.prw", -1) + ok("d.prw"));
-}
-
-TEST(Run, PackedSourceIsReadAsItsText) {
-  // Long enough for line ends to stand in the packed bytes.
-  std::string text = "t := __COMPTIMESTAMP__\n";
-  std::string expected;
-  for (int i = 0; i < 3000; ++i) {
-    const std::string line =
-        "x" + std::to_string(i * 7919 % 10007) + " := '" + std::to_string(i) + "'";
-    text += line + "\n";
-    expected += line + "\r\n";
-  }
-  const tString packed = packZipSource(text);
-  ASSERT_NE(packed.find("\n"), tString::npos);
-  tSources disk;
-  disk.put("a.prw", packed);
-  EXPECT_EQ(runOver(disk, {"@Fa.prw"}).printed, ok("a.prw"));
-  ASSERT_NE(disk.bytes("a.ppo"), nullptr);
-  const std::string output = *disk.bytes("a.ppo");
-  EXPECT_EQ(output.substr(output.find('\n') + 1), expected);
-  EXPECT_EQ(output.find("t := \"20"), 0U) << output.substr(0, 40);
-
-  disk.put("b.prw", packed.view().substr(0, packed.size() - 2));
-  const tRun damaged = runOver(disk, {"@Fb.prw"});
-  EXPECT_EQ(damaged.result, 1);
-  EXPECT_NE(damaged.printed.find("C9999  ERRO generico: damaged file"), std::string::npos);
 }
 
 TEST(Run, SourceIsNeverOverwritten) {

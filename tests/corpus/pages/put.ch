@@ -1,0 +1,2 @@
+#command PUT <x> => SetValue(<x>)
+#define ONE 1
