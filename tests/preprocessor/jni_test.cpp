@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "include/krpre.h"
+#include "preprocessor/host/jnistring.h"
 
 namespace {
 
@@ -37,8 +38,9 @@ class tMachine {
     functions_.EnsureLocalCapacity = [](JNIEnv* e, jint) {
       return of(e).step().fails() ? JNI_ERR : JNI_OK;
     };
-    functions_.FindClass = [](JNIEnv* e, const char*) -> jclass {
+    functions_.FindClass = [](JNIEnv* e, const char* name) -> jclass {
       if (of(e).step().fails()) return nullptr;
+      of(e).lastClass_ = name;
       ++of(e).references;
       return kClass;
     };
@@ -71,6 +73,7 @@ class tMachine {
     };
     functions_.ThrowNew = [](JNIEnv* e, jclass, const char*) -> jint {
       of(e).step().pending = true;
+      of(e).thrown = of(e).lastClass_;
       return 0;
     };
     functions_.DeleteLocalRef = [](JNIEnv* e, jobject) { --of(e).references; };
@@ -91,6 +94,7 @@ class tMachine {
   std::vector<const char16_t*> elements;
   int failingStep = 0;  // the step, from 1, that throws; 0: none
   bool pending = false;
+  std::string thrown;
   int references = 0;
   int pinned = 0;
   int callsWhilePending = 0;
@@ -130,6 +134,7 @@ class tMachine {
   tEnvironment environment_{{}, this};
   int steps_ = 0;
   std::string bytes_;
+  std::string lastClass_;
 };
 
 const auto kArray = reinterpret_cast<jobjectArray>(10);
@@ -160,6 +165,14 @@ TEST(JavaHost, IsToldOfAHeaderThatDoesNotFit) {
     EXPECT_EQ(machine.callsWhilePending, 0);
     EXPECT_EQ(machine.pinned, 0);
   }
+}
+
+TEST(JavaHost, ThrowsByName) {
+  tMachine machine;
+  JNU_ThrowByName(machine.environment(), "java/lang/Error", nullptr);
+  EXPECT_EQ(machine.thrown, "java/lang/Error");
+  EXPECT_EQ(machine.references, 0);
+  EXPECT_EQ(JNU_GetStringNativeChars(machine.environment(), nullptr), nullptr);
 }
 
 }  // namespace
