@@ -1,9 +1,22 @@
-// The statement is copied in stretches as long as possible. `copied` is the point up to which the
-// source has been written; words are only looked at for their first two bytes, which is enough to
-// dismiss nearly all of them. A token that a translation could start with, or at the statement's
-// beginning a command, sends the statement the other way. A comment or a continuation opens a gap:
-// the blanks around it are collected in the output and count as the spacing of the token that
-// follows; at the statement's end they vanish.
+// In goes a logical line that scanLine has called plain, with the rules in force. Out comes the
+// text that rewriting its tokens would give, or "false" with the output as it was, when only that
+// rewriting can tell. "false" is always a right answer; it costs time.
+//
+// The statement is copied in stretches as long as possible; `copied` is the point up to which the
+// source has been written. On the way
+//
+//   [start]   a first token that a command may start with ends the attempt;
+//   [bytes]   ordinary bytes are passed over, and brackets counted, since a statement whose
+//             brackets do not nest is an error that the tokens tell;
+//   [words]   a word is looked up only when its first two bytes pass the gates of the tables,
+//             which dismiss nearly all. One that a translation may start with ends the attempt;
+//   [names]   a name is replaced by what it finally becomes, which is not looked at again;
+//   [gaps]    a comment or a continuation opens a gap: the blanks around it are collected in the
+//             output and count as the spacing of the token that follows. At the statement's end
+//             they vanish.
+//
+// It ends because every step moves on in the line, and because scanLine has seen the line's end:
+// strings and comments are closed, so that no loop over them can leave the text.
 
 #include "korelpre/statements/plainwrite.h"
 
@@ -22,6 +35,7 @@ namespace precomp {
 
 namespace {
 
+// What a byte can do to a statement. Bytes up to kCloseBracket are passed over in one loop.
 enum eByte : std::uint8_t {
   kOther,
   kOpenBracket,
@@ -59,7 +73,8 @@ eByte byteAt(const char* p) {
   return kBytes[static_cast<unsigned char>(*p)];
 }
 
-// Words that are part of a longer token: ".T.", "FIELD->", "M->", "->END".
+// Words that are part of a longer token: ".T.", "FIELD->", "M->", "->END". The tables know the
+// token, not the word in it.
 bool joinsLongerToken(const char* word, const char* wordEnd, const char* start) {
   const std::string_view text(word, static_cast<std::size_t>(wordEnd - word));
   if (word > start && word[-1] == '.' && *wordEnd == '.') return true;
@@ -73,12 +88,13 @@ bool needsArguments(const tIndexedName& name) {
   return name.rules == 1 && name.rule->firstMatch()->next() != nullptr;
 }
 
+// Behind a gap there may be a "(" too; which it is, the tokens tell.
 bool mayOpenArguments(const char* p, const char* end) {
   p = skipBlanks(p, end);
   return *p == '(' || byteAt(p) == kMaybeComment || byteAt(p) == kSemicolon;
 }
 
-// The open brackets of a statement.
+// [bytes] The open brackets of a statement, one bit each: 63 levels are more than people write.
 class tNesting {
  public:
   explicit tNesting(const std::array<std::uint8_t, 256>& bytes) : bytes_(bytes) {}
@@ -158,6 +174,8 @@ struct tPlainWriter::tCursor {
 tPlainWriter::tPlainWriter(tRuleSet& rules)
     : defines_(rules.defines), translates_(rules.translates), commands_(rules.commands) {}
 
+// A translation may start with a token that is no word, "->" say. Its first byte then stops the
+// loop over ordinary bytes. The table of bytes is made anew only when the translations change.
 void tPlainWriter::learnRules() {
   const std::uint64_t generation = std::uint64_t{1} + translates_.lookup().generation();
   if (generation_ == generation) return;
@@ -168,8 +186,8 @@ void tPlainWriter::learnRules() {
   }
 }
 
-// A name, or the first byte of another token, decides. What stands behind a comment is not looked
-// at.
+// [start] A name, or the first byte of another token, decides. What stands behind a comment is not
+// looked at.
 bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
   const char* p = skipBlanks(start, end);
   if (byteAt(p) == kSemicolon || startsBlockComment(p)) return true;
@@ -215,6 +233,8 @@ bool tPlainWriter::write(const char* start, const char* end, tString& output) {
   return false;
 }
 
+// [words] The order of the questions is that of their cost: gates, then the index of defines, then
+// the table of translations.
 bool tPlainWriter::passWord(tCursor& at) {
   const char* word = at.p;
   const char* const p = behindWord(word + 1);
@@ -228,29 +248,33 @@ bool tPlainWriter::passWord(tCursor& at) {
   const std::string_view text(word, static_cast<std::size_t>(p - word));
   tIndexedName* name = mayDefine ? defines_.index().find(text) : nullptr;
   if (name == nullptr && !mayTranslate) return true;
-  // A number of which this may be a part, or a token of several words.
+  // Digits may be part of a number, and a word part of a longer token.
   if (isDigit(*word) || joinsLongerToken(word, p, at.start)) return false;
   const std::string_view behind(p, static_cast<std::size_t>(at.end - p));
   if (mayTranslate && translates_.foresee(text, behind)) return false;
   if (name == nullptr) return true;
   if (needsArguments(*name)) return !mayOpenArguments(p, at.end);
+  // What the first word becomes may be the key of a command.
   if (!commands_.empty() && skipBlanks(at.start, at.end) == word) return false;
   at.copyTo(word);
   return replaceName(at, p, *name);
 }
 
+// [names] The bound on rewrites is one for the statement. Past it the tokens raise the error.
 bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
   if (!expandName({defines_, translates_}, name) || !name.nests) return false;
   joined_ = joined_ || name.joins;
   at.rewrites += name.rewrites;
   if (at.rewrites > kMostRewrites) return false;
+  // A name that becomes nothing at its front takes the blanks before it along.
   if (!name.spaced) stripBlanks(at.output, at.begin);
   at.output.append(name.text);
   at.skipTo(wordEnd);
   return at.output.size() - at.begin <= kLargestQuick;
 }
 
-// A reference is passed right behind the bracket or comma of its call; elsewhere the tokens tell.
+// Passes a byte that is neither ordinary nor part of a word. A reference is passed right behind the
+// bracket or comma of its call; elsewhere the tokens tell.
 bool tPlainWriter::passSpecial(tCursor& at) {
   const char* p = at.p;
   switch (byteAt(p)) {
@@ -268,6 +292,7 @@ bool tPlainWriter::passSpecial(tCursor& at) {
       }
       break;
     case kSemicolon: {
+      // One that continues nothing separates statements: what follows has to be checked too.
       const char* const after = behindContinuation(p, at.end);
       if (after != nullptr) openGap(at, after);
       return after != nullptr;
@@ -288,6 +313,8 @@ bool tPlainWriter::passSpecial(tCursor& at) {
   return true;
 }
 
+// [gaps] Several comments and continuations in a row are one gap. The blanks in front of it are in
+// the output already; `gap` is where they begin.
 void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
   const bool behindToken = at.copied != at.start || skipBlanks(at.start, at.p) != at.p;
   at.copyTo(at.p);
@@ -298,12 +325,14 @@ void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
   at.skipTo(gapEnd);
 }
 
+// Passes the blanks behind a gap. It stays open where another one, or the end, follows.
 void tPlainWriter::settleGap(tCursor& at) {
   at.p = skipBlanks(at.p, at.end);
   const eByte byte = byteAt(at.p);
   if (byte != kLineEnd && byte != kMaybeComment && byte != kSemicolon) closeGap(at);
 }
 
+// A token follows. Two tokens with only a comment between them must not grow together.
 void tPlainWriter::closeGap(tCursor& at) {
   at.copyTo(at.p);
   if (at.output.size() == at.gap && at.gapBehindToken) at.output.append(' ');

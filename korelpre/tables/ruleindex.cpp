@@ -1,3 +1,19 @@
+// Finds what a table of defines knows of a name. In goes a word of a statement, byte for byte; out
+// comes the entry of that name, or null. It is asked of every word that passes the gate, so it is a
+// hash table of its own beside the sorted rules of the table.
+//
+//   - Rules that arrived one by one have entries in `names_`, found by way of `slots_`.
+//   - The rules of a header image that filled the table as a whole bring their own slots along
+//     (tStoredRules). Such a name gets an entry when a word first finds it, and its rule is made
+//     then: of thousands of names a source uses a few.
+//
+// A name that has both has its entry in `names_`, which counts the stored rule too. So a look-up
+// asks `slots_` first, and the image only when there is nothing.
+//
+// Entries are never erased, one without rules answers as if it were not there; so a probe ends at
+// the first empty slot, of which there is always one. What an entry says of its name's final text
+// holds for one generation of the tables.
+
 #include "korelpre/tables/ruleindex.h"
 
 #include "korelpre/rules/rule.h"
@@ -32,6 +48,7 @@ tIndexedName* tRuleIndex::find(std::string_view name) {
   return stored_ == nullptr ? nullptr : findStored(name, hash);
 }
 
+// Makes no rule: a conditional only asks whether there is one.
 int tRuleIndex::countOf(std::string_view name) const {
   if (slots_.empty() && stored_ == nullptr) return 0;
   const std::uint32_t hash = hashOfWord(name);
@@ -46,6 +63,7 @@ const tIndexedName* tRuleIndex::search(std::string_view name, std::uint32_t hash
   return place != 0 ? &names_[place - 1] : nullptr;
 }
 
+// Entries of stored rules are found by the place of the rule, so they need no slots of their own.
 tIndexedName* tRuleIndex::findStored(std::string_view name, std::uint32_t hash) {
   const tStoredRule* rule = stored_->findName(name, hash);
   if (rule == nullptr) return nullptr;
@@ -86,6 +104,8 @@ void tRuleIndex::addedStored(std::string_view key, tRuleSource& table) {
   entry.waits = true;
 }
 
+// Names that have entries already, those of "-D" say, are counted up now; what comes later is in
+// entryFor().
 void tRuleIndex::addedStored(const tStoredRules& stored, tRuleSource& table) {
   ++generation_;
   table_ = &table;
@@ -100,6 +120,7 @@ void tRuleIndex::addedStored(const tStoredRules& stored, tRuleSource& table) {
   gate_.addBits(stored.nameGate);
 }
 
+// The gate keeps what it knows of a name that is gone: other names may begin alike.
 void tRuleIndex::removed(tBaseXChg* rule, tBaseXChg* latest) {
   ++generation_;
   tIndexedName& entry = entryFor(rule->key(), hashOfWord(rule->key()));
@@ -118,6 +139,8 @@ void tRuleIndex::clear() {
   byStored_.clear();
 }
 
+// The entry of a name, made when there is none. A name of the image keeps the count of its stored
+// rule when it moves to `names_`.
 tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash, bool stored) {
   if (slotsAreFull(names_.size(), slots_.size())) grow();
   const std::size_t slot = placeOf(name, hash);

@@ -1,3 +1,20 @@
+// Finds the rules that a word of a statement can start, and applies the best of them. In goes a
+// statement with the place of the word; out comes the statement as the rule has made it, or "false"
+// with the statement as it was.
+//
+//   [find]      The rules of a word stand next to each other, since they are sorted by key. Whole
+//               keys are found by a hash where the table has one, abbreviations by a binary
+//               search; tWordLookup keeps the answers that took one.
+//   [prefetch]  As soon as the scan of a line meets such a word, the rules that it will want are
+//               prefetched: thousands of rules do not fit into the CPU's caches.
+//   [narrow]    Of several rules only those are tried whose second word can be that of the
+//               statement. Tags tell that without a look at the rule: one by one in a short run
+//               of rules, by tSecondWords in a long one.
+//   [choose]    Each is matched, and the one with the highest score is applied.
+//
+// All of it ends because a run of rules is finite, and what matching may cost is bounded by the
+// statement's steps. How rules get their places is in ruleorder.cpp.
+
 #include "korelpre/tables/ruletable.h"
 
 #include <algorithm>
@@ -15,7 +32,9 @@ constexpr int kLongRun = 16;
 
 }  // namespace
 
-// The rule that has scored best so far, and where its match ended.
+// [choose] The rule that has scored best so far, and where its match ended. The markers of a rule
+// hold what they took until the rule itself is matched again, so the best one need not be matched
+// twice.
 class tBestRule {
  public:
   tBestRule(int start, tTknString* t, tRuleObserver* observer)
@@ -82,6 +101,8 @@ int tXChgArray::compare(const tBaseXChg* slot, std::string_view word, bool exact
   return compareKeyword(key.text, word, key.wordRule);
 }
 
+// [find] Binary search for any rule of the word, then outwards to the bounds of its run, one by
+// one: the first rule that compares otherwise ends it, whatever stands behind.
 bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& last) const {
   int found = 0;
   const bool any = search(*this, word, exact, count(), found);
@@ -92,6 +113,7 @@ bool tXChgArray::findRun(std::string_view word, bool exact, int& first, int& las
   return true;
 }
 
+// [find] The same for whole keys by their hash.
 bool tXChgArray::findKey(std::string_view word, int& first, int& last) const {
   const tKeyTable::tRun* run = keys_.find(
       foldedHash(word), [&](const tKeyTable::tRun& met) { return equalNoCase(met.text(), word); });
@@ -134,7 +156,8 @@ const tFoundRules* tXChgArray::lookUpPassed(std::string_view word) {
   return found_.any() ? &found_ : nullptr;
 }
 
-// Whether a run of the word's hash is really that of the word can wait until its rules are there.
+// [prefetch] Whether a run of the word's hash is really that of the word can wait until its rules
+// are there: to compare the key would be to wait for it now.
 bool tXChgArray::foreseePassed(std::string_view word, std::string_view behind) {
   if (abbreviating_ || !knowsKeys()) {
     const tFoundRules* found = lookup_.findPassed(*this, word);
@@ -153,6 +176,8 @@ bool tXChgArray::foreseePassed(std::string_view word, std::string_view behind) {
   return true;
 }
 
+// [prefetch] Of several rules only those whose second word may be the one that follows in the text.
+// In long runs there are too many of them, and a stored rule would have to be made.
 void tXChgArray::fetchLikely(int first, int last, std::string_view behind) {
   if (last - first >= kLongRun) return;
   std::uint32_t wanted = tSecondTags::kUnknown;
@@ -280,7 +305,7 @@ void tXChgArray::dropRules() {
   dropSlots();
 }
 
-// Worth the trouble only when the run is asked for again before the table changes.
+// [narrow] Worth the trouble only when the run is asked for again before the table changes.
 const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
   if (last - first < kLongRun) return nullptr;
   if (run_.generation != lookup_.generation() || run_.first != first || run_.last != last) {
@@ -306,8 +331,8 @@ std::uint32_t tXChgArray::tagOf(const tBaseXChg* slot) {
   return word.empty() ? tSecondTags::kNoTag : secondTag(word, keyOf(slot).wordRule.abbreviate);
 }
 
-// The rules of a run that may match by the word after their keys. Takes the steps that trying one
-// of the others would have taken.
+// [narrow] The rules of a run that may match by the word after their keys. Takes the steps that
+// trying one of the others would have taken.
 void tXChgArray::meetLikely(int first, int last, int start, tTknString* t, tBestRule& best) {
   const int next = std::max(start, 0) + 1;
   const bool ends = next >= t->count();

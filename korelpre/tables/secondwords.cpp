@@ -1,3 +1,14 @@
+// Which rules of one key can match, by the word that stands second in the statement. Headers have
+// hundreds of commands that begin with one word, and trying each would cost a look at all of them.
+//
+// In go the tags of the second words of a run of rules, and later the second word of a statement;
+// out come the indexes of those whose tag it has, and of the rules that do not go on with a
+// literal. A tag may be that of several words, so some rules come out in vain: the matcher decides.
+// None that matches is left out, since words that a rule finds equal have one tag.
+//
+// The rules of a tag hang in a list from the latest to the first, through `before_`. It ends since
+// every link leads to a rule in front.
+
 #include "korelpre/tables/secondwords.h"
 
 #include <algorithm>
@@ -27,7 +38,8 @@ std::uint64_t abbreviatedKey(std::string_view word) {
 
 }  // namespace
 
-// The lowest bit tells the two kinds apart.
+// Two kinds, since a word that a rule may abbreviate is another question than a whole word. The
+// lowest bit tells them apart; the one above it is set, so that no tag is kUnknown or kNoTag.
 std::uint32_t secondTag(std::string_view word, bool abbreviate) {
   const std::uint64_t key = abbreviate ? abbreviatedKey(word) : wholeKey(word);
   const auto folded = static_cast<std::uint32_t>(key ^ key >> 29);

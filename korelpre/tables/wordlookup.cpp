@@ -1,3 +1,17 @@
+// A cache of what words start. In goes a word of a statement; out comes which rules of the table it
+// can start, as findRules() of the table says, or null. Where rules may be abbreviated that takes a
+// binary search, since no hash finds an abbreviation; but programs use few words, again and again.
+//
+//   1. The gate dismisses a word by its first two bytes, case and a few signs aside.
+//   2. Its entry is looked up by a hash of its bytes, as it is written. Every spelling has an
+//      entry of its own, since folding costs more than a few entries.
+//   3. An entry of another generation is stale, and the table is asked. Words that start nothing
+//      have entries too.
+//
+// The entries of stale words go when the table grows, and all of them when there are very many, so
+// the cache does not grow with the length of a source. A probe ends because half of the slots are
+// empty.
+
 #include "korelpre/tables/wordlookup.h"
 
 #include <cstring>
@@ -11,10 +25,11 @@ namespace precomp {
 namespace {
 
 constexpr std::size_t kFewEntries = 256;
-constexpr std::size_t kLongestKept = 64;
+constexpr std::size_t kLongestKept = 64;  // longer words are rare and would fill the memory
 constexpr std::size_t kMostEntries = std::size_t{1} << 15;
 
-// Of those bits of each byte that are set in the mask.
+// Of those bits of each byte that are set in the mask: all, or those that letters of either case
+// share. Eight bytes at a time, since it is asked of every word that passes.
 std::uint32_t hashOfBits(std::string_view word, std::uint64_t mask) {
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15u;
   std::uint64_t hash = word.size() * kFactor;
@@ -42,6 +57,8 @@ std::uint32_t foldedHash(std::string_view word) {
   return hashOfBits(word, 0xDFDFDFDFDFDFDFDFu);
 }
 
+// Notes a key in the gate, and of one that begins like no name the first byte: who passes over
+// bytes looks up words only, and has to stop there.
 void tWordLookup::added(std::string_view key, tWordRule wordRule) {
   ++generation_;
   gate_.add(key);
@@ -50,6 +67,7 @@ void tWordLookup::added(std::string_view key, tWordRule wordRule) {
   if (key.empty() || isNameStart(key[0])) return;
   const auto first = static_cast<unsigned char>(key[0]);
   oddStarts_[first] = true;
+  // Where words may be abbreviated the comparison ignores that bit in every byte.
   if (wordRule.abbreviate) oddStarts_[first ^ 0x20u] = true;
 }
 
@@ -78,6 +96,7 @@ const tFoundRules* tWordLookup::findPassed(const tRuleSource& table, std::string
       entries_.data(), entries_.size() - 1, hash,
       [](const tEntry& slot) { return slot.generation == 0; },
       [&](const tEntry& slot) { return slot.hash == hash && slot.word == word; })];
+  // [3] Steps 1 and 2 are behind us.
   if (entry.generation == generation_) return entry.rules.any() ? &entry.rules : nullptr;
   if (entry.generation == 0) {
     ++used_;
