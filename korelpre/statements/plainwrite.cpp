@@ -240,7 +240,7 @@ bool tPlainWriter::passWord(tCursor& at) {
   const char* const p = behindWord(word + 1);
   at.p = p;
   // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
-  if (isDigit(*word) && !std::all_of(word, p, isDigit)) return false;
+  if (isDigit(*word) && !std::all_of(word, p, [](char c) { return isDigit(c); })) return false;
   const char second = p - word > 1 ? word[1] : '\0';
   const bool mayTranslate = translates_.lookup().passes(word[0], second);
   const bool mayDefine = defines_.index().gate().passes(word[0], second);
