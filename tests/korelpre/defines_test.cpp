@@ -12,14 +12,6 @@ TEST(Defines, OfTheCommandLineAreReplacedByTheirText) {
   EXPECT_EQ(preprocess("A", {"/DA=1", "/DA=2"}).text, "2");
 }
 
-TEST(Defines, RewriteAStatementAHundredTimes) {
-  std::string source = "\n#define A B\n#define B C\nx(";
-  for (int i = 1; i <= 50; ++i) source += i % 10 == 0 ? "A,;\n" : "A,";
-  EXPECT_EQ(preprocess(source + "0)").error, "");
-  EXPECT_EQ(preprocess(source + "A)").error,
-            "main.prw(4) Error C2078  Circular #translate/#command/#define\n");
-}
-
 TEST(Defines, GrowAStatementToItsLimit) {
   const std::string value(200000, 'v');
   const std::string source = "#define A '" + value + "'\n";

@@ -19,15 +19,6 @@ TEST(Conditionals, NestAsDeepAsMemoryGoes) {
               std::string(kDepth, '\n') + "x := 1\n" + std::string(3 * kDepth, '\n') + "y := 3");
 }
 
-TEST(Includes, OfTheirOwnNameInOtherCaseAreRead) {
-  EXPECT_EQ(preprocessFiles({{"main.prw", "#include \"a.ch\"\nx"},
-                             {"a.ch", "#include \"a.ch\"\n#include \"A.CH\"\ny"},
-                             {"A.CH", "z"}})
-                .text,
-            "#line 1 \"a.ch\"\n#line 1 \"A.CH\"\nz\n#line 3 \"a.ch\"\ny\n"
-            "#line 2 \"main.prw\"\nx");
-}
-
 TEST(Includes, StopWhereTheyAreTooDeep) {
   tDiskManMemory disk;
   disk.put("std.ch", "");
@@ -96,6 +87,25 @@ TEST(Session, ReadsOptionsWhereverTheirMarkerStands) {
   EXPECT_EQ(session.IncludePath().count(), 2);
 }
 
+TEST(Session, PrintsAStatementWithItsContinuations) {
+  tDiskManMemory disk;
+  precomp::KorelPreYaccClass processor(&disk);
+  precomp::tTknString statement;
+  const auto add = [](precomp::tTknString& to, const char* text) {
+    to.tokens().add(new precomp::tSpcString(tString(text)));
+  };
+  for (const char* text : {"a", "b"}) add(statement, text);
+  statement.keepOriginal();
+  statement.tokens().removeAt(1);
+  statement.continuations().add(new precomp::tTknString);
+  add(statement.continuations()[0], "c");
+  tStringSink sink;
+  const tOutputScope scope(sink);
+  processor.printLine(statement, 0);
+  processor.printLine(statement, 1);
+  EXPECT_EQ(sink.text, "a;c\nab;c\n");
+}
+
 TEST(Session, CutsEveryValueButTheFileOfTheRun) {
   tDiskManMemory disk;
   precomp::KorelPre16 session(disk);
@@ -104,27 +114,6 @@ TEST(Session, CutsEveryValueButTheFileOfTheRun) {
   EXPECT_EQ(session.userValue().size(), 255U);
   EXPECT_EQ(session.fileList()[0].size(), 300U);
   EXPECT_EQ(session.fileList()[1].size(), 255U);
-}
-
-TEST(Session, StartsAnewWithEachInit) {
-  tDiskManMemory disk;
-  disk.put("std.ch", "#define A 1\n");
-  disk.put("h.ch", "#define B 2\n");
-  disk.put("a.prw", "#include \"h.ch\"\nA B");
-  precomp::KorelPre16 session(disk);
-  for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(runSession(session, {"-Fa.prw"}).text, "#line 1 \"h.ch\"\n#line 2 \"a.prw\"\n1 2");
-  }
-}
-
-TEST(Session, PutsTheDirectoryOfEachFileInFrontOfThePath) {
-  tDiskManMemory disk;
-  for (const char* name : {"std.ch", "d/a.prw", "d/b.prw"}) disk.put(name, "");
-  precomp::KorelPre16 session(disk);
-  runSession(session, {"/Ie", "-Fd/a.prw", "-Fd/b.prw"});
-  ASSERT_EQ(session.IncludePath().count(), 3);
-  EXPECT_EQ(session.IncludePath()[0], session.IncludePath()[1]);
-  EXPECT_EQ(session.IncludePath()[2], "e");
 }
 
 TEST(Session, ReportsAMissingFile) {

@@ -93,10 +93,10 @@ TEST(RuleLimits, AllowDeepNesting) {
       preprocessSoon("#xcommand A <x> B <y> => f(<x>)\nA " + nested + " B c");
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(result.text, "\nf(" + nested + ")");
-  EXPECT_EQ(preprocessSoon("#xcommand A <x> B <y> => f(<x>)\nA " + repeated("(", 1000000)).error,
+  EXPECT_EQ(preprocessSoon("#xcommand A <x> B <y> => f(<x>)\nA " + repeated("(", 200000)).error,
             "main.prw(2) Error C2002  Statement unterminated at end of line/unbalanced "
             "parentesis/brackets\n");
-  EXPECT_EQ(preprocessSoon("#xcommand A " + repeated("[a", 1000000) + " => b\nA").error,
+  EXPECT_EQ(preprocessSoon("#xcommand A " + repeated("[a", 200000) + " => b\nA").error,
             "main.prw(1) Error C2001  Syntax error:\n");
 }
 

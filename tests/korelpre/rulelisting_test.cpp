@@ -77,7 +77,7 @@ TEST(RuleListing, IsTheSameHoweverARuleWasRead) {
       "\t"};
   std::mt19937 random(11);
   int rules = 0;
-  for (int i = 0; i < 40000; ++i) {
+  for (int i = 0; i < 15000; ++i) {
     std::string source = i % 2 == 0 ? "#command A" : "  #XTranslate\tA ";
     for (std::size_t left = random() % 7; left > 0; --left) {
       source += kPieces[random() % kPieces.size()];
@@ -104,7 +104,7 @@ TEST(RuleListing, IsTheSameHoweverARuleWasRead) {
     }
     ASSERT_EQ(shown[0], shown[1]) << source;
   }
-  EXPECT_GT(rules, 5000);
+  EXPECT_GT(rules, 1900);
 }
 
 }  // namespace

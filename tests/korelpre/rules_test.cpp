@@ -32,16 +32,6 @@ TEST(Rules, WithoutSoundGroupsOrAFirstWordAreSyntaxErrors) {
             "main.prw(1) Error C2001  Syntax error:\n");
 }
 
-TEST(Rules, TakeEffectBehindTheirLineAndFromIncludesAtOnce) {
-  EXPECT_EQ(preprocess("CLS\n#command CLS => c()\nCLS").text, "CLS\n\nc()");
-  EXPECT_EQ(preprocess("#command A => b #command C => d\nA\nC").text, "\nb\nd");
-  EXPECT_EQ(preprocess("#command A ; // c\n  <x> ;\n => b(<x>)\nA 1").text, "\n\n\nb(1)");
-  const tPreprocessed included = preprocessFiles(
-      {{"main.prw", "CLS\n#include \"h.ch\"\nCLS"}, {"h.ch", "#command CLS => c()\n"}});
-  EXPECT_EQ(included.text, "c()\n#line 1 \"h.ch\"\n#line 3 \"main.prw\"\nc()");
-  EXPECT_EQ(preprocess("#ifdef X\n#command A => b\n#endif\nA").text, "\n\n\nA");
-}
-
 // Applies rules as the look-up of tables tells, always from the first token on.
 std::string rewriteFromTheStart(precomp::KorelPreYaccClass& session, precomp::tTknString& t) {
   using precomp::tXChgArray;
