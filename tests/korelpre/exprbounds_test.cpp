@@ -8,11 +8,21 @@
 #include <string>
 #include <vector>
 
+#include "korelpre/text/tokenise.h"
 #include "korelpre/text/tokenkinds.h"
 
 namespace {
 
 using namespace precomp;
+
+/// The tokens of a source line; the text is kept, because they refer to it.
+struct tLine {
+  explicit tLine(const std::string& source) : text(source + "\n") {
+    tokenisePlain(text.data(), text.data() + text.size(), 1, tokens);
+  }
+  std::string text;
+  tTknString tokens;
+};
 
 void add(tTknString& tokens, const char* spacing, const char* text, std::uint32_t kind = 0) {
   auto* const token = new tSpcString(tString(text));
@@ -34,6 +44,37 @@ int bound(AYaccClass& parser, tTknString& tokens, int first, int last) {
   validateExpr(&parser, &tokens, first, last);
   EXPECT_EQ(last, byText);
   return last;
+}
+
+int bound(tTknString& tokens) {
+  AYaccClass parser;
+  return bound(parser, tokens, 0, tokens.count() - 1);
+}
+
+TEST(ExpressionBounds, CutBeforeWhatCannotContinue) {
+  struct tCase {
+    const char* source;
+    int last;
+  };
+  const tCase kCases[] = {
+      {"f ( x ) ) y", 3},
+      {"f ( x + ) ) y", 4},  // an unbalanced parenthesis goes before everything else
+      {") a", -1},
+      {"* a", -1},
+      {"\"text\" \"more\"", 0},
+      {"f(a, b[1,{|x|x}]", 14},  // unfinished at the end
+      {"f(a .and.", 3},
+      {"a +", 0},    // the ")" fails one character behind the "+"
+      {"x[1]y", 2},  // so does the name behind the "]"
+      {"x[1] y", 3},
+      {"x[1]\"y\"", 3},
+      {"a ? b c", 3},  // "?" has no meaning: the parse ends there
+      {"a b ? c", 0},
+  };
+  for (const tCase& test : kCases) {
+    tLine line(test.source);
+    EXPECT_EQ(bound(line.tokens), test.last) << test.source;
+  }
 }
 
 /// Expressions with faults in them: a random expression of which some tokens are then dropped,
