@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -343,10 +346,21 @@ TEST(IncludedHeader, IsReadWhereItIsNoCycle) {
   }
 }
 
-TEST(SharedHeader, IsNotWaitedForOnceItIsGivenUp) {
+TEST(SharedHeader, IsWaitedForWhileSomebodyReadsIt) {
   tHeaderCache cache;
-  const tHeaderCache::tTurn reading(cache, "a.ch");
+  std::optional<tHeaderCache::tTurn> reading(std::in_place, cache, "a.ch");
   EXPECT_TRUE(tHeaderCache::tTurn(cache, "b.ch").wanted()) << "another header";
+  std::atomic<bool> turned = false;
+  std::thread other([&] {
+    EXPECT_TRUE(tHeaderCache::tTurn(cache, "a.ch").wanted());
+    turned = true;
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  EXPECT_FALSE(turned);
+  reading.reset();
+  other.join();
+
+  reading.emplace(cache, "a.ch");
   cache.giveUp("a.ch");
   EXPECT_FALSE(tHeaderCache::tTurn(cache, "a.ch").wanted()) << "nobody waits in vain";
 }
