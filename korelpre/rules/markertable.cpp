@@ -6,6 +6,7 @@
 #include "korelpre/rules/restrictmarker.h"
 #include "korelpre/rules/resultmarker.h"
 #include "korelpre/text/tokenkinds.h"
+#include "lib_base/fatal.h"
 #include "ssvp40xpf/korelpreproductions.h"
 
 namespace precomp {
@@ -45,7 +46,9 @@ const tMarkerRow* markerOfKind(eMarkerSide side, unsigned kind) {
 
 const tMarkerRow& markerOfProduction(unsigned production) {
   const tMarkerRow* row = kMarkerRows;
-  while (row->production != production) ++row;
+  while (row->make != nullptr && row->production != production) ++row;
+  krpreAssert(row->make != nullptr, "a marker's production has no row",
+              "korelpre/rules/markertable");
   return *row;
 }
 

@@ -77,24 +77,6 @@ void tXChgArray::Destroy() {
   tRuleSlots::Destroy();
 }
 
-namespace {
-
-/// The first index from `first` up to `last` for which `holds` does not: it holds for those before.
-template <class tHolds>
-int firstWithout(int first, int last, const tHolds& holds) {
-  while (first < last) {
-    const int middle = first + (last - first) / 2;
-    if (holds(middle)) {
-      first = middle + 1;
-    } else {
-      last = middle;
-    }
-  }
-  return first;
-}
-
-}  // namespace
-
 int tXChgArray::compare(const tBaseXChg* slot, std::string_view word, bool exact) {
   tKey key = keyOf(slot);
   if (exact) key.wordRule.abbreviate = false;
