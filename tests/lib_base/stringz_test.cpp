@@ -136,23 +136,6 @@ TEST(String, BehavesAsAPlainStringUnderRandomSharing) {
   }
 }
 
-TEST(String, CopiesShareUntilOneIsWritten) {
-  const tString original("one storage");
-  tString copy = original;
-  EXPECT_TRUE(copy.sharesWith(original));
-  EXPECT_TRUE(original.substr(0, 3).sharesWith(original));
-  EXPECT_FALSE(original.substr(4).sharesWith(original));
-  copy.toLower();  // changes nothing, so nothing is copied
-  EXPECT_TRUE(copy.sharesWith(original));
-  EXPECT_EQ(copy.capacity() + tString::borrow("ab").capacity(), copy.size() + 2);
-  copy.setAt(0, 'O');
-  EXPECT_EQ(copy, "One storage");
-  EXPECT_EQ(original, "one storage");
-  const char* bytes = copy.data();
-  const tString moved = std::move(copy);
-  EXPECT_EQ(moved.data(), bytes);
-}
-
 TEST(String, ConstantRefusesEveryWriteAndStaysConstant) {
   const std::function<void(tString&)> writes[] = {
       [](tString& s) { s.append("x"); },        [](tString& s) { s.insert(0, "x"); },

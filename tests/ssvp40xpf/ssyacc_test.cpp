@@ -131,30 +131,6 @@ TEST(Parser, ReducesInOrder) {
   EXPECT_EQ(raised([&] { parser.parse(); }), "14 SSYacc0103e: Attempted read past eof");
 }
 
-TEST(Parser, AcceptsEmptyInputWhereTheGrammarDoes) {
-  tParser empty("", lines());
-  EXPECT_EQ(empty.parse(), 0);
-  EXPECT_EQ(empty.result(), "2[]");
-  EXPECT_EQ(empty.lookahead()->token(), sstable::kTokenEof);
-  EXPECT_STREQ(empty.lookahead()->text(), "eof");
-  EXPECT_EQ(empty.lookahead()->line(), 0xFFFFFFFFu);
-  tParser notEmpty("", expressions());
-  EXPECT_EQ(raised([&] { notEmpty.parse(); }),
-            "16 SSYacc0105e: Error token failed, no valid token");
-}
-
-TEST(Parser, ReadsLexemesGivenBackFirst) {
-  tParser parser("+ c", expressions());
-  parser.reset();
-  for (const auto& [text, token] :
-       {std::pair{"a", samples::kName}, {"*", samples::kTimes}, {"b", samples::kName}}) {
-    parser.giveBack(*SSRef<SSLexLexeme>(SSLexLexeme::make(text, 1, token, 1, 1)));
-  }
-  EXPECT_EQ(parser.parse(), 0);
-  EXPECT_EQ(parser.result(), "1[3[6[a]*6[b]]+6[c]]");
-  EXPECT_EQ(parser.offered, "a*b");
-}
-
 TEST(Parser, EndsOnAbortAndOnMissingElements) {
   tParser aborting("a+b", expressions());
   aborting.onReduce = [&](unsigned) { aborting.setAbort(); };
