@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -122,9 +121,8 @@ inline tableimage::tImage linesImage(std::uint32_t rowFlags = 0) {
 }
 
 inline std::vector<char> bytesOf(const tableimage::tImage& image) {
-  std::vector<char> bytes(tableimage::bytes(image));
-  std::memcpy(bytes.data(), image.data(), bytes.size());
-  return bytes;
+  const char* const begin = reinterpret_cast<const char*>(image.data());
+  return {begin, begin + tableimage::bytes(image)};
 }
 
 /// A file that goes away with the object.
