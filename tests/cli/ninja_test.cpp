@@ -11,7 +11,7 @@ class NinjaExample : public Program {
   void SetUp() override {
     const tChildResult result =
         runChild({KRPRE_PYTHON, "-B", std::string(KRPRE_SOURCES) + "/examples/ninja/generate.py",
-                  "--krpre", "'" KRPRE_PROGRAM "'", directory_.path()},
+                  "--krpre", std::string("'") + KRPRE_PROGRAM + "'", directory_.path()},
                  directory_.path());
     ASSERT_EQ(result.status, 0) << result.errors;
   }
