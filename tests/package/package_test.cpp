@@ -141,10 +141,10 @@ TEST(DebianPackage, HoldsEverythingAndNamesWhatItNeeds) {
     EXPECT_NE(fields.find(needed), std::string::npos) << needed << " in " << fields;
   }
   const std::string files = run("dpkg-deb -c krpre.deb", directory.path());
-  for (const char* file :
-       {"bin/krpre", "lib/" KRPRE_SONAME, "lib/libkrpre.so", "lib/libkrpre-qt.so",
-        "include/krpre.h", "share/krpre/headers/std.ch", "share/java/krpre.jar",
-        "share/doc/krpre/options.md", "share/doc/krpre/copyright"}) {
+  const std::string soname = std::string("lib/") + KRPRE_SONAME;
+  for (const char* file : {"bin/krpre", soname.c_str(), "lib/libkrpre.so", "lib/libkrpre-qt.so",
+                           "include/krpre.h", "share/krpre/headers/std.ch", "share/java/krpre.jar",
+                           "share/doc/krpre/options.md", "share/doc/krpre/copyright"}) {
     EXPECT_NE(files.find(std::string(" ./usr/") + file), std::string::npos) << file << " in\n"
                                                                             << files;
   }
