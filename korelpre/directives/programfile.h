@@ -92,8 +92,8 @@ class tProgramFile final : public tSourceFile {
     return false;
   }
 
-  /// Reads the file `name`, which is looked for in `directory` too when that is not null; the rest
-  /// of the include path is the program's. False when it is not there.
+  /// Finds the file `name` (see tFileFinder) and reads it. False when it is not there; a limit that
+  /// it exceeds is raised.
   bool read(const tString& name);
   /// Makes what was read the text to be compiled. With `mayBePacked` a packed text is unpacked.
   void takeText(bool mayBePacked);
