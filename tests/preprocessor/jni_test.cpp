@@ -4,140 +4,11 @@
 #include <gtest/gtest.h>
 #include <jni.h>
 
-#include <string>
-#include <vector>
-
 #include "include/krpre.h"
 #include "preprocessor/host/jnistring.h"
+#include "tests/support/javamachine.h"
 
 namespace {
-
-/// The few functions of a virtual machine that the library calls. Strings are UTF-16 in memory, the
-/// default encoding is ASCII, and each step is counted.
-class tMachine {
- public:
-  tMachine() {
-    functions_.GetArrayLength = [](JNIEnv* e, jarray array) {
-      return array == kBytes ? static_cast<jsize>(of(e).bytes_.size())
-                             : static_cast<jsize>(of(e).elements.size());
-    };
-    functions_.GetObjectArrayElement = [](JNIEnv* e, jobjectArray, jsize i) {
-      const char16_t* text = of(e).step().elements[static_cast<std::size_t>(i)];
-      if (text != nullptr) ++of(e).references;
-      return reinterpret_cast<jobject>(const_cast<char16_t*>(text));
-    };
-    functions_.GetStringLength = [](JNIEnv* e, jstring text) {
-      return static_cast<jsize>(std::u16string_view(characters(of(e).step(), text)).size());
-    };
-    functions_.GetStringChars = [](JNIEnv* e, jstring text, jboolean*) -> const jchar* {
-      if (of(e).step().fails()) return nullptr;
-      ++of(e).pinned;
-      return reinterpret_cast<const jchar*>(text);
-    };
-    functions_.ReleaseStringChars = [](JNIEnv* e, jstring, const jchar*) { --of(e).pinned; };
-    functions_.EnsureLocalCapacity = [](JNIEnv* e, jint) {
-      return of(e).step().fails() ? JNI_ERR : JNI_OK;
-    };
-    functions_.FindClass = [](JNIEnv* e, const char* name) -> jclass {
-      if (of(e).step().fails()) return nullptr;
-      of(e).lastClass_ = name;
-      ++of(e).references;
-      return kClass;
-    };
-    functions_.GetMethodID = [](JNIEnv* e, jclass, const char*, const char*) -> jmethodID {
-      return of(e).step().fails() ? nullptr : reinterpret_cast<jmethodID>(1);
-    };
-    functions_.CallObjectMethodV = [](JNIEnv* e, jobject text, jmethodID, va_list) -> jobject {
-      if (of(e).step().fails()) return nullptr;
-      ++of(e).references;
-      of(e).bytes_.clear();
-      for (const char16_t* c = characters(of(e), text); *c != 0; ++c) {
-        of(e).bytes_ += *c < 0x80 ? static_cast<char>(*c) : '?';
-      }
-      return kBytes;
-    };
-    functions_.GetByteArrayRegion = [](JNIEnv* e, jbyteArray, jsize at, jsize length, jbyte* to) {
-      of(e).step().bytes_.copy(reinterpret_cast<char*>(to), static_cast<std::size_t>(length),
-                               static_cast<std::size_t>(at));
-    };
-    functions_.ExceptionOccurred = [](JNIEnv* e) -> jthrowable {
-      if (!of(e).pending) return nullptr;
-      ++of(e).references;
-      return kThrowable;
-    };
-    functions_.ExceptionCheck = [](JNIEnv* e) -> jboolean { return of(e).pending; };
-    functions_.ExceptionClear = [](JNIEnv* e) { of(e).pending = false; };
-    functions_.Throw = [](JNIEnv* e, jthrowable) -> jint {
-      of(e).step().pending = true;
-      return 0;
-    };
-    functions_.ThrowNew = [](JNIEnv* e, jclass, const char*) -> jint {
-      of(e).step().pending = true;
-      of(e).thrown = of(e).lastClass_;
-      return 0;
-    };
-    functions_.DeleteLocalRef = [](JNIEnv* e, jobject) { --of(e).references; };
-    functions_.GetStringUTFChars = [](JNIEnv* e, jstring, jboolean*) -> const char* {
-      if (of(e).step().fails()) return nullptr;
-      ++of(e).pinned;
-      return "/none";
-    };
-    functions_.ReleaseStringUTFChars = [](JNIEnv* e, jstring, const char*) { --of(e).pinned; };
-    functions_.NewStringUTF = [](JNIEnv* e, const char*) -> jstring {
-      return of(e).step().fails() ? nullptr : kText;
-    };
-    environment_.functions = &functions_;
-  }
-
-  JNIEnv* environment() { return &environment_; }
-
-  std::vector<const char16_t*> elements;
-  int failingStep = 0;  // the step, from 1, that throws; 0: none
-  bool pending = false;
-  std::string thrown;
-  int references = 0;
-  int pinned = 0;
-  int callsWhilePending = 0;
-  int failures = 0;
-
-  inline static const auto kText = reinterpret_cast<jstring>(8);
-
- private:
-  struct tEnvironment : JNIEnv {
-    tMachine* machine;
-  };
-  static tMachine& of(JNIEnv* environment) {
-    return *static_cast<tEnvironment*>(environment)->machine;
-  }
-  static const char16_t* characters(tMachine&, jobject text) {
-    return reinterpret_cast<const char16_t*>(text);
-  }
-
-  /// Called by every function that must not be called while an exception is pending.
-  tMachine& step() {
-    callsWhilePending += pending ? 1 : 0;
-    return *this;
-  }
-  /// True for the step that fails; the exception is then pending.
-  bool fails() {
-    if (++steps_ != failingStep) return false;
-    ++failures;
-    pending = true;
-    return true;
-  }
-
-  inline static const auto kBytes = reinterpret_cast<jbyteArray>(2);
-  inline static const auto kClass = reinterpret_cast<jclass>(4);
-  inline static const auto kThrowable = reinterpret_cast<jthrowable>(6);
-
-  JNINativeInterface_ functions_{};
-  tEnvironment environment_{{}, this};
-  int steps_ = 0;
-  std::string bytes_;
-  std::string lastClass_;
-};
-
-const auto kArray = reinterpret_cast<jobjectArray>(10);
 
 TEST(JavaHost, SeesEachFailureAndLosesNothing) {
   int failures = 0;
@@ -145,7 +16,7 @@ TEST(JavaHost, SeesEachFailureAndLosesNothing) {
     tMachine machine;
     machine.failingStep = step;
     machine.elements = {u"", u"/DA=\u00e1", nullptr, u"-T"};
-    Java_Krpre_prebuild(machine.environment(), nullptr, kArray);
+    Java_Krpre_prebuild(machine.environment(), nullptr, tMachine::kArray);
     EXPECT_EQ(machine.pending, machine.failures > 0) << step;
     EXPECT_EQ(machine.callsWhilePending, 0) << step;
     EXPECT_EQ(machine.references, 0) << step;
@@ -159,8 +30,8 @@ TEST(JavaHost, IsToldOfAHeaderThatDoesNotFit) {
   for (int step = 0; step <= 2; ++step) {
     tMachine machine;
     machine.failingStep = step;
-    jstring text = Java_Krpre_getCH(machine.environment(), nullptr, tMachine::kText);
-    EXPECT_EQ(text, step == 0 ? tMachine::kText : nullptr);
+    jstring text = Java_Krpre_getCH(machine.environment(), nullptr, tMachine::text(u"/none"));
+    EXPECT_EQ(text == nullptr, step != 0);
     EXPECT_EQ(machine.pending, step != 0);
     EXPECT_EQ(machine.callsWhilePending, 0);
     EXPECT_EQ(machine.pinned, 0);
