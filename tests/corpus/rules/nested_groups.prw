@@ -9,3 +9,7 @@ TREE x AND 2
 DEEP 0 A 1 B 2 C 3
 DEEP 0 A 1 B 2
 DEEP 0 A 1 C 3
+#command FIRST <n> [[B <b>] C <c>] => DoFirst(<n>, <b>, <c>)
+FIRST 0 B 1 C 2
+FIRST 0 C 2
+FIRST 0

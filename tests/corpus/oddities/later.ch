@@ -1,0 +1,3 @@
+#define A 3
+#define B 4
+#define B 5

@@ -1,0 +1,3 @@
+#include "own.ch"
+#include "OWN.CH"
+y := 1

@@ -1,0 +1,2 @@
+#include "own.ch"
+x := 1
