@@ -3,11 +3,15 @@
 # include "ssvp40xpf/<GRAMMAR>tokens.h" and "ssvp40xpf/<GRAMMAR>productions.h". The build fails on a
 # conflict that the grammar does not know.
 find_package(BISON 3.8 REQUIRED)
+find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
 function(krpre_add_tables target)
   cmake_parse_arguments(T "" "GRAMMAR" "" ${ARGN})
-  set(source ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../tools/grammars/${T_GRAMMAR})
-  cmake_path(NORMAL_PATH source)
+  set(source ${CMAKE_SOURCE_DIR}/tools/grammars/${T_GRAMMAR})
+  set(layout ${CMAKE_SOURCE_DIR}/ssvp40xpf/sstableformat.h)
+  set(tablegen ${CMAKE_SOURCE_DIR}/tools/tablegen)
+  set(modules automaton charexpr emitcpp generror grammar images layout lexspec report tablegen)
+  list(TRANSFORM modules REPLACE "(.+)" "${tablegen}/\\1.py")
   set(include_dir ${CMAKE_BINARY_DIR}/generated)
   set(out ${include_dir}/ssvp40xpf)
   file(MAKE_DIRECTORY ${out})
@@ -26,9 +30,9 @@ function(krpre_add_tables target)
       ${out}/${T_GRAMMAR}tables.cpp)
   add_custom_command(
     OUTPUT ${tables}
-    COMMAND tablegen --grammar ${T_GRAMMAR} --lex ${source}.lex --yacc ${source}.y
-            --report ${report} --out ${out}
-    DEPENDS tablegen ${source}.lex ${source}.y ${report}
+    COMMAND ${Python3_EXECUTABLE} -B ${tablegen}/tablegen.py --grammar ${T_GRAMMAR} --lex ${source}.lex
+            --yacc ${source}.y --report ${report} --layout ${layout} --out ${out}
+    DEPENDS ${modules} ${layout} ${source}.lex ${source}.y ${report}
     COMMENT "Making the tables of ${T_GRAMMAR}"
     VERBATIM)
 

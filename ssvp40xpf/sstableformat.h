@@ -3,7 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The layout of scanner and parser table images, shared by the generator and the runtime.
+/// The layout of scanner and parser table images. The runtime includes this header, and the
+/// generator reads the constants from it: see tools/tablegen/layout.py.
 ///
 /// An image is a sequence of unsigned 32-bit words in little-endian order.
 ///

@@ -19,7 +19,6 @@ FOLDERS = {
     "korelpre": ("ssvp40xpf/", "lib_gzip/", "lib_base/"),
     "preprocessor": ("korelpre/", "lib_gzip/", "lib_base/", "include/"),
     "cli": ("include/",),
-    "tools": ("ssvp40xpf/sstableformat.h",),
 }
 
 # Files that may include more than their folder may.
@@ -50,7 +49,7 @@ FOR_EVERYBODY = {"korelpre/korelpreobjs.h"}
 
 # Outside headers -> the files that may use them.
 OUTSIDE = [(re.compile(headers), re.compile(users)) for headers, users in (
-    (r"Q[A-Za-z]|Qt[A-Z]", r"lib_base/(translateqt|regexp)\.|tools/tablegen/yaccimage\."),
+    (r"Q[A-Za-z]|Qt[A-Z]", r"lib_base/translateqt\."),
     (r"z(lib|conf)\.h$", r"lib_gzip/"),
     (r"xxhash\.h$", r"korelpre/headers/contenthash\.cpp$"),
     (r"jni(_md)?\.h$", r"preprocessor/host/jni[a-z]*\."),
