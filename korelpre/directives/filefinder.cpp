@@ -10,6 +10,14 @@ constexpr int kDeepestInclude = 200;
 constexpr std::int64_t kMostIncludes = 100000;
 constexpr std::int64_t kMostIncludedBytes = std::int64_t{1} << 30;
 
+// Null, or the name of the limit that is exceeded when all that was included, a file at `depth` the
+// last, makes up `count`.
+const char* limitExceeded(int depth, const tIncludeCount& count) {
+  if (depth > kDeepestInclude) return "include depth";
+  if (count.files > kMostIncludes) return "included files";
+  return count.bytes > kMostIncludedBytes ? "included text" : nullptr;
+}
+
 }  // namespace
 
 tFileFinder::tFileFinder(tDiskMan* files) : files_(files) {
@@ -28,15 +36,13 @@ tString tFileFinder::locate(const tString& requested) {
 }
 
 const char* tFileFinder::countInclude(int depth, std::int64_t bytes) {
-  if (depth > kDeepestInclude) return "include depth";
-  if (++included_.files > kMostIncludes) return "included files";
-  included_.bytes += bytes > 0 ? bytes : 0;
-  return included_.bytes > kMostIncludedBytes ? "included text" : nullptr;
+  count({1, bytes > 0 ? bytes : 0});
+  return limitExceeded(depth, included_);
 }
 
 bool tFileFinder::mayCount(int depth, const tIncludeCount& more) const {
-  return depth <= kDeepestInclude && included_.files + more.files <= kMostIncludes &&
-         more.bytes <= kMostIncludedBytes && included_.bytes + more.bytes <= kMostIncludedBytes;
+  const tIncludeCount all{included_.files + more.files, included_.bytes + more.bytes};
+  return limitExceeded(depth, all) == nullptr;
 }
 
 void tFileFinder::count(const tIncludeCount& more) {
