@@ -103,7 +103,9 @@ TEST(Session, PrintsAStatementWithItsContinuations) {
   const tOutputScope scope(sink);
   processor.printLine(statement, 0);
   processor.printLine(statement, 1);
-  EXPECT_EQ(sink.text, "a;c\nab;c\n");
+  add(statement, ";");
+  processor.printLine(statement, 0);
+  EXPECT_EQ(sink.text, "a;c\nab;c\na;c\n");
 }
 
 TEST(Session, CutsEveryValueButTheFileOfTheRun) {
