@@ -121,11 +121,11 @@ void KorelPreYaccClass::reduceRule(eDirective directive, int line) {
                        .result = part(3).chain().get()});
 }
 
-// The text of the directive being reduced. One that stands at the end of its result has been
-// reduced before and is no part of it.
+// The text of the directive being reduced up to its last token. One that stands at the end of its
+// result has been reduced before and is no part of it.
 std::string_view KorelPreYaccClass::directiveText() {
   const std::size_t begin = part(0).lexeme()->absoluteOffset();
-  const std::size_t end = begin < innerDirective_ ? innerDirective_ : feed_->offset();
+  const std::size_t end = begin < innerDirective_ ? innerDirective_ : feed_->lastTokenEnd();
   innerDirective_ = begin;
   return file_.text.view().substr(begin, end - begin);
 }

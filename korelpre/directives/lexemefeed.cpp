@@ -112,6 +112,9 @@ void tLexemeFeed::noteDelivered(const SSLexLexeme& lexeme) {
   if (!atLineStart_) lastTokenLine_ = static_cast<int>(lexeme.line());
   if (!atLineStart_ && lexeme.token() != kTokSpc) {
     lastTokenEnd_ = lexeme.absoluteOffset() + lexeme.length();
+    const bool quoted = lexeme.token() == kTokString || lexeme.token() == kTokSqString;
+    const char* const text = file_.text.data();
+    if (quoted && text[lastTokenEnd_] == text[lexeme.absoluteOffset() - 1]) ++lastTokenEnd_;
   }
   if (lexeme.token() == kTokBeginSql) {
     if (sql_.line != 0) file_.raise(eSourceError::kSyntax, static_cast<int>(lexeme.line()));

@@ -28,8 +28,10 @@ class tLexemeFeed {
   /// Raises the syntax error at a lookahead that the grammar cannot take.
   [[noreturn]] void raiseSyntax(const SSLexLexeme& lookahead);
 
-  /// Where the scanner stands in the text, in bytes, and on which line.
-  std::size_t offset() const { return consumer_->start(); }
+  /// Behind the last token that was delivered, in bytes from the start of the text; blanks and line
+  /// feeds are none.
+  std::size_t lastTokenEnd() const { return lastTokenEnd_; }
+  /// The line on which the scanner stands.
   int line() const { return static_cast<int>(consumer_->startLine()); }
   /// The lines of the text.
   int lineCount() const { return line() - 1; }

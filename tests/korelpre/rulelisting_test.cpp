@@ -55,7 +55,7 @@ TEST(RuleListing, KnowsTheDirectiveOfEachRule) {
   commands.arrange();
   EXPECT_EQ(commands[0].directive(), "#command A <x> ; // c\r\n  => b");
   EXPECT_EQ(commands[1].directive(), "#command C => d ");
-  EXPECT_EQ(commands[2].directive(), "#xcommand E => f\r\n");
+  EXPECT_EQ(commands[2].directive(), "#xcommand E => f");
 }
 
 // The ordinary forms of rules are read without the grammar; both ways must give the same rule.
