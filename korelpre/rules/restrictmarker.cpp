@@ -3,6 +3,7 @@
 #include "korelpre/rules/markerrecords.h"
 #include "korelpre/rules/patternmarkers.h"
 #include "korelpre/rules/rulestream.h"
+#include "korelpre/text/tokenkinds.h"
 #include "lib_base/misc.h"
 
 namespace precomp {
@@ -10,6 +11,8 @@ namespace precomp {
 void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative,
                                    tMarkerArena* arena) {
   auto* marker = makeMarker<tMatchIdentifier>(arena, word);
+  marker->token().setKind(kKindIdentifier);
+  marker->token().setLine(0);
   if (newAlternative || lastWord_ == nullptr) {
     tMarkerList::add(alternatives_, marker, arena);
   } else {

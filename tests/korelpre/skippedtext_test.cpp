@@ -93,6 +93,16 @@ TEST(SkippedText, HoldsNothingButConditionals) {
   });
 }
 
+// A rule's word has no line of its own, however the rule was read.
+TEST(Statements, HaveTheLineOfTheirSource) {
+  for (const char* const comment : {"", " /**/"}) {
+    const std::string header = std::string("\n\n\n#xtranslate A <x: next>") + comment + " => <x>\n";
+    const tPreprocessed result =
+        preprocessFiles({{"main.prw", "#include \"h.ch\"\nA next"}, {"h.ch", header}});
+    EXPECT_EQ(result.error, "main.prw(2) Error C2029  NEXT does not match FOR\n");
+  }
+}
+
 // "C2029" stands for the whole error of a NEXT without FOR in the first line, and so on.
 std::string codeOf(const std::string& error) {
   const std::string start = "main.prw(";
