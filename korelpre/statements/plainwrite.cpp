@@ -128,8 +128,9 @@ class tNesting {
   std::uint64_t bits_ = 1;
 };
 
-// A statement that has been rewritten and grows past this goes the slow way, which knows the
-// limits.
+// A statement in which more than this was read and written goes the slow way, which knows the
+// limits, if it holds a defined name. They are judged after each rewrite, so what it becomes in the
+// end is not enough to go by.
 constexpr std::size_t kLargestQuick = 65536;
 
 // The size of the output without the blanks at its end, which go back to `from` at most.
@@ -154,7 +155,12 @@ struct tPlainWriter::tCursor {
   std::size_t gap = tString::npos;  // where the open gap begins in the output
   bool gapBehindToken = false;
   int rewrites = 0;
+  bool defined = false;     // it holds a name with a definition
+  std::size_t written = 0;  // bytes that its rewrites write
 
+  bool mayExceedLimits() const {
+    return defined && static_cast<std::size_t>(p - start) + written > kLargestQuick;
+  }
   void copyTo(const char* to) {
     if (to > copied) output.append({copied, static_cast<std::size_t>(to - copied)});
     copied = to;
@@ -165,9 +171,9 @@ struct tPlainWriter::tCursor {
     const char* const last = backOverBlanks(p, copied);
     if (last == copied) stripBlanks(output, begin);
     const auto size = static_cast<std::size_t>(last - copied);
-    char* written = output.extend(size + 1);
-    std::memcpy(written, copied, size);
-    written[size] = '\n';
+    char* to = output.extend(size + 1);
+    std::memcpy(to, copied, size);
+    to[size] = '\n';
   }
 };
 
@@ -216,7 +222,7 @@ bool tPlainWriter::write(const char* start, const char* end, tString& output) {
         passed = passWord(at);
         break;
       case kLineEnd:
-        if (nesting.open()) {
+        if (nesting.open() || at.mayExceedLimits()) {
           passed = false;
           break;
         }
@@ -253,6 +259,7 @@ bool tPlainWriter::passWord(tCursor& at) {
   const std::string_view behind(p, static_cast<std::size_t>(at.end - p));
   if (mayTranslate && translates_.foresee(text, behind)) return false;
   if (name == nullptr) return true;
+  at.defined = true;
   if (needsArguments(*name)) return !mayOpenArguments(p, at.end);
   // What the first word becomes may be the key of a command.
   if (!commands_.empty() && skipBlanks(at.start, at.end) == word) return false;
@@ -265,12 +272,13 @@ bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& n
   if (!expandName({defines_, translates_}, name) || !name.nests) return false;
   joined_ = joined_ || name.joins;
   at.rewrites += name.rewrites;
+  at.written += name.written;
   if (at.rewrites > kMostRewrites) return false;
   // A name that becomes nothing at its front takes the blanks before it along.
   if (!name.spaced) stripBlanks(at.output, at.begin);
   at.output.append(name.text);
   at.skipTo(wordEnd);
-  return at.output.size() - at.begin <= kLargestQuick;
+  return true;
 }
 
 // Passes a byte that is neither ordinary nor part of a word. A reference is passed right behind the

@@ -27,10 +27,13 @@ class tExpander {
   }
 
   int rewrites() const { return rewrites_; }
+  std::size_t written() const { return written_; }
   bool spaced() const { return spaced_; }
 
  private:
   bool add(const tSpcString& token, bool leads, std::string_view spacing) {
+    written_ += spacing.size() + token.size();
+    if (written_ > kLargestExpansion) return false;
     if (const tIndexedName* name = tables_.defines.index().find(token)) {
       return expand(*name, leads, spacing);
     }
@@ -38,12 +41,13 @@ class tExpander {
     spaced_ = spaced_ || leads;
     text_.append(spacing);
     text_.append(token);
-    return text_.size() <= kLargestExpansion;
+    return true;
   }
 
   tNameTables tables_;
   tString& text_;
   int rewrites_ = 0;
+  std::size_t written_ = 0;
   bool spaced_ = false;
 };
 
@@ -90,6 +94,7 @@ bool expandName(tNameTables tables, tIndexedName& name) {
   tExpander expander(tables, name.text);
   name.plain = expander.expand(name, true, {});
   name.rewrites = expander.rewrites();
+  name.written = expander.written();
   name.spaced = expander.spaced();
   const std::string_view text = name.text;
   name.nests = nestsAlone(text);

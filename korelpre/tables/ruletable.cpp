@@ -30,6 +30,12 @@ namespace {
 // Runs below this length are tried rule by rule.
 constexpr int kLongRun = 16;
 
+// [narrow] The steps that trying a rule takes whose second word is another one than that of the
+// statement. They count when it is not tried too: what it may take must not hang on that.
+std::uint32_t stepsOfOthers(const tTknString& t, int start) {
+  return std::max(start, 0) + 1 < t.count() ? 2 : 1;
+}
+
 }  // namespace
 
 // [choose] The rule that has scored best so far, and where its match ended. The markers of a rule
@@ -313,8 +319,7 @@ std::uint32_t tXChgArray::tagOf(const tBaseXChg* slot) {
   return word.empty() ? tSecondTags::kNoTag : secondTag(word, keyOf(slot).wordRule.abbreviate);
 }
 
-// [narrow] The rules of a run that may match by the word after their keys. Takes the steps that
-// trying one of the others would have taken.
+// [narrow] The rules of a run that may match by the word after their keys.
 void tXChgArray::meetLikely(int first, int last, int start, tTknString* t, tBestRule& best) {
   const int next = std::max(start, 0) + 1;
   const bool ends = next >= t->count();
@@ -327,7 +332,7 @@ void tXChgArray::meetLikely(int first, int last, int start, tTknString* t, tBest
       std::uint32_t& wanted = tags[abbreviate ? 1 : 0];
       if (wanted == tSecondTags::kUnknown) wanted = secondTag(word, abbreviate);
       if (ends || tag != wanted) {
-        t->step(ends ? 1 : 2);
+        t->step(stepsOfOthers(*t, start));
         continue;
       }
     }
@@ -347,7 +352,12 @@ bool tXChgArray::replace(tRuleContext* context, int first, int last, int start, 
   const tSecondWords* words = observer_ == nullptr ? secondWordsOf(first, last) : nullptr;
   if (words != nullptr) {
     const tString& second = t->getToken(std::max(start, 0) + 1);
-    words->find(second, [&](int index) { best.meet(index, fetched(index)); });
+    int left = last - first + 1;
+    words->find(second, [&](int index) {
+      best.meet(index, fetched(index));
+      --left;
+    });
+    t->step(static_cast<std::uint32_t>(left) * stepsOfOthers(*t, start));
   } else if (observer_ == nullptr && last > first) {
     meetLikely(first, last, start, t, best);
   } else {

@@ -12,14 +12,6 @@ TEST(Defines, OfTheCommandLineAreReplacedByTheirText) {
   EXPECT_EQ(preprocess("A", {"/DA=1", "/DA=2"}).text, "2");
 }
 
-TEST(Defines, GrowAStatementToItsLimit) {
-  const std::string value(200000, 'v');
-  const std::string source = "#define A '" + value + "'\n";
-  EXPECT_EQ(preprocess(source + "A A").text.size(), 1 + 2 * (value.size() + 2) + 1);
-  EXPECT_EQ(preprocess(source + "A A A A A A").error,
-            "main.prw(2) Error C2078  Circular #translate/#command/#define\n");
-}
-
 // What a text that failed has left behind must not be touched.
 TEST(Defines, OfATextThatFailedAreForgotten) {
   tMemoryProcessor processor;

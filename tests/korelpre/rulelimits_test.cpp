@@ -52,6 +52,34 @@ TEST(RuleLimits, CountTheStepsOfTheMatcher) {
             kCircular);
 }
 
+TEST(RuleLimits, AreThoseOfTheStatementWhateverStandsWhere) {
+  const std::string name(900000, 'L');
+  const std::string many = repeated("a+", 60000);
+  const std::string text = "'" + std::string(30000, 'v') + "' ";
+  std::string rules;
+  for (int i = 0; i < 1000; ++i) rules += "#xtranslate A w" + std::to_string(i) + " => b\n";
+  const struct {
+    std::string source;
+    bool ends;
+  } kCases[] = {
+      {"#define N 1\n" + many + "N", true},
+      {"#define N 1\nN+" + many + "a", true},
+      {"#define N 1\n" + many + "a", false},
+      {"#define N\n" + many.substr(0, 90000) + "N", false},
+      {"#define N " + text + "\n" + repeated("N ", 34), false},
+      {"#define N " + text + "\n" + repeated("N ", 36), true},
+      // What a name becomes on the way counts, and so do rules that need no trial.
+      {"#define N " + name + name + "\n#define " + name + name + " 1\nN", true},
+      {rules + repeated("A ", 26000), true},
+      {rules + "A\n" + repeated("A ", 26000), true},
+      {rules + "A\n" + repeated("A ", 24000), false},
+  };
+  for (const auto& row : kCases) {
+    const std::string error = preprocessSoon(row.source).error;
+    EXPECT_EQ(error.find("C2078") != std::string::npos, row.ends) << row.source.substr(0, 30);
+  }
+}
+
 TEST(RuleLimits, AllowLongPatternsAndStatements) {
   std::string pattern = "#xcommand A";
   std::string result = " => f(0";
