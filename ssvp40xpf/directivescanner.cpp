@@ -1,10 +1,16 @@
 #include "ssvp40xpf/directivescanner.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "ssvp40xpf/builtintables.h"
 
 namespace {
 
 using namespace korelpre;
+
+// What may follow the backslash at the end of a file name, and means nothing there.
+constexpr unsigned char kBehindBackslash[] = {';', '"', '\'', '/', '&'};
 
 void cut(const SSLexConsumer& consumer, SSLexMark& mark, std::size_t characters) {
   mark = consumer.markAt(consumer.start() + characters * consumer.unitSize());
@@ -16,6 +22,22 @@ bool standsAt(const SSLexConsumer& consumer, std::size_t index, unsigned char c)
   const unsigned char* unit = consumer.buffer() + index;
   if (consumer.unitSize() == 1) return unit[0] == c;
   return (unit[0] == c && unit[1] == 0) || (unit[0] == 0 && unit[1] == c);
+}
+
+/// Gives back what is no part of a file name: the line end behind a lone backslash, or a character
+/// behind the name, together with the backslash before it unless that is the second of a pair.
+void cutFileName(const SSLexConsumer& consumer, SSLexMark& mark) {
+  if (mark.lineFeeds > 0) return cut(consumer, mark, 1);
+  const std::size_t unit = consumer.unitSize();
+  std::size_t end = mark.index - unit;
+  if (std::none_of(std::begin(kBehindBackslash), std::end(kBehindBackslash),
+                   [&](unsigned char c) { return standsAt(consumer, end, c); })) {
+    return;
+  }
+  std::size_t backslashes = 0;
+  while (standsAt(consumer, end - (backslashes + 1) * unit, '\\')) ++backslashes;
+  if (backslashes % 2 != 0) end -= unit;
+  mark = consumer.markAt(end);
 }
 
 }  // namespace
@@ -40,6 +62,9 @@ SSLexLexeme* KorelPreLexClass::complete(SSLexConsumer& consumer, unsigned token,
       break;
     case kTokNullStr:
       if (mark.lineFeeds > 0) cut(consumer, mark, kQuoteLength);
+      break;
+    case kTokFileName:
+      cutFileName(consumer, mark);
       break;
     case kTokSpc:
     case kTokStar:

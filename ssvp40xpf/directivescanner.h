@@ -19,8 +19,8 @@ class KorelPreLexClass : public SSLex {
   /// The spelling of a token; "SSLexTokenNotFound" for a number without one.
   const char* tokenToConstChar(unsigned token) override;
 
-  /// How much of a match is the token; the rest is rescanned. Two rules of the table look ahead
-  /// beyond their token:
+  /// How much of a match is the token; the rest is rescanned. Besides file names, whose ends
+  /// complete() finds, two rules of the table look ahead beyond their token:
   ///   - a quote and the following line end: an empty string, which is the quote alone;
   ///   - "->END" and a further name character: "->", then a name that begins with END.
   static std::size_t tokenLength(unsigned token, std::string_view match) {

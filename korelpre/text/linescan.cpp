@@ -216,6 +216,8 @@ tSkippedLine scanSkippedLine(const char* start, const char* end) {
         break;
       }
       default:
+        // What stands behind a backslash is an ordinary character.
+        if (*p == '\\' && !isLineEnd(p[1])) ++p;
         ++p;
     }
   }

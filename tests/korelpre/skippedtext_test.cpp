@@ -54,11 +54,21 @@ TEST(SkippedText, HidesSignsInStringsThatEndWithTheirLine) {
       {"#ifdef NO\nx := 'http://a' ;\n#endif\n#endif\nz", "\n\n\n\nz"},
       {"#ifdef NO\nx := \"/*\" + '*'\n#endif\nz", "\n\n\nz"},
       {"#ifdef NO\ndon't /* x\n#endif\nz", "\n\n\nz"},
-      {"#ifdef NO\nx \\' ;\n#endif\nz", "\n\n\nz"},
-      {"#ifdef NO\nx \\; ;\n#endif\n#endif\nz", "\n\n\n\nz"},
       {"#ifdef NO\n\"\n#else\n'\n#endif\nz", "\n\n\n'\n",
        "main.prw(4) Error C2002  Statement unterminated "
        "at end of line/unbalanced parentesis/brackets\n"},
+  });
+}
+
+TEST(SkippedText, TakesACharacterBehindABackslashAsAnOrdinaryOne) {
+  expectBothWays({
+      {"#ifdef NO\nx \\;\nC:\\d\\;\nC:\\\nx \\/* y\n#endif\nz", "\n\n\n\n\n\nz"},
+      {"#ifdef NO\nx \\; ;\n#endif\n#endif\nz", "\n\n\n\nz"},
+      {"#ifdef NO\nx \\\" ;\n#endif\n#endif\nz", "\n\n\n\nz"},
+      {"x C:\\\ny C:\\d\\\nx \\;\ny C:\\d\\;\n\\", "x C:\\\ny C:\\d\\\nx \\;\ny C:\\d\\;\n\\"},
+      {"x C:\\d\\\" + \\d\\/* + \\\\//\nz", "x C:\\d\\\" + \\d\\/* + \\\\\nz"},
+      {"x C:\\d\\\\;\ny (\\d\\)", "x C:\\d\\\\ y (\\d\\)"},
+      {"#define P C:\\\nx P y", "\nx C:\\ y"},
   });
 }
 

@@ -91,6 +91,16 @@ TEST(DirectiveScanner, EmbeddedSql) {
   });
 }
 
+TEST(DirectiveScanner, BackslashesInFileNamesAndBeforeOtherCharacters) {
+  expectTokens({
+      {"a\\\r\n\\b.c\\\n", "identName<a> fileName<\\> LF fileName<\\b.c\\> LF"},
+      {"\\b\\;\n\\b\\\\;\n", "fileName<\\b> ESPCH<;> LF fileName<\\b\\\\> IgnoreEol"},
+      {"\\b\\\"\\c\\'\\d\\/*\\\\\\e\\&&",
+       "fileName<\\b> ESPCH<\"> fileName<\\c> ESPCH<'> fileName<\\d> ESPCH</> * ESPCH<\\> "
+       "fileName<\\e> ESPCH<&> &"},
+  });
+}
+
 TEST(DirectiveScanner, DroppedAndInvalidCharacters) {
   expectTokens({
       {std::string("a\0b`\x01\x1F\x81\xFF\x0C"
@@ -99,7 +109,6 @@ TEST(DirectiveScanner, DroppedAndInvalidCharacters) {
        "identName<a> identName<b> identName<c>"},
       {"a\r\n  \x7F", "identName<a> LF spc SSLex0105e: Invalid token, Line 2, Offset 3, \x7F"},
       {"~a", "SSLex0105e: Invalid token, Line 1, Offset 1, ~"},
-      {"a\\\r\n", "identName<a> SSLex0105e: Invalid token, Line 1, Offset 3, \r"},
   });
 }
 

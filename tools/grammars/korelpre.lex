@@ -9,8 +9,10 @@
 #   [a-z]   one of these            [^a-z]  any character but these
 #   {name}  what %let calls so      'PROC~EDURE'  PROC, PROCE, PROCED ... PROCEDURE
 #
-# Two rules match more than their token, and the scanner class gives the rest back: "->END" with
-# another name character is only the arrow, and a quote at the end of its line is only the quote.
+# Some rules match more than their token, and the scanner class gives the rest back: "->END" with
+# another name character is only the arrow; a quote or a backslash at the end of its line is only that;
+# a backslash at the end of a file name is no part of it when it makes an ordinary character of the
+# ";", the quote, or the "/" or "&" of a comment, behind it.
 #
 # "//", "&&" and a line that starts with "*" are comments up to the line feed, which is returned, so
 # that it ends the statement in front of the comment; lines that start with "*" follow on.
@@ -116,6 +118,8 @@
 {digit}+[A-Za-z_~]{nameChar}*       IdentName
 {digit}+("."{digit}+)?|"."{digit}+  Number
 \\{word}[A-Za-z0-9_\\.]*            FileName
+\\{word}[A-Za-z0-9_\\.]*\\[;"'/&]    FileName
+\\{lineEnd}                          FileName
 
 '.OR.'          Or
 '.AND.'         And
