@@ -38,10 +38,14 @@ void addBlanks(tString& blanks, const SSLexLexeme& lexeme) {
   if (lexeme.token() == kTokSpc) blanks.append(std::string_view(lexeme.text(), lexeme.length()));
 }
 
-// The scanner knows a comment line by the line feed before it, which is gone when lines have been
-// passed over.
-bool isStarComment(const char* at, const char* end) {
-  return *skipBlanks(at, end) == '*';
+// Whether the scanner cannot tell what the line at `at` is: a comment line, which it knows by the
+// line feed before it, gone when lines have been passed over, or a continuation and nothing else.
+bool hangsOnItsPlace(const char* at, const char* end, const tScannedLine& line) {
+  if (line.kind != eLineKind::kEmpty) return false;
+  at = skipBlanks(at, end);
+  if (*at == '*') return true;
+  while (startsBlockComment(at)) at = skipBlanks(behindBlockComment(at, end), end);
+  return *at == ';';
 }
 
 // Whether the last line of a text, the one that ends at `end`, holds nothing.
@@ -185,7 +189,7 @@ void tLexemeFeed::passPlainLines() {
     if (inSql_) break;
     const tScannedLine scanned = scanLine(at, end);
     if (scanned.end == end && scanned.lines > 1 && lastLineIsBlank(end)) break;
-    if (!file_.shared().plainLines && !isStarComment(at, end)) break;
+    if (!file_.shared().plainLines && !hangsOnItsPlace(at, end, scanned)) break;
     if (scanned.kind == eLineKind::kOther) {
       if (!quick_.take(file_, at, line)) break;
       passTo(quick_.lineEnd(), quick_.lines());

@@ -69,6 +69,13 @@ bool startsSqlWord(const char* q, const char* start, const char* end) {
   return endsWith("beginsql") || endsWith("endsql");
 }
 
+// Whether a line holds nothing from `p` on but a continuation, which then joins nothing.
+bool isLoneContinuation(const char* p, const char* end) {
+  if (*p != ';') return false;
+  const char* const next = skipBlanks(p + 1, end);
+  return endsCode(next) || (*next == ';' && startsLineComment(skipBlanks(next + 1, end)));
+}
+
 bool startsSqlMarker(const char* p) {
   return std::strchr("EXOTNextotn", p[1]) != nullptr;
 }
@@ -95,20 +102,12 @@ class tLineScan {
     return {lineFeedFrom(p_, end_) + 1, lines_, before_, kind};
   }
 
-  // Passes blanks, block comments and continuations at the start; false when only a comment or
-  // nothing follows.
+  // Passes blanks and block comments at the start; false when nothing that counts follows.
   bool passLeadingBlanks() {
     p_ = skipBlanks(p_, end_);
     if (*p_ == '*') return false;
-    while (passLeadingJoint()) p_ = skipBlanks(p_, end_);
-    return !strange_ && !endsCode(p_);
-  }
-
-  bool passLeadingJoint() {
-    if (startsBlockComment(p_)) return passBlockComment();
-    if (*p_ != ';') return false;
-    const char* at = p_;
-    return passSemicolon() && p_ != at + 1;
+    while (startsBlockComment(p_) && passBlockComment()) p_ = skipBlanks(p_, end_);
+    return !strange_ && !endsCode(p_) && !isLoneContinuation(p_, end_);
   }
 
   // Passes ordinary bytes and one special one. False when the statement ends at p_, or when
@@ -188,6 +187,7 @@ tSkippedLine scanSkippedLine(const char* start, const char* end) {
   while (p < end && startsBlockComment(p)) {
     p = skipBlanks(behindBlockComment(p, end, line.lines), end);
   }
+  if (p < end && isLoneContinuation(p, end)) p = lineFeedFrom(p, end);
   if (p < end && *p == '#') line.directive = conditionalAt(p, end).directive;
   while (p < end && *p != '\n') {
     switch (byteAt(p)) {

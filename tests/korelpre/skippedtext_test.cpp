@@ -72,6 +72,17 @@ TEST(SkippedText, TakesACharacterBehindABackslashAsAnOrdinaryOne) {
   });
 }
 
+TEST(SkippedText, SeesTheLineBelowALoneContinuation) {
+  expectBothWays({
+      {"#ifdef NO\n;\n#else\ny\n#endif\nz", "\n\n\ny\n\nz"},
+      {"#ifdef NO\n /**/ ; // c\n#endif\nz", "\n\n\nz"},
+      {"#ifdef NO\n;; && c\n#endif\nz", "\n\n\nz"},
+      {"#ifdef NO\nx ;\n;\n#endif\n#endif\nz", "\n\n\n\n\nz"},
+      {"; // c\n#ifdef NO\n;\n#endif\n;\nz ;\n;\ny\n;", "\n\n\n\n\nz y"},
+      {"; // c\n * it's\n/**/;\n* it's\nz", "\n\n\n\nz"},
+  });
+}
+
 TEST(SkippedText, HidesSignsInComments) {
   expectBothWays({
       {"#ifdef NO\nx // a ;\n#endif\nz", "\n\n\nz"},
