@@ -112,6 +112,27 @@ bool standsAlone(eStatementWord word) {
   return word == kLocal || (word != kExit && useOf(kUses, word).use != eUse::kNone);
 }
 
+// Words that nothing in parentheses can follow: in front of them they are names of functions.
+bool takesNoOperand(eStatementWord word) {
+  switch (word) {
+    case kElse:
+    case kEndIf:
+    case kOtherwise:
+    case kEndCase:
+    case kEndDo:
+    case kNext:
+    case kExit:
+    case kLoop:
+    case kRecover:
+    case kEnd:
+    case kTry:
+    case kEndTry:
+      return true;
+    default:
+      return false;
+  }
+}
+
 // What a token can begin with that makes a name of the word before it, or a call.
 bool mayMakeName(char c) {
   return std::string_view(":=+-*/^%.[(").find(c) != std::string_view::npos;
@@ -176,16 +197,17 @@ bool tStatementCheck::judgePlain(std::string_view text, const char* first, bool 
 void tStatementCheck::judge(const tOpening& opening, eStatementWord word, bool ifFunction,
                             const tStatementPlace& place) {
   if (word == kDebugMarker) return;
-  if (word == kNone || ifFunction || opening.wordIsName()) {
-    const bool used = ifFunction || opening.next == "(" || opening.wordIsName();
-    noteExecutable(!opening.word.empty() && used, place);
+  const bool call = opening.next == "(";
+  const bool name = ifFunction || opening.wordIsName() || (call && takesNoOperand(word));
+  if (word == kNone || name) {
+    noteExecutable(!opening.word.empty() && (name || call), place);
     return;
   }
   if (startsBody(word, opening, place)) {
     openBody(place);
   } else if (!declares(word, opening, place)) {
     const bool ofBody = useStructures(word, opening, place) || word == kBreak;
-    noteExecutable(ofBody || opening.next == "(", place);
+    noteExecutable(ofBody || call, place);
   }
 }
 

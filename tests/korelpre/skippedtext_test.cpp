@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/support/preprocess.h"
 
@@ -132,99 +133,44 @@ std::string codeOf(const std::string& error) {
 }
 
 TEST(Openings, TellNamesFromWordsOfStructures) {
+  // clang-format off
   const struct {
-    const char* statement;
     const char* code;  // of the error when the word is no name
+    std::vector<const char*> statements;
   } kCases[] = {
-      {"next", "C2029"},
-      {"next x", "C2029"},
-      {"next(1)", "C2029"},
-      {"next, 1", "C2029"},
-      {"next := 1", ""},
-      {"next = 1", ""},
-      {"next == 1", "C2029"},
-      {"next[1] := 2", ""},
-      {"next {1}", "C2029"},
-      {"next->x", ""},
-      {"next.x", ""},
-      {"next .T.", "C2029"},
-      {"next .5", "C2029"},
-      {"next:x()", ""},
-      {"next : x()", ""},
-      {"next ::x", "C2029"},
-      {"next + 2", "C2029"},
-      {"next += 2", ""},
-      {"next -= 2", ""},
-      {"next - = 2", "C2029"},
-      {"next *= 2", ""},
-      {"next * 2", "C2029"},
-      {"next ** 2", "C2029"},
-      {"next /= 2", ""},
-      {"next / 2", "C2029"},
-      {"next ^= 2", ""},
-      {"next ^ 2", "C2029"},
-      {"next %= 2", ""},
-      {"next % 2", "C2029"},
-      {"next++", ""},
-      {"next --", ""},
-      {"next ++x", "C2029"},
-      {"next --(x)", "C2029"},
-      {"next ++ ; x", ""},
-      {"next ++::x", "C2029"},
-      {"next +Nothing+", "C2029"},  // two signs, though nothing is between them
-      {"next :Nothing= 1", ""},
-      {"next Nothing:= 1", ""},
-      {"exit", "C2011"},
-      {"exit ^= 2", ""},
-      {"loop x", "C2012"},
-      {"loop %= 2", ""},
-      {"else", "C2025"},
-      {"else--", ""},
-      {"elsei x", "C2026"},
-      {"endif->x := 1", ""},
-      {"endd", "C2029"},
-      {"case := 1", ""},
-      {"case x", "C2030"},
-      {"other:x()", ""},
-      {"catch", "C2033"},
-      {"recover[1] := 2", ""},
-      {"if x", "C2024"},
-      {"if := 1", ""},
-      {"if (x)", "C2024"},
-      {"if (x, y)", ""},
-      {"if ({x, y})", "C2024"},
-      {"if (x, y) + 1", "C2024"},
-      {"if ++x", "C2024"},
-      {"if ++", ""},
-      {"while x", "C2024"},
-      {"while /= 2", ""},
-      {"for i := 1 to 2", "C2024"},
-      {"for[1] := 2", ""},
-      {"do case", "C2024"},
-      {"do while x", "C2024"},
-      {"do case := 1", "C2024"},  // the first word decides
-      {"do x with case", ""},
-      {"do := case", ""},
-      {"begin sequence", "C2024"},
-      {"begin report", ""},
-      {"begin += 1", ""},
-      {"try", "C2024"},
-      {"try:x()", ""},
-      {"end", "C2032"},
-      {"end if", "C2027"},
-      {"end sequence", "C2032"},
-      {"end transaction", ""},
-      {"end.x", ""},
-      {"end ++", ""},
-      {"x next", ""},
-      {"x := next", ""},
-      {"(next)", ""},
+      {"", {"next(1)", "next Nothing (1) + 2", "next := 1", "next = 1", "next[1] := 2",
+            "next->x", "next.x", "next:x()", "next : x()", "next += 2", "next -= 2",
+            "next *= 2", "next /= 2", "next ^= 2", "next %= 2", "next++", "next --",
+            "next ++ ; x", "next :Nothing= 1", "next Nothing:= 1", "exit (x)", "loop()",
+            "else (x)", "endi(x)", "other(x)", "endcas ()", "endd()", "recov(x)", "end (x)",
+            "try(x):y()", "endtry()", "exit ^= 2", "loop %= 2", "else--", "endif->x := 1",
+            "case := 1", "other:x()", "recover[1] := 2", "if := 1", "if (x, y)", "if ++",
+            "while /= 2", "for[1] := 2", "do x with case", "do := case", "begin report",
+            "begin += 1", "try:x()", "end transaction", "end.x", "end ++", "x next",
+            "x := next", "(next)"}},
+      {"C2011", {"exit"}},
+      {"C2012", {"loop x"}},
+      {"C2024", {"if x", "if (x)", "if ({x, y})", "if (x, y) + 1", "if ++x", "while x",
+                 "for i := 1 to 2", "do case", "do while x", "do case := 1", "begin sequence", "try"}},
+      {"C2025", {"else"}},
+      {"C2026", {"elseif(x)", "elsei x"}},
+      {"C2027", {"end if"}},
+      {"C2029", {"next", "next x", "next, 1", "next == 1", "next {1}", "next .T.", "next .5",
+                 "next ::x", "next + 2", "next - = 2", "next * 2", "next ** 2", "next / 2",
+                 "next ^ 2", "next % 2", "next ++x", "next --(x)", "next ++::x", "next +Nothing+",
+                 "endd"}},
+      {"C2030", {"case (x)", "case x", "Otherwise", "EndCase"}},
+      {"C2032", {"end", "end sequence"}},
+      {"C2033", {"catch(x)", "catch", "End Try"}},
   };
+  // clang-format on
   for (const auto& row : kCases) {
-    for (const bool plain : {true, false}) {
-      const std::string source = std::string("#define Nothing\n") + row.statement;
-      const tPreprocessed result = preprocessFiles({{"main.prw", source}}, {}, plain);
-      EXPECT_EQ(codeOf(result.error), row.code) << plain << " " << row.statement;
+    for (const char* const statement : row.statements) {
+      const std::string source = std::string("#define Nothing\n") + statement;
+      for (const bool plain : {true, false}) {
+        const tPreprocessed result = preprocessFiles({{"main.prw", source}}, {}, plain);
+        EXPECT_EQ(codeOf(result.error), row.code) << plain << " " << statement;
+      }
     }
   }
 }
