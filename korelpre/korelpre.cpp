@@ -1,8 +1,10 @@
 #include "korelpre/korelpre.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 
+#include "korelpre/text/cursor.h"
 #include "lib_base/fatal.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
@@ -103,6 +105,8 @@ void KorelPre16::addDefine(std::string_view text) {
 }
 
 void KorelPre16::define(std::string_view name, std::optional<std::string_view> value) {
+  // Plain lines are searched for words only.
+  if (!std::all_of(name.begin(), name.end(), isWordByte)) setPlainLines(false);
   tSpcString key;
   key.setText(tString(name));
   tAutoArray<tSpcString> tokens;

@@ -153,7 +153,7 @@ void tLineWalk::writePlain(int line, tPlainWriter& writer, tString& output) {
   // An observer sees statements that have tokens.
   if (shared_.observer == nullptr && writer.write(start, end, output)) {
     const std::string_view written = output.view().substr(begin);
-    if (shared_.checks.checkPlain(written, writer.joinedTokens(), file_, line)) return;
+    if (shared_.checks.checkPlain(written, writer.untouched(), file_, line)) return;
     output.resize(begin);
   }
   file_.currentLine = line;

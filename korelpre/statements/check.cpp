@@ -138,6 +138,12 @@ bool mayMakeName(char c) {
   return std::string_view(":=+-*/^%.[(").find(c) != std::string_view::npos;
 }
 
+// Whether a text is a token whatever stands beside it.
+bool isToken(std::string_view text) {
+  return std::string_view("([{,\"'").find(text.front()) != std::string_view::npos ||
+         (isNameByte(text.front()) && isNameByte(text.back()));
+}
+
 bool mayModifyFunction(eStatementWord word) {
   return word == kModifier || word == kStatic || word == kExit || word == kDeclaration;
 }
@@ -170,7 +176,7 @@ void tStatementCheck::raiseUnclosed() const {
   if (!structures_.empty()) raise(eSourceError::kUnclosedStructure, structures_.top().place());
 }
 
-bool tStatementCheck::judgePlain(std::string_view text, const char* first, bool joined,
+bool tStatementCheck::judgePlain(std::string_view text, const char* first, std::size_t untouched,
                                  tSourceFile& file, int line) {
   const std::string_view word = nameAt(first);
   const eStatementWord meaning = statementWord(word);
@@ -183,10 +189,13 @@ bool tStatementCheck::judgePlain(std::string_view text, const char* first, bool 
     judge({.word = word, .next = {}, .third = {}}, meaning, false, file.placeOf(line));
     return true;
   }
-  if (joined) return false;
   const std::size_t at = static_cast<std::size_t>(next - text.data());
   const bool ifFunction = meaning == kIf && *next == '(' && tIfGroup::isFunction(text.substr(at));
   const tOpening opening = word.empty() ? tOpening() : openingOf(word, text.substr(at));
+  const auto isSure = [&](std::string_view token) {
+    return token.empty() || isToken(token) || token.end() <= text.begin() + untouched;
+  };
+  if (untouched < text.size() && !(isSure(opening.next) && isSure(opening.third))) return false;
   // The message about a function without a name shows the token that stands there.
   if (meaning == kFunction && !isName(opening.next)) return false;
   if (statementWord(opening.next) == kFunction && !isName(opening.third)) return false;

@@ -25,9 +25,9 @@ class tStatementCheck {
 
   /// Checks a statement that is written out: `text` begins with it and ends with a line feed. Its
   /// brackets nest, its quotes are closed, and it holds no "@" that could be wrong and no ";" that
-  /// separates statements. With `joined` tokens in it may look like one although they are two: then
-  /// the answer can be false, and only check() can tell.
-  bool checkPlain(std::string_view text, bool joined, tSourceFile& file, int line);
+  /// separates statements. Behind the first `untouched` bytes tokens may look like one although
+  /// they are two. False when that has a bearing, and only check() can tell.
+  bool checkPlain(std::string_view text, std::size_t untouched, tSourceFile& file, int line);
   /// Checks a statement by its tokens. `line` is that of tokens that have none.
   void check(const tTknString& statement, tSourceFile& file);
 
@@ -35,8 +35,8 @@ class tStatementCheck {
   // `ifFunction`: an IF is the function of that name.
   void judge(const tOpening& opening, eStatementWord word, bool ifFunction,
              const tStatementPlace& place);
-  bool judgePlain(std::string_view text, const char* first, bool joined, tSourceFile& file,
-                  int line);
+  bool judgePlain(std::string_view text, const char* first, std::size_t untouched,
+                  tSourceFile& file, int line);
   bool startsBody(eStatementWord word, const tOpening& opening, const tStatementPlace& place) const;
   bool declares(eStatementWord word, const tOpening& opening, const tStatementPlace& place);
   bool useStructures(eStatementWord word, const tOpening& opening, const tStatementPlace& place);
@@ -62,15 +62,15 @@ class tStatementCheck {
   std::vector<tOpenBracket> brackets_;  // of a part
 };
 
-inline bool tStatementCheck::checkPlain(std::string_view text, bool joined, tSourceFile& file,
-                                        int line) {
+inline bool tStatementCheck::checkPlain(std::string_view text, std::size_t untouched,
+                                        tSourceFile& file, int line) {
   const char* const p = skipBlanks(text.data());
   if (*p == '\n') return true;
   if (settled_ && !mayBeStatementWord(p[0], p[1])) {
     executableSeen_ = true;
     return true;
   }
-  return judgePlain(text, p, joined, file, line);
+  return judgePlain(text, p, untouched, file, line);
 }
 
 }  // namespace precomp

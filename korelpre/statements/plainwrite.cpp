@@ -10,7 +10,8 @@
 //             brackets do not nest is an error that the tokens tell;
 //   [words]   a word is looked up only when its first two bytes pass the gates of the tables,
 //             which dismiss nearly all. One that a translation may start with ends the attempt;
-//   [names]   a name is replaced by what it finally becomes, which is not looked at again;
+//   [names]   a name is replaced by what it finally becomes, which is not looked at again. A macro
+//             with parameters that may find its "(", if only behind other names, ends the attempt;
 //   [gaps]    a comment or a continuation opens a gap: the blanks around it are collected in the
 //             output and count as the spacing of the token that follows. At the statement's end
 //             they vanish.
@@ -86,12 +87,6 @@ bool joinsLongerToken(const char* word, const char* wordEnd, const char* start) 
 // The definition of a name that means nothing without a "(" behind it.
 bool needsArguments(const tIndexedName& name) {
   return name.rules == 1 && name.rule->firstMatch()->next() != nullptr;
-}
-
-// Behind a gap there may be a "(" too; which it is, the tokens tell.
-bool mayOpenArguments(const char* p, const char* end) {
-  p = skipBlanks(p, end);
-  return *p == '(' || byteAt(p) == kMaybeComment || byteAt(p) == kSemicolon;
 }
 
 // [bytes] The open brackets of a statement, one bit each: 63 levels are more than people write.
@@ -213,7 +208,7 @@ bool tPlainWriter::write(const char* start, const char* end, tString& output) {
   tCursor at{start, end, start, start, output, output.size()};
   const std::size_t begin = output.size();
   tNesting nesting(bytes_);
-  joined_ = false;
+  untouched_ = tString::npos;
   for (bool passed = true; passed;) {
     if (at.gap != tString::npos) settleGap(at);
     switch (nesting.passTo(at.p)) {
@@ -267,15 +262,29 @@ bool tPlainWriter::passWord(tCursor& at) {
   return replaceName(at, p, *name);
 }
 
+// [names] Whether the token behind a name may be a "(" once everything is replaced: what comes out
+// of a definition, and what stands behind a gap, the tokens tell.
+bool tPlainWriter::mayOpenArguments(const char* p, const char* end) {
+  p = skipBlanks(p, end);
+  if (byteAt(p) != kWordStart) {
+    return *p == '(' || byteAt(p) == kMaybeComment || byteAt(p) == kSemicolon;
+  }
+  const std::string_view word(p, static_cast<std::size_t>(behindWord(p + 1) - p));
+  return defines_.index().find(word) != nullptr;
+}
+
 // [names] The bound on rewrites is one for the statement. Past it the tokens raise the error.
 bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
   if (!expandName({defines_, translates_}, name) || !name.nests) return false;
-  joined_ = joined_ || name.joins;
   at.rewrites += name.rewrites;
   at.written += name.written;
   if (at.rewrites > kMostRewrites) return false;
   // A name that becomes nothing at its front takes the blanks before it along.
   if (!name.spaced) stripBlanks(at.output, at.begin);
+  const std::size_t place = at.output.size() - at.begin;
+  // The statement begins with another token then, on another line perhaps.
+  if (place == 0 && name.text.empty()) return false;
+  if (untouched_ == tString::npos) untouched_ = place;
   at.output.append(name.text);
   at.skipTo(wordEnd);
   return true;

@@ -26,14 +26,15 @@ class tPlainWriter {
   /// line feed to `output`. Returns false, with `output` as it was, when a rule may apply that only
   /// the token by token rewriting can judge.
   bool write(const char* start, const char* end, tString& output);
-  /// Whether names were replaced in the last statement in such a way that tokens of it may look
-  /// like one although they are two.
-  bool joinedTokens() const { return joined_; }
+  /// How much of the last statement, from its beginning, was written as it stands in the source. A
+  /// name that was replaced behind that may have made tokens look like one although they are two.
+  std::size_t untouched() const { return untouched_; }
 
  private:
   struct tCursor;
 
   void learnRules();
+  bool mayOpenArguments(const char* p, const char* end);
   bool mayStartCommand(const char* start, const char* end);
   bool passWord(tCursor& at);
   bool passSpecial(tCursor& at);
@@ -49,7 +50,7 @@ class tPlainWriter {
   // What the tables' rules can start with, at one generation of them.
   std::uint64_t generation_ = 0;
   std::array<std::uint8_t, 256> bytes_{};
-  bool joined_ = false;
+  std::size_t untouched_ = 0;
 };
 
 }  // namespace precomp

@@ -1,13 +1,27 @@
 #include "korelpre/tables/nameexpansion.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
+
+#include "korelpre/text/cursor.h"
 
 namespace precomp {
 
 namespace {
 
 constexpr std::size_t kLargestExpansion = 65536;
+
+// Whether a token is one where statements are checked too. Bare text, which an option gives, may
+// hold several or none, and a quote that stands alone opens a string of tokens.
+bool isOneToken(const tSpcString& token) {
+  const std::string_view text = token;
+  if (text.empty()) return false;
+  const bool quoted = isQuote(text.front());
+  if (token.kind() != 0) return !quoted || text.size() > 1;
+  return quoted ? text.size() > 1 && text.find(text.front(), 1) == text.size() - 1
+                : std::all_of(text.begin(), text.end(), isWordByte);
+}
 
 // Follows the names in a value to their own values. Its depth is bounded by the rewrites allowed.
 class tExpander {
@@ -37,6 +51,7 @@ class tExpander {
     if (const tIndexedName* name = tables_.defines.index().find(token)) {
       return expand(*name, leads, spacing);
     }
+    if (!isOneToken(token)) return false;
     if (tables_.translates.lookUp(token) != nullptr) return false;
     spaced_ = spaced_ || leads;
     text_.append(spacing);
@@ -80,10 +95,6 @@ bool nestsAlone(std::string_view text) {
   return open.empty();
 }
 
-bool isOperatorByte(char c) {
-  return std::string_view(":=+-*/^%.<>!#&|").find(c) != std::string_view::npos;
-}
-
 }  // namespace
 
 bool expandName(tNameTables tables, tIndexedName& name) {
@@ -96,9 +107,7 @@ bool expandName(tNameTables tables, tIndexedName& name) {
   name.rewrites = expander.rewrites();
   name.written = expander.written();
   name.spaced = expander.spaced();
-  const std::string_view text = name.text;
-  name.nests = nestsAlone(text);
-  name.joins = text.empty() || isOperatorByte(text.front()) || isOperatorByte(text.back());
+  name.nests = nestsAlone(name.text);
   return name.plain;
 }
 

@@ -24,13 +24,12 @@ struct tIndexedName {
   // The text that a use of the name finally becomes, worked out when first asked for and valid
   // for one generation of the tables.
   std::uint64_t generation = 0;
-  bool plain = false;  // false: uses have to be rewritten token by token
+  bool plain = false;       // false: uses have to be rewritten token by token
   int rewrites = 0;         // how many rewrites lead to the text
   std::size_t written = 0;  // bytes that these rewrites write
   tString text;             // without the spacing in front
   bool spaced = true;       // false: the blanks in front of a use go with a token that vanishes
   bool nests = false;       // brackets and quotes are closed in it, and it holds no "@" and no ";"
-  bool joins = false;       // it may grow together with what stands beside it
 };
 
 /// Finds the rules of a word at once, byte for byte, and dismisses most words by their first two

@@ -29,6 +29,9 @@ void expectBothWays(const tCase (&cases)[count]) {
   }
 }
 
+const char* const kOpen =
+    "main.prw(4) Error C2002  Statement unterminated at end of line/unbalanced "
+    "parentesis/brackets\n";
 const char* const kUnclosed = "main.prw(1) Error C2068  #ifdef/#ifndef without #endif\n";
 
 TEST(SkippedText, GoesOnWhereALineIsContinued) {
@@ -55,9 +58,7 @@ TEST(SkippedText, HidesSignsInStringsThatEndWithTheirLine) {
       {"#ifdef NO\nx := 'http://a' ;\n#endif\n#endif\nz", "\n\n\n\nz"},
       {"#ifdef NO\nx := \"/*\" + '*'\n#endif\nz", "\n\n\nz"},
       {"#ifdef NO\ndon't /* x\n#endif\nz", "\n\n\nz"},
-      {"#ifdef NO\n\"\n#else\n'\n#endif\nz", "\n\n\n'\n",
-       "main.prw(4) Error C2002  Statement unterminated "
-       "at end of line/unbalanced parentesis/brackets\n"},
+      {"#ifdef NO\n\"\n#else\n'\n#endif\nz", "\n\n\n'\n", kOpen},
   });
 }
 
@@ -112,6 +113,20 @@ TEST(SkippedText, HoldsNothingButConditionals) {
        "main.prw(6) Error C2027  ENDIF does not match IF\n"},
       {"a\n#ifdef NO\nx ;\n#include \"no.ch\"\n#endif\n#include \"h.ch\"\n\nz",
        "a\n#line 1 \"h.ch\"\nh\n#line 8 \"main.prw\"\nz"},
+  });
+}
+
+TEST(Statements, AreRewrittenAlikeWhicheverWayTheyGo) {
+  expectBothWays({
+      {"#define A (1,2)\n#define S(a,b) a+b\nx := S A\nx := S A ; y",
+       "\n\nx := 1 +2\nx := 1 +2 ; y"},
+      {"#define f\n#define h(a) [a]\nx h f(1)\nx h f\n(1)", "\n\nx [1]\nx h\n(1)"},
+      {"#define N 1\nFor i := 1 To 2\nnext.N\nNext", "\nFor i := 1 To 2\nnext.1\nNext"},
+      {"#define N T.\nnext.N\nnext.Nx", "\nnext.T.\nnext.Nx"},
+      {"#define E\n#define N -E> x\nx N\nnext N", "\n\nx -> x\nnext -> x\n",
+       "main.prw(4) Error C2029  NEXT does not match FOR\n"},
+      {"#define E\nE ;\nnext", "\n next\n", "main.prw(3) Error C2029  NEXT does not match FOR\n"},
+      {"#define Q \\\"'\"'\\'\n\n\nx Q", "\n\n\nx \"'\"''\n", kOpen},
   });
 }
 
