@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <utility>
 
 namespace {
 
@@ -33,6 +35,7 @@ class tLocalFile : public tFile {
     do {
       got = ::read(handle_, bytes, count);
     } while (got < 0 && errno == EINTR);
+    if (got < 0) error_ = errno;
     return got;
   }
 
@@ -55,6 +58,8 @@ class tLocalFile : public tFile {
     closeHandle();
     return !lost_;
   }
+  int error() const override { return error_; }
+  int handle() const { return handle_; }
 
   /// Locks the file for the lifetime of this object. Returns false if it has been removed in the
   /// meantime. Where the file system has no locks, the file stays unlocked.
@@ -75,6 +80,7 @@ class tLocalFile : public tFile {
   int handle_;
   int lock_ = -1;  // shares the lock of handle_ and outlives it
   bool lost_ = false;
+  int error_ = 0;
 };
 
 std::unique_ptr<tLocalFile> openLocal(const char* name, int flags) {
@@ -90,7 +96,17 @@ bool isRegular(const struct stat& status) {
   return S_ISREG(status.st_mode);
 }
 
+// Everything else that goes wrong with a name says nothing about whether it is there.
+bool meansMissing(int error) {
+  return error == ENOENT || error == ENOTDIR;
+}
+
 }  // namespace
+
+const char* reasonOf(int error) {
+  const char* const reason = ::strerrordesc_np(error);
+  return reason != nullptr ? reason : "Unknown error";
+}
 
 bool tFile::readAll(tString& text) {
   const std::size_t before = text.size();
@@ -128,15 +144,19 @@ bool tFile::readAll(tString& text) {
   return got == 0 || failed();
 }
 
-std::unique_ptr<tFile> tDiskManLocal::open(const char* name) {
+std::unique_ptr<tFile> tDiskManLocal::open(const char* name, int& error) {
+  error = 0;
   if (!name) return nullptr;
   // Without O_NONBLOCK, opening a pipe would wait for a writer.
-  const int handle = ::open(name, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (handle < 0) return nullptr;
-  auto file = std::make_unique<tLocalFile>(handle);
+  auto file = openLocal(name, O_RDONLY | O_NONBLOCK);
   struct stat status {};
-  if (::fstat(handle, &status) != 0 || !isRegular(status)) return nullptr;
-  return file;
+  if (!file || ::fstat(file->handle(), &status) != 0) {
+    error = errno;
+    // Some of what is no file, such as a socket, cannot be opened at all.
+    if (meansMissing(error) || look(name) == eStanding::kSpecial) error = 0;
+    return nullptr;
+  }
+  return isRegular(status) ? std::move(file) : nullptr;
 }
 
 std::unique_ptr<tFile> tDiskManLocal::create(const char* name) {
@@ -168,9 +188,13 @@ bool tDiskManLocal::removeLeftover(const char* name) {
          named.st_ino == opened.st_ino && ::unlink(name) == 0;
 }
 
-bool tDiskManLocal::exists(const char* name) {
+eStanding tDiskManLocal::look(const char* name) {
   struct stat status {};
-  return name && ::stat(name, &status) == 0 && isRegular(status);
+  if (!name) return eStanding::kNothing;
+  if (::stat(name, &status) == 0) {
+    return isRegular(status) ? eStanding::kFile : eStanding::kSpecial;
+  }
+  return meansMissing(errno) ? eStanding::kNothing : eStanding::kUnknown;
 }
 
 bool tDiskManLocal::remove(const char* name) {

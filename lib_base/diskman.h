@@ -9,6 +9,9 @@
 
 #include "lib_base/stringz.h"
 
+/// The system's description of an errno value, in English.
+const char* reasonOf(int error);
+
 /// An open file. The destructor closes it, but only close() reports whether the last bytes were
 /// written.
 class tFile {
@@ -31,6 +34,16 @@ class tFile {
   /// on a read error or if the text would exceed tString::maxSize(). A file in memory may move or
   /// share its storage instead of copying it.
   virtual bool readAll(tString& text);
+  /// The errno value of the read that failed; 0 when none has.
+  virtual int error() const { return 0; }
+};
+
+/// What stands under a name, links followed.
+enum class eStanding : std::uint8_t {
+  kNothing,
+  kFile,     // a regular one
+  kSpecial,  // a directory, a pipe, a device
+  kUnknown,  // the system does not tell
 };
 
 /// The file system as the preprocessor sees it. Names are native paths.
@@ -38,9 +51,14 @@ class tDiskMan {
  public:
   virtual ~tDiskMan() = default;
 
-  /// Opens a regular file for reading; null if it does not exist or cannot be read. Directories,
-  /// pipes and devices count as missing, and opening never blocks.
-  virtual std::unique_ptr<tFile> open(const char* name) = 0;
+  /// Opens a regular file for reading, without ever blocking. Null if there is none, `error` being
+  /// 0 then, or if it cannot be opened or looked for, `error` being the errno value. Directories,
+  /// pipes and devices count as missing.
+  virtual std::unique_ptr<tFile> open(const char* name, int& error) = 0;
+  std::unique_ptr<tFile> open(const char* name) {
+    int ignored = 0;
+    return open(name, ignored);
+  }
   /// Creates a file for writing, truncating an existing one; null on failure.
   virtual std::unique_ptr<tFile> create(const char* name) = 0;
   /// Creates a file that must not exist yet, without following links; null on failure, and `exists`
@@ -50,8 +68,9 @@ class tDiskMan {
   /// Removes a file made by createNew that no object holds any more: a leftover of a killed
   /// process. Returns false if it is in use or cannot be removed.
   virtual bool removeLeftover(const char* name) = 0;
+  virtual eStanding look(const char* name) = 0;
   /// True for a regular file.
-  virtual bool exists(const char* name) = 0;
+  bool exists(const char* name) { return look(name) == eStanding::kFile; }
   virtual bool remove(const char* name) = 0;
   /// Replaces an existing target atomically.
   virtual bool rename(const char* from, const char* to) = 0;
@@ -64,11 +83,12 @@ class tDiskMan {
 /// The local file system.
 class tDiskManLocal : public tDiskMan {
  public:
-  std::unique_ptr<tFile> open(const char* name) override;
+  using tDiskMan::open;
+  std::unique_ptr<tFile> open(const char* name, int& error) override;
   std::unique_ptr<tFile> create(const char* name) override;
   std::unique_ptr<tFile> createNew(const char* name, bool& exists) override;
   bool removeLeftover(const char* name) override;
-  bool exists(const char* name) override;
+  eStanding look(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
   bool copyPermissions(const char* from, const char* to) override;
@@ -87,11 +107,12 @@ class tDiskManOverlay : public tDiskMan {
   void keepInMemory(std::string_view name);
   void release(std::string_view name);
 
-  std::unique_ptr<tFile> open(const char* name) override;
+  using tDiskMan::open;
+  std::unique_ptr<tFile> open(const char* name, int& error) override;
   std::unique_ptr<tFile> create(const char* name) override;
   std::unique_ptr<tFile> createNew(const char* name, bool& exists) override;
   bool removeLeftover(const char* name) override;
-  bool exists(const char* name) override;
+  eStanding look(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
   tString resolve(const char* name) override;

@@ -87,9 +87,10 @@ tDiskManOverlay::tKept* tDiskManOverlay::kept(const char* name) {
   return at == kept_.end() ? nullptr : &at->second;
 }
 
-std::unique_ptr<tFile> tDiskManOverlay::open(const char* name) {
+std::unique_ptr<tFile> tDiskManOverlay::open(const char* name, int& error) {
   const tKept* file = kept(name);
-  if (!file) return below_.open(name);
+  if (!file) return below_.open(name, error);
+  error = 0;
   return file->bytes ? std::make_unique<tKeptFile>(file->bytes, false) : nullptr;
 }
 
@@ -113,9 +114,10 @@ bool tDiskManOverlay::removeLeftover(const char* name) {
   return file->bytes.use_count() == 1 && remove(name);
 }
 
-bool tDiskManOverlay::exists(const char* name) {
+eStanding tDiskManOverlay::look(const char* name) {
   const tKept* file = kept(name);
-  return file ? file->bytes != nullptr : below_.exists(name);
+  if (!file) return below_.look(name);
+  return file->bytes ? eStanding::kFile : eStanding::kNothing;
 }
 
 bool tDiskManOverlay::remove(const char* name) {

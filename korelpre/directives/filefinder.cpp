@@ -28,11 +28,13 @@ tFileFinder::tFileFinder(tDiskMan* files) : files_(files) {
 
 tString tFileFinder::locate(const tString& requested) {
   tString path;
-  const bool found = search(true, [&](const tString& directory) {
+  search(true, [&](const tString& directory) {
     path = joinPath(directory, requested);
-    return files_->exists(path.c_str());
+    const eStanding standing = files_->look(path.c_str());
+    if (standing != eStanding::kFile) path.clear();
+    return standing == eStanding::kFile || standing == eStanding::kUnknown;
   });
-  return found ? path : tString();
+  return path;
 }
 
 const char* tFileFinder::countInclude(int depth, std::int64_t bytes) {

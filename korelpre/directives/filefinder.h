@@ -41,7 +41,8 @@ class tFileFinder {
     }
     return false;
   }
-  /// The path at which an included file would be found; empty when it would not.
+  /// The path at which an included file would be found; empty when it would not, or when it is not
+  /// certain that a file earlier in the search is missing.
   tString locate(const tString& requested);
 
   const tIncludeCount& included() const { return included_; }

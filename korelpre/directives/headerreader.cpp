@@ -37,13 +37,17 @@ bool readWhole(tFile& file, char* to, std::size_t size) {
   return true;
 }
 
-std::shared_ptr<const tHeaderImage> readImage(tDiskMan& files, const tString& name) {
-  const std::unique_ptr<tFile> file = files.open(name.c_str());
+// Null when there is no image of that name; `error` is the errno value when that is not certain.
+std::shared_ptr<const tHeaderImage> readImage(tDiskMan& files, const tString& name, int& error) {
+  const std::unique_ptr<tFile> file = files.open(name.c_str(), error);
   const std::int64_t stated = file == nullptr ? -1 : file->size();
   if (stated <= 0 || stated > kLargestFile) return nullptr;
   const auto size = static_cast<std::size_t>(stated);
   std::unique_ptr<std::uint64_t[]> storage = tHeaderImage::storage(size);
-  if (!readWhole(*file, reinterpret_cast<char*>(storage.get()), size)) return nullptr;
+  if (!readWhole(*file, reinterpret_cast<char*>(storage.get()), size)) {
+    error = file->error();
+    return nullptr;
+  }
   return tHeaderImage::open(std::move(storage), size);
 }
 
@@ -63,7 +67,7 @@ bool hasContents(tDiskMan& files, const tHeaderFile& wanted) {
 // Whether a file may be replaced by an image: there is none, or it is one.
 bool mayReplace(tDiskMan& files, const tString& name) {
   const std::unique_ptr<tFile> file = files.open(name.c_str());
-  if (file == nullptr) return true;
+  if (file == nullptr) return files.look(name.c_str()) == eStanding::kNothing;
   char begin[8];
   return readWhole(*file, begin, sizeof begin) &&
          tHeaderImage::looksLikeImage({begin, sizeof begin});
@@ -184,7 +188,10 @@ bool tHeaderReader::loadSaved() {
   if (cache() == nullptr || !cache()->saves() || cache()->bTryAgain()) return false;
   const tString path = shared_.finder.locate(shared_.standardHeader);
   if (path.empty()) return false;
-  const auto image = readImage(files_, pchNameOf(path, setOfNames(shared_.rules.defines)));
+  const tString saved = pchNameOf(path, setOfNames(shared_.rules.defines));
+  int error = 0;
+  const auto image = readImage(files_, saved, error);
+  if (error != 0) file_.raiseUnreadable(saved, error);
   if (image == nullptr || !fits(*image, kWholeTables)) return false;
   const tHeaderNotes& notes = image->notes();
   if (notes.files[0].requested != shared_.standardHeader.view()) return false;

@@ -67,7 +67,9 @@ bool tProgramFile::readFrom(const tString& directory) {
     return true;
   }
   tDiskMan& files = shared_.finder.files();
-  const std::unique_ptr<tFile> file = files.open(path.c_str());
+  int error = 0;
+  const std::unique_ptr<tFile> file = files.open(path.c_str(), error);
+  if (error != 0) raiseUnreadable(path, error);
   if (file == nullptr) return false;
   names.resolved = files.resolve(path.c_str());
   if (!isMain()) {
@@ -78,7 +80,10 @@ bool tProgramFile::readFrom(const tString& directory) {
     const char* const limit = shared_.finder.countInclude(depth_, file->size());
     if (limit != nullptr) raiseLimit(limit);
   }
-  if (!file->readAll(text)) raiseLimit("included text");
+  if (!file->readAll(text)) {
+    if (file->error() != 0) raiseUnreadable(path, file->error());
+    raiseLimit("included text");
+  }
   if (shared_.recorder != nullptr) {
     shared_.recorder->fileRead(names.requested, path, names.resolved, text, depth_);
   }

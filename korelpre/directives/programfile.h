@@ -92,8 +92,8 @@ class tProgramFile final : public tSourceFile {
     return false;
   }
 
-  /// Finds the file `name` (see tFileFinder) and reads it. False when it is not there; a limit that
-  /// it exceeds is raised.
+  /// Finds the file `name` (see tFileFinder) and reads it. False when it is not there; that it
+  /// cannot be read, or a limit that it exceeds, is raised.
   bool read(const tString& name);
   /// Makes what was read the text to be compiled. With `mayBePacked` a packed text is unpacked.
   void takeText(bool mayBePacked);
@@ -113,6 +113,9 @@ class tProgramFile final : public tSourceFile {
   using tSourceFile::raise;
   /// The file exceeds a limit, or is damaged.
   [[noreturn]] void raiseLimit(const char* limit);
+  /// A file of this name is there, or may be, and cannot be read, for which `error` is the errno
+  /// value.
+  [[noreturn]] void raiseUnreadable(const tString& name, int error);
   /// What the scanner or the parser threw, which does not know about files, again with its place.
   /// Returns when it has one already. `line` is that which the scanner has reached.
   void raiseAgain(const SSException& failure, int line);
@@ -134,6 +137,7 @@ class tProgramFile final : public tSourceFile {
   void throwError(eSourceError error, const tStatementPlace& place, const char* extra) override;
   bool readFrom(const tString& directory);
   void diagnose(int code, const char* slug, const tString& message, int line, int column);
+  [[noreturn]] void raiseOfInclude(const char* slug, std::string_view what);
   void diagnoseInclude(int code, const char* slug, const tString& message);
   void placeError(int line, int column, tString& message);
   std::vector<const tBaseXChg*> rulesAppliedTo(int line);

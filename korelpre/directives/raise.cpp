@@ -8,6 +8,7 @@
 #include "korelpre/directives/programfile.h"
 #include "korelpre/errors/errortexts.h"
 #include "korelpre/text/tokenise.h"
+#include "lib_base/diskman.h"
 #include "lib_base/translate.h"
 
 namespace precomp {
@@ -87,10 +88,18 @@ void tProgramFile::placeError(int line, int column, tString& message) {
 }
 
 void tProgramFile::raiseLimit(const char* limit) {
+  raiseOfInclude(errorTextOf(eSourceError::kLimitExceeded).slug, limit);
+}
+
+void tProgramFile::raiseUnreadable(const tString& name, int error) {
+  raiseOfInclude("cannot-read", tString(name).append(": ").append(reasonOf(error)));
+}
+
+void tProgramFile::raiseOfInclude(const char* slug, std::string_view what) {
   const tErrorText& entry = errorTextOf(eSourceError::kLimitExceeded);
   tString message(entry.text);
-  message.append(": ").append(limit);
-  diagnoseInclude(entry.code, entry.slug, message);
+  message.append(": ").append(what);
+  diagnoseInclude(entry.code, slug, message);
   shared_.error.placed = true;
   shared_.error.line = main_->currentLine;
   throw SSException(entry.code, message.c_str());

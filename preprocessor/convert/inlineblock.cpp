@@ -130,12 +130,13 @@ void tBlockWalk::takeContent(std::string_view line) {
 }
 
 /// False for a source that certainly holds no block; it is then read without holding it whole.
-bool mayHoldBlock(tFile& source) {
+bool mayHoldBlock(tFile& source, int& reason) {
   tFileParts parts(source, kBegin.size() - 1);
   for (bool first = true; parts.next(); first = false) {
     if (first && isZipSource(parts.part())) return true;
     if (findTextNoCase(parts.seen(), kBegin) != std::string_view::npos) return true;
   }
+  reason = source.error();
   return false;
 }
 
@@ -169,14 +170,15 @@ eConversion BCParse(tString& text) {
   return tBlockWalk().convert(text);
 }
 
-eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name) {
+eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name, int& reason) {
   if (sourceKindOf(name).converter != eConverter::kInlineBlocks) return eConversion::kNone;
+  const auto nothing = [&] { return reason == 0 ? eConversion::kNone : eConversion::kUnreadable; };
   {
-    const std::unique_ptr<tFile> source = files.open(name.c_str());
-    if (!source || !mayHoldBlock(*source)) return eConversion::kNone;
+    const std::unique_ptr<tFile> source = files.open(name.c_str(), reason);
+    if (!source || !mayHoldBlock(*source, reason)) return nothing();
   }
   tString text;
-  if (!readSourceText(files, name, text)) return eConversion::kNone;
+  if (!readSourceText(files, name, text, reason)) return nothing();
   const eConversion result = BCParse(text);
   return result == eConversion::kDone ? keepConverted(files, name, text) : result;
 }

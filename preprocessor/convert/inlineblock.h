@@ -7,8 +7,9 @@
 /// Converts the inline text blocks of the program `name` to statements. If the program holds a
 /// complete block, `files` serves the converted text under that name from then on: from memory, in
 /// front of the file on disk, so that nothing is written that could clash with another file or be
-/// left behind. Sources that are not programs are left alone.
-eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name);
+/// left behind. Sources that are not programs are left alone. On kUnreadable, `reason` is the errno
+/// value.
+eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name, int& reason);
 
 /// Converts the blocks of a text:
 ///

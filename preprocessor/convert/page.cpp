@@ -215,10 +215,11 @@ eConversion HTMLParse(tString& text, const tPageForm& form, tPageError& error) {
 }
 
 eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool debugInfo,
-                              bool httpSend, tPageError& error) {
+                              bool httpSend, tPageError& error, int& reason) {
+  if (sourceKindOf(name).converter != eConverter::kPage) return eConversion::kNone;
   tString text;
-  if (sourceKindOf(name).converter != eConverter::kPage || !readSourceText(files, name, text)) {
-    return eConversion::kNone;
+  if (!readSourceText(files, name, text, reason)) {
+    return reason == 0 ? eConversion::kNone : eConversion::kUnreadable;
   }
   tPathParts parts;
   SplitPath(name, parts);

@@ -10,9 +10,10 @@
 
 /// Converts a server-side page to the source of a function; docs/pages.md describes the language.
 /// If `name` is a page (see sourcekind.h), `files` serves the converted text under that name from
-/// then on, from memory. Other sources are left alone. On kError, `error` says what is wrong.
+/// then on, from memory. Other sources are left alone. On kError, `error` says what is wrong; on
+/// kUnreadable, `reason` is the errno value.
 eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool debugInfo,
-                              bool httpSend, tPageError& error);
+                              bool httpSend, tPageError& error, int& reason);
 
 /// Converts the text of a page line by line; only the end of the function needs an extra line if
 /// the last line is a directive. On an error, `text` is unchanged and `error` says what is wrong.

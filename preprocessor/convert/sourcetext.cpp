@@ -2,10 +2,14 @@
 
 #include "lib_gzip/zipsource.h"
 
-bool readSourceText(tDiskMan& disk, const tString& name, tString& text) {
-  const std::unique_ptr<tFile> file = disk.open(name.c_str());
+bool readSourceText(tDiskMan& disk, const tString& name, tString& text, int& error) {
+  const std::unique_ptr<tFile> file = disk.open(name.c_str(), error);
   tString bytes;
-  if (!file || !file->readAll(bytes)) return false;
+  if (!file) return false;
+  if (!file->readAll(bytes)) {
+    error = file->error();
+    return false;
+  }
   if (isZipSource(bytes))
     return unpackZipSource(bytes, tString::maxSize(), text) == eZipResult::kOk;
   text = std::move(bytes);

@@ -174,11 +174,17 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
                                tNormaliseFailure* failure) {
   tNormaliseFailure unused;
   tNormaliseFailure& why = failure != nullptr ? *failure : unused;
-  why = {equalNoCase(sourceName, tempName) ? eMessage::kSourceIsCopy : eMessage::kSourceUnreadable};
-  if (why.what == eMessage::kSourceIsCopy) return false;
-
-  const std::unique_ptr<tFile> source = disk.open(sourceName);
-  std::unique_ptr<tFile> copy = source ? disk.create(tempName) : nullptr;
+  why = {};
+  if (equalNoCase(sourceName, tempName)) {
+    why.what = eMessage::kSourceIsCopy;
+    return false;
+  }
+  const std::unique_ptr<tFile> source = disk.open(sourceName, why.error);
+  if (!source) {
+    why.what = why.error != 0 ? eMessage::kSourceUnreadable : eMessage::kSourceNotFound;
+    return false;
+  }
+  std::unique_ptr<tFile> copy = disk.create(tempName);
   if (!copy) return false;
 
   tAutoChar buffer;
@@ -204,10 +210,12 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
   }
   lines->finish();
   if (lines->state() == tLineWriter::kTooLong) {
-    why = {eMessage::kLineTooLong, lines->lines() + 1};
+    why = {eMessage::kLineTooLong, lines->lines() + 1, 0};
     return false;
   }
   if (read && lines->state() == tLineWriter::kGood && copy->close()) return true;
+  why.error = source->error();
+  if (why.error != 0) why.what = eMessage::kSourceUnreadable;
   copy->close();
   disk.remove(tempName);
   return false;

@@ -20,10 +20,12 @@ using tClock = std::tm (*)();
 std::tm localTime();
 
 /// Why a source could not be normalised: kSourceIsCopy if the two names are the same (ignoring
-/// case), kLineTooLong, or kSourceUnreadable, also if the copy cannot be written.
+/// case), kLineTooLong, kSourceNotFound, kSourceUnreadable, or kSourceTooBig, also if the copy
+/// cannot be written.
 struct tNormaliseFailure {
-  eMessage what = eMessage::kSourceUnreadable;
-  int line = 0;  // the one that is too long, from 1
+  eMessage what = eMessage::kSourceTooBig;
+  int line = 0;   // the one that is too long, from 1
+  int error = 0;  // the errno value of kSourceUnreadable
 };
 
 /// Copies a source to `tempName`: the text is rewritten by BeforePreProcessor, and every line of

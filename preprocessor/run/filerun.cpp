@@ -54,6 +54,7 @@ class tFileRun {
     return result;
   }
   int failNormalising(tDiskManOverlay& files, const tNormaliseFailure& failure);
+  int failReading(eMessage message, int reason);
   void trace(eMessage message, tMessageArguments arguments = {}) {
     if (options_.trace) report_.tell(message, arguments);
   }
@@ -127,10 +128,12 @@ int tFileRun::convertForeign() {
 int tFileRun::convert(tDiskManOverlay& files) {
   if (isForeign_) return kDone;
   tPageError error;
+  int reason = 0;
   eConversion done =
-      DoKRHPreprocessor(files, readName_, options_.pageDebugInfo, options_.httpSend, error);
+      DoKRHPreprocessor(files, readName_, options_.pageDebugInfo, options_.httpSend, error, reason);
   if (done == eConversion::kDone) longestLine_ = tLineWriter::kAnyLength;
-  if (done == eConversion::kNone) done = DoBCPreprocessor(files, readName_);
+  if (done == eConversion::kNone) done = DoBCPreprocessor(files, readName_, reason);
+  if (done == eConversion::kUnreadable) return failReading(eMessage::kSourceUnreadable, reason);
   if (done == eConversion::kError) {
     const tString line = tString::format("%d", error.line);
     report_.tell(error.what, {names_.source, line}, {files, readName_, error.line});
@@ -158,10 +161,11 @@ int tFileRun::failNormalising(tDiskManOverlay& files, const tNormaliseFailure& f
                  {files, readName_, failure.line, static_cast<int>(kLongestLine) + 1});
     return kNotNormalised;
   }
-  const bool missing =
-      failure.what == eMessage::kSourceUnreadable && !files.exists(readName_.c_str());
-  return fail(kNotNormalised, missing ? eMessage::kSourceNotFound : failure.what,
-              {names_.source, names_.copy});
+  return failReading(failure.what, failure.error);
+}
+
+int tFileRun::failReading(eMessage message, int reason) {
+  return fail(kNotNormalised, message, {names_.source, names_.copy, reasonOf(reason)});
 }
 
 int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -108,6 +109,27 @@ TEST_F(LocalDisk, OpensRegularFilesOnlyAndNeverWaits) {
     EXPECT_FALSE(local_.exists(name.c_str())) << name;
   }
   EXPECT_FALSE(local_.remove(root_.c_str()));
+}
+
+TEST_F(LocalDisk, TellsWhatIsMissingFromWhatCannotBeRead) {
+  EXPECT_TRUE(writeFile(local_, in("file"), "x"));
+  ASSERT_EQ(symlink("loop", in("loop").c_str()), 0);
+  ASSERT_EQ(mkfifo(in("pipe").c_str(), 0600), 0);
+  const std::pair<std::string, int> kCases[] = {
+      {"none", 0},     {"file/x", 0},     {"pipe", 0},
+      {"loop", ELOOP}, {"loop/x", ELOOP}, {std::string(300, 'x'), ENAMETOOLONG},
+  };
+  for (const auto& [name, expected] : kCases) {
+    int error = -1;
+    EXPECT_EQ(local_.open(in(name.c_str()).c_str(), error), nullptr) << name;
+    EXPECT_EQ(error, expected) << name;
+    EXPECT_EQ(local_.look(in(name.c_str()).c_str()) == eStanding::kUnknown, expected != 0) << name;
+  }
+  const auto file = local_.open("/proc/self/mem");
+  if (!file) GTEST_SKIP() << "no such file here";
+  tString text;
+  EXPECT_FALSE(file->readAll(text));
+  EXPECT_EQ(file->error(), EIO);
 }
 
 TEST_F(LocalDisk, NeverCreatesANewFileThroughALink) {

@@ -101,8 +101,8 @@ TEST(Normalise, FailuresSayWhy) {
     return failure.what;
   };
   EXPECT_EQ(failureOf("A.PW_", "a.pw_"), eMessage::kSourceIsCopy);
-  EXPECT_EQ(failureOf("A.PW_", "b.pw_"), eMessage::kSourceUnreadable);
-  EXPECT_EQ(failureOf("none", "c.pw_"), eMessage::kSourceUnreadable);
+  EXPECT_EQ(failureOf("A.PW_", "b.pw_"), eMessage::kSourceTooBig);
+  EXPECT_EQ(failureOf("none", "c.pw_"), eMessage::kSourceNotFound);
   EXPECT_EQ(disk.fileCount(), 1U);
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <stdexcept>
 
 #include "lib_base/fatal.h"
@@ -102,6 +103,42 @@ TEST(Run, SourcesUpToTheLimitAreProcessed) {
   }
 }
 
+TEST(Run, FilesThatCannotBeReadAreNotTakenForMissing) {
+  struct tCase {
+    const char* refused;
+    int error;
+    std::vector<std::string> arguments;
+    const char* printed;
+    int result;
+    int times = 1000;
+  };
+  const std::string inBad = "y/a.prw(1) Error C9999  ERRO generico: ";
+  const tCase kCases[] = {
+      {"y/h.ch", EACCES, {"@Fy/a.prw", "-Iinc"}, "y/h.ch: Permission denied\n", 1},
+      // The header has been read before, and found elsewhere.
+      {"y/h.ch", EMFILE, {"@Fx/a.prw", "@Fy/a.prw", "-Iinc"}, "y/h.ch: Too many open files\n", 1},
+      {"std.ch", EIO, {"@Fy/a.prw", "-Iinc"}, "(0) Error C9999  ERRO generico: std.ch: Input", 1},
+      {"std.pch", EACCES, {"@Fy/a.prw", "-Iinc", "@@PRECOMPILED"}, "std.pch: Permission", 1},
+      {"y/a.prw", ELOOP, {"@Fy/a.prw"}, "_...\ny/a.prw: Too many levels of symbolic", 15},
+      // What converts a source must have seen it, even if it can be read after that.
+      {"y/a.prw", EINTR, {"@Fy/a.prw", "-Iinc"}, "y/a.prw: Interrupted system call\n", 15, 1},
+      {"y/p.krh", ENFILE, {"@Fy/p.krh"}, "y/p.krh: Too many open files in system\n", 15, 1},
+  };
+  for (const bool opens : {false, true}) {
+    for (const tCase& row : kCases) {
+      tSources disk;
+      for (const char* name : {"x/a.prw", "y/a.prw"}) disk.put(name, "#include \"h.ch\"\n");
+      disk.put("y/p.krh", "<p>");
+      disk.put("inc/h.ch", "#define WRONG 1\n");
+      if (opens) disk.put(row.refused, "#define A 1\n");
+      disk.refuse(row.refused, {row.error, opens, row.times});
+      const tRun run = runOver(disk, row.arguments);
+      EXPECT_EQ(run.result, row.result) << row.printed << opens;
+      EXPECT_NE(run.printed.find(row.printed), std::string::npos) << run.printed << opens;
+    }
+  }
+}
+
 TEST(Run, OutputFailuresAreReported) {
   tSources disk;
   for (const char* name : {"a", "b", "c"}) {
@@ -122,11 +159,11 @@ TEST(Run, OutputFailuresAreReported) {
 
 TEST(Run, ExceptionsAreFailuresOfTheirFile) {
   class tThrowing : public tSources {
-    std::unique_ptr<tFile> open(const char* name) override {
+    std::unique_ptr<tFile> open(const char* name, int& error) override {
       if (*name == 'a') fatalError("broken", "unit", 7);
       if (*name == 'b') throw std::runtime_error("bad luck");
       if (*name == 'c') throw 0;
-      return tSources::open(name);
+      return tSources::open(name, error);
     }
   } disk;
   for (const char* name : {"a.prw", "b.prw", "c.prw", "d.prw"}) disk.put(name, "");

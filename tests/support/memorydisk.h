@@ -16,9 +16,17 @@
 /// dropped; there are no directories. Failures can be ordered by name.
 class tDiskManMemory : public tDiskMan {
  public:
-  std::unique_ptr<tFile> open(const char* name) override {
+  using tDiskMan::open;
+  std::unique_ptr<tFile> open(const char* name, int& error) override {
+    error = 0;
     const auto at = files_.find(plainPath(name));
-    return at == files_.end() ? nullptr : std::make_unique<tOpenFile>(at->second);
+    auto file = at == files_.end() ? nullptr : std::make_unique<tOpenFile>(at->second);
+    const auto refused = refusals_.find(plainPath(name));
+    if (refused == refusals_.end() || refused->second.times-- <= 0) return file;
+    if (!refused->second.opens) error = refused->second.error;
+    if (error != 0 || !file) return nullptr;
+    file->fail(refused->second.error);
+    return file;
   }
   std::unique_ptr<tFile> create(const char* name) override {
     const std::string key = plainPath(name);
@@ -40,7 +48,10 @@ class tDiskManMemory : public tDiskMan {
     files_.erase(at);
     return true;
   }
-  bool exists(const char* name) override { return files_.contains(plainPath(name)); }
+  eStanding look(const char* name) override {
+    if (files_.contains(plainPath(name))) return eStanding::kFile;
+    return refusals_.contains(plainPath(name)) ? eStanding::kUnknown : eStanding::kNothing;
+  }
   bool remove(const char* name) override { return files_.erase(plainPath(name)) > 0; }
   bool rename(const char* from, const char* to) override {
     const std::string source = plainPath(from);
@@ -68,6 +79,13 @@ class tDiskManMemory : public tDiskMan {
     return at == files_.end() ? nullptr : at->second.get();
   }
   std::size_t fileCount() const { return files_.size(); }
+  /// How a file cannot be read: opening it fails, or else reading it, so many times.
+  struct tRefusal {
+    int error;
+    bool opens;
+    int times;
+  };
+  void refuse(std::string_view name, tRefusal refusal) { refusals_[plainPath(name)] = refusal; }
   /// From now on creating a file of this name fails.
   void refuseCreate(std::string_view name) { refusedCreates_.insert(plainPath(name)); }
   /// From now on writes to a file of this name fail after `bytes` bytes, as on a full disk.
@@ -88,7 +106,7 @@ class tDiskManMemory : public tDiskMan {
 
     std::int64_t size() override { return static_cast<std::int64_t>(bytes_->size()); }
     std::int64_t read(void* bytes, std::size_t count) override {
-      if (!open_ || writable_) return -1;
+      if (!open_ || writable_ || error_ != 0) return -1;
       position_ = std::min(position_, bytes_->size());
       const std::size_t got = bytes_->copy(static_cast<char*>(bytes), count, position_);
       position_ += got;
@@ -113,6 +131,8 @@ class tDiskManMemory : public tDiskMan {
       open_ = false;
       return !lost_;
     }
+    int error() const override { return error_; }
+    void fail(int error) { error_ = error; }
 
    private:
     const std::shared_ptr<std::string> bytes_;
@@ -121,10 +141,12 @@ class tDiskManMemory : public tDiskMan {
     std::size_t position_ = 0;
     bool open_ = true;
     bool lost_ = false;
+    int error_ = 0;
   };
 
   std::map<std::string, std::shared_ptr<std::string>> files_;
   std::map<std::string, std::size_t> writeLimits_;
+  std::map<std::string, tRefusal> refusals_;
   std::set<std::string> refusedCreates_;
   std::set<std::string> refusedRenames_;
 };
