@@ -69,6 +69,11 @@ void KorelPreYaccClass::setRuleObserver(tRuleObserver* observer) {
 }
 
 bool KorelPreYaccClass::compileInclude(tProgramFile& file, const tString& name) {
+  if (name.view().find('\0') != std::string_view::npos) {
+    // The file layer would cut the name to that of another file.
+    file.names.requested = name;
+    file.raise(eSourceError::kIncludeNotFound, 0, visibleControls(name).c_str());
+  }
   KorelPreYaccClass processor(file);
   tString scratch;
   return processor.compile(name.c_str(), nullptr, scratch, 1);

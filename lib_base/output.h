@@ -3,6 +3,8 @@
 #include <cstdarg>
 #include <string_view>
 
+#include "lib_base/stringz.h"
+
 /// A destination for messages. Each thread has at most one sink; without one, messages go to
 /// standard output.
 class tOutputSink {
@@ -23,6 +25,10 @@ class tOutputScope {
  private:
   tOutputSink* previous_;
 };
+
+/// `text`, which may come from anywhere, as messages show it: each control character but the tab as
+/// a backslash, "x" and two hexadecimal digits, so that it cannot command a terminal.
+tString visibleControls(std::string_view text);
 
 /// Writes `text` to the calling thread's sink verbatim.
 void writeOutput(std::string_view text);

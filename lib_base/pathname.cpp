@@ -58,6 +58,12 @@ std::string plainPath(const char* name) {
   return plainPath(std::string_view(name ? name : ""));
 }
 
+tString slashedPath(std::string_view name) {
+  tString path(name);
+  path.replaceAll("\\", "/");
+  return path;
+}
+
 tString normaliseFileName(std::string_view name) {
   constexpr std::string_view kDropped = " \t\"";
   const std::size_t start = std::min(name.find_first_not_of(kDropped), name.size());

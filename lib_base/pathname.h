@@ -28,5 +28,8 @@ tString joinPath(std::string_view directory, std::string_view name);
 std::string plainPath(const char* name);
 std::string plainPath(std::string_view name);
 
+/// `name` with every backslash read as '/'.
+tString slashedPath(std::string_view name);
+
 /// A file name as the file layer expects it, without surrounding blanks and double quotes.
 tString normaliseFileName(std::string_view name);

@@ -1,7 +1,5 @@
 #include "korelpre/directives/filefinder.h"
 
-#include "lib_base/pathname.h"
-
 namespace precomp {
 
 namespace {
@@ -28,8 +26,8 @@ tFileFinder::tFileFinder(tDiskMan* files) : files_(files) {
 
 tString tFileFinder::locate(const tString& requested) {
   tString path;
-  search(true, [&](const tString& directory) {
-    path = joinPath(directory, requested);
+  search(true, requested, [&](const tString& directory, const tString& name) {
+    path = joinPath(directory, name);
     const eStanding standing = files_->look(path.c_str());
     if (standing != eStanding::kFile) path.clear();
     return standing == eStanding::kFile || standing == eStanding::kUnknown;

@@ -42,20 +42,20 @@ void tProgramFile::clear() {
 
 bool tProgramFile::read(const tString& name) {
   names.requested = name;
-  const tString bare = bareName(name);
-  return shared_.finder.search(isIncluded, [&](const tString& directory) {
-    if (!readFrom(directory)) return false;
-    names.shown = joinPath(directory, bare);
-    names.opened = joinPath(directory, name);
+  const auto read = [&](const tString& directory, const tString& spelt) {
+    const tString path = joinPath(directory, spelt);
+    if (!readFrom(path)) return false;
+    names.shown = joinPath(directory, bareName(spelt));
+    names.opened = path;
     if (directory.empty()) return true;
     names.directory = directory;
     if (isMain()) shared_.finder.setMainDirectory(directory);
     return true;
-  });
+  };
+  return shared_.finder.search(isIncluded, name, read);
 }
 
-bool tProgramFile::readFrom(const tString& directory) {
-  const tString path = joinPath(directory, names.requested);
+bool tProgramFile::readFrom(const tString& path) {
   const auto tell = [&] {
     if (!isMain() && shared_.fileObserver != nullptr) shared_.fileObserver->fileRead(path);
   };

@@ -31,6 +31,34 @@ TEST(Includes, StopWhereTheyAreTooDeep) {
             "main.prw(2) Error C9999  ERRO generico: include depth\n");
 }
 
+TEST(Includes, TakeBackslashesForSlashesUnlessAFileBearsTheName) {
+  const struct {
+    const char *directive, *path;
+    tFiles headers;
+    const char* text;
+  } kCases[] = {
+      {"sub\\a.ch", "-Iinc", {{"inc/sub/a.ch", "1"}}, "#line 1 \"inc/a.ch\"\n1\n"},
+      {"sub\\a.ch", "-Iw\\inc", {{"w/inc/sub/a.ch", "1"}}, "#line 1 \"w/inc/a.ch\"\n1\n"},
+      {"a.ch", "-Iw\\inc;z", {{"w/inc/a.ch", "1"}, {"z/a.ch", "2"}}, "#line 1 \"w/inc/a.ch\"\n1\n"},
+      {"a.ch", "-Iw\\i", {{"w/i/a.ch", "1"}, {"w\\i/a.ch", "2"}}, "#line 1 \"w\\i/a.ch\"\n2\n"},
+      {"s\\a.ch", "-Ix;z", {{"x/s/a.ch", "1"}, {"z/s\\a.ch", "2"}}, "#line 1 \"z/s\\a.ch\"\n2\n"},
+  };
+  for (const auto& row : kCases) {
+    tDiskManMemory disk;
+    disk.put("std.ch", "");
+    for (const auto& [name, text] : row.headers) disk.put(name, text);
+    disk.put("main.prw", std::string("#include \"") + row.directive + "\"\n");
+    precomp::KorelPre16 session(disk);
+    const tPreprocessed result = runSession(session, {row.path, "-Fmain.prw"});
+    EXPECT_TRUE(result.text.starts_with(row.text)) << result.text << result.error;
+  }
+}
+
+TEST(Includes, WithAZeroByteInTheirNameAreNotThoseThatEndThere) {
+  EXPECT_EQ(preprocessFiles({{"main.prw", {"#include \"a\0b.ch\"\n", 19}}, {"a", "x"}}).error,
+            "main.prw(1) Error C2090  File not found a\\x00b.ch\n");
+}
+
 TEST(StandardHeader, ComesFirstAndIsNeverWritten) {
   EXPECT_EQ(preprocessFiles({{"main.prw", "S T"}, {"std.ch", "#define S 1\nT\n"}}).text, "1 T");
   EXPECT_EQ(preprocessFiles({{"main.prw", "a"}, {"std.ch", "\n#endif"}}).error,
