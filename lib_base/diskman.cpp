@@ -7,10 +7,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
+
+#include "lib_base/pathname.h"
 
 namespace {
 
@@ -47,8 +50,7 @@ class tLocalFile : public tFile {
       if (written >= 0) {
         bytes.remove_prefix(static_cast<std::size_t>(written));
       } else if (errno != EINTR) {
-        lost_ = true;
-        return false;
+        return lose();
       }
     }
     return true;
@@ -61,20 +63,36 @@ class tLocalFile : public tFile {
   int error() const override { return error_; }
   int handle() const { return handle_; }
 
+  bool copyPermissions(const char* from) override {
+    struct stat status {};
+    return from && ::stat(from, &status) == 0 && ::fchmod(handle_, status.st_mode & 07777) == 0;
+  }
+
   /// Locks the file for the lifetime of this object. Returns false if it has been removed in the
-  /// meantime. Where the file system has no locks, the file stays unlocked.
+  /// meantime. Where the file system has no locks, or if a stranger does not let go of the file,
+  /// it stays unlocked.
   bool lock() {
-    while (::flock(handle_, LOCK_EX) != 0 && errno == EINTR) {
+    constexpr int kMostTries = 1000;
+    constexpr unsigned kPause = 1000;  // microseconds
+    struct stat status {};
+    for (int i = 0; i < kMostTries && ::flock(handle_, LOCK_EX | LOCK_NB) != 0; ++i) {
+      if (errno != EWOULDBLOCK && errno != EINTR) break;
+      if (::fstat(handle_, &status) == 0 && status.st_nlink == 0) return false;
+      ::usleep(kPause);
     }
     lock_ = ::fcntl(handle_, F_DUPFD_CLOEXEC, 0);
-    struct stat status {};
     return ::fstat(handle_, &status) != 0 || status.st_nlink > 0;
   }
 
  private:
   void closeHandle() {
-    if (handle_ >= 0 && ::close(handle_) != 0) lost_ = true;
+    if (handle_ >= 0 && ::close(handle_) != 0) lose();
     handle_ = -1;
+  }
+  bool lose() {
+    error_ = errno;
+    lost_ = true;
+    return false;
   }
 
   int handle_;
@@ -83,11 +101,12 @@ class tLocalFile : public tFile {
   int error_ = 0;
 };
 
-std::unique_ptr<tLocalFile> openLocal(const char* name, int flags) {
-  constexpr mode_t kMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+constexpr mode_t kNewMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+
+std::unique_ptr<tLocalFile> openLocal(const char* name, int flags, mode_t mode = kNewMode) {
   int handle;
   do {
-    handle = ::open(name, flags | O_CLOEXEC, kMode);
+    handle = ::open(name, flags | O_CLOEXEC, mode);
   } while (handle < 0 && errno == EINTR);
   return handle < 0 ? nullptr : std::make_unique<tLocalFile>(handle);
 }
@@ -95,6 +114,8 @@ std::unique_ptr<tLocalFile> openLocal(const char* name, int flags) {
 bool isRegular(const struct stat& status) {
   return S_ISREG(status.st_mode);
 }
+
+constexpr const char* kStandardOutput = "/dev/stdout";
 
 // Everything else that goes wrong with a name says nothing about whether it is there.
 bool meansMissing(int error) {
@@ -191,6 +212,7 @@ bool tDiskManLocal::removeLeftover(const char* name) {
 eStanding tDiskManLocal::look(const char* name) {
   struct stat status {};
   if (!name) return eStanding::kNothing;
+  if (std::strcmp(name, kStandardOutput) == 0) return eStanding::kSpecial;
   if (::stat(name, &status) == 0) {
     return isRegular(status) ? eStanding::kFile : eStanding::kSpecial;
   }
@@ -205,9 +227,40 @@ bool tDiskManLocal::rename(const char* from, const char* to) {
   return from && to && std::rename(from, to) == 0;
 }
 
-bool tDiskManLocal::copyPermissions(const char* from, const char* to) {
+std::unique_ptr<tFile> tDiskManLocal::openSpecial(const char* name) {
+  if (!name) return nullptr;
+  // Opened by its name, it would lose its place, or not open at all if it is a socket.
+  const int output =
+      std::strcmp(name, kStandardOutput) == 0 ? ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0) : -1;
+  if (output >= 0) return std::make_unique<tLocalFile>(output);
+  auto file = openLocal(name, O_WRONLY | O_APPEND | O_NOCTTY, 0);
   struct stat status {};
-  return from && to && ::stat(from, &status) == 0 && ::chmod(to, status.st_mode & 07777) == 0;
+  // A file that has come there meanwhile is not for writing in place.
+  if (file && ::fstat(file->handle(), &status) == 0 && isRegular(status)) {
+    errno = EEXIST;
+    return nullptr;
+  }
+  return file;
+}
+
+tString tDiskManLocal::follow(const char* name) {
+  constexpr int kMostLinks = 40;  // as many as the system follows
+  tString path(name);
+  char target[PATH_MAX];
+  for (int i = 0; i < kMostLinks; ++i) {
+    const ssize_t size = ::readlink(path.c_str(), target, sizeof target);
+    if (size < 0) return errno == EINVAL || meansMissing(errno) ? path : tString();
+    if (size == 0 || static_cast<std::size_t>(size) == sizeof target) break;
+    const std::string_view next(target, static_cast<std::size_t>(size));
+    if (next.front() == '/') {
+      path = tString(next);
+      continue;
+    }
+    tPathParts parts;
+    SplitPath(path, parts);
+    path = joinPath(parts.directory, next);
+  }
+  return {};
 }
 
 tString tDiskManLocal::resolve(const char* name) {

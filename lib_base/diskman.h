@@ -34,15 +34,17 @@ class tFile {
   /// on a read error or if the text would exceed tString::maxSize(). A file in memory may move or
   /// share its storage instead of copying it.
   virtual bool readAll(tString& text);
-  /// The errno value of the read that failed; 0 when none has.
+  /// The errno value of what failed; 0 when nothing has.
   virtual int error() const { return 0; }
+  /// Gives the file the permissions of the file `from`. True where files have no permissions.
+  virtual bool copyPermissions(const char* /*from*/) { return true; }
 };
 
 /// What stands under a name, links followed.
 enum class eStanding : std::uint8_t {
   kNothing,
   kFile,     // a regular one
-  kSpecial,  // a directory, a pipe, a device
+  kSpecial,  // a directory, a pipe, a device; "/dev/stdout" always
   kUnknown,  // the system does not tell
 };
 
@@ -62,8 +64,8 @@ class tDiskMan {
   /// Creates a file for writing, truncating an existing one; null on failure.
   virtual std::unique_ptr<tFile> create(const char* name) = 0;
   /// Creates a file that must not exist yet, without following links; null on failure, and `exists`
-  /// then tells whether the name is already taken. As long as the returned object exists, even
-  /// closed, removeLeftover does not touch the file.
+  /// then tells whether the name is already taken; if not, errno tells what failed. As long as the
+  /// returned object exists, even closed, removeLeftover does not touch the file.
   virtual std::unique_ptr<tFile> createNew(const char* name, bool& exists) = 0;
   /// Removes a file made by createNew that no object holds any more: a leftover of a killed
   /// process. Returns false if it is in use or cannot be removed.
@@ -72,10 +74,14 @@ class tDiskMan {
   /// True for a regular file.
   bool exists(const char* name) { return look(name) == eStanding::kFile; }
   virtual bool remove(const char* name) = 0;
-  /// Replaces an existing target atomically.
+  /// Replaces an existing target atomically. After a failure errno tells why.
   virtual bool rename(const char* from, const char* to) = 0;
-  /// Copies the permissions of `from` to `to`. True where files have no permissions.
-  virtual bool copyPermissions(const char* /*from*/, const char* /*to*/) { return true; }
+  /// Opens what is there and no regular file for writing, and waits for the reader of a pipe. Null
+  /// on failure; errno tells why.
+  virtual std::unique_ptr<tFile> openSpecial(const char* /*name*/) { return nullptr; }
+  /// The name that `name` leads to, links followed; nothing need be there. `name` itself if it is
+  /// no link; empty if that cannot be told.
+  virtual tString follow(const char* name) { return tString(name); }
   /// The canonical name of an existing file, with links resolved; empty if there is no such file.
   virtual tString resolve(const char* name) = 0;
 };
@@ -91,7 +97,8 @@ class tDiskManLocal : public tDiskMan {
   eStanding look(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
-  bool copyPermissions(const char* from, const char* to) override;
+  std::unique_ptr<tFile> openSpecial(const char* name) override;
+  tString follow(const char* name) override;
   tString resolve(const char* name) override;
 };
 
@@ -115,6 +122,8 @@ class tDiskManOverlay : public tDiskMan {
   eStanding look(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
+  std::unique_ptr<tFile> openSpecial(const char* name) override { return below_.openSpecial(name); }
+  tString follow(const char* name) override { return below_.follow(name); }
   tString resolve(const char* name) override;
 
  private:

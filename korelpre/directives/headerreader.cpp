@@ -20,6 +20,7 @@
 #include "korelpre/headers/headercache.h"
 #include "korelpre/headers/headerrecorder.h"
 #include "lib_base/pathname.h"
+#include "lib_base/replacement.h"
 
 namespace precomp {
 
@@ -71,20 +72,6 @@ bool mayReplace(tDiskMan& files, const tString& name) {
   char begin[8];
   return readWhole(*file, begin, sizeof begin) &&
          tHeaderImage::looksLikeImage({begin, sizeof begin});
-}
-
-bool writeWhole(tDiskMan& files, const tString& temporary, const tString& name,
-                std::string_view bytes) {
-  bool exists = false;
-  std::unique_ptr<tFile> file = files.createNew(temporary.c_str(), exists);
-  if (file == nullptr && exists && files.removeLeftover(temporary.c_str())) {
-    file = files.createNew(temporary.c_str(), exists);
-  }
-  if (file == nullptr) return false;
-  const bool written =
-      file->write(bytes) && file->close() && files.rename(temporary.c_str(), name.c_str());
-  if (!written) files.remove(temporary.c_str());
-  return written;
 }
 
 // Files for other sets of predefined names stand side by side, so that two sets in turn do not
@@ -207,7 +194,9 @@ bool tHeaderReader::save(const tHeaderImage& image, unsigned set) {
   if (!cache()->saves()) return false;
   const tString name = pchNameOf(tString(image.notes().files[0].path), set);
   if (!mayReplace(files_, name)) return false;
-  return writeWhole(files_, tString(name).append(".krpre"), name, image.bytes());
+  tReplacement file(files_, name, tReplacement::kDerived, bareName(name).append(".krpre"),
+                    [&](tFile& to) { return to.write(image.bytes()); });
+  return file.create() && file.write() && file.publish();
 }
 
 bool tHeaderReader::include(tInclude& record) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -30,6 +31,7 @@ class tDiskManMemory : public tDiskMan {
   }
   std::unique_ptr<tFile> create(const char* name) override {
     const std::string key = plainPath(name);
+    errno = EACCES;
     if (key.empty() || refusedCreates_.contains(key)) return nullptr;
     std::shared_ptr<std::string>& bytes = files_[key];
     if (!bytes) bytes = std::make_shared<std::string>();
@@ -56,6 +58,7 @@ class tDiskManMemory : public tDiskMan {
   bool rename(const char* from, const char* to) override {
     const std::string source = plainPath(from);
     const std::string target = plainPath(to);
+    errno = EXDEV;
     if (!files_.contains(source) || target.empty() || refusedRenames_.contains(source)) {
       return false;
     }
@@ -124,7 +127,10 @@ class tDiskManMemory : public tDiskMan {
       if (position_ > bytes_->size()) bytes_->resize(position_);
       bytes_->replace(position_, fitting.size(), fitting);
       position_ += fitting.size();
-      if (fitting.size() < bytes.size()) lost_ = true;
+      if (fitting.size() < bytes.size()) {
+        lost_ = true;
+        error_ = ENOSPC;
+      }
       return fitting.size() == bytes.size();
     }
     bool close() override {
