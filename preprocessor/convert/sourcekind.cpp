@@ -17,6 +17,10 @@ constexpr tSourceKind kKinds[] = {
     {".p",              ".pzorb_", ".ppx_", ".erx_", eConverter::kForeign},
     {".w",              ".pzorb_", ".ppx_", ".erx_", eConverter::kForeign},
     {".py",             ".pzorb_", ".ppx_", ".erx_", eConverter::kForeign},
+    {".apl",            ".pw_",    ".ppo",  ".err",  eConverter::kNone},
+    {".apw",            ".pw_",    ".ppo",  ".err",  eConverter::kNone},
+    {".ppx",            ".pw_",    ".ppo",  ".err",  eConverter::kNone},
+    {".ppp",            ".pw_",    ".ppo",  ".err",  eConverter::kNone},
     {".ch",             ".pw_",    ".ppo",  ".err",  eConverter::kNone},  // a header
 };
 constexpr tSourceKind kOrdinary =

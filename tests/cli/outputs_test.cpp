@@ -43,7 +43,8 @@ TEST_F(Outputs, NeverReplaceASource) {
   write("a.prw", "x := 1\n");
   write("b.prw", "x := 2\n");
   write("own.ch", "");
-  for (const char* name : {"b.prw", "a.prw", "new.PRW", "own.ch"}) {
+  for (const char* name :
+       {"b.prw", "a.prw", "new.PRW", "own.ch", "x.apl", "x.APW", "x.ppx", "x.ppp"}) {
     EXPECT_EQ(run({"-o", name, "a.prw"}).status, 2) << name;
   }
   fs::create_symlink("a.prw", path("link"));
