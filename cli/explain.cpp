@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "cli/sourcequote.h"
+
 namespace {
 
 constexpr std::size_t kLongestText = 2000;  // bytes of a statement or of what a marker took
@@ -16,7 +18,8 @@ std::string clipped(std::string_view text) {
 }
 
 std::string placeOf(const tRuleInfo& rule) {
-  return rule.file.empty() ? "command line" : rule.file + ":" + std::to_string(rule.line);
+  return rule.file.empty() ? "command line"
+                           : printable(rule.file) + ":" + std::to_string(rule.line);
 }
 
 std::string quoted(const std::string& text) {
@@ -124,7 +127,8 @@ void appendOutcome(std::string& text, const tRuleStory& story, const tPaint& pai
 }  // namespace
 
 std::string explainedText(const tRuleStory& story, const std::string& file, const tPaint& paint) {
-  std::string text = paint(tPaint::kBold, file + ":" + std::to_string(story.firstLine()));
+  std::string text =
+      paint(tPaint::kBold, printable(file) + ":" + std::to_string(story.firstLine()));
   if (story.lastLine() > story.firstLine()) {
     text += paint(tPaint::kDim, " to line " + std::to_string(story.lastLine()));
   }

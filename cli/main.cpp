@@ -14,6 +14,7 @@
 #include "cli/printer.h"
 #include "cli/query.h"
 #include "cli/shippedheaders.h"
+#include "cli/sourcequote.h"
 #include "cli/suggestion.h"
 #include "include/krpre.h"
 
@@ -77,7 +78,7 @@ int carryOut(const tCommand& command, const tCommandLine& line) {
 }  // namespace
 
 int refuseUsage(const std::string& reason, const std::string& command) {
-  std::fprintf(stderr, "krpre: %s\nTry '%s --help'.\n", reason.c_str(), command.c_str());
+  std::fprintf(stderr, "krpre: %s\nTry '%s --help'.\n", printable(reason).c_str(), command.c_str());
   return kWrongUsage;
 }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "cli/exitstatus.h"
+#include "cli/sourcequote.h"
 #include "cli/wholefile.h"
 
 void tPrinter::print(const tSourceResult& result) {
@@ -34,5 +35,5 @@ int printText(const std::string& text) {
 }
 
 void complainAbout(const std::string& text) {
-  std::fprintf(stderr, "krpre: %s\n", text.c_str());
+  std::fprintf(stderr, "krpre: %s\n", printable(text).c_str());
 }

@@ -10,6 +10,7 @@
 #include "cli/librarycall.h"
 #include "cli/printer.h"
 #include "cli/shippedheaders.h"
+#include "cli/sourcequote.h"
 #include "include/krpre.h"
 
 namespace {
@@ -87,7 +88,7 @@ int explain(const tCommandLine& line) {
   std::fprintf(stderr,
                "krpre: %s:%d: no statement on this line: it is empty, a comment or a directive,\n"
                "or a conditional skips it\n",
-               file.c_str(), line.lineNumber);
+               printable(file).c_str(), line.lineNumber);
   return kSomeFailed;
 }
 

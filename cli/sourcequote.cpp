@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -44,16 +45,27 @@ std::string utf8Of(unsigned code) {
           static_cast<char>(0x80 | (code & 0x3F))};
 }
 
+// Empty for what has no shape.
 std::string shownByte(unsigned char byte) {
   if (byte == '\t' || (byte >= 0x20 && byte < 0x7F)) return std::string(1, static_cast<char>(byte));
-  if (byte < 0x80) return "?";
+  if (byte < 0x80) return {};
   const unsigned code = byte < 0xA0 ? kWindows[byte - 0x80] : byte;
-  return code == 0 ? "?" : utf8Of(code);
+  return code == 0 ? std::string() : utf8Of(code);
 }
 
-// The characters of a text as they are shown; turns `at` from the index of a byte into that of its
-// character.
-std::vector<std::string> charactersOf(std::string_view text, std::size_t& at) {
+std::string spelt(std::string_view bytes) {
+  constexpr const char* kDigits = "0123456789abcdef";
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    text.append("\\x").append({kDigits[byte >> 4], kDigits[byte & 15]});
+  }
+  return text;
+}
+
+// The characters of a text as they are shown, control characters spelt or as "?"; turns `at` from
+// the index of a byte into that of its character.
+std::vector<std::string> charactersOf(std::string_view text, std::size_t& at, bool spelling) {
   std::vector<std::string> characters;
   const std::size_t wanted = at;
   for (std::size_t i = 0; i < text.size();) {
@@ -63,9 +75,11 @@ std::vector<std::string> charactersOf(std::string_view text, std::size_t& at) {
     // C1 control characters.
     const bool control =
         length == 2 && text[i] == '\xC2' && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-    characters.push_back(length < 2 ? shownByte(static_cast<unsigned char>(text[i]))
-                         : control  ? "?"
-                                    : std::string(text.substr(i, length)));
+    std::string shown = length < 2 ? shownByte(static_cast<unsigned char>(text[i]))
+                        : control  ? std::string()
+                                   : std::string(text.substr(i, length));
+    if (shown.empty()) shown = spelling ? spelt(text.substr(i, size)) : "?";
+    characters.push_back(std::move(shown));
     i += size;
   }
   if (wanted >= text.size()) at = characters.size() + (wanted - text.size());
@@ -77,7 +91,7 @@ std::vector<std::string> charactersOf(std::string_view text, std::size_t& at) {
 std::string printable(std::string_view text) {
   std::size_t none = 0;
   std::string shown;
-  for (const std::string& character : charactersOf(text, none)) shown += character;
+  for (const std::string& character : charactersOf(text, none, true)) shown += character;
   return shown;
 }
 
@@ -89,7 +103,7 @@ std::string quoted(std::string_view source, int line, int column, const tPaint& 
   const std::size_t begin = at > kBytes ? at - kBytes : 0;
   at -= begin;
   const bool cutBehind = source.size() - begin > 2 * kBytes;
-  std::vector<std::string> shown = charactersOf(source.substr(begin, 2 * kBytes), at);
+  std::vector<std::string> shown = charactersOf(source.substr(begin, 2 * kBytes), at, false);
   std::string before;
   std::string behind;
   if (shown.size() > kWidest || begin > 0) {

@@ -6,7 +6,8 @@
 #include "cli/paint.h"
 
 /// A text for a terminal or a tool that reads lines: bytes that are not valid UTF-8 are taken for
-/// Windows-1252, and control characters other than the tab become "?".
+/// Windows-1252, and control characters other than the tab become a backslash, "x" and two
+/// hexadecimal digits, as in the messages of the library.
 std::string printable(std::string_view text);
 
 /// A line of a source, from 1, with a caret below the byte at `column`, from 1 (0: no caret). Of a

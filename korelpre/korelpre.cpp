@@ -129,8 +129,8 @@ void KorelPre16::doIt(tString& output, tString& errorText) {
       diagnoseOther(failure.errorId(), "runtime-error", tString(failure.message()));
     }
     const tString name = shownName_.empty() ? bareName(currentFile_) : shownName_;
-    fail(tString::format("%s(%d) %s %s\n", name.c_str(), errLine(), translate("Error").c_str(),
-                         failure.message()),
+    fail(tString::format("%s(%d) %s %s\n", visibleControls(name).c_str(), errLine(),
+                         translate("Error").c_str(), visibleControls(failure.message()).c_str()),
          errorText);
     qdprintf("%s", errorText.c_str());
   } catch (const tFatalError& failure) {
@@ -151,8 +151,8 @@ bool KorelPre16::doFile(const tString& name, tString& output, tString& errorText
   parts.drive.append(parts.directory);
   if (!files().exists(name.c_str()) && !hasExtLoadFile()) {
     diagnoseOther(0, "file-not-found", tString::borrow("File not found"));
-    fail(tString::format("%s %s\n", translate("File not found").c_str(), bareName(name).c_str()),
-         errorText);
+    const tString shown = visibleControls(bareName(name));
+    fail(tString::format("%s %s\n", translate("File not found").c_str(), shown.c_str()), errorText);
     qdprintf("%s", errorText.c_str());
     return false;
   }

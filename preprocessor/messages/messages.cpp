@@ -27,9 +27,10 @@ const tRow& rowOf(eMessage message) {
   return kRows[static_cast<std::size_t>(message)];
 }
 
-/// Appends one text of a row, its words translated into the language in force. A name ends at its
-/// first zero byte, as one does for the file system.
-void compose(std::string_view text, const tRow& row, tMessageArguments arguments, tString& output) {
+/// Appends one text of a row, its words translated into the language in force, and its arguments as
+/// `shown`.
+void compose(std::string_view text, const tRow& row, tMessageArguments arguments,
+             tString (*shown)(std::string_view), tString& output) {
   while (!text.empty()) {
     const std::size_t plain = std::min(text.find_first_of("{%"), text.size());
     output.append(text.substr(0, plain));
@@ -37,10 +38,9 @@ void compose(std::string_view text, const tRow& row, tMessageArguments arguments
     if (text.empty()) return;
     std::size_t size = 2;
     if (text[0] == '%') {
-      const std::string_view argument = arguments.begin()[text[1] - '1'];
-      output.append(argument.substr(0, argument.find('\0')));
+      output.append(shown(arguments.begin()[text[1] - '1']));
     } else if (text[1] == '}') {
-      compose(row.told, row, arguments, output);
+      compose(row.told, row, arguments, shown, output);
     } else {
       size = text.find('}') + 1;
       output.append(translate(tString(text.substr(1, size - 2)).c_str()));
@@ -54,7 +54,7 @@ void compose(std::string_view text, const tRow& row, tMessageArguments arguments
 void printMessage(eMessage message, tMessageArguments arguments) {
   const tRow& row = rowOf(message);
   tString text;
-  compose(row.printed, row, arguments, text);
+  compose(row.printed, row, arguments, visibleControls, text);
   writeOutput(text);
 }
 
@@ -64,8 +64,10 @@ tDiagnosis diagnosisOf(eMessage message, tMessageArguments arguments) {
   tDiagnosis diagnosis;
   diagnosis.severity = row.severity;
   diagnosis.slug = tString::borrow(row.slug);
-  compose(row.told, row, arguments, diagnosis.message);
-  // The text of an error that a trace shows ends a line.
-  if (row.severity == tDiagnosis::kTrace) diagnosis.message.trim();
+  // A name ends at its first zero byte, as one does for the file system.
+  const auto untilZero = [](std::string_view argument) {
+    return tString(argument.substr(0, argument.find('\0')));
+  };
+  compose(row.told, row, arguments, untilZero, diagnosis.message);
   return diagnosis;
 }

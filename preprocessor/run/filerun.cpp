@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "korelpre/korelpre.h"
+#include "lib_base/misc.h"
 #include "preprocessor/convert/foreign.h"
 #include "preprocessor/convert/inlineblock.h"
 #include "preprocessor/convert/page.h"
@@ -188,7 +189,7 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   const bool failed = session.errorCount() > 0 || !errorText.empty();
   if (failed) {
     host_.diagnosed(session.diagnosis());
-    trace(eMessage::kTraceError, {errorText});
+    trace(eMessage::kTraceError, {trimmedRight(errorText)});
     return kSessionError;
   }
   traceLines(text);

@@ -26,7 +26,8 @@ TEST(SourceQuote, PutsTheCaretBelowTheCharacter) {
   EXPECT_EQ(quotedPlainly("", 0), "  7 |\n");
   // What a terminal would obey, and what only looks like UTF-8.
   EXPECT_EQ(printable("\x1B[31m\x07\xC2\x9B\xED\xA0\x80\x7F"),
-            "?[31m??\xC3\xAD\xC2\xA0\xE2\x82\xAC?");
+            "\\x1b[31m\\x07\\xc2\\x9b\xC3\xAD\xC2\xA0\xE2\x82\xAC\\x7f");
+  EXPECT_EQ(quotedPlainly("a\x1B\xC2\x9Bz", 5), "  7 | a??z\n    |    ^\n");
 }
 
 TEST(SourceQuote, ShowsTheMiddleOfALongLine) {

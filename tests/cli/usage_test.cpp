@@ -27,7 +27,7 @@ const tMisuse kMisuses[] = {
     {{"a.prw", "-o", ""}, "-o: the output name is empty"},
     {{"a.prw", "--output", "x", "-oy"}, "-o: given more than once"},
     {{"a.prw", "-D", "1+2"}, "-D 1+2: a name consists of letters, digits and underscores"},
-    {{"a.prw", "-DA=1\n2"}, "-D A=1\n2: a value is one line"},
+    {{"a.prw", "-DA=1\n2"}, "-D A=1\\x0a2: a value is one line"},
     {{"a.prw", "-j4097"}, "-j: invalid number of jobs '4097'"},
     {{"a.prw", "--diagnostics=x"}, "unknown format 'x': use auto, classic, long, json or gcc"},
     {{"-q", "--classic", "@Fa.prw"}, "--classic must be the first argument"},

@@ -193,6 +193,17 @@ TEST(Run, SourceIsNeverOverwritten) {
   EXPECT_EQ(disk.count(), 2U);
 }
 
+TEST(Run, ControlBytesOfNamesAreShownAndNotSent) {
+  tSources disk;
+  disk.put("\x1B[2J\nok\x7F.prw", "#include \"\x1B\xC2\x9B\tx\"\n");
+  disk.put("list", "\x1B[2J\nok\x7F.prw;\r;\a.prw");
+  EXPECT_EQ(runOver(disk, {"@Llist"}).printed,
+            "\\x1b[2J\\x0aok\\x7f.prw(1) Error C2090  File not found \\x1b\\xc2\\x9b\tx\n" +
+                failed("\\x1b[2J\\x0aok\\x7f.prw", 1) +
+                "KOREL Preprocessor: Cannot copy \\x07.prw to krpre0.pw_...\n" +
+                failed("\\x07.prw", 15));
+}
+
 TEST(Run, ErrorTextOfAHostGetsTheNameOfTheSource) {
   tSources disk;
   disk.put("a.zorb", "#endif\n");
