@@ -75,20 +75,7 @@ int carryOut(const tCommand& command, const tCommandLine& line) {
   }
 }
 
-}  // namespace
-
-int refuseUsage(const std::string& reason, const std::string& command) {
-  std::fprintf(stderr, "krpre: %s\nTry '%s --help'.\n", printable(reason).c_str(), command.c_str());
-  return kWrongUsage;
-}
-
-int main(int count, char** arguments) {
-  // If the reader of the messages goes away, the remaining files are still preprocessed.
-  std::signal(SIGPIPE, SIG_IGN);
-  // A file over the size limit is an ordinary write error, like a full disk.
-  std::signal(SIGXFSZ, SIG_IGN);
-  keepStandardFilesOpen();
-
+int run(int count, char** arguments) {
   if (count > 1 && std::strcmp(arguments[1], "--classic") == 0) {
     return runClassic(count - 1, arguments + 1);
   }
@@ -112,4 +99,21 @@ int main(int count, char** arguments) {
   }
   if (!line.complaint.empty()) return refuseUsage(line.complaint, command.spelling());
   return carryOut(command, line);
+}
+
+}  // namespace
+
+int refuseUsage(const std::string& reason, const std::string& command) {
+  std::fprintf(stderr, "krpre: %s\nTry '%s --help'.\n", printable(reason).c_str(), command.c_str());
+  return kWrongUsage;
+}
+
+int main(int count, char** arguments) {
+  // If the reader of the messages goes away, the remaining files are still preprocessed.
+  std::signal(SIGPIPE, SIG_IGN);
+  // A file over the size limit is an ordinary write error, like a full disk.
+  std::signal(SIGXFSZ, SIG_IGN);
+  keepStandardFilesOpen();
+
+  return finishPrinting(run(count, arguments));
 }

@@ -1,12 +1,25 @@
 #include "cli/printer.h"
 
+#include <unistd.h>
+
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 
 #include "cli/exitstatus.h"
 #include "cli/sourcequote.h"
-#include "cli/wholefile.h"
+
+namespace {
+
+// False when writing to standard output failed with this errno value, after a complaint.
+bool reportOutput(int error) {
+  if (error == 0 || error == EPIPE) return true;
+  complainAbout(std::string("cannot write messages: ") + std::strerror(error));
+  return false;
+}
+
+}  // namespace
 
 void tPrinter::print(const tSourceResult& result) {
   if (quiet_ && result.done) {
@@ -24,14 +37,30 @@ void tPrinter::write(const std::string& text) {
 }
 
 bool tPrinter::finish() const {
-  if (error_ == 0 || error_ == EPIPE) return true;
-  complainAbout(std::string("cannot write messages: ") + std::strerror(error_));
-  return false;
+  return reportOutput(error_);
+}
+
+int writeAll(int descriptor, const std::string& bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t written = ::write(descriptor, bytes.data() + done, bytes.size() - done);
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return errno;
+    done += static_cast<std::size_t>(written);
+  }
+  return 0;
 }
 
 int printText(const std::string& text) {
-  const bool done = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
-  return done ? kAllDone : kSomeFailed;
+  const int error = writeAll(STDOUT_FILENO, text);
+  return reportOutput(error) ? kAllDone : kSomeFailed;
+}
+
+int finishPrinting(int status) {
+  errno = 0;
+  const bool flushed = std::fflush(stdout) == 0;
+  if (flushed && std::ferror(stdout) == 0) return status;
+  return reportOutput(errno != 0 ? errno : EIO) ? status : kSomeFailed;
 }
 
 void complainAbout(const std::string& text) {

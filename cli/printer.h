@@ -25,7 +25,12 @@ class tPrinter {
   int error_ = 0;  // of the first write that failed
 };
 
+/// Writes all bytes. Returns 0 or an errno value.
+int writeAll(int descriptor, const std::string& bytes);
 /// Prints a text to standard output. Returns an exit status.
 int printText(const std::string& text);
+/// `status`, or if what was printed to standard output could not be written, kSomeFailed with a
+/// complaint. A reader that has gone away is no failure.
+int finishPrinting(int status);
 /// Prints a complaint of the program to standard error.
 void complainAbout(const std::string& text);

@@ -6,8 +6,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstddef>
 #include <cstdio>
+
+#include "cli/printer.h"
 
 namespace {
 
@@ -48,15 +49,4 @@ int writeWholeFile(const std::string& name, const std::string& temporary,
     unlink(name.c_str());
   }
   return error;
-}
-
-int writeAll(int descriptor, const std::string& bytes) {
-  std::size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t written = write(descriptor, bytes.data() + done, bytes.size() - done);
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return errno;
-    done += static_cast<std::size_t>(written);
-  }
-  return 0;
 }

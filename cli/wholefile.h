@@ -6,6 +6,3 @@
 /// be in the same directory, then by renaming. A temporary file left by a killed process is
 /// overwritten; processes with the same one take turns. Returns 0 or an errno value.
 int writeWholeFile(const std::string& name, const std::string& temporary, const std::string& bytes);
-
-/// Writes all bytes. Returns 0 or an errno value.
-int writeAll(int descriptor, const std::string& bytes);
