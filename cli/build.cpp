@@ -27,7 +27,6 @@
 #include "cli/progress.h"
 #include "cli/sourcerun.h"
 #include "cli/standardinput.h"
-#include "cli/wholefile.h"
 #include "include/krpre.h"
 
 namespace {
@@ -150,14 +149,15 @@ struct tFreeHeaders {
 };
 using tHeaders = std::unique_ptr<krpre_headers, tFreeHeaders>;
 
-int buildStandardInput(tSourceRun& run, tPrinter& printer) {
+// One source, read from standard input, written to standard output, or both.
+int buildStandardFiles(tSourceRun& run, bool input, tPrinter& printer) {
   std::string text;
-  const std::string trouble = readStandardInput(text);
+  const std::string trouble = input ? readStandardInput(text) : std::string();
   if (!trouble.empty()) {
     complainAbout(trouble);
     return kSomeFailed;
   }
-  const tSourceResult result = run.run(&text);
+  const tSourceResult result = run.run(input ? &text : nullptr);
   printer.print(result);
   if (!result.done) return kSomeFailed;
   const int error = writeAll(STDOUT_FILENO, result.text);
@@ -175,7 +175,9 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
     return kSomeFailed;
   }
   const bool input = line.readsStandardInput();
-  const int messages = input ? STDERR_FILENO : STDOUT_FILENO;
+  const bool output = line.writesStandardOutput();
+  const bool keptClear = input || output || namesStandardOutput(line.dependencies.file);
+  const int messages = keptClear ? STDERR_FILENO : STDOUT_FILENO;
   const tMessageStyle style = messageStyle(line, messages);
   const bool share = plan.jobs.size() > 1 || line.precompiled;
   const tHeaders headers(share ? krpre_headers_new(line.precompiled ? 1 : 0) : nullptr);
@@ -185,7 +187,7 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   }
 
   tPrinter printer(line.quiet, messages);
-  if (input) return buildStandardInput(runs.front(), printer);
+  if (input || output) return buildStandardFiles(runs.front(), input, printer);
   const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
   const bool done = tBuild(runs, printer, terminal).run(threadsFor(line));
   return printer.finish() && done ? kAllDone : kSomeFailed;

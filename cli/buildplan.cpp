@@ -118,6 +118,8 @@ bool tPlanner::checkOptions() {
     return refuse("- (standard input) cannot be combined with other files");
   if (!input && !line_.standardInputName.empty())
     return refuse("--stdin-name requires the file - (standard input)");
+  if (namesStandardOutput(line_.output) && line_.files.size() > 1)
+    return refuse("-o - (standard output) requires a single source");
   const tDependencyOptions& rules = line_.dependencies;
   if (!rules.wanted && (!rules.file.empty() || !rules.targets.empty() || rules.phony)) {
     return refuse("-MF, -MT and -MP require -MD");
@@ -126,14 +128,14 @@ bool tPlanner::checkOptions() {
   if (line_.files.size() > 1 && !rules.file.empty()) return refuse("-MF requires a single source");
   if (line_.files.size() > 1 && !rules.targets.empty())
     return refuse("-MT requires a single source");
-  if (input && line_.output.empty())
-    return refuse("-MD requires -o when the output goes to standard output");
+  if (line_.writesStandardOutput())
+    return refuse("-MD requires -o FILE when the output goes to standard output");
   return true;
 }
 
 bool tPlanner::checkOutputOption() {
   const std::string& output = line_.output;
-  if (output.empty()) return true;
+  if (output.empty() || line_.writesStandardOutput()) return true;
   if (output.back() == '/' || isDirectory(output) || line_.files.size() > 1) {
     outputDirectory_ = output;
     return checkDirectory(output);
@@ -162,12 +164,15 @@ void tPlanner::addJob(const std::string& name) {
                                                          : name;
   if (!outputFile_.empty()) {
     job.output = outputFile_;
-  } else if (!input || !outputDirectory_.empty()) {
+    job.outputIsChosen = true;
+  } else if (!line_.writesStandardOutput()) {
     job.output = outputName(job.source, outputDirectory_);
   }
+  const std::string& rule = line_.dependencies.file;
   if (line_.dependencies.wanted) {
-    job.dependencies =
-        line_.dependencies.file.empty() ? withExtension(job.output, ".d") : line_.dependencies.file;
+    job.dependencies = rule.empty()                ? withExtension(job.output, ".d")
+                       : namesStandardOutput(rule) ? kStandardOutput
+                                                   : rule;
   }
   job.tag = tagOf(job.output);
   plan_.jobs.push_back(std::move(job));

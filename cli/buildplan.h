@@ -10,6 +10,8 @@ struct tBuildJob {
   std::string source;
   /// Empty: standard output.
   std::string output;
+  /// Its name is that of -o, not derived from the source.
+  bool outputIsChosen = false;
   /// The dependency file; empty for none.
   std::string dependencies;
   /// For the names of temporary files. Derived from the name of the output, so that jobs differ, a

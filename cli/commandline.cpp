@@ -7,6 +7,14 @@ void tCommandLine::complain(std::string text) {
   if (complaint.empty()) complaint = std::move(text);
 }
 
+bool namesStandardOutput(const std::string& name) {
+  return name == "-" || name == kStandardOutput;
+}
+
+bool tCommandLine::writesStandardOutput() const {
+  return namesStandardOutput(output) || (output.empty() && readsStandardInput());
+}
+
 bool tCommandLine::readsStandardInput() const {
   return std::find(files.begin(), files.end(), "-") != files.end();
 }

@@ -6,6 +6,10 @@
 
 #include "cli/diagnostics.h"
 
+/// The name that the library knows standard output by, and whether `name` is one of it.
+constexpr const char* kStandardOutput = "/dev/stdout";
+bool namesStandardOutput(const std::string& name);
+
 struct tDefine {
   std::string name;
   std::optional<std::string> value;
@@ -56,6 +60,8 @@ struct tCommandLine {
   std::string completions;
 
   bool readsStandardInput() const;
+  /// Whether the output of the source, of which there is one then, goes there.
+  bool writesStandardOutput() const;
 
   /// Sets the complaint, unless there is one already: the first is the clearest.
   void complain(std::string text);

@@ -123,7 +123,8 @@ const tOption kOptions[] = {
      "cache the standard header in a file beside it for later runs",
      setFlag<&tCommandLine::precompiled>},
     {"o", "output", &kOutput, kPreprocess, kOutputs,
-     "write outputs to the directory NAME, or the output of a single source to the file NAME",
+     "write outputs to the directory NAME, or the output of a single source to the file NAME "
+     "(- for standard output)",
      takeOutput},
     {"o", "output", &kFile, kPackers, kOutputs,
      "write the result to FILE instead of replacing the input, which must be a single file",

@@ -1,8 +1,13 @@
 #include "cli/pack.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <string>
 
 #include "cli/exitstatus.h"
+#include "cli/printer.h"
+#include "cli/sourcequote.h"
 #include "include/krpre.h"
 
 namespace {
@@ -21,14 +26,21 @@ const char* const kFailures[] = {
     "cannot be written",                              // KRPRE_NOT_WRITTEN
 };
 
-bool changeFile(const tWork& work, const char* in, const char* out) {
-  const int code = work.change(in, out);
+bool changeFile(const tWork& work, const std::string& in, const std::string& chosen) {
+  const bool toOutput = namesStandardOutput(chosen);
+  const std::string out = toOutput ? kStandardOutput : chosen;
+  const int code = work.change(in.c_str(), out.empty() ? nullptr : out.c_str());
+  const int error = errno;
   if (code == KRPRE_PACKED || code == KRPRE_UNCHANGED) {
-    std::printf("%s %s\n", in, code == KRPRE_PACKED ? work.done : work.needless);
+    std::fprintf(toOutput ? stderr : stdout, "%s %s\n", printable(in).c_str(),
+                 code == KRPRE_PACKED ? work.done : work.needless);
     return true;
   }
-  const char* name = code == KRPRE_NOT_WRITTEN && out != nullptr ? out : in;
-  std::fprintf(stderr, "krpre: %s %s\n", name, kFailures[code - KRPRE_UNREADABLE]);
+  std::string complaint = code == KRPRE_NOT_WRITTEN && !out.empty() ? out : in;
+  complaint.append(" ").append(kFailures[code - KRPRE_UNREADABLE]);
+  const bool known = code == KRPRE_UNREADABLE || code == KRPRE_NOT_WRITTEN;
+  if (known && error != 0) complaint.append(": ").append(std::strerror(error));
+  complainAbout(complaint);
   return false;
 }
 
@@ -39,8 +51,7 @@ int changeFiles(const tWork& work, const tCommandLine& line) {
   }
   int result = kAllDone;
   for (const std::string& file : line.files) {
-    const bool done = changeFile(work, file.c_str(), named ? line.output.c_str() : nullptr);
-    if (!done) result = kSomeFailed;
+    if (!changeFile(work, file, line.output)) result = kSomeFailed;
   }
   return result;
 }

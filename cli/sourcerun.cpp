@@ -3,14 +3,11 @@
 #include <unistd.h>
 
 #include <cstddef>
-#include <cstring>
 #include <exception>
 
-#include "cli/dependencies.h"
 #include "cli/diagnostics.h"
 #include "cli/messagelanguage.h"
 #include "cli/paint.h"
-#include "cli/wholefile.h"
 #include "include/krpre.h"
 
 namespace {
@@ -18,7 +15,6 @@ namespace {
 /// What the library reports of one run.
 struct tTold {
   tSourceResult result;
-  tDependencies files;
   const tMessageStyle* style = nullptr;
 };
 
@@ -60,10 +56,6 @@ bool isForMachines(eDiagnosticForm form) {
   return form == eDiagnosticForm::kJson || form == eDiagnosticForm::kGcc;
 }
 
-void takeFile(void* context, int event, const char* /*source*/, const char* name) {
-  if (event == KRPRE_FILE_READ) told(context).files.add(name);
-}
-
 void takeOutput(void* context, const char* /*source*/, const char* text, std::size_t length) {
   told(context).result.text.assign(text, length);
 }
@@ -79,26 +71,19 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
   host.message = isForMachines(style.form) ? dropMessage : takeMessage;
   if (style.form != eDiagnosticForm::kClassic) host.diagnostic = takeDiagnostic;
   if (!style.language.empty()) host.language = style.language.c_str();
-  if (!job.dependencies.empty()) host.file = takeFile;
   if (job.output.empty()) {
     host.output = takeOutput;
   } else {
     host.outputName = job.output.c_str();
   }
+  if (job.outputIsChosen) host.flags |= KRPRE_OUTPUT_CHOSEN;
+  if (job.dependencies.empty()) return host;
+  host.dependencyName = job.dependencies.c_str();
+  const tDependencyOptions& wanted = line.dependencies;
+  if (!wanted.file.empty()) host.flags |= KRPRE_DEPENDENCIES_CHOSEN;
+  if (!wanted.targets.empty()) host.dependencyTargets = wanted.targets.c_str();
+  if (wanted.phony) host.flags |= KRPRE_PHONY_TARGETS;
   return host;
-}
-
-// Returns why the file could not be written; otherwise an empty text.
-std::string writeDependencies(const tDependencyOptions& options, const tBuildJob& job,
-                              const tDependencies& files) {
-  const std::string* bad = files.nameWithLineBreak();
-  if (bad != nullptr)
-    return *bad + ": a file name with a line break cannot be written to a dependency file";
-  const std::string targets = options.targets.empty() ? nameInRule(job.output) : options.targets;
-  const std::string directory = job.dependencies.substr(0, job.dependencies.rfind('/') + 1);
-  const int error = writeWholeFile(job.dependencies, directory + "krpre" + job.tag + ".d",
-                                   files.rule(targets, options.phony));
-  return error == 0 ? std::string() : job.dependencies + ": " + std::strerror(error);
 }
 
 }  // namespace
@@ -134,12 +119,6 @@ tSourceResult tSourceRun::run(const std::string* text) {
                          : krpre_text(call_.count() - 1, call_.vector(), &host,
                                       nameInRun(job_.source).c_str(), text->data(), text->size());
     heard.result.done = code == KRPRE_OK;
-    if (heard.result.done && !job_.dependencies.empty()) {
-      heard.result.complaint = writeDependencies(line_.dependencies, job_, heard.files);
-      heard.result.done = heard.result.complaint.empty();
-      // A build must not accept an output whose dependencies it cannot know.
-      if (!heard.result.done) unlink(job_.output.c_str());
-    }
   } catch (const std::exception& failure) {
     heard.result.complaint = job_.source + ": " + failure.what();
     heard.result.done = false;

@@ -131,8 +131,14 @@ struct krpre_diagnostic; /* section 4 */
 enum {
   KRPRE_NO_OUTPUT = 1,      /* write no output file; an older one stays */
   KRPRE_KEEP_UNCHANGED = 2, /* leave an output file alone whose content would not change */
-  KRPRE_TAKE_TURNS = 4      /* wait, up to 10 seconds, while another run with the same tag writes to
+  KRPRE_TAKE_TURNS = 4,     /* wait, up to 10 seconds, while another run with the same tag writes to
                                the same directory; without this flag, fail */
+  KRPRE_PHONY_TARGETS = 8,  /* dependency files have an empty rule for each header */
+  /* The user has chosen outputName or dependencyName: a link of that name is followed, and a pipe
+   * or a device is not replaced but written to. Without this flag, what stands there is replaced.
+   */
+  KRPRE_OUTPUT_CHOSEN = 16,
+  KRPRE_DEPENDENCIES_CHOSEN = 32
 };
 
 /* Events of the callback `file`. */
@@ -160,7 +166,7 @@ struct krpre_host {
   size_t size;
   /* Handed to every callback. */
   void* context;
-  /* Any of KRPRE_NO_OUTPUT, KRPRE_KEEP_UNCHANGED and KRPRE_TAKE_TURNS. */
+  /* Any of the flags above. */
   unsigned flags;
 
   /* Takes the messages piece by piece; a piece need not be a line. `text` has `length` bytes and
@@ -203,6 +209,13 @@ struct krpre_host {
    * refused. */
   size_t defineCount;
   const struct krpre_define* defines;
+
+  /* The dependency file for make or ninja that is written with the output of a source, unless that
+   * goes to no file; for runs over one source. It never stands beside an output that is newer than
+   * it. Default: none. */
+  const char* dependencyName;
+  /* The targets of its rule, as they are to stand in it. Default: the output. */
+  const char* dependencyTargets;
 };
 
 /* doPreProc with callbacks.
@@ -387,9 +400,11 @@ enum {
  *
  *   in   The file to read.
  *   out  The file to write; null or the same file: `in` is replaced. It appears in one step, with
- *        the permissions of `in`; after a failure it is as it was.
+ *        the permissions of `in`; after a failure it is as it was. A link is followed, and a pipe
+ * or a device, "/dev/stdout" among them, is written to.
  *
- * Return one of the codes above. */
+ * Return one of the codes above. After KRPRE_UNREADABLE and KRPRE_NOT_WRITTEN, errno tells why; 0
+ * if it was no failure of the system. */
 KRPRE_API int krpre_pack(const char* in, const char* out);
 KRPRE_API int krpre_unpack(const char* in, const char* out);
 

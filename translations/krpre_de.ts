@@ -186,5 +186,9 @@
         <source>more rules</source>
         <translation>weitere Regeln</translation>
     </message>
+    <message>
+        <source>a file name with a line break cannot be written to a dependency file</source>
+        <translation>ein Dateiname mit einem Zeilenumbruch kann nicht in eine Abhängigkeitsdatei geschrieben werden</translation>
+    </message>
 </context>
 </TS>

@@ -186,5 +186,9 @@
         <source>more rules</source>
         <translation>regras a mais</translation>
     </message>
+    <message>
+        <source>a file name with a line break cannot be written to a dependency file</source>
+        <translation>um nome de arquivo com quebra de linha não pode ser escrito em um arquivo de dependências</translation>
+    </message>
 </context>
 </TS>

@@ -1,6 +1,7 @@
 #include "include/krpre.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <optional>
@@ -63,14 +64,18 @@ int codeOf(eFileResult result) {
   return KRPRE_NOT_WRITTEN;
 }
 
-int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*), const char* in,
+int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*, int&), const char* in,
            const char* out) {
+  int error = 0;
+  int code = KRPRE_NOT_WRITTEN;
   try {
     tDiskManLocal disk;
-    return codeOf(changeFile(disk, in, out));
+    code = codeOf(changeFile(disk, in, out, error));
   } catch (...) {
-    return KRPRE_NOT_WRITTEN;
+    error = ENOMEM;
   }
+  errno = error;
+  return code;
 }
 
 int runText(const krpre_host& host, int count, char** vector, const char* name,

@@ -29,6 +29,11 @@ int lastLineOf(const precomp::tTknString& statement) {
 
 }  // namespace
 
+tHostBridge::tHostBridge(const krpre_host& host)
+    : host_(host),
+      dependencies_({tString(host.dependencyName), (host.flags & KRPRE_DEPENDENCIES_CHOSEN) != 0,
+                     tString(host.dependencyTargets), (host.flags & KRPRE_PHONY_TARGETS) != 0}) {}
+
 tString tHostBridge::fault() const {
   if (host_.includeDirectoryCount > 0 && host_.includeDirectories == nullptr) {
     return tString::borrow("the array of include directories is null");
@@ -79,7 +84,7 @@ void tHostBridge::sessionBegins(precomp::KorelPre16& session, const tString& cop
                                 const tString& source) {
   names_ = {copy, source};
   if (host_.step != nullptr) session.setRuleObserver(this);
-  if (host_.file != nullptr) session.setFileObserver(this);
+  if (host_.file != nullptr || dependencies() != nullptr) session.setFileObserver(this);
 }
 
 void tHostBridge::sessionDone(precomp::KorelPre16& session) {
@@ -91,10 +96,12 @@ void tHostBridge::sessionDone(precomp::KorelPre16& session) {
 }
 
 void tHostBridge::sourceRead(const tString& source) {
+  dependencies_.begin(source);
   tellOfFile(KRPRE_FILE_READ, source, source);
 }
 
 void tHostBridge::fileRead(const tString& name) {
+  dependencies_.add(name);
   tellOfFile(KRPRE_FILE_READ, names_.source, name);
 }
 

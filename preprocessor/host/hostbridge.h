@@ -21,7 +21,7 @@ class tHostBridge : public tRunHost,
                     private precomp::tFileObserver {
  public:
   /// `host` must outlive this object.
-  explicit tHostBridge(const krpre_host& host) : host_(host) {}
+  explicit tHostBridge(const krpre_host& host);
 
   /// Why the host's include directories or defines cannot be used; empty when they can.
   tString fault() const;
@@ -37,6 +37,10 @@ class tHostBridge : public tRunHost,
   void addOptions(tRunOptions& options) const override;
   bool wantsOutput() const override { return (host_.flags & KRPRE_NO_OUTPUT) == 0; }
   tString outputName() const override { return tString(host_.outputName); }
+  bool outputIsChosen() const override { return (host_.flags & KRPRE_OUTPUT_CHOSEN) != 0; }
+  const tDependencies* dependencies() const override {
+    return dependencies_.file().name.empty() ? nullptr : &dependencies_;
+  }
   bool takesOutput() const override { return host_.output != nullptr; }
   void takeOutput(const tString& source, const tString& text) override;
   bool keepsUnchanged() const override { return (host_.flags & KRPRE_KEEP_UNCHANGED) != 0; }
@@ -69,6 +73,7 @@ class tHostBridge : public tRunHost,
 
   const krpre_host& host_;
   tShownSource names_;
+  tDependencies dependencies_;
 
   // The statement being rewritten.
   tString file_;

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr const char* kTemporaryOutput = ".ppo";
+constexpr const char* kTemporaryRule = ".d";
 
 tString outputDirectory(const tRunOptions& options, const tPathParts& source) {
   tString directory = options.outputDirectory;
@@ -33,25 +34,30 @@ tFileNames composeNames(const tRunOptions& options, const tString& source,
   names.directory = directory;
   // The session takes the name of the copy as an option and cleans it like one.
   names.copy = normaliseFileName(temporaryName(directory, options, kind.temporary));
-  names.temporaryOutput = temporaryName(directory, options, kTemporaryOutput);
+  names.temporaryOutput = temporaryName({}, options, kTemporaryOutput);
+  names.temporaryRule = temporaryName({}, options, kTemporaryRule);
   names.output = tString(named).append(kind.output);
   names.temporaryErrors = temporaryName(directory, options, kind.error);
   names.errors = tString(named).append(kind.error);
-  names.outputIsChosen = !chosenOutput.empty();
-  if (names.outputIsChosen) {
-    tPathParts chosen;
-    SplitPath(chosenOutput, chosen);
-    names.output = chosenOutput;
-    names.temporaryOutput = temporaryName(chosen.directory, options, kTemporaryOutput);
-  }
+  names.outputIsNamed = !chosenOutput.empty();
+  if (names.outputIsNamed) names.output = chosenOutput;
   return names;
 }
 
-bool outputIsSource(tDiskMan& disk, const tFileNames& names, const tString& readName) {
-  tPathParts output;
-  if (names.outputIsChosen) SplitPath(names.output, output);
-  if (names.outputIsChosen && isSourceExtension(output.extension)) return true;
-  if (!names.outputIsChosen && !equalNoCase(bareName(names.source), bareName(names.output))) {
+bool leadsToSource(tDiskMan& disk, const tString& name, bool followed) {
+  const auto isSource = [](const tString& file) {
+    tPathParts parts;
+    SplitPath(file, parts);
+    return isSourceExtension(parts.extension);
+  };
+  return isSource(name) || (followed && isSource(disk.follow(name.c_str())));
+}
+
+bool outputIsSource(tDiskMan& disk, const tFileNames& names, const tString& readName,
+                    bool followed) {
+  if (names.outputIsNamed && leadsToSource(disk, names.output, followed)) return true;
+  if (!followed && disk.follow(names.output.c_str()) != names.output) return false;
+  if (!names.outputIsNamed && !equalNoCase(bareName(names.source), bareName(names.output))) {
     return false;
   }
   const tString source = disk.resolve(readName.c_str());

@@ -9,11 +9,12 @@ struct tFileNames {
   tString source;           // as the user knows it
   tString directory;        // for the output
   tString copy;             // the normalised copy, which never leaves the memory
-  tString temporaryOutput;  // until the output is whole
+  tString temporaryOutput;  // until the output is whole; without directory
   tString output;
+  tString temporaryRule;    // until the dependency file is whole; without directory
   tString temporaryErrors;  // for a host that collects error texts
   tString errors;
-  bool outputIsChosen = false;  // by the host
+  bool outputIsNamed = false;  // by the host
 };
 
 /// Temporary names contain the run's tag. `chosenOutput` is the output that the host has chosen; if
@@ -21,6 +22,9 @@ struct tFileNames {
 tFileNames composeNames(const tRunOptions& options, const tString& source,
                         const tString& chosenOutput = {});
 
-/// Whether the output would replace the source, which is in the file `readName`, or, if the host
-/// has chosen the output, any source at all.
-bool outputIsSource(tDiskMan& disk, const tFileNames& names, const tString& readName);
+/// Whether the output, `followed` or not if it is a link, would replace the source, which is in the
+/// file `readName`, or, if the host has named the output, any source at all.
+bool outputIsSource(tDiskMan& disk, const tFileNames& names, const tString& readName,
+                    bool followed);
+/// Whether a name, `followed` or not if it is a link, has the extension of a source.
+bool leadsToSource(tDiskMan& disk, const tString& name, bool followed);

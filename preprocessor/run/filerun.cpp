@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "korelpre/korelpre.h"
 #include "lib_base/misc.h"
+#include "lib_base/replacement.h"
 #include "preprocessor/convert/foreign.h"
 #include "preprocessor/convert/inlineblock.h"
 #include "preprocessor/convert/page.h"
@@ -14,12 +17,15 @@
 #include "preprocessor/copy/linewriter.h"
 #include "preprocessor/copy/normalise.h"
 #include "preprocessor/run/filenames.h"
-#include "preprocessor/run/outputfile.h"
 #include "preprocessor/run/report.h"
 
 namespace {
 
 enum eResult { kDone = 0, kSessionError = 1, kNotNormalised = 15, kInternalFailure = -1 };
+
+tReplacement::eName whose(bool chosen) {
+  return chosen ? tReplacement::kChosen : tReplacement::kDerived;
+}
 
 /// The run of one file. Each step tells what went wrong in it and returns a result.
 class tFileRun {
@@ -45,6 +51,8 @@ class tFileRun {
   int preprocess(tDiskManOverlay& files, tString& text);
   void addIncludePaths(precomp::KorelPre16& session);
   int write(const tString& text);
+  bool prepare(tReplacement& file, const tString& name);
+  bool publish(tReplacement& file, const tString& name);
   void handOver(const tString& text);
   void finish(int result);
   bool writesFile() const { return host_.wantsOutput() && !host_.takesOutput(); }
@@ -90,10 +98,14 @@ int tFileRun::process() {
   if (readName_.find(std::string_view("\0", 1)) != tString::npos) {
     return fail(kNotNormalised, eMessage::kSourceNotFound, {names_.source, names_.output});
   }
-  if (!host_.takesOutput() && outputIsSource(disk_, names_, readName_)) {
+  if (!host_.takesOutput() && outputIsSource(disk_, names_, readName_, host_.outputIsChosen())) {
     return fail(kNotNormalised, eMessage::kOutputIsSource, {names_.source, names_.output});
   }
   outputIsOurs_ = writesFile();
+  const tDependencies* const wanted = host_.dependencies();
+  if (wanted != nullptr && leadsToSource(disk_, wanted->file().name, wanted->file().isChosen)) {
+    return fail(kNotNormalised, eMessage::kOutputIsSource, {names_.source, wanted->file().name});
+  }
   if (const int result = convertForeign(); result != kDone) return result;
   tString text;
   {
@@ -212,24 +224,56 @@ void tFileRun::addIncludePaths(precomp::KorelPre16& session) {
   }
 }
 
+// Note [rule before output]
+// A build tells by the times of the files that a rule names whether an output is up to date, so an
+// output must never stand beside the rule of another one. A new output beside an old rule would be
+// taken for up to date when a header changes that only the new rule names; an old output beside a
+// new rule, when a header is gone that only the old rule names. Both files are written under their
+// temporary names; if both change, the old output goes, then the rule gets its name, then the
+// output does. Whoever is killed in between leaves no output, and every build makes it.
+
 int tFileRun::write(const tString& text) {
   trace(eMessage::kTraceCreate, {names_.output});
-  tOutputFile output(disk_, names_.temporaryOutput, names_.output);
-  if (host_.keepsUnchanged() && output.isUpToDate(text)) {
-    host_.outputDone(names_.source, names_.output, false);
-    return kDone;
+  const tDependencies* const wanted = host_.dependencies();
+  const std::string* const bad = wanted != nullptr ? wanted->nameWithLineBreak() : nullptr;
+  if (bad != nullptr) return fail(kInternalFailure, eMessage::kNameNotInRule, {*bad});
+  const std::string ruleText = wanted != nullptr ? wanted->rule(names_.output) : std::string();
+
+  tReplacement output(disk_, names_.output, whose(host_.outputIsChosen()), names_.temporaryOutput,
+                      [&text](tFile& file) {
+                        tLineWriter lines(file);
+                        return lines.write(text) && lines.finish();
+                      });
+  const bool kept = host_.keepsUnchanged() && output.isUpToDate();
+  std::optional<tReplacement> rule;
+  if (wanted != nullptr) {
+    rule.emplace(disk_, wanted->file().name, whose(wanted->file().isChosen), names_.temporaryRule,
+                 [&ruleText](tFile& file) { return file.write(ruleText); });
+    if (rule->isUpToDate()) rule.reset();
   }
-  if (!output.create(host_.takesTurns())) {
-    return fail(kInternalFailure, eMessage::kOutputNotCreated, {names_.output});
-  }
-  bool done = output.write(text);
-  if (done) {
-    trace(eMessage::kTraceRename, {names_.temporaryOutput, names_.output});
-    done = output.rename();
-  }
-  if (!done) return fail(kInternalFailure, eMessage::kOutputNotWritten, {names_.output});
-  host_.outputDone(names_.source, names_.output, true);
+
+  if (!kept && !prepare(output, names_.output)) return kInternalFailure;
+  if (rule && !prepare(*rule, wanted->file().name)) return kInternalFailure;
+  if (rule && !kept) output.removeOld();  // See note [rule before output].
+  if (rule && !publish(*rule, wanted->file().name)) return kInternalFailure;
+  if (!kept) trace(eMessage::kTraceRename, {output.temporaryName(), names_.output});
+  if (!kept && !publish(output, names_.output)) return kInternalFailure;
+  host_.outputDone(names_.source, names_.output, !kept);
   return kDone;
+}
+
+bool tFileRun::prepare(tReplacement& file, const tString& name) {
+  const bool created = file.create(host_.takesTurns());
+  if (created && file.write()) return true;
+  fail(kInternalFailure, created ? eMessage::kOutputNotWritten : eMessage::kOutputNotCreated,
+       {name, reasonOf(file.error())});
+  return false;
+}
+
+bool tFileRun::publish(tReplacement& file, const tString& name) {
+  if (file.publish()) return true;
+  fail(kInternalFailure, eMessage::kOutputNotWritten, {name, reasonOf(file.error())});
+  return false;
 }
 
 void tFileRun::handOver(const tString& text) {
@@ -249,7 +293,9 @@ void tFileRun::handOver(const tString& text) {
 
 /// Tells the result and leaves nothing of a failed run behind.
 void tFileRun::finish(int result) {
-  if (result != kDone && outputIsOurs_) disk_.remove(names_.output.c_str());
+  if (result != kDone && outputIsOurs_) {
+    tReplacement(disk_, names_.output, whose(host_.outputIsChosen()), {}, {}).removeOld();
+  }
   if (disk_.exists(names_.temporaryErrors.c_str())) {
     disk_.rename(names_.temporaryErrors.c_str(), names_.errors.c_str());
   }

@@ -3,6 +3,7 @@
 #include "korelpre/headers/headercache.h"
 #include "korelpre/korelpre.h"
 #include "lib_base/stringz.h"
+#include "preprocessor/run/dependencies.h"
 
 struct tRunOptions;
 
@@ -22,6 +23,11 @@ class tRunHost {
   virtual tString converterDirectory() const;
   /// The file that the output of a source goes to; empty: the one that the options name.
   virtual tString outputName() const { return {}; }
+  /// True: the user has chosen that name. A link is followed then, and what is no regular file is
+  /// not replaced but written to.
+  virtual bool outputIsChosen() const { return false; }
+  /// The dependency file to write with the output, and what stands in it; null: none.
+  virtual const tDependencies* dependencies() const { return nullptr; }
   /// True: takeOutput gets the outputs, and no file is written.
   virtual bool takesOutput() const { return false; }
   /// The output of `source` as its file would hold it.

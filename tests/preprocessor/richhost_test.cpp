@@ -130,14 +130,20 @@ TEST_F(RichHost, MayNameTheOutputButNeverASource) {
   EXPECT_FALSE(fs::exists(path("a.ppo")));
 
   fs::create_symlink("../a.prw", path("out/link"));
+  host_.flags = KRPRE_OUTPUT_CHOSEN;
   for (const char* name : {"a.prw", "A.PRX", "out/link", "out/b.ch"}) {
     const std::string source = path(name);
     host_.outputName = source.c_str();
     EXPECT_EQ(run(), KRPRE_BAD_SOURCE) << name;
     EXPECT_TRUE(heard_.slugs.ends_with("output-is-source failed ")) << heard_.slugs;
   }
-  EXPECT_EQ(readBytes(path("a.prw")), "x := 1\n");
-  EXPECT_FALSE(fs::exists(path("out/b.ch")));
+  // A link that nobody has chosen is replaced.
+  const std::string link = path("out/link");
+  host_.outputName = link.c_str();
+  host_.flags = 0;
+  EXPECT_EQ(run(), 0);
+  EXPECT_EQ(readBytes(path("a.prw")) + readBytes(link), "x := 1\nx := 1\r\n");
+  EXPECT_FALSE(fs::exists(path("out/b.ch")) || fs::is_symlink(link));
 }
 
 TEST_F(RichHost, GivesATextForATextThatHasANameAndIsNotTooLong) {

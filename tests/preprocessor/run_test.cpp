@@ -150,10 +150,14 @@ TEST(Run, OutputFailuresAreReported) {
   disk.refuseRename("c/krpre0.ppo");
   const tRun run = runOver(disk, {"@Fa/x.prw", "@Fb/x.prw", "@Fc/x.prw"});
   EXPECT_EQ(run.result, -1);
-  EXPECT_EQ(run.printed,
-            "KOREL Preprocessor. Error creating out file a/x.ppo.\n" + failed("a/x.prw", -1) +
-                "KOREL Preprocessor: Error creating b/x.ppo.\n" + failed("b/x.prw", -1) +
-                "KOREL Preprocessor: Error creating c/x.ppo.\n" + failed("c/x.prw", -1));
+  EXPECT_EQ(
+      run.printed,
+      "KOREL Preprocessor. Error creating out file a/x.ppo.\na/x.ppo: Permission denied\n" +
+          failed("a/x.prw", -1) +
+          "KOREL Preprocessor: Error creating b/x.ppo.\nb/x.ppo: No space left on device\n" +
+          failed("b/x.prw", -1) +
+          "KOREL Preprocessor: Error creating c/x.ppo.\nc/x.ppo: Invalid cross-device link\n" +
+          failed("c/x.prw", -1));
   EXPECT_EQ(disk.count(), 3U);
 }
 
