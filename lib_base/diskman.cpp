@@ -20,13 +20,19 @@ namespace {
 /// A file of the local file system.
 class tLocalFile : public tFile {
  public:
-  explicit tLocalFile(int handle) : handle_(handle) {}
+  explicit tLocalFile(int handle = -1) : handle_(handle) {}
   ~tLocalFile() override {
     closeHandle();
     if (lock_ >= 0) ::close(lock_);
   }
   tLocalFile(const tLocalFile&) = delete;
   tLocalFile& operator=(const tLocalFile&) = delete;
+
+  /// Makes this the file of that descriptor. Returns whether it is one.
+  bool take(int handle) {
+    handle_ = handle;
+    return handle >= 0;
+  }
 
   std::int64_t size() override {
     struct stat status {};
@@ -104,11 +110,13 @@ class tLocalFile : public tFile {
 constexpr mode_t kNewMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
 std::unique_ptr<tLocalFile> openLocal(const char* name, int flags, mode_t mode = kNewMode) {
+  // First, so that nothing is open, and no file is made, when there is no memory for it.
+  auto file = std::make_unique<tLocalFile>();
   int handle;
   do {
     handle = ::open(name, flags | O_CLOEXEC, mode);
   } while (handle < 0 && errno == EINTR);
-  return handle < 0 ? nullptr : std::make_unique<tLocalFile>(handle);
+  return file->take(handle) ? std::move(file) : nullptr;
 }
 
 bool isRegular(const struct stat& status) {
@@ -230,9 +238,10 @@ bool tDiskManLocal::rename(const char* from, const char* to) {
 std::unique_ptr<tFile> tDiskManLocal::openSpecial(const char* name) {
   if (!name) return nullptr;
   // Opened by its name, it would lose its place, or not open at all if it is a socket.
-  const int output =
-      std::strcmp(name, kStandardOutput) == 0 ? ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0) : -1;
-  if (output >= 0) return std::make_unique<tLocalFile>(output);
+  if (std::strcmp(name, kStandardOutput) == 0) {
+    auto output = std::make_unique<tLocalFile>();
+    if (output->take(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0))) return output;
+  }
   auto file = openLocal(name, O_WRONLY | O_APPEND | O_NOCTTY, 0);
   struct stat status {};
   // A file that has come there meanwhile is not for writing in place.

@@ -36,11 +36,11 @@ void fatalAllocation(std::size_t bytes, const char* unit, unsigned line) {
     reporting = true;
     try {
       fatalTranslator(kMessage, message, sizeof message);
-    } catch (const tFatalError&) {
+    } catch (...) {  // then it stays as it is
     }
     reporting = false;
   }
   char text[sizeof message + 64];  // tFatalError truncates it
   std::snprintf(text, sizeof text, "%s ( %lld Bytes )", message, static_cast<long long>(bytes));
-  fatalError(text, unit, line);
+  throw tAllocationError(text, unit, line);
 }

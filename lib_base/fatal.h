@@ -20,10 +20,16 @@ class tFatalError {
   unsigned line_;
 };
 
+/// Thrown when memory has run out.
+class tAllocationError : public tFatalError {
+ public:
+  using tFatalError::tFatalError;
+};
+
 /// Throws a tFatalError.
 [[noreturn]] void fatalError(const char* text, const char* unit, unsigned line);
 
-/// Throws the fatal error for a failed allocation of `bytes` bytes:
+/// Throws a tAllocationError for a failed allocation of `bytes` bytes:
 /// "Memory Allocation Failure" (translated) followed by " ( %lld Bytes )".
 [[noreturn]] void fatalAllocation(std::size_t bytes, const char* unit, unsigned line);
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <memory>
 
 /// The untyped base of the pointer arrays: storage, growth and bounds checks.
 ///
@@ -50,11 +51,7 @@ class tPointerArray {
   void splicePointers(int index, int removed, tPointerArray& other) {
     const int added = other.count_;
     const int after = count_ - index - removed;
-    if (index < 0 || removed < 0 || after < 0) outOfBounds();
-    if (count_ - removed + added > capacity_) {
-      const int grown = grownCapacity(capacity_);
-      reserve(grown > count_ - removed + added ? grown : count_ - removed + added);
-    }
+    reserveForSplice(index, removed, added);
     if (after > 0 && added != removed) {
       std::memmove(items_ + index + added, items_ + index + removed,
                    static_cast<std::size_t>(after) * sizeof(void*));
@@ -64,6 +61,14 @@ class tPointerArray {
     }
     count_ += added - removed;
     other.count_ = 0;
+  }
+  /// All that can fail in splicePointers.
+  void reserveForSplice(int index, int removed, int added) {
+    const int count = count_ - removed + added;
+    if (index < 0 || removed < 0 || count_ - index - removed < 0) outOfBounds();
+    if (count <= capacity_) return;
+    const int grown = grownCapacity(capacity_);
+    reserve(grown > count ? grown : count);
   }
   void swapWith(tPointerArray& other) noexcept;
 
@@ -102,6 +107,7 @@ class tArray : public tPointerArray {
 };
 
 /// An array that owns its elements and destroys them when they are removed or the array goes away.
+/// What is handed over is destroyed, too, when there is no memory for it.
 template <class T>
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): it is virtual, through the base
 class tAutoArray : public tArray<T> {
@@ -111,6 +117,16 @@ class tAutoArray : public tArray<T> {
 
   /// Destroys every element and leaves the array empty.
   virtual void Destroy() { destroyElements(); }
+  void add(T* item) {
+    std::unique_ptr<T> owner(item);
+    tArray<T>::add(item);
+    static_cast<void>(owner.release());
+  }
+  void insertAt(int index, T* item) {
+    std::unique_ptr<T> owner(item);
+    tArray<T>::insertAt(index, item);
+    static_cast<void>(owner.release());
+  }
   void removeAt(int index) { delete this->takeAt(index); }
   /// Destroys the element at `index` and replaces it with `item`.
   void replaceAt(int index, T* item) {
@@ -122,6 +138,7 @@ class tAutoArray : public tArray<T> {
   /// Destroys the `removed` elements from `index` on and replaces them with those of `other`, which
   /// is left empty.
   void splice(int index, int removed, tAutoArray& other) {
+    this->reserveForSplice(index, removed, other.count());
     for (int i = index; i < index + removed; ++i) delete this->get(i);
     this->splicePointers(index, removed, other);
   }

@@ -11,7 +11,6 @@
 #include <mutex>
 #include <string_view>
 
-#include "lib_base/fatal.h"
 #include "lib_base/language.h"
 #include "lib_base/pathname.h"
 #include "lib_base/translateqt.h"
@@ -103,4 +102,10 @@ tString translate(const char* text) {
     }
     size = length;
   }
+}
+
+tString toldOf(const tFatalError& failure) {
+  const char* const text = *failure.text() != '\0' ? failure.text() : "assert failed";
+  return tString::format("%s %s %s %s %u", text, translate("in file").c_str(), failure.unit(),
+                         translate("at line").c_str(), failure.line());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lib_base/fatal.h"
 #include "lib_base/stringz.h"
 
 /// Translates a fixed message text in the context "Preprocessor" to the local 8-bit encoding.
@@ -11,3 +12,6 @@
 /// the library (libkrpre-qt.so) is linked with Qt, so runs without a Qt host do not pay for loading
 /// it.
 tString translate(const char* text);
+
+/// What is told of a fatal error: "TEXT in file UNIT at line N".
+tString toldOf(const tFatalError& failure);
