@@ -9,11 +9,11 @@ void tKorelPreStackElement::add(const tSpcString& token) {
     pendingSpacing_ = token;
     return;
   }
-  auto* added = new tSpcString;
+  auto added = std::make_unique<tSpcString>();
   *added = token;
   added->setSpacing(pendingSpacing_);
   pendingSpacing_.clear();
-  list_.add(added);
+  list_.add(added.release());
 }
 
 void tKorelPreStackElement::clearValues() {

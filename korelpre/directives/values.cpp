@@ -3,6 +3,8 @@
 
 #include "korelpre/directives/values.h"
 
+#include <memory>
+
 #include "korelpre/directives/programfile.h"
 #include "korelpre/directives/sqlblock.h"
 #include "korelpre/directives/stackelement.h"
@@ -36,7 +38,7 @@ tKorelPreStackElement& partOf(SSYacc& parser, unsigned index) {
 tKorelPreStackElement* tGrammarValues::makeToken(unsigned production) {
   const SSLexLexeme& lexeme = *part(0).lexeme();
   if (lexeme.token() == kTokSpc) return makeSpace(lexeme);
-  auto* result = new tKorelPreStackElement;
+  auto result = std::make_unique<tKorelPreStackElement>();
   tSpcString& token = result->token();
   token.setKind(production);
   token.setAux(lexeme.token());
@@ -52,54 +54,54 @@ tKorelPreStackElement* tGrammarValues::makeToken(unsigned production) {
     length += closed ? 2 : 1;
   }
   token.setText(tString::borrow(file_.text.view().substr(begin, length)));
-  return result;
+  return result.release();
 }
 
 tKorelPreStackElement* tGrammarValues::makeName(unsigned index) {
   if (part(index).lexeme() == nullptr) return takeOver(index);
   const SSLexLexeme& lexeme = *part(index).lexeme();
-  auto* result = new tKorelPreStackElement;
+  auto result = std::make_unique<tKorelPreStackElement>();
   result->token().setText(
       tString::borrow({file_.text.data() + lexeme.absoluteOffset(), lexeme.length()}));
   result->token().setKind(kKindIdentifier);
   result->token().setAux(lexeme.token());
   result->token().setLine(lexeme.line());
-  return result;
+  return result.release();
 }
 
 // Of blanks only their text matters, and most gaps are one blank.
 tKorelPreStackElement* tGrammarValues::makeSpace(const SSLexLexeme& lexeme) {
-  auto* result = new tKorelPreStackElement;
+  auto result = std::make_unique<tKorelPreStackElement>();
   const bool oneBlank = lexeme.length() == 1 && *lexeme.text() == ' ';
   result->token().setText(oneBlank ? tString::borrow(" ")
                                    : tString(lexeme.text(), lexeme.length()));
   result->token().setKind(kKindSpace);
-  return result;
+  return result.release();
 }
 
 // The name stands behind the "<", or behind one more token.
 tKorelPreStackElement* tGrammarValues::makeMarker(unsigned production) {
   const bool behindOne = part(1).lexeme() != nullptr;
   const tSpcString& name = part(behindOne ? 2 : 1).token();
-  auto* result = new tKorelPreStackElement;
+  auto result = std::make_unique<tKorelPreStackElement>();
   if (production == kRestrictMarker || production == kRestrictMarkerSpc) {
     result->marker() = std::move(part(3).marker());
     result->marker()->token() = name;
   } else {
     result->marker().reset(markerOfProduction(production).make(nullptr, name));
   }
-  return result;
+  return result.release();
 }
 
 // The words of a restricted marker gather in one that has no name yet.
 tKorelPreStackElement* tGrammarValues::addWord(unsigned production) {
   if (production == kWordListStart) {
-    auto* result = new tKorelPreStackElement;
+    auto result = std::make_unique<tKorelPreStackElement>();
     auto marker = std::make_unique<tMatchMarkerRestrict>(tSpcString());
     marker->addWord(part(0).token(), true);
     result->token() = part(0).token();
     result->marker() = std::move(marker);
-    return result;
+    return result.release();
   }
   tSpcString& before = part(0).token();
   tSpcString word;
@@ -121,10 +123,10 @@ void tGrammarValues::addElement(tChainBuilder& chain, tKorelPreStackElement& ele
 }
 
 tKorelPreStackElement* tGrammarValues::startChain(tChainBuilder::eSide side) {
-  auto* result = new tKorelPreStackElement;
+  auto result = std::make_unique<tKorelPreStackElement>();
   result->chain() = std::make_unique<tChainBuilder>(side);
   addElement(*result->chain(), part(0));
-  return result;
+  return result.release();
 }
 
 tKorelPreStackElement* tGrammarValues::valueOf(unsigned production, unsigned size) {
@@ -155,9 +157,9 @@ tKorelPreStackElement* tGrammarValues::valueOf(unsigned production, unsigned siz
   switch (production) {
     case kTokenListStart:
     case kParamListStart: {
-      auto* result = new tKorelPreStackElement;
+      auto result = std::make_unique<tKorelPreStackElement>();
       result->add(part(0).token());
-      return result;
+      return result.release();
     }
     case kTokenListMore:
     case kParamListMore:
@@ -234,14 +236,14 @@ tKorelPreStackElement* tGrammarValues::makeSqlCall() {
     if (quoted[0] != quoted[size - 1]) file_.raise(eSourceError::kUnterminated, sql_.line);
     expression = tString(std::string_view(quoted, size));
   }
-  auto* result = new tKorelPreStackElement;
+  auto result = std::make_unique<tKorelPreStackElement>();
   tSpcString& token = result->token();
   token.setText(sql_.call(expression));
   token.setKind(kKindSql);
   token.setAux(kTokBeginSql);
   token.setLine(static_cast<std::uint32_t>(sql_.line));
   sql_ = {};
-  return result;
+  return result.release();
 }
 
 void tGrammarValues::attachStatement(tKorelPreStackElement& list) {

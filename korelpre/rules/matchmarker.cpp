@@ -1,5 +1,7 @@
 #include "korelpre/rules/matchmarker.h"
 
+#include <memory>
+
 #include "korelpre/text/tokenkinds.h"
 
 namespace precomp {
@@ -45,7 +47,9 @@ void tMatchMarker::destroyList(tMarkerList* list) const noexcept {
 }
 
 void tMatchMarker::addGroup(tMatchMarker* head, tMarkerArena* arena) {
+  std::unique_ptr<tMatchMarker> owner(head);
   tMarkerList::add(groups_, head, arena);
+  static_cast<void>(owner.release());
 }
 
 int tMatchMarker::getRecurLevel() const {

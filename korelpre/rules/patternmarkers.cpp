@@ -35,8 +35,9 @@ bool tMatchMarkerList::copyElements(tTknString* t) {
     auto* boundary = new tSpcString;
     boundary->setSpacing(spacing);
     spacing = tString();
+    const bool added = t->addNew(boundary);
     t->boundaries().add(boundary);
-    return t->addNew(boundary);
+    return added;
   };
   for (int i = first(); i <= last(); ++i) {
     const tSpcString& taken = t->getToken(i);

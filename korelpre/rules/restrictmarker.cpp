@@ -1,5 +1,7 @@
 #include "korelpre/rules/restrictmarker.h"
 
+#include <memory>
+
 #include "korelpre/rules/markerrecords.h"
 #include "korelpre/rules/patternmarkers.h"
 #include "korelpre/rules/rulestream.h"
@@ -11,6 +13,7 @@ namespace precomp {
 void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative,
                                    tMarkerArena* arena) {
   auto* marker = makeMarker<tMatchIdentifier>(arena, word);
+  std::unique_ptr<tMatchMarker> owner(marker);
   marker->token().setKind(kKindIdentifier);
   marker->token().setLine(0);
   if (newAlternative || lastWord_ == nullptr) {
@@ -19,6 +22,7 @@ void tMatchMarkerRestrict::addWord(const tSpcString& word, bool newAlternative,
     lastWord_->setNext(marker);
   }
   lastWord_ = marker;
+  static_cast<void>(owner.release());
 }
 
 int tMatchMarkerRestrict::findAlternative(tTknString* t) const {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <unordered_set>
+#include <utility>
 
 #include "korelpre/rules/definereader.h"
 #include "korelpre/rules/match.h"
@@ -55,17 +56,17 @@ class tChain {
  public:
   void add(tMatchMarker* marker) {
     if (last_ == nullptr) {
-      head_ = marker;
+      head_.reset(marker);
     } else {
       last_->setNext(marker);
     }
     last_ = marker;
   }
-  tMatchMarker* head() const { return head_; }
+  std::unique_ptr<tMatchMarker> take() { return std::move(head_); }
   tMatchMarker* last() const { return last_; }
 
  private:
-  tMatchMarker* head_ = nullptr;
+  std::unique_ptr<tMatchMarker> head_;
   tMatchMarker* last_ = nullptr;
 };
 
@@ -92,8 +93,9 @@ class tParameterNames {
 };
 
 // `name` may have a "(" behind the key.
-tMatchMarker* definePattern(const tSpcString& name, const tString& key,
-                            const tAutoArray<tSpcString>& parameters, tMarkerArena* arena) {
+std::unique_ptr<tMatchMarker> definePattern(const tSpcString& name, const tString& key,
+                                            const tAutoArray<tSpcString>& parameters,
+                                            tMarkerArena* arena) {
   const auto literal = [arena](std::string_view text) {
     return makeMarker<tMatchIdentifier>(arena, bareToken(text));
   };
@@ -108,11 +110,12 @@ tMatchMarker* definePattern(const tSpcString& name, const tString& key,
     pattern.add(makeMarker<tMatchMarker>(arena, parameters[i]));
   }
   pattern.add(literal(")"));
-  return pattern.head();
+  return pattern.take();
 }
 
-tMatchMarker* defineResult(const tAutoArray<tSpcString>& parameters,
-                           const tAutoArray<tSpcString>& value, tMarkerArena* arena) {
+std::unique_ptr<tMatchMarker> defineResult(const tAutoArray<tSpcString>& parameters,
+                                           const tAutoArray<tSpcString>& value,
+                                           tMarkerArena* arena) {
   const tParameterNames names(parameters);
   tChain result;
   for (int i = 0; i < value.count(); ++i) {
@@ -123,7 +126,7 @@ tMatchMarker* defineResult(const tAutoArray<tSpcString>& parameters,
     }
     result.last()->token().setLine(0);
   }
-  return result.head();
+  return result.take();
 }
 
 }  // namespace
@@ -131,7 +134,7 @@ tMatchMarker* defineResult(const tAutoArray<tSpcString>& parameters,
 tBaseXChg::tBaseXChg(tRuleContext* context, tWordRule wordRule, tMatchMarker* firstMatch,
                      tMatchMarker* firstResult, const tString& key)
     : tRuleHome(context, wordRule), key_(key) {
-  setChains(firstMatch, firstResult);
+  setChains(std::unique_ptr<tMatchMarker>(firstMatch), std::unique_ptr<tMatchMarker>(firstResult));
 }
 
 tBaseXChg::~tBaseXChg() = default;
@@ -154,22 +157,25 @@ void tBaseXChg::buildChains() {
   if (define.read(directive_.data(), end, originLine_, nullptr)) {
     setChains(define.hasParameters()
                   ? definePattern(define.name(), key_, define.parameters(), nullptr)
-                  : new tMatchIdentifier(define.name()),
+                  : std::make_unique<tMatchIdentifier>(define.name()),
               defineResult(define.parameters(), define.value(), nullptr));
   } else if (rule.read(directive_.data(), end, nullptr)) {
-    setChains(rule.pattern().release(), rule.result().release());
+    setChains(std::unique_ptr<tMatchMarker>(rule.pattern().release()),
+              std::unique_ptr<tMatchMarker>(rule.result().release()));
   } else {
     fatalError("A directive was sound and is not", "korelpre/rules/rule", __LINE__);
   }
 }
 
-void tBaseXChg::setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult) {
-  firstMatch_.reset(firstMatch);
-  firstResult_.reset(firstResult);
-  if (firstMatch == nullptr) return;
-  visitChain(firstMatch, [this](tMatchMarker& marker) { marker.setRule(this); });
-  rlink(this, firstMatch, firstResult, linkCount_);
-  for (const tMatchMarker* marker = firstResult; marker != nullptr; marker = marker->next()) {
+void tBaseXChg::setChains(std::unique_ptr<tMatchMarker> pattern,
+                          std::unique_ptr<tMatchMarker> result) {
+  firstMatch_ = std::move(pattern);
+  firstResult_ = std::move(result);
+  if (firstMatch_ == nullptr) return;
+  visitChain(firstMatch_.get(), [this](tMatchMarker& marker) { marker.setRule(this); });
+  rlink(this, firstMatch_.get(), firstResult_.get(), linkCount_);
+  for (const tMatchMarker* marker = firstResult_.get(); marker != nullptr;
+       marker = marker->next()) {
     hasClauses_ = hasClauses_ || marker->hasGroups();
   }
 }
@@ -209,21 +215,19 @@ int tBaseXChg::matchCount(int start, tTknString* t) {
 }
 
 bool tBaseXChg::replace(tRuleContext* context, int start, tTknString* t) {
-  return matchCount(start, t) > 0 && replaceMatched(context, start, t);
+  try {
+    return matchCount(start, t) > 0 && replaceMatched(context, start, t);
+  } catch (const tFatalError& failure) {
+    qdprintf("%s\n", toldOf(failure).c_str());
+    return false;
+  }
 }
 
 bool tBaseXChg::replaceMatched(tRuleContext* context, int start, tTknString* t) {
   const tReplacement scope(*t, start);
-  try {
-    if (!buildReplacement(start, t)) return false;
-    t->doReset(context, start);
-    return true;
-  } catch (const tFatalError& failure) {
-    const char* text = *failure.text() != '\0' ? failure.text() : "assert failed";
-    qdprintf("%s %s %s %s %u\n", text, translate("in file").c_str(), failure.unit(),
-             translate("at line").c_str(), failure.line());
-    return false;
-  }
+  if (!buildReplacement(start, t)) return false;
+  t->doReset(context, start);
+  return true;
 }
 
 bool tBaseXChg::buildReplacement(int start, tTknString* t) {
@@ -239,7 +243,8 @@ tTranslate::tTranslate(tRuleContext* context, const tSpcString& name,
                        const tAutoArray<tSpcString>& value, tMarkerArena* arena)
     : tBaseXChg(context, {.abbreviate = false, .caseSensitive = true}, name) {
   setArena(arena);
-  setChains(makeMarker<tMatchIdentifier>(arena, name), defineResult({}, value, arena));
+  setChains(std::unique_ptr<tMatchMarker>(makeMarker<tMatchIdentifier>(arena, name)),
+            defineResult({}, value, arena));
 }
 
 tTranslate::tTranslate(tRuleContext* context, const tSpcString& name,

@@ -34,7 +34,8 @@ class tBaseXChg : public tRuleHome {
   /// The same for a chain of markers.
   virtual void rprint(tString* out, const tMatchMarker* head) const;
   /// Applies the rule at the token `start` of `t`, or to the whole statement when it is -1. False
-  /// when it does not match or fails; `t` is then unchanged.
+  /// when it does not match or fails; `t` is then unchanged. A fatal assertion is printed and is
+  /// such a failure.
   virtual bool replace(tRuleContext* context, int start, tTknString* t);
   virtual void save(tPCHStream* stream) const;
   /// Makes this new rule what save() wrote; `first` is the byte that tells its class, which has
@@ -46,7 +47,7 @@ class tBaseXChg : public tRuleHome {
   /// match afterwards.
   int matchCount(int start, tTknString* t);
   /// The second half of replace(), for a rule whose last matchCount() with these arguments was
-  /// above 0 and left the cursor where it is.
+  /// above 0 and left the cursor where it is. Fatal assertions leave it, `t` being unchanged.
   bool replaceMatched(tRuleContext* context, int start, tTknString* t);
 
   const tString& key() const { return key_; }
@@ -103,7 +104,7 @@ class tBaseXChg : public tRuleHome {
   /// For rules that build their chains themselves.
   tBaseXChg(tRuleContext* context, tWordRule wordRule, const tString& key)
       : tBaseXChg(context, wordRule, nullptr, nullptr, key) {}
-  void setChains(tMatchMarker* firstMatch, tMatchMarker* firstResult);
+  void setChains(std::unique_ptr<tMatchMarker> pattern, std::unique_ptr<tMatchMarker> result);
 
  private:
   void readDirective() const {

@@ -1,13 +1,25 @@
 #include "korelpre/rules/rulemaker.h"
 
+#include <type_traits>
+
 namespace precomp {
 
 namespace {
 
+// An argument may be made by calling it, when there is memory for the rule that takes it over.
+template <class tArgument>
+decltype(auto) valueOf(const tArgument& argument) {
+  if constexpr (std::is_invocable_v<tArgument>) {
+    return argument();
+  } else {
+    return (argument);
+  }
+}
+
 template <class tRule, class... tArguments>
 std::unique_ptr<tBaseXChg> construct(void* place, const tArguments&... arguments) {
-  tBaseXChg* const rule =
-      place != nullptr ? new (place) tRule(arguments...) : new tRule(arguments...);
+  tBaseXChg* const rule = place != nullptr ? new (place) tRule(valueOf(arguments)...)
+                                           : new tRule(valueOf(arguments)...);
   return std::unique_ptr<tBaseXChg>(rule);
 }
 
@@ -35,8 +47,8 @@ std::unique_ptr<tBaseXChg> makePatternRule(const tRuleDirective& directive, tRul
   const auto chainOf = [&](tChainBuilder* chain) {
     return chain == nullptr || storage.unread ? nullptr : chain->release();
   };
-  tMatchMarker* const pattern = chainOf(directive.pattern);
-  tMatchMarker* const result = chainOf(directive.result);
+  const auto pattern = [&] { return chainOf(directive.pattern); };
+  const auto result = [&] { return chainOf(directive.result); };
   const tWordRule wordRule{.abbreviate = abbreviates(directive.directive),
                            .caseSensitive = directive.directive == eDirective::kDefine};
   if (isCommand(directive.directive)) {

@@ -110,7 +110,7 @@ bool tBaseXChg::load(tPCHStream* stream, std::uint8_t first) {
   std::unique_ptr<tMatchMarker> result;
   if ((first & kHasResult) != 0) result = loadChain(stream, eMarkerSide::kResult, false);
   if (stream->failed()) return false;
-  setChains(pattern.release(), result.release());
+  setChains(std::move(pattern), std::move(result));
   return true;
 }
 

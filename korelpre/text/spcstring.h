@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <string_view>
 #include <utility>
 
+#include "lib_base/fatal.h"
 #include "lib_base/stringz.h"
 #include "ssvp40xpf/sspool.h"
 
@@ -45,7 +47,13 @@ class tSpcString : public tString {
   void setLine(std::uint32_t line) { line_ = line; }
 
   // Tokens come and go by the million.
-  static void* operator new(std::size_t size) { return ssPoolAllocate(size); }
+  static void* operator new(std::size_t size) {
+    try {
+      return ssPoolAllocate(size);
+    } catch (const std::bad_alloc&) {
+      fatalAllocation(size, "korelpre/text/spcstring", __LINE__);
+    }
+  }
   static void operator delete(void* block, std::size_t size) noexcept {
     ssPoolRelease(block, size);
   }
