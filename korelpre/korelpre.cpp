@@ -111,9 +111,7 @@ void KorelPre16::define(std::string_view name, std::optional<std::string_view> v
   key.setText(tString(name));
   tAutoArray<tSpcString> tokens;
   if (value) {
-    auto* token = new tSpcString;
-    token->setText(tString(*value));
-    tokens.add(token);
+    tokens.add(new tSpcString(tString(*value)));
   }
   defines()->Add(new tTranslate(this, key, tokens));
 }
@@ -133,13 +131,13 @@ void KorelPre16::doIt(tString& output, tString& errorText) {
                          translate("Error").c_str(), visibleControls(failure.message()).c_str()),
          errorText);
     qdprintf("%s", errorText.c_str());
+  } catch (const tAllocationError&) {
+    throw;  // no error of a source
   } catch (const tFatalError& failure) {
     diagnoseOther(0, "internal-error",
                   tString::format("%s in file %s at line %u", failure.text(), failure.unit(),
                                   failure.line()));
-    fail(tString::format("%s %s %s %s %u", failure.text(), translate("in file").c_str(),
-                         failure.unit(), translate("at line").c_str(), failure.line()),
-         errorText);
+    fail(::toldOf(failure), errorText);
     qdprintf("%s\n", errorText.c_str());
   }
 }

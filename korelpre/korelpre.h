@@ -24,7 +24,8 @@ class KorelPre16 : public KorelPreYaccClass {
   /// stands for nothing. Of several defines of one name the last counts.
   void define(std::string_view name, std::optional<std::string_view> value);
   /// Preprocesses the files in order. Appends the generated lines to `output`, separated by "\n";
-  /// `errorText` holds the message when something failed, which is printed too.
+  /// `errorText` holds the message when something failed, which is printed too. Lack of memory
+  /// leaves as tAllocationError or std::bad_alloc.
   void doIt(tString& output, tString& errorText);
 
   /// The name that messages show instead of that of the file that is read.

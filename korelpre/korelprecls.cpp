@@ -7,6 +7,7 @@
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
+#include "lib_base/translate.h"
 #include "ssvp40xpf/builtintables.h"
 
 namespace precomp {
@@ -60,6 +61,7 @@ void KorelPreYaccClass::clear() {
   shared_.rules.dynDefines.dropRules();  // the file owns them
   file_.clear();
   shared_.clear();
+  currentDirectory_ = tString();
   headerDone_ = false;
 }
 
@@ -79,10 +81,35 @@ bool KorelPreYaccClass::compileInclude(tProgramFile& file, const tString& name) 
   return processor.compile(name.c_str(), nullptr, scratch, 1);
 }
 
+tString KorelPreYaccClass::toldOf(const SSException& failure, const tString& name) {
+  return tString::format("%s(%d) %s %s\n", visibleControls(name).c_str(), errLine(),
+                         translate("Error").c_str(), visibleControls(failure.message()).c_str());
+}
+
+/// Carries out `action` on the main source `name`; what is thrown sets errString().
+template <class tAction>
+bool KorelPreYaccClass::keepingError(const char* name, const tAction& action) {
+  try {
+    errString().clear();
+    return action();
+  } catch (const SSException& failure) {
+    errString() = toldOf(failure, bareName(name));
+    throw;
+  } catch (const tFatalError& failure) {
+    errString() = ::toldOf(failure).append('\n');
+    throw;
+  }
+}
+
 bool KorelPreYaccClass::compile(const char* name, const char* directory, tString& passedOn,
                                 unsigned char includeMode) {
   file_.isIncluded = includeMode != 0;
-  if (includeMode == 0) markExtendedSource(name);
+  const auto compiled = [&] { return compileFile(name, directory, passedOn); };
+  return ownFile_ == nullptr ? compiled() : keepingError(name, compiled);
+}
+
+bool KorelPreYaccClass::compileFile(const char* name, const char* directory, tString& passedOn) {
+  if (!file_.isIncluded) markExtendedSource(name);
   const tString savedDirectory = currentDirectory_;
   tString scratch;
   const bool found = loadfile(name, directory, passedOn, scratch);
@@ -103,13 +130,15 @@ bool KorelPreYaccClass::compile(const char* name, const char* directory, tString
 
 bool KorelPreYaccClass::compileStr(const char* name, std::string_view text, tString& /*output*/) {
   file_.isIncluded = false;
-  file_.names.requested = file_.names.opened = file_.names.shown = tString(name);
-  file_.text = tString();
-  file_.text.append(text);
-  file_.takeText(false);
-  parseText();
-  finishText();
-  return true;
+  return keepingError(name, [&] {
+    file_.names.requested = file_.names.opened = file_.names.shown = tString(name);
+    file_.text = tString();
+    file_.text.append(text);
+    file_.takeText(false);
+    parseText();
+    finishText();
+    return true;
+  });
 }
 
 bool KorelPreYaccClass::loadfile(const char* name, const char* directory, tString& /*passedOn*/,

@@ -124,11 +124,15 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
 
  protected:
   tDiskMan& files() { return shared_.finder.files(); }
+  tString toldOf(const SSException& failure, const tString& name);
 
  private:
   /// The processor of a file that another one includes.
   explicit KorelPreYaccClass(tProgramFile& file);
 
+  template <class tAction>
+  bool keepingError(const char* name, const tAction& action);
+  bool compileFile(const char* name, const char* directory, tString& passedOn);
   void markExtendedSource(const char* name);
   void parseText();
   void finishText();

@@ -52,6 +52,7 @@ void tFileFinder::count(const tIncludeCount& more) {
 
 void tFileFinder::clear() {
   includePath_.Destroy();
+  mainDirectory_ = tString();
   included_ = {};
 }
 

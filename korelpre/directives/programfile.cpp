@@ -33,11 +33,14 @@ tProgramFile::~tProgramFile() {
 }
 
 void tProgramFile::clear() {
+  names = {};
+  text = tString();
   lines.clear();
   includes.Destroy();
   includedNames_.clear();
   conditionals = {};
   currentLine = 0;
+  isIncluded = false;
 }
 
 bool tProgramFile::read(const tString& name) {
@@ -56,39 +59,47 @@ bool tProgramFile::read(const tString& name) {
 }
 
 bool tProgramFile::readFrom(const tString& path) {
-  const auto tell = [&] {
-    if (!isMain() && shared_.fileObserver != nullptr) shared_.fileObserver->fileRead(path);
-  };
   text = tString();
-  if (shared_.root.hasExtLoadFile()) {
-    if (!shared_.root.extLoadFile(path, text)) return false;
-    names.resolved = path;
-    tell();
-    return true;
+  const bool byHost = shared_.root.hasExtLoadFile();
+  if (!(byHost ? readByHost(path) : readByPath(path))) return false;
+  if (inCycle_) return true;
+  if (shared_.recorder != nullptr && !byHost) {
+    shared_.recorder->fileRead(names.requested, path, names.resolved, text, depth_);
+    if (names.resolved.empty()) shared_.recorder->spoil();  // no cycle would be seen
   }
+  if (!isMain() && shared_.fileObserver != nullptr) shared_.fileObserver->fileRead(path);
+  return true;
+}
+
+bool tProgramFile::readByHost(const tString& path) {
+  if (!shared_.root.extLoadFile(path, text)) return false;
+  names.resolved = tString(plainPath(path.view()));
+  enter(static_cast<std::int64_t>(text.size()));
+  return true;
+}
+
+bool tProgramFile::readByPath(const tString& path) {
   tDiskMan& files = shared_.finder.files();
   int error = 0;
   const std::unique_ptr<tFile> file = files.open(path.c_str(), error);
   if (error != 0) raiseUnreadable(path, error);
   if (file == nullptr) return false;
   names.resolved = files.resolve(path.c_str());
-  if (!isMain()) {
-    inCycle_ = !names.resolved.empty() && includer_->anyUpwards([&](const tProgramFile& above) {
-      return above.names.resolved == names.resolved;
-    });
-    if (inCycle_) return true;
-    const char* const limit = shared_.finder.countInclude(depth_, file->size());
-    if (limit != nullptr) raiseLimit(limit);
-  }
-  if (!file->readAll(text)) {
-    if (file->error() != 0) raiseUnreadable(path, file->error());
-    raiseLimit("included text");
-  }
-  if (shared_.recorder != nullptr) {
-    shared_.recorder->fileRead(names.requested, path, names.resolved, text, depth_);
-  }
-  tell();
-  return true;
+  enter(file->size());
+  if (inCycle_ || file->readAll(text)) return true;
+  if (file->error() != 0) raiseUnreadable(path, file->error());
+  raiseLimit("included text");
+}
+
+/// Finds out whether the file, of that many bytes, is being compiled further up, and counts it.
+void tProgramFile::enter(std::int64_t bytes) {
+  if (isMain()) return;
+  inCycle_ = !names.resolved.empty() && includer_->anyUpwards([&](const tProgramFile& above) {
+    return above.names.resolved == names.resolved;
+  });
+  if (inCycle_) return;
+  const char* const limit = shared_.finder.countInclude(depth_, bytes);
+  if (limit != nullptr) raiseLimit(limit);
 }
 
 void tProgramFile::takeText(bool mayBePacked) {

@@ -136,6 +136,9 @@ class tProgramFile final : public tSourceFile {
  private:
   void throwError(eSourceError error, const tStatementPlace& place, const char* extra) override;
   bool readFrom(const tString& path);
+  bool readByHost(const tString& path);
+  bool readByPath(const tString& path);
+  void enter(std::int64_t bytes);
   void diagnose(int code, const char* slug, const tString& message, int line, int column);
   [[noreturn]] void raiseOfInclude(const char* slug, std::string_view what);
   void diagnoseInclude(int code, const char* slug, const tString& message);

@@ -79,7 +79,7 @@ inline void tSharedState::clear() {
   finder.clear();
   error = {};
   rewriting = {};
-  walking = false;
+  walking = extendedSource = headerMissing = false;
 }
 
 }  // namespace precomp

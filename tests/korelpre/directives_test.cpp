@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -71,12 +72,54 @@ class tHost : public precomp::KorelPreYaccClass {
   bool hasExtLoadFile() override { return true; }
   bool extLoadFile(const tString& name, tString& text) override {
     asked += std::string(name.view()) + ";";
+    if (name.view().starts_with("deep")) {
+      // Each under another name, so that only the limit ends it.
+      text = tString::format("#include \"deep%d.ch\"\n", ++deep);
+      return true;
+    }
+    if (name.view().ends_with("round.ch")) {
+      text = tString("#include \"./round.ch\"\n#include \"././round.ch\"\nB\n");
+      return true;
+    }
     if (name != "d/h.ch" && name != "std.ch") return false;
     text = tString("#define A 1\n");
     return true;
   }
   std::string asked;
+  int deep = 0;
 };
+
+TEST(HostLoader, IsUnderTheLimitsOfFiles) {
+  tDiskManMemory disk;
+  tHost host(disk);
+  tString output;
+  EXPECT_TRUE(host.compileStr("text", "#include \"round.ch\"\n", output));
+  int depth = 0;
+  host.processLines(output, depth);
+  EXPECT_EQ(std::count(output.view().begin(), output.view().end(), 'B'), 1);
+  EXPECT_THROW(host.compileStr("text", "#include \"deep.ch\"\n", output), SSException);
+  EXPECT_EQ(host.deep, 201);  // the last one in vain
+  EXPECT_EQ(host.errString(), "text(1) Error C9999  ERRO generico: include depth\n");
+}
+
+TEST(Session, KeepsItsErrorAndForgetsEverythingWhenItIsCleared) {
+  tDiskManMemory disk;
+  disk.put("std.ch", "");
+  disk.put("sub/a.zorb", "#else\n");
+  precomp::KorelPreYaccClass processor(&disk);
+  processor.IncludePath().add(new tString("sub"));
+  tString text;
+  EXPECT_THROW(processor.compile("sub/a.zorb", nullptr, text, 0), SSException);
+  EXPECT_EQ(processor.errString(), "a.zorb(1) Error C2070  #else does not match #ifdef\n");
+  EXPECT_THROW(processor.compileStr("b", "\n#else\n", text), SSException);
+  EXPECT_EQ(processor.errString(), "b(2) Error C2070  #else does not match #ifdef\n");
+  processor.clear();
+  EXPECT_EQ(processor.errString(), "");
+  EXPECT_EQ(processor.GetCurDir(), "");
+  // Only an extended source may do without its standard header.
+  disk.remove("std.ch");
+  EXPECT_THROW(processor.compileStr("c", "x := 1\n", text), SSException);
+}
 
 TEST(HostLoader, TakesThePlaceOfTheFileSystem) {
   tDiskManMemory disk;
