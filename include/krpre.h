@@ -30,10 +30,10 @@
  *
  * For all of it: texts are zero-terminated byte strings in no particular encoding, sizes and
  * lengths are in bytes, lines and columns count from 1, and a pointer must not be null unless its
- * description says so. What a function is given stays the caller's and is not referred to after
- * the call; nothing that it returns is to be freed, krpre_headers_new aside. Functions may be
- * called in several threads at once unless they say otherwise. No C++ exception leaves them, with
- * the one exception that executeKrpreDll names. */
+ * description, or that of its section, says so. What a function is given stays the caller's and is
+ * not referred to after the call; nothing that it returns is to be freed, krpre_headers_new aside.
+ * Functions may be called in several threads at once unless they say otherwise. No C++ exception
+ * leaves them, with the one exception that executeKrpreDll names. */
 #ifndef KRPRE_H
 #define KRPRE_H
 
@@ -186,7 +186,8 @@ struct krpre_host {
    * header is refused with KRPRE_BAD_SOURCE. Default: the one that doPreProc would write. */
   const char* outputName;
   /* Takes the output of each source without errors: `length` bytes, which may hold zeros, as its
-   * file would hold them. Then no file is written or removed. Default: outputs go to files. */
+   * file would hold them. Then no file is written or removed. If memory runs
+   * out behind it, the source has failed all the same. Default: outputs go to files. */
   void (*output)(void* context, const char* source, const char* text, size_t length);
 
   /* Hears of every error, trace and result of a source, in order, each after the message that says
@@ -235,10 +236,11 @@ KRPRE_API int krpre_run(int count, char** vector, const struct krpre_host* host)
  *   name           The name of the source. It decides the kind of the source, the directory where
  *                  includes are searched for, and what messages and "#line" show. There need not be
  *                  such a file.
- *   text, length   The source, which may hold any bytes. Less than 16 MiB.
+ *   text, length   The source, which may hold any bytes. Less than 16 MiB. May be null if the
+ *                  length is 0.
  *
- * Returns what krpre_run returns; KRPRE_BAD_SOURCE also if the name is null or empty or the text
- * too long. With host->output and host->message, nothing but headers is read and nothing is
+ * Returns what krpre_run returns; KRPRE_BAD_SOURCE also if the name is null or empty, or the text
+ * null or too long. With host->output and host->message, nothing but headers is read and nothing is
  * written. */
 KRPRE_API int krpre_text(int count, char** vector, const struct krpre_host* host, const char* name,
                          const char* text, size_t length);
@@ -338,12 +340,14 @@ struct krpre_diagnostic {
 
 /* --- 5. Questions ------------------------------------------------------------------------ */
 
+/* Of a null `source` or `text` the answer is 0 and an empty text, and a null `name` is none of a
+ * source. A null buffer receives nothing, whatever its size. */
+
 /* The file to which doPreProc would write the output of a source.
  *
  *   source      The name of the source; it need not exist.
  *   directory   The value of @O; null or empty: beside the source.
- *   name, size  Receives the name, cut to size - 1 bytes, and a zero behind it; may be null if size
- *               is 0, and then receives nothing.
+ *   name, size  Receives the name, cut to size - 1 bytes, and a zero behind it.
  *
  * Returns the full length of the name, without the zero; 0 if memory ran out. */
 KRPRE_API size_t krpre_output_name(const char* source, const char* directory, char* name,
@@ -379,7 +383,8 @@ KRPRE_API struct krpre_headers* krpre_headers_new(int precompiled);
 /* Frees the object, which no run may be using. Null is allowed. */
 KRPRE_API void krpre_headers_free(struct krpre_headers* headers);
 
-/* Return how often a header was read to be kept, and how often a kept one was used instead. */
+/* Return how often a header was read to be kept, and how often a kept one was used instead; 0 for
+ * null. */
 KRPRE_API int krpre_headers_read(const struct krpre_headers* headers);
 KRPRE_API int krpre_headers_reused(const struct krpre_headers* headers);
 
@@ -398,7 +403,7 @@ enum {
 /* Pack the file `in` into `out`, or restore it from its packed form byte for byte. The preprocessor
  * reads a packed source or header as its text. Nothing is printed.
  *
- *   in   The file to read.
+ *   in   The file to read; null is one that cannot be read.
  *   out  The file to write; null or the same file: `in` is replaced. It appears in one step, with
  *        the permissions of `in`; after a failure it is as it was. A link is followed, and a pipe
  * or a device, "/dev/stdout" among them, is written to.

@@ -24,21 +24,16 @@ tOutputScope::~tOutputScope() {
   currentSink = previous_;
 }
 
+std::size_t controlLength(std::string_view text) {
+  const auto byte = static_cast<unsigned char>(text[0]);
+  const auto next = static_cast<unsigned char>(text.size() > 1 ? text[1] : '\0');
+  if (byte == 0xC2 && next >= 0x80 && next < 0xA0) return 2;
+  return byte == 0x7F || (byte < ' ' && byte != '\t') ? 1 : 0;
+}
+
 tString visibleControls(std::string_view text) {
   tString shown;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
-    // In UTF-8, two bytes make a control character of the upper half.
-    const bool two = byte == 0xC2 && next >= 0x80 && next < 0xA0;
-    if (!two && byte != 0x7F && (byte >= ' ' || byte == '\t')) {
-      shown.append(text[i]);
-      continue;
-    }
-    shown.append(tString::format("\\x%02x", byte));
-    if (two) shown.append(tString::format("\\x%02x", next));
-    i += two ? 1 : 0;
-  }
+  appendVisibly(text, shown);
   return shown;
 }
 

@@ -12,19 +12,24 @@ std::size_t bareStart(std::string_view name) {
 
 }  // namespace
 
-void SplitPath(std::string_view name, tPathParts& parts) {
-  const std::size_t start = bareStart(name);
-  const std::string_view bare = name.substr(start);
+std::string_view extensionOf(std::string_view name) {
+  const std::string_view bare = name.substr(bareStart(name));
   const std::size_t firstLetter = bare.find_first_not_of('.');
   std::size_t dot = bare.rfind('.');
   // Leading dots belong to the name: ".profile", "..".
   if (dot == std::string_view::npos || firstLetter > dot) dot = bare.size();
+  return bare.substr(dot);
+}
+
+void SplitPath(std::string_view name, tPathParts& parts) {
+  const std::size_t start = bareStart(name);
+  const std::string_view extension = extensionOf(name);
 
   // Built separately: `name` may be one of the parts.
   tPathParts result;
   result.directory = tString(name.substr(0, start));
-  result.base = tString(bare.substr(0, dot));
-  result.extension = tString(bare.substr(dot));
+  result.base = tString(name.substr(start, name.size() - start - extension.size()));
+  result.extension = tString(extension);
   parts = std::move(result);
 }
 

@@ -17,6 +17,9 @@ struct tPathParts {
 /// is an ordinary character.
 void SplitPath(std::string_view name, tPathParts& parts);
 
+/// The extension alone, as SplitPath gives it; a part of `name`.
+std::string_view extensionOf(std::string_view name);
+
 /// Base and extension.
 tString bareName(std::string_view name);
 

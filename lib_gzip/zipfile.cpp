@@ -41,7 +41,8 @@ eFileResult writeFile(tDiskMan& disk, const char* in, const char* out, std::stri
 /// Handles a file that needs no conversion.
 eFileResult keepFile(tDiskMan& disk, const char* in, const char* out, std::string_view bytes,
                      int& error) {
-  if (disk.resolve(in) == disk.resolve(out)) return eFileResult::kUnchanged;
+  const tString source = disk.resolve(in);
+  if (!source.empty() && source == disk.resolve(out)) return eFileResult::kUnchanged;
   const eFileResult result = writeFile(disk, in, out, bytes, error);
   return result == eFileResult::kDone ? eFileResult::kUnchanged : result;
 }

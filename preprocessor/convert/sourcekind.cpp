@@ -46,9 +46,7 @@ const tSourceKind& sourceKind(std::string_view extension) {
 }
 
 const tSourceKind& sourceKindOf(std::string_view name) {
-  tPathParts parts;
-  SplitPath(name, parts);
-  return sourceKind(parts.extension);
+  return sourceKind(extensionOf(name));
 }
 
 bool isSourceExtension(std::string_view extension) {

@@ -18,6 +18,7 @@
 #include "preprocessor/run/filenames.h"
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/preprocessor.h"
+#include "preprocessor/run/report.h"
 
 namespace {
 
@@ -33,17 +34,26 @@ bool readHost(const krpre_host* host, krpre_host& known) {
   return true;
 }
 
-int runFor(const krpre_host& host, tDiskMan& disk, int count, char** vector) {
-  tHostBridge bridge(host);
-  std::optional<tLanguageScope> language;
-  if (host.language != nullptr) language.emplace(languageNamed(host.language));
+/// Runs `action` with messages as the host wants them. What is thrown becomes one of them.
+template <class tAction>
+int runFor(const krpre_host* host, const tAction& action) {
+  krpre_host known;
+  if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;
+  tHostBridge bridge(known);
   std::optional<tOutputScope> messages;
   if (bridge.wantsMessages()) messages.emplace(bridge);
-  if (const tString fault = bridge.fault(); !fault.empty()) {
-    bridge.refuse(fault);
+  try {
+    std::optional<tLanguageScope> language;
+    if (known.language != nullptr) language.emplace(languageNamed(known.language));
+    if (const tString fault = bridge.fault(); !fault.empty()) {
+      bridge.refuse(fault);
+      return KRPRE_OUTPUT_FAILED;
+    }
+    return action(bridge);
+  } catch (...) {
+    tRunReport(bridge, {}).tellException();
     return KRPRE_OUTPUT_FAILED;
   }
-  return runPreprocessor(disk, count, vector, bridge);
 }
 
 int codeOf(eFileResult result) {
@@ -78,10 +88,11 @@ int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*, int&),
   return code;
 }
 
-int runText(const krpre_host& host, int count, char** vector, const char* name,
+int runText(tHostBridge& bridge, int count, char** vector, const char* name,
             std::string_view text) {
   tString::setMaxSize(kLongestText);
-  if (name == nullptr || text.size() >= kLongestText) return KRPRE_BAD_SOURCE;
+  if (name == nullptr || (text.data() == nullptr && !text.empty())) return KRPRE_BAD_SOURCE;
+  if (text.size() >= kLongestText) return KRPRE_BAD_SOURCE;
   // As the run reads a name, so that both mean the same file.
   tString source(name);
   source.trim();
@@ -95,24 +106,20 @@ int runText(const krpre_host& host, int count, char** vector, const char* name,
   std::vector<char*> slots(vector, vector + (vector == nullptr ? 0 : std::max(count, 0)));
   if (slots.empty()) slots.push_back(nullptr);
   slots.push_back(argument.data());
-  return runFor(host, disk, static_cast<int>(slots.size()), slots.data());
+  return runPreprocessor(disk, static_cast<int>(slots.size()), slots.data(), bridge);
 }
 
 /// Copies as much of a text as fits, with a zero behind it. Returns its full length.
 std::size_t copyCut(std::string_view text, char* target, std::size_t size) {
-  if (size > 0) *std::copy_n(text.data(), std::min(text.size(), size - 1), target) = '\0';
+  if (size > 0 && target != nullptr)
+    *std::copy_n(text.data(), std::min(text.size(), size - 1), target) = '\0';
   return text.size();
 }
 
 }  // namespace
 
 extern "C" int doPreProc(int count, char** vector) {
-  // The run reports its failures itself; this keeps what fails in reporting away from the host.
-  try {
-    return __get_xx__(count, vector);
-  } catch (...) {
-    return KRPRE_OUTPUT_FAILED;
-  }
+  return __get_xx__(count, vector);
 }
 
 extern "C" krpre_headers* krpre_headers_new(int precompiled) {
@@ -128,22 +135,18 @@ extern "C" void krpre_headers_free(krpre_headers* headers) {
 }
 
 extern "C" int krpre_headers_read(const krpre_headers* headers) {
-  return headers->cache.compiled();
+  return headers == nullptr ? 0 : headers->cache.compiled();
 }
 
 extern "C" int krpre_headers_reused(const krpre_headers* headers) {
-  return headers->cache.reused();
+  return headers == nullptr ? 0 : headers->cache.reused();
 }
 
 extern "C" int krpre_run(int count, char** vector, const krpre_host* host) {
-  krpre_host known;
-  if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;
-  try {
+  return runFor(host, [&](tHostBridge& bridge) {
     tDiskManLocal disk;
-    return runFor(known, disk, count, vector);
-  } catch (...) {
-    return KRPRE_OUTPUT_FAILED;
-  }
+    return runPreprocessor(disk, count, vector, bridge);
+  });
 }
 
 extern "C" int krpre_pack(const char* in, const char* out) {
@@ -156,17 +159,14 @@ extern "C" int krpre_unpack(const char* in, const char* out) {
 
 extern "C" int krpre_text(int count, char** vector, const krpre_host* host, const char* name,
                           const char* text, std::size_t length) {
-  krpre_host known;
-  if (!readHost(host, known)) return KRPRE_OUTPUT_FAILED;
-  try {
-    return runText(known, count, vector, name, {text, length});
-  } catch (...) {
-    return KRPRE_OUTPUT_FAILED;
-  }
+  return runFor(host, [&](tHostBridge& bridge) {
+    return runText(bridge, count, vector, name, {text, length});
+  });
 }
 
 extern "C" std::size_t krpre_output_name(const char* source, const char* directory, char* name,
                                          std::size_t size) {
+  if (source == nullptr) return copyCut({}, name, size);
   try {
     tRunOptions options;
     if (directory != nullptr) options.outputDirectory = tString(directory);
@@ -178,17 +178,12 @@ extern "C" std::size_t krpre_output_name(const char* source, const char* directo
 }
 
 extern "C" int krpre_is_source(const char* name) {
-  try {
-    tPathParts parts;
-    SplitPath(name, parts);
-    return isSourceExtension(parts.extension) ? 1 : 0;
-  } catch (...) {
-    return 0;
-  }
+  return name != nullptr && isSourceExtension(extensionOf(name)) ? 1 : 0;
 }
 
 extern "C" std::size_t krpre_translate(const char* language, const char* text, char* translation,
                                        std::size_t size) {
+  if (text == nullptr) return copyCut({}, translation, size);
   try {
     return copyCut(languageNamed(language).translation(text), translation, size);
   } catch (...) {

@@ -7,6 +7,7 @@
 
 #include "include/krpre.h"
 #include "preprocessor/run/options.h"
+#include "preprocessor/run/report.h"
 
 namespace {
 
@@ -44,6 +45,8 @@ int executeKrpreDll(int count, const char* commandLine) {
   try {
     return runPieces(count, commandLine);
   } catch (...) {
+    tRunHost nobody;
+    tRunReport(nobody, {}).tellException();
     return KRPRE_OUTPUT_FAILED;
   }
 }

@@ -72,8 +72,14 @@ void tHostBridge::addOptions(tRunOptions& options) const {
 }
 
 void tHostBridge::write(std::string_view text) {
-  const tString ended(text);
-  host_.message(host_.context, ended.c_str(), ended.size());
+  // No memory is allocated for the zero behind a piece.
+  char piece[1024];
+  while (!text.empty()) {
+    const std::size_t size = text.copy(piece, sizeof piece - 1);
+    piece[size] = '\0';
+    host_.message(host_.context, piece, size);
+    text.remove_prefix(size);
+  }
 }
 
 void tHostBridge::takeOutput(const tString& source, const tString& text) {
@@ -117,6 +123,17 @@ void tHostBridge::diagnosed(const precomp::tDiagnosis& diagnosis) {
   if (host_.diagnostic == nullptr) return;
   const tDiagnosticReport report(diagnosis, names_);
   host_.diagnostic(host_.context, &report.diagnostic());
+}
+
+void tHostBridge::diagnosedInBrief(int code) noexcept {
+  if (host_.diagnostic == nullptr) return;
+  krpre_diagnostic brief{};
+  brief.severity = code == 0 ? KRPRE_SEVERITY_ERROR : KRPRE_SEVERITY_RESULT;
+  brief.code = code;
+  brief.slug = code == 0 ? "internal-error" : "failed";
+  brief.message = "Memory Allocation Failure";
+  brief.file = brief.source = "";
+  host_.diagnostic(host_.context, &brief);
 }
 
 void tHostBridge::listRules(const precomp::tXChgArray& rules) {

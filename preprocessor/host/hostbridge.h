@@ -52,6 +52,7 @@ class tHostBridge : public tRunHost,
   void outputDone(const tString& source, const tString& name, bool written) override;
   bool wantsDiagnoses() const override { return host_.diagnostic != nullptr; }
   void diagnosed(const precomp::tDiagnosis& diagnosis) override;
+  void diagnosedInBrief(int code) noexcept override;
 
  private:
   void statementBegins(const precomp::tTknString& statement, const tString& file) override;

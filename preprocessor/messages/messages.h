@@ -17,7 +17,8 @@ enum class eMessage : std::uint8_t {
 /// The values for "%1", "%2" and so on in the texts of a message.
 using tMessageArguments = std::initializer_list<std::string_view>;
 
-/// Prints a message in the language of the run.
+/// Prints a message in the language of the run. It needs no memory, a translation aside: without
+/// any the message is in English.
 void printMessage(eMessage message, tMessageArguments arguments = {});
 
 /// Severity, slug and text of a message for a host, in English. The caller adds file and place.

@@ -16,6 +16,10 @@ tString outputDirectory(const tRunOptions& options, const tPathParts& source) {
   return directory;
 }
 
+std::string_view bareOf(std::string_view name) {
+  return name.substr(name.rfind('/') + 1);
+}
+
 tString temporaryName(const tString& directory, const tRunOptions& options, const char* extension) {
   return tString::format("%skrpre%s%s", directory.c_str(), options.tag.c_str(), extension);
 }
@@ -41,15 +45,14 @@ tFileNames composeNames(const tRunOptions& options, const tString& source,
   names.errors = tString(named).append(kind.error);
   names.outputIsNamed = !chosenOutput.empty();
   if (names.outputIsNamed) names.output = chosenOutput;
+  // What is removed after a failure must be found without memory for a name: a copy that fills its
+  // storage ends with a zero.
+  for (tString* name : {&names.output, &names.temporaryErrors}) *name = tString(name->view());
   return names;
 }
 
 bool leadsToSource(tDiskMan& disk, const tString& name, bool followed) {
-  const auto isSource = [](const tString& file) {
-    tPathParts parts;
-    SplitPath(file, parts);
-    return isSourceExtension(parts.extension);
-  };
+  const auto isSource = [](const tString& file) { return isSourceExtension(extensionOf(file)); };
   return isSource(name) || (followed && isSource(disk.follow(name.c_str())));
 }
 
@@ -57,7 +60,7 @@ bool outputIsSource(tDiskMan& disk, const tFileNames& names, const tString& read
                     bool followed) {
   if (names.outputIsNamed && leadsToSource(disk, names.output, followed)) return true;
   if (!followed && disk.follow(names.output.c_str()) != names.output) return false;
-  if (!names.outputIsNamed && !equalNoCase(bareName(names.source), bareName(names.output))) {
+  if (!names.outputIsNamed && !equalNoCase(bareOf(names.source), bareOf(names.output))) {
     return false;
   }
   const tString source = disk.resolve(readName.c_str());

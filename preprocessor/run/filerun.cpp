@@ -30,18 +30,18 @@ tReplacement::eName whose(bool chosen) {
 /// The run of one file. Each step tells what went wrong in it and returns a result.
 class tFileRun {
  public:
-  tFileRun(tDiskMan& disk, const tRunOptions& options, const tString& sourceName, tRunHost& host,
-           precomp::tHeaderCache* headers)
+  tFileRun(tDiskMan& disk, const tRunOptions& options, const tFileNames& names, tRunHost& host,
+           precomp::tHeaderCache* headers) noexcept
       : disk_(disk),
         options_(options),
         host_(host),
         headers_(headers),
-        names_(composeNames(options, sourceName, host.outputName())),
-        readName_(sourceName),
-        isForeign_(sourceKindOf(sourceName).converter == eConverter::kForeign),
+        names_(names),
+        readName_(names.source),
+        isForeign_(sourceKindOf(names.source).converter == eConverter::kForeign),
         report_(host, names_.source) {}
 
-  int run();
+  int run() noexcept;
 
  private:
   int process();
@@ -53,8 +53,9 @@ class tFileRun {
   int write(const tString& text);
   bool prepare(tReplacement& file, const tString& name);
   bool publish(tReplacement& file, const tString& name);
-  void handOver(const tString& text);
-  void finish(int result);
+  int handOver(const tString& text);
+  void finish(int result) noexcept;
+  void removeOutput();
   bool writesFile() const { return host_.wantsOutput() && !host_.takesOutput(); }
 
   /// Tells of a failure and returns its result.
@@ -73,7 +74,7 @@ class tFileRun {
   const tRunOptions& options_;
   tRunHost& host_;
   precomp::tHeaderCache* headers_;
-  const tFileNames names_;
+  const tFileNames& names_;
   tString readName_;  // the source, or the file that a foreign one was converted to
   const bool isForeign_;
   tRunReport report_;
@@ -82,14 +83,18 @@ class tFileRun {
   bool outputIsOurs_ = false;               // and may be removed after a failure
 };
 
-int tFileRun::run() {
+int tFileRun::run() noexcept {
   int result = kInternalFailure;
   try {
     result = process();
+    finish(result);
+    if (result == kDone) report_.tellDone();
   } catch (...) {
     report_.tellException();
+    result = kInternalFailure;
+    finish(result);
   }
-  finish(result);
+  if (result != kDone) report_.tellFailed(result);
   return result;
 }
 
@@ -118,9 +123,7 @@ int tFileRun::process() {
   }
   if (!host_.wantsOutput()) return kDone;
   finishLineMarkers(text, names_.copy, names_.source);
-  if (writesFile()) return write(text);
-  handOver(text);
-  return kDone;
+  return writesFile() ? write(text) : handOver(text);
 }
 
 int tFileRun::convertForeign() {
@@ -276,36 +279,43 @@ bool tFileRun::publish(tReplacement& file, const tString& name) {
   return false;
 }
 
-void tFileRun::handOver(const tString& text) {
+int tFileRun::handOver(const tString& text) {
   tDiskManOverlay memory(disk_);
   memory.keepInMemory(names_.output);
   tString whole;
-  {
-    const std::unique_ptr<tFile> file = memory.create(names_.output.c_str());
-    file->expect(static_cast<std::int64_t>(text.size() + text.size() / 8));
-    tLineWriter lines(*file);
-    lines.write(text);
-    lines.finish();
+  const std::unique_ptr<tFile> file = memory.create(names_.output.c_str());
+  file->expect(static_cast<std::int64_t>(text.size() + text.size() / 8));
+  tLineWriter lines(*file);
+  const bool done = lines.write(text) && lines.finish() && file->close();
+  if (!done || !memory.open(names_.output.c_str())->readAll(whole)) {
+    return fail(kInternalFailure, eMessage::kOutputNotWritten, {names_.output, "too large"});
   }
-  memory.open(names_.output.c_str())->readAll(whole);
   host_.takeOutput(names_.source, whole);
+  return kDone;
 }
 
-/// Tells the result and leaves nothing of a failed run behind.
-void tFileRun::finish(int result) {
-  if (result != kDone && outputIsOurs_) {
+/// Leaves nothing of a failed run behind.
+void tFileRun::finish(int result) noexcept {
+  try {
+    if (result != kDone && outputIsOurs_) removeOutput();
+    if (disk_.exists(names_.temporaryErrors.c_str())) {
+      disk_.rename(names_.temporaryErrors.c_str(), names_.errors.c_str());
+    }
+  } catch (...) {  // no memory for a name
+  }
+}
+
+void tFileRun::removeOutput() {
+  try {
     tReplacement(disk_, names_.output, whose(host_.outputIsChosen()), {}, {}).removeOld();
+  } catch (...) {  // no memory to see where a link leads
+    if (disk_.exists(names_.output.c_str())) disk_.remove(names_.output.c_str());
   }
-  if (disk_.exists(names_.temporaryErrors.c_str())) {
-    disk_.rename(names_.temporaryErrors.c_str(), names_.errors.c_str());
-  }
-  const eMessage message = result == kDone ? eMessage::kPreprocessed : eMessage::kFailed;
-  report_.tell(message, {names_.source, tString::format("%d", result)}, result);
 }
 
 }  // namespace
 
-int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& sourceName,
-                   tRunHost& host, precomp::tHeaderCache* headers) {
-  return tFileRun(disk, options, sourceName, host, headers).run();
+int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tFileNames& names,
+                   tRunHost& host, precomp::tHeaderCache* headers) noexcept {
+  return tFileRun(disk, options, names, host, headers).run();
 }

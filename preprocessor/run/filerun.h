@@ -2,6 +2,7 @@
 
 #include "lib_base/diskman.h"
 #include "lib_base/stringz.h"
+#include "preprocessor/run/filenames.h"
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/runhost.h"
 
@@ -15,5 +16,5 @@
 /// not even an older one.
 ///
 /// Files that share `headers`, which may be null, read each header once.
-int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tString& sourceName,
-                   tRunHost& host, precomp::tHeaderCache* headers);
+int preprocessFile(tDiskMan& disk, const tRunOptions& options, const tFileNames& names,
+                   tRunHost& host, precomp::tHeaderCache* headers) noexcept;

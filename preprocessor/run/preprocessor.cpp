@@ -1,5 +1,7 @@
 #include "preprocessor/run/preprocessor.h"
 
+#include <vector>
+
 #include "lib_base/list.h"
 #include "lib_base/misc.h"
 #include "lib_base/stringz.h"
@@ -15,10 +17,16 @@ int preprocessFiles(tDiskMan& disk, const tRunOptions& options, tRunHost& host) 
   precomp::tHeaderCache* headers = host.headers();
   // What a single file reads once need not be kept, unless for the next run.
   if (headers == nullptr && (options.precompiled || options.files.count() > 1)) headers = &own;
-  int result = 0;
+  // All of them first: what a failure leaves behind must be found when there is no memory for
+  // names.
+  std::vector<tFileNames> files;
   for (int i = 0; i < options.files.count(); ++i) {
     if (options.files[i].empty()) continue;
-    const int fileResult = preprocessFile(disk, options, options.files[i], host, headers);
+    files.push_back(composeNames(options, options.files[i], host.outputName()));
+  }
+  int result = 0;
+  for (const tFileNames& names : files) {
+    const int fileResult = preprocessFile(disk, options, names, host, headers);
     if (fileResult != 0) result = fileResult;
   }
   return result;

@@ -1,7 +1,9 @@
 #include "preprocessor/run/report.h"
 
+#include <charconv>
 #include <exception>
 #include <memory>
+#include <new>
 
 #include "lib_base/fatal.h"
 #include "lib_gzip/zipsource.h"
@@ -23,6 +25,20 @@ tString textOf(const tShownLine& shown) {
   for (int line = shown.line; line > 1; --line) takeLine(rest);
   return tString(takeLine(rest).substr(0, kShown));
 }
+
+/// A number in digits. It needs no memory.
+class tDigits {
+ public:
+  template <class tNumber>
+  explicit tDigits(tNumber number) : end_(std::to_chars(digits_, std::end(digits_), number).ptr) {}
+  operator std::string_view() const {  // NOLINT(google-explicit-constructor): no loss
+    return {digits_, end_};
+  }
+
+ private:
+  char digits_[16];
+  const char* end_;
+};
 
 }  // namespace
 
@@ -46,15 +62,32 @@ void tRunReport::tell(eMessage message, tMessageArguments arguments, const tShow
   host_.diagnosed(diagnosis);
 }
 
-void tRunReport::tellException() {
+void tRunReport::tellFailure(eMessage message, tMessageArguments arguments, int code) noexcept {
+  try {
+    tell(message, arguments, code);
+  } catch (...) {  // printed it has been
+    host_.diagnosedInBrief(code);
+  }
+}
+
+void tRunReport::tellDone() {
+  tell(eMessage::kPreprocessed, {source_});
+}
+
+void tRunReport::tellFailed(int result) noexcept {
+  tellFailure(eMessage::kFailed, {source_, tDigits(result)}, result);
+}
+
+void tRunReport::tellException() noexcept {
   try {
     throw;
   } catch (const tFatalError& error) {
-    const tString line = tString::format("%u", error.line());
-    tell(eMessage::kFatalError, {error.text(), error.unit(), line});
+    tellFailure(eMessage::kFatalError, {error.text(), error.unit(), tDigits(error.line())});
+  } catch (const std::bad_alloc&) {
+    tellFailure(eMessage::kOutOfMemory);
   } catch (const std::exception& error) {
-    tell(eMessage::kException, {error.what()});
+    tellFailure(eMessage::kException, {error.what()});
   } catch (...) {
-    tell(eMessage::kUnknownFailure);
+    tellFailure(eMessage::kUnknownFailure);
   }
 }

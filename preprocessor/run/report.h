@@ -20,10 +20,16 @@ class tRunReport {
 
   void tell(eMessage message, tMessageArguments arguments = {}, int code = 0);
   void tell(eMessage message, tMessageArguments arguments, const tShownLine& shown);
-  /// Reports the exception that is being handled. To be called in a catch clause.
-  void tellException();
+  /// Reports the exception that is being handled. To be called in a catch clause. It works without
+  /// memory.
+  void tellException() noexcept;
+  /// The last message about the source.
+  void tellDone();
+  void tellFailed(int result) noexcept;
 
  private:
+  void tellFailure(eMessage message, tMessageArguments arguments = {}, int code = 0) noexcept;
+
   tRunHost& host_;
   const tString& source_;
 };

@@ -14,3 +14,4 @@ void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}
 void tRunHost::sourceRead(const tString& /*source*/) {}
 void tRunHost::outputDone(const tString& /*source*/, const tString& /*name*/, bool /*written*/) {}
 void tRunHost::diagnosed(const precomp::tDiagnosis& /*diagnosis*/) {}
+void tRunHost::diagnosedInBrief(int /*code*/) noexcept {}

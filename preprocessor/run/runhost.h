@@ -49,4 +49,7 @@ class tRunHost {
   virtual bool wantsDiagnoses() const { return false; }
   /// A message has been printed; this is what is known of it.
   virtual void diagnosed(const precomp::tDiagnosis& diagnosis);
+  /// In place of diagnosed() when there is no memory for more than this: an error, or, unless
+  /// `code` is 0, the result of a source.
+  virtual void diagnosedInBrief(int code) noexcept;
 };
