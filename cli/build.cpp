@@ -14,10 +14,10 @@
 #include <cstddef>
 #include <cstring>
 #include <deque>
+#include <exception>
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -45,7 +45,7 @@ class tBuild {
  private:
   void runOneByOne();
   void runAtOnce(std::size_t jobs);
-  std::size_t startThreads(std::size_t jobs, std::vector<std::thread>& threads);
+  std::size_t startThreads(std::size_t jobs, std::vector<std::jthread>& threads);
   void work();
   void printInOrder();
   void print(const tSourceResult& result);
@@ -83,18 +83,17 @@ void tBuild::runOneByOne() {
 
 void tBuild::runAtOnce(std::size_t jobs) {
   results_.resize(runs_.size());
-  std::vector<std::thread> threads;
+  std::vector<std::jthread> threads;
   if (startThreads(jobs, threads) == 0) return runOneByOne();
   printInOrder();
-  for (std::thread& thread : threads) thread.join();
 }
 
 // Starts as many as the system allows and returns their number.
-std::size_t tBuild::startThreads(std::size_t jobs, std::vector<std::thread>& threads) {
+std::size_t tBuild::startThreads(std::size_t jobs, std::vector<std::jthread>& threads) {
   threads.reserve(jobs);
   try {
     while (threads.size() < jobs) threads.emplace_back([this] { work(); });
-  } catch (const std::system_error&) {
+  } catch (const std::exception&) {
     // The threads that did start do all the work.
   }
   return threads.size();
@@ -159,7 +158,7 @@ int buildStandardFiles(tSourceRun& run, bool input, tPrinter& printer) {
   }
   const tSourceResult result = run.run(input ? &text : nullptr);
   printer.print(result);
-  if (!result.done) return kSomeFailed;
+  if (!printer.finish() || !result.done) return kSomeFailed;
   const int error = writeAll(STDOUT_FILENO, result.text);
   if (error != 0) complainAbout(std::string("standard output: ") + std::strerror(error));
   return error == 0 ? kAllDone : kSomeFailed;

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <new>
 
 #include "include/krpre.h"
 
@@ -32,6 +33,7 @@ std::string withExtension(const std::string& name, const char* extension) {
 
 std::string outputName(const std::string& source, const std::string& directory) {
   std::string name(krpre_output_name(source.c_str(), directory.c_str(), nullptr, 0), '\0');
+  if (name.empty()) throw std::bad_alloc();
   krpre_output_name(source.c_str(), directory.c_str(), name.data(), name.size() + 1);
   return name;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <new>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,27 @@
 
 /// The name by which the library knows the file that is called `name` on the command line.
 std::string nameInRun(const std::string& name);
+
+/// Runs what callbacks do. Nothing may be thrown out of them: the library, which calls them, is C
+/// to this program and has a C++ runtime of its own.
+class tCallbackGuard {
+ public:
+  template <class tAction>
+  void run(const tAction& action) noexcept {
+    try {
+      if (!failed_) action();
+    } catch (...) {
+      failed_ = true;
+    }
+  }
+  /// Throws std::bad_alloc if anything was thrown: nothing else is, there.
+  void check() const {
+    if (failed_) throw std::bad_alloc();
+  }
+
+ private:
+  bool failed_ = false;
+};
 
 /// The arguments of one call of the library, and the include directories and defines of its host.
 class tLibraryCall {

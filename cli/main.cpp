@@ -4,6 +4,8 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <exception>
+#include <new>
 
 #include "cli/argumentreader.h"
 #include "cli/build.h"
@@ -75,7 +77,13 @@ int carryOut(const tCommand& command, const tCommandLine& line) {
   }
 }
 
-int run(int count, char** arguments) {
+// Where nothing can be thrown any more, as in the destructors of a JSON value.
+[[noreturn]] void endWithoutMemory() {
+  complainOfMemory();
+  _exit(kSomeFailed);
+}
+
+int run(int count, char** arguments) try {
   if (count > 1 && std::strcmp(arguments[1], "--classic") == 0) {
     return runClassic(count - 1, arguments + 1);
   }
@@ -99,6 +107,9 @@ int run(int count, char** arguments) {
   }
   if (!line.complaint.empty()) return refuseUsage(line.complaint, command.spelling());
   return carryOut(command, line);
+} catch (const std::bad_alloc&) {
+  complainOfMemory();
+  return kSomeFailed;
 }
 
 }  // namespace
@@ -109,6 +120,7 @@ int refuseUsage(const std::string& reason, const std::string& command) {
 }
 
 int main(int count, char** arguments) {
+  std::set_terminate(endWithoutMemory);
   // If the reader of the messages goes away, the remaining files are still preprocessed.
   std::signal(SIGPIPE, SIG_IGN);
   // A file over the size limit is an ordinary write error, like a full disk.

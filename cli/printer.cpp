@@ -30,6 +30,7 @@ void tPrinter::print(const tSourceResult& result) {
   write(held_ + result.messages);
   held_.clear();
   if (!result.complaint.empty()) complainAbout(result.complaint);
+  if (result.outOfMemory) complainOfMemory();
 }
 
 void tPrinter::write(const std::string& text) {
@@ -61,6 +62,10 @@ int finishPrinting(int status) {
   const bool flushed = std::fflush(stdout) == 0;
   if (flushed && std::ferror(stdout) == 0) return status;
   return reportOutput(errno != 0 ? errno : EIO) ? status : kSomeFailed;
+}
+
+void complainOfMemory() {
+  std::fputs("krpre: out of memory\n", stderr);
 }
 
 void complainAbout(const std::string& text) {

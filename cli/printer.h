@@ -32,5 +32,7 @@ int printText(const std::string& text);
 /// `status`, or if what was printed to standard output could not be written, kSomeFailed with a
 /// complaint. A reader that has gone away is no failure.
 int finishPrinting(int status);
+/// Says on standard error that memory has run out, without any.
+void complainOfMemory();
 /// Prints a complaint of the program to standard error.
 void complainAbout(const std::string& text);

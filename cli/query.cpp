@@ -20,6 +20,7 @@ struct tAnswer {
   tRuleStory* story = nullptr;
   std::vector<tRuleInfo>* rules = nullptr;
   std::string messages;
+  tCallbackGuard guard;
 };
 
 tAnswer& answer(void* context) {
@@ -27,15 +28,15 @@ tAnswer& answer(void* context) {
 }
 
 void takeMessage(void* context, const char* text, std::size_t length) {
-  answer(context).messages.append(text, length);
+  answer(context).guard.run([&] { answer(context).messages.append(text, length); });
 }
 
 void takeStep(void* context, const krpre_step* step) {
-  answer(context).story->meet(*step);
+  answer(context).guard.run([&] { answer(context).story->meet(*step); });
 }
 
 void takeRule(void* context, const krpre_rule* rule) {
-  answer(context).rules->push_back(infoOf(*rule));
+  answer(context).guard.run([&] { answer(context).rules->push_back(infoOf(*rule)); });
 }
 
 // Runs the library over the one file of `line`. Returns the result of the run.
@@ -50,7 +51,9 @@ int ask(const tCommandLine& line, tAnswer& answers) {
   if (answers.story != nullptr) host.step = takeStep;
   if (answers.rules != nullptr) host.rule = takeRule;
   call.prepare(host);
-  return krpre_run(call.count(), call.vector(), &host);
+  const int result = krpre_run(call.count(), call.vector(), &host);
+  answers.guard.check();
+  return result;
 }
 
 tPaint paintFor(const tCommandLine& line) {

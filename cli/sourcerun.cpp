@@ -1,9 +1,9 @@
 #include "cli/sourcerun.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstddef>
-#include <exception>
 
 #include "cli/diagnostics.h"
 #include "cli/messagelanguage.h"
@@ -14,7 +14,10 @@ namespace {
 
 /// What the library reports of one run.
 struct tTold {
-  tSourceResult result;
+  explicit tTold(tSourceResult& ofSource) : result(ofSource) {}
+
+  tSourceResult& result;
+  tCallbackGuard guard;
   const tMessageStyle* style = nullptr;
 };
 
@@ -23,18 +26,17 @@ tTold& told(void* context) {
 }
 
 void takeMessage(void* context, const char* text, std::size_t length) {
-  told(context).result.messages.append(text, length);
+  told(context).guard.run([&] { told(context).result.messages.append(text, length); });
 }
 
 std::string translated(const std::string& language, const char* text) {
   std::string words(krpre_translate(language.c_str(), text, nullptr, 0), '\0');
   krpre_translate(language.c_str(), text, words.data(), words.size() + 1);
-  return words;
+  return words.empty() ? text : words;
 }
 
-void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
-  const tMessageStyle& style = *told(context).style;
-  std::string& messages = told(context).result.messages;
+void addDiagnostic(const tMessageStyle& style, const krpre_diagnostic* diagnostic,
+                   std::string& messages) {
   switch (style.form) {
     case eDiagnosticForm::kJson:
       messages += jsonLine(*diagnostic);
@@ -49,6 +51,11 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
   }
 }
 
+void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
+  tTold& heard = told(context);
+  heard.guard.run([&] { addDiagnostic(*heard.style, diagnostic, heard.result.messages); });
+}
+
 // Forms for machines replace the lines of the library.
 void dropMessage(void* /*context*/, const char* /*text*/, std::size_t /*length*/) {}
 
@@ -57,7 +64,7 @@ bool isForMachines(eDiagnosticForm form) {
 }
 
 void takeOutput(void* context, const char* /*source*/, const char* text, std::size_t length) {
-  told(context).result.text.assign(text, length);
+  told(context).guard.run([&] { told(context).result.text.assign(text, length); });
 }
 
 krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessageStyle& style,
@@ -107,21 +114,33 @@ tSourceRun::tSourceRun(const tCommandLine& line, const tBuildJob& job,
       headers_(headers),
       call_(line, job.source, shippedHeaders, job.tag) {}
 
-tSourceResult tSourceRun::run(const std::string* text) {
-  tTold heard;
+tSourceResult tSourceRun::run(const std::string* text) noexcept {
+  tSourceResult result;
+  try {
+    runInto(result, text);
+  } catch (...) {
+    // A build must not accept an output of which it has not been told all.
+    struct stat output {};
+    if (result.done && lstat(job_.output.c_str(), &output) == 0 && S_ISREG(output.st_mode)) {
+      unlink(job_.output.c_str());
+    }
+    result.done = false;
+    result.outOfMemory = true;
+    result.text.clear();
+  }
+  return result;
+}
+
+void tSourceRun::runInto(tSourceResult& result, const std::string* text) {
+  tTold heard(result);
   krpre_host host = hostFor(line_, job_, style_, heard);
   host.headers = headers_;
   call_.prepare(host);
-  try {
-    const int code = text == nullptr
-                         ? krpre_run(call_.count(), call_.vector(), &host)
-                         // The last argument names the source.
-                         : krpre_text(call_.count() - 1, call_.vector(), &host,
-                                      nameInRun(job_.source).c_str(), text->data(), text->size());
-    heard.result.done = code == KRPRE_OK;
-  } catch (const std::exception& failure) {
-    heard.result.complaint = job_.source + ": " + failure.what();
-    heard.result.done = false;
-  }
-  return std::move(heard.result);
+  const int code = text == nullptr
+                       ? krpre_run(call_.count(), call_.vector(), &host)
+                       // The last argument names the source.
+                       : krpre_text(call_.count() - 1, call_.vector(), &host,
+                                    nameInRun(job_.source).c_str(), text->data(), text->size());
+  result.done = code == KRPRE_OK;
+  heard.guard.check();
 }

@@ -15,6 +15,7 @@ struct tSourceResult {
   std::string messages;
   /// For standard error.
   std::string complaint;
+  bool outOfMemory = false;
   /// The output, when it goes to no file.
   std::string text;
 };
@@ -40,9 +41,11 @@ class tSourceRun {
 
   /// Preprocesses the source, or `text` in its place unless that is null, and writes its output and
   /// its dependency file. Nothing is thrown.
-  tSourceResult run(const std::string* text = nullptr);
+  tSourceResult run(const std::string* text = nullptr) noexcept;
 
  private:
+  void runInto(tSourceResult& result, const std::string* text);
+
   const tCommandLine& line_;
   const tBuildJob& job_;
   const tMessageStyle& style_;
