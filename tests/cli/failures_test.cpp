@@ -49,27 +49,6 @@ TEST_F(Failures, WhatAKillHasLeftGoesWithTheNextRun) {
   }
 }
 
-TEST_F(Failures, AFullDiskLeavesNothingCut) {
-  write("a.prw", linesOf("x := 1\n", 20000));
-  write("b.prw", "y := 1\n");
-  write("a.ppo", "old");
-  // Files may have 8 blocks of 512 bytes; 160,000 are wanted.
-  const tChildResult result = shell("ulimit -f 8; krpre -MD a.prw b.prw");
-  EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.output, "KOREL Preprocessor: Error creating a.ppo.\na.ppo: File too large\n" +
-                               failed("a.prw", -1) + ok("b.prw"));
-  EXPECT_EQ(output("b.ppo"), "y := 1\n");
-  EXPECT_EQ(files(), "a.prw b.d b.ppo b.prw ");
-
-  // The output fits, its dependency file does not.
-  const std::string target(5000, 'x');
-  const tChildResult cut = shell("ulimit -f 8; krpre -q -MD -MT " + target + " b.prw");
-  EXPECT_EQ(cut.status, 1);
-  EXPECT_EQ(cut.output,
-            "KOREL Preprocessor: Error creating b.d.\nb.d: File too large\n" + failed("b.prw", -1));
-  EXPECT_FALSE(exists("b.ppo"));
-}
-
 TEST_F(Failures, AClosedOutputNeverBecomesAFile) {
   write("a.prw", "x := 1\n");
   const tChildResult result = shell("krpre a.prw >&-");

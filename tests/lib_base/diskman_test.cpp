@@ -144,13 +144,6 @@ TEST_F(LocalDisk, NeverCreatesANewFileThroughALink) {
   EXPECT_EQ(local_.resolve(in("link").c_str()), local_.resolve(in("target").c_str()));
 }
 
-TEST_F(LocalDisk, TellsThatAFullDiskLostBytes) {
-  const auto file = local_.create("/dev/full");
-  if (!file) GTEST_SKIP() << "no such device here";
-  EXPECT_FALSE(file->write("x"));
-  EXPECT_FALSE(file->close());
-}
-
 /// A file whose size says something else than reading gives, in small reads.
 class tLyingFile : public tFile {
  public:

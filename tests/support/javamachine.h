@@ -8,7 +8,7 @@
 #include <vector>
 
 /// The few functions of a Java virtual machine that the library calls. Strings are UTF-16 in
-/// memory, the default encoding is ASCII, and each step is counted and can be made to fail.
+/// memory, the default encoding is ASCII, and each step can be made to fail.
 class tMachine {
  public:
   tMachine() {
@@ -86,18 +86,18 @@ class tMachine {
       return text(u"");
     };
     environment_.functions = &functions_;
+    for (std::string* text : {&bytes_, &lastClass_, &made, &thrown}) text->reserve(4000);
   }
 
   JNIEnv* environment() { return &environment_; }
 
   std::vector<const char16_t*> elements;
-  int failingStep = 0;  // the step, from 1, that throws; 0: none
+  bool (*stepFails)() = [] { return false; };  // whether the next step throws
   bool pending = false;
   std::string thrown;
   int references = 0;
   int pinned = 0;
   int callsWhilePending = 0;
-  int failures = 0;
   std::string made;  // the modified UTF-8 of the newest string
 
   /// The array whose elements are `elements`.
@@ -126,8 +126,7 @@ class tMachine {
   }
   /// True for the step that fails; the exception is then pending.
   bool fails() {
-    if (++steps_ != failingStep) return false;
-    ++failures;
+    if (!stepFails()) return false;
     pending = true;
     return true;
   }
@@ -138,7 +137,6 @@ class tMachine {
 
   JNINativeInterface_ functions_{};
   tEnvironment environment_{{}, this};
-  int steps_ = 0;
   std::string bytes_;
   std::string lastClass_;
 };
