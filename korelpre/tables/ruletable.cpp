@@ -191,12 +191,10 @@ tBaseXChg& tXChgArray::fetched(int index) {
 }
 
 void tXChgArray::Add(tBaseXChg* rule) {
-  std::unique_ptr<tBaseXChg> owner(rule);
   const tWordRule wordRule = rule->wordRule();
   noteKey(rule->key(), wordRule);
   rule->setPlace(count());
   add(rule);
-  static_cast<void>(owner.release());
   if (!wordRule.caseSensitive) {
     waiting_.push_back(headOf(rule));
     if (rule->isRead()) waiting_.back().tag = tagOf(rule);

@@ -92,7 +92,7 @@ TEST(Faults, OfDoPreProcAreTold) {
   static struct {
     tVector vector;
     int status;
-  } runs[] = {{{"", "@Fa.prw", "@Fb.prw", "-I.;sub", "-T"}, 0},
+  } runs[] = {{{"", "@Fa.prw", "@Fb.prw", "-Isub", "-T"}, 0},
               {{"", "@Fa.prw", "/DDEBUG=1", "/DMORE"}, 0},
               {{"", "@Fbad.prw", "@Fb.prw"}, 1},
               {{"", "-v"}, 0}};
@@ -140,7 +140,6 @@ krpre_host listener(tCame& listens) {
     (came(context).told += diagnostic->slug) += diagnostic->message;
     for (int i = 0; i < diagnostic->ruleCount; ++i) came(context).told += diagnostic->rules[i].key;
   };
-  host.language = "de_DE.ISO-8859-1";
   return host;
 }
 
@@ -174,6 +173,7 @@ TEST(Faults, OfKrpreRunAreTold) {
   expectSound({"krpre_run, an error",
                [](tCame& listens) {
                  krpre_host host = listener(listens);
+                 host.language = "de_DE.ISO-8859-1";
                  listens.status = krpre_run(vector.count(), vector.slots(), &host);
                },
                1});
