@@ -126,13 +126,12 @@ void KorelPre16::doIt(tString& output, tString& errorText) {
     if (diagnosis_.slug.empty()) {
       diagnoseOther(failure.errorId(), "runtime-error", tString(failure.message()));
     }
-    const tString name = shownName_.empty() ? bareName(currentFile_) : shownName_;
-    fail(tString::format("%s(%d) %s %s\n", visibleControls(name).c_str(), errLine(),
-                         translate("Error").c_str(), visibleControls(failure.message()).c_str()),
-         errorText);
+    fail(toldOf(failure, shownName_.empty() ? bareName(currentFile_) : shownName_), errorText);
     qdprintf("%s", errorText.c_str());
   } catch (const tAllocationError&) {
     throw;  // no error of a source
+  } catch (const tDamagedImage&) {
+    throw;
   } catch (const tFatalError& failure) {
     diagnoseOther(0, "internal-error",
                   tString::format("%s in file %s at line %u", failure.text(), failure.unit(),

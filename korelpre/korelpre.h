@@ -25,7 +25,8 @@ class KorelPre16 : public KorelPreYaccClass {
   void define(std::string_view name, std::optional<std::string_view> value);
   /// Preprocesses the files in order. Appends the generated lines to `output`, separated by "\n";
   /// `errorText` holds the message when something failed, which is printed too. Lack of memory
-  /// leaves as tAllocationError or std::bad_alloc.
+  /// leaves as tAllocationError or std::bad_alloc. Throws tDamagedImage when a saved header is
+  /// damaged: a new session gives the output, after tHeaderCache::setTryAgain().
   void doIt(tString& output, tString& errorText);
 
   /// The name that messages show instead of that of the file that is read.

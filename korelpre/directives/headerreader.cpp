@@ -10,6 +10,7 @@
 #include "korelpre/directives/headerreader.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,7 @@ namespace precomp {
 
 namespace {
 
-constexpr std::int64_t kLargestFile = std::int64_t{1} << 30;
+constexpr std::int64_t kLargestImage = std::int64_t{128} << 20;
 
 bool readWhole(tFile& file, char* to, std::size_t size) {
   while (size > 0) {
@@ -42,10 +43,16 @@ bool readWhole(tFile& file, char* to, std::size_t size) {
 std::shared_ptr<const tHeaderImage> readImage(tDiskMan& files, const tString& name, int& error) {
   const std::unique_ptr<tFile> file = files.open(name.c_str(), error);
   const std::int64_t stated = file == nullptr ? -1 : file->size();
-  if (stated <= 0 || stated > kLargestFile) return nullptr;
+  tImageHead head;
+  if (stated < static_cast<std::int64_t>(sizeof head) || stated > kLargestImage) return nullptr;
   const auto size = static_cast<std::size_t>(stated);
+  const bool begun = readWhole(*file, reinterpret_cast<char*>(&head), sizeof head);
+  if (!begun) error = file->error();
+  if (!begun || !tHeaderImage::mayBeImage(head, size)) return nullptr;
   std::unique_ptr<std::uint64_t[]> storage = tHeaderImage::storage(size);
-  if (!readWhole(*file, reinterpret_cast<char*>(storage.get()), size)) {
+  char* const bytes = reinterpret_cast<char*>(storage.get());
+  std::memcpy(bytes, &head, sizeof head);
+  if (!readWhole(*file, bytes + sizeof head, size - sizeof head)) {
     error = file->error();
     return nullptr;
   }
@@ -191,7 +198,8 @@ bool tHeaderReader::loadSaved() {
 }
 
 bool tHeaderReader::save(const tHeaderImage& image, unsigned set) {
-  if (!cache()->saves()) return false;
+  const auto size = static_cast<std::int64_t>(image.bytes().size());
+  if (!cache()->saves() || size > kLargestImage) return false;
   const tString name = pchNameOf(tString(image.notes().files[0].path), set);
   if (!mayReplace(files_, name)) return false;
   tReplacement file(files_, name, tReplacement::kDerived, bareName(name).append(".krpre"),

@@ -47,7 +47,8 @@ class tHeaderCache {
     bool wanted_ = false;
   };
 
-  /// Whether the last attempt to read a standard header failed; the next one compiles its text.
+  /// Whether the last attempt to read a standard header failed, or its image turned out to be
+  /// damaged; the next one compiles its text.
   bool bTryAgain() const { return tryAgain_; }
   void setTryAgain(bool tryAgain) { tryAgain_ = tryAgain; }
 

@@ -60,15 +60,19 @@ const T* tHeaderImage::part(std::uint32_t place, std::uint64_t count) const {
   return inside ? reinterpret_cast<const T*>(bytes().data() + place) : nullptr;
 }
 
-bool tHeaderImage::read() {
-  if (size_ < sizeof(tImageHead) || size_ > std::numeric_limits<std::int32_t>::max()) return false;
+bool tHeaderImage::mayBeImage(const tImageHead& head, std::uint64_t size) {
   tImageHead own;
   startHead(own);
+  return head.magic == own.magic && head.size == size && head.format == own.format &&
+         std::memcmp(head.version, own.version, sizeof own.version) == 0;
+}
+
+bool tHeaderImage::read() {
+  if (size_ < sizeof(tImageHead) || size_ > std::numeric_limits<std::int32_t>::max()) return false;
   tImageHead head;
   std::memcpy(&head, bytes().data(), sizeof head);
-  const bool ours = head.magic == own.magic && head.size == size_ && head.format == own.format &&
-                    std::memcmp(head.version, own.version, sizeof own.version) == 0;
-  if (!ours || head.checksum != contentHash(bytes().substr(kChecked))) return false;
+  if (!mayBeImage(head, size_) || head.checksum != contentHash(bytes().substr(kChecked)))
+    return false;
   for (int i = 0; i < 3; ++i) {
     if (!readTable(head.tables[i], tables_[i])) return false;
   }

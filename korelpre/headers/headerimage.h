@@ -89,6 +89,8 @@ class tHeaderImage {
   static std::shared_ptr<const tHeaderImage> open(std::unique_ptr<std::uint64_t[]> bytes,
                                                   std::size_t size);
   static bool looksLikeImage(std::string_view bytes);
+  /// Whether a file of `size` bytes that begins with `head` may be one.
+  static bool mayBeImage(const tImageHead& head, std::uint64_t size);
   /// Fills in what every image of this library begins with.
   static void startHead(tImageHead& head);
 

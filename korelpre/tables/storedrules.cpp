@@ -4,7 +4,6 @@
 
 #include "korelpre/rules/rule.h"
 #include "korelpre/rules/rulestream.h"
-#include "lib_base/fatal.h"
 
 namespace precomp {
 
@@ -18,7 +17,9 @@ std::unique_ptr<tBaseXChg> tStoredRule::make(tRuleContext* context) const {
   const bool sound = rule != nullptr && rule->key() == keyText() && rule->isCmd() == isCommand() &&
                      rule->wordRule().abbreviate == wordRule().abbreviate &&
                      rule->wordRule().caseSensitive == wordRule().caseSensitive;
-  krpreAssert(sound, "damaged precompiled header", "korelpre/tables/storedrules");
+  if (!sound) {
+    throw tDamagedImage("damaged precompiled header", "korelpre/tables/storedrules", __LINE__);
+  }
   return rule;
 }
 

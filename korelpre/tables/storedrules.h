@@ -5,12 +5,19 @@
 #include <string_view>
 
 #include "korelpre/text/words.h"
+#include "lib_base/fatal.h"
 #include "lib_base/slots.h"
 
 namespace precomp {
 
 class tRuleContext;
 class tBaseXChg;
+
+/// Thrown when a rule of an image turns out to be damaged: the header has to be read again.
+class tDamagedImage : public tFatalError {
+ public:
+  using tFatalError::tFatalError;
+};
 
 /// A rule as it lies in the image of a header: what is needed to find it, and where the rest is.
 /// It belongs to its image, and all places are counted in bytes: `home` back from this record to
@@ -32,7 +39,7 @@ struct tStoredRule {
     return {(flags & kAbbreviates) != 0, (flags & kCaseSensitive) != 0};
   }
   bool isCommand() const { return (flags & kIsCommand) != 0; }
-  /// Makes the rule; its texts refer to the image. A damaged one is a fatal error.
+  /// Makes the rule; its texts refer to the image. Throws tDamagedImage when that is damaged.
   std::unique_ptr<tBaseXChg> make(tRuleContext* context) const;
 
  private:

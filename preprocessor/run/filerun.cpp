@@ -46,6 +46,8 @@ class tFileRun {
  private:
   int process();
   int convertForeign();
+  int produceOnce(tString& text);
+  int produce(tString& text);
   int convert(tDiskManOverlay& files);
   int normalise(tDiskManOverlay& files);
   int preprocess(tDiskManOverlay& files, tString& text);
@@ -113,17 +115,30 @@ int tFileRun::process() {
   }
   if (const int result = convertForeign(); result != kDone) return result;
   tString text;
-  {
-    tDiskManOverlay files(disk_);
-    files.keepInMemory(names_.copy);
-    if (const int result = convert(files); result != kDone) return result;
-    if (const int result = normalise(files); result != kDone) return result;
-    host_.sourceRead(names_.source);
-    if (const int result = preprocess(files, text); result != kDone) return result;
-  }
+  if (const int result = produceOnce(text); result != kDone) return result;
   if (!host_.wantsOutput()) return kDone;
   finishLineMarkers(text, names_.copy, names_.source);
   return writesFile() ? write(text) : handOver(text);
+}
+
+/// A saved header that turns out to be damaged is not used when the source is read once more.
+int tFileRun::produceOnce(tString& text) {
+  try {
+    return produce(text);
+  } catch (const precomp::tDamagedImage&) {
+    headers_->setTryAgain(true);
+    text = tString();
+    return produce(text);
+  }
+}
+
+int tFileRun::produce(tString& text) {
+  tDiskManOverlay files(disk_);
+  files.keepInMemory(names_.copy);
+  if (const int result = convert(files); result != kDone) return result;
+  if (const int result = normalise(files); result != kDone) return result;
+  host_.sourceRead(names_.source);
+  return preprocess(files, text);
 }
 
 int tFileRun::convertForeign() {

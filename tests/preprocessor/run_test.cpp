@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstring>
 #include <stdexcept>
 
+#include "korelpre/headers/headerimage.h"
 #include "lib_base/fatal.h"
 #include "lib_base/misc.h"
 #include "testrun.h"
@@ -27,6 +29,25 @@ TEST(Run, NoFilesIsSuccess) {
   EXPECT_EQ(runOver(disk, {"@F", "@F  ", "@Lnone", "-T"}).printed, "");
   EXPECT_EQ(runPreprocessor(disk, -3, nullptr), 0);
   EXPECT_EQ(runPreprocessor(disk, 3, nullptr), 0);
+}
+
+TEST(Run, ASavedHeaderThatIsDamagedIsMadeAnew) {
+  tSources disk;
+  disk.put("std.ch", "#define A 1\n");
+  disk.put("a.prw", "x := A\n");
+  ASSERT_EQ(runOver(disk, {"@Fa.prw", "@@PRECOMPILED"}).result, 0);
+  const std::string sound = fileText(disk, "std.pch");
+  std::string damaged = sound;
+  precomp::tImageHead head;
+  precomp::tStoredRule rule;
+  std::memcpy(&head, damaged.data(), sizeof head);
+  std::memcpy(&rule, damaged.data() + head.tables[0].rules, sizeof rule);
+  damaged[rule.home + rule.body] = '\xff';
+  precomp::tHeaderImage::seal(damaged.data(), damaged.size());
+  disk.put("std.pch", damaged);
+  EXPECT_EQ(runOver(disk, {"@Fa.prw", "@@PRECOMPILED"}).printed, ok("a.prw"));
+  EXPECT_EQ(fileText(disk, "a.ppo"), "x := 1\r\n");
+  EXPECT_TRUE(fileText(disk, "std.pch") == sound);
 }
 
 TEST(Run, OutputStandsBesideTheSourceOrInTheDirectory) {
