@@ -71,8 +71,8 @@ std::string whyLost(const tTrialInfo& trial, int winner) {
 void appendTrials(std::string& text, const std::vector<tTrialInfo>& trials, int winner,
                   const tPaint& paint) {
   for (const tTrialInfo& trial : trials) {
-    text += "      " + clipped(shown(trial.rule)) + "\n";
-    text += "        " + paint(tPaint::kDim, placeOf(trial.rule)) + "  " +
+    text += "      " + clipped(shown(*trial.rule)) + "\n";
+    text += "        " + paint(tPaint::kDim, placeOf(*trial.rule)) + "  " +
             paint(trial.score > 0 ? tPaint::kGreen : tPaint::kRed, whyLost(trial, winner)) + "\n";
   }
 }

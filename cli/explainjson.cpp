@@ -16,7 +16,7 @@ tJson jsonOf(const tRuleInfo& rule) {
 }
 
 tJson jsonOf(const tTrialInfo& trial) {
-  tJson json = {{"rule", jsonOf(trial.rule)}, {"token", trial.token}, {"score", trial.score}};
+  tJson json = {{"rule", jsonOf(*trial.rule)}, {"token", trial.token}, {"score", trial.score}};
   if (trial.score == 0) {
     json["failedMarker"] = trial.failedMarker;
     json["failedToken"] = trial.failedToken;

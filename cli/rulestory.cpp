@@ -1,7 +1,5 @@
 #include "cli/rulestory.h"
 
-#include <algorithm>
-
 tRuleInfo infoOf(const krpre_rule& rule) {
   return {rule.kind, rule.key,  rule.listing,         rule.directive,
           rule.file, rule.line, rule.abbreviates != 0};
@@ -46,10 +44,9 @@ void tRuleStory::begin(const krpre_step& step) {
 
 // A rule may be tried again at the same place after each rewrite.
 void tRuleStory::keepTrial(const krpre_step& step) {
-  tTrialInfo trial{infoOf(*step.rule), step.token, step.score, step.failedMarker, step.failedToken};
-  if (std::find(trials_.begin(), trials_.end(), trial) == trials_.end()) {
-    trials_.push_back(std::move(trial));
-  }
+  const tRuleInfo& rule = *rules_.insert(infoOf(*step.rule)).first;
+  const tTrialInfo trial{&rule, step.token, step.score, step.failedMarker, step.failedToken};
+  if (known_.insert(trial).second) trials_.push_back(trial);
 }
 
 void tRuleStory::beginRewrite(const krpre_step& step) {
@@ -61,13 +58,14 @@ void tRuleStory::beginRewrite(const krpre_step& step) {
     rewrite.markers.push_back({capture.marker, {capture.texts, capture.texts + capture.count}});
   }
   for (tTrialInfo& trial : trials_) {
-    if (trial.token != step.token || trial.rule.kind != rewrite.rule.kind) continue;
-    if (trial.rule == rewrite.rule) {
+    if (trial.token != step.token || trial.rule->kind != rewrite.rule.kind) continue;
+    if (*trial.rule == rewrite.rule) {
       rewrite.score = trial.score;
     } else {
       rewrite.lost.push_back(std::move(trial));
     }
   }
   trials_.clear();
+  known_.clear();
   rewrites_.push_back(std::move(rewrite));
 }

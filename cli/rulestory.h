@@ -1,5 +1,7 @@
 #pragma once
 
+#include <compare>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,7 +17,7 @@ struct tRuleInfo {
   int line = 0;
   bool abbreviates = false;
 
-  bool operator==(const tRuleInfo&) const = default;
+  auto operator<=>(const tRuleInfo&) const = default;
 };
 
 tRuleInfo infoOf(const krpre_rule& rule);
@@ -27,15 +29,15 @@ struct tMarkerInfo {
   std::vector<std::string> texts;
 };
 
-/// A rule that was tried but not applied.
+/// A rule that was tried but not applied. The story owns the rule.
 struct tTrialInfo {
-  tRuleInfo rule;
+  const tRuleInfo* rule = nullptr;
   int token = 0;  // where it was tried, from 0
   int score = 0;  // 0: it did not match
   std::string failedMarker;
   std::string failedToken;
 
-  bool operator==(const tTrialInfo&) const = default;
+  auto operator<=>(const tTrialInfo&) const = default;
 };
 
 /// One rewrite of a statement.
@@ -82,6 +84,8 @@ class tRuleStory {
   int lastLine_ = 0;
   std::string before_;
   std::vector<tRewriteInfo> rewrites_;
+  std::set<tRuleInfo> rules_;       // each once: there may be many trials
   std::vector<tTrialInfo> trials_;  // since the last rewrite
+  std::set<tTrialInfo> known_;      // the same
   bool finished_ = false;
 };

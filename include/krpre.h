@@ -270,7 +270,7 @@ struct krpre_capture {
 
 /* Kinds of steps. A statement gives one BEGINS, then for each rewrite any number of TRIED, one
  * MATCHED and one APPLIED, then the TRIED of its final form and one ENDS, which is missing if an
- * error ended the rewriting. */
+ * error ended the rewriting. After 100,000 TRIED in one statement no more come for it. */
 enum {
   KRPRE_STEP_BEGINS = 1,  /* a statement is about to be rewritten */
   KRPRE_STEP_TRIED = 2,   /* a rule with the right key was tried */

@@ -19,6 +19,9 @@ const char* faultOf(const krpre_define& define) {
   return value.find_first_of("\r\n") == std::string_view::npos ? nullptr : "a value is one line";
 }
 
+// Steps that a host hears of for one statement.
+constexpr int kMostTrials = 100'000;
+
 int lastLineOf(const precomp::tTknString& statement) {
   int last = statement.origin();
   for (int i = 0; i < statement.count(); ++i) {
@@ -146,10 +149,14 @@ void tHostBridge::listRules(const precomp::tXChgArray& rules) {
 void tHostBridge::statementBegins(const precomp::tTknString& statement, const tString& file) {
   file_ = names_.shown(file);
   lastLine_ = lastLineOf(statement);
+  reports_.clear();
+  trials_ = 0;
+  render(statement);
   send({}, KRPRE_STEP_BEGINS, statement);
 }
 
 void tHostBridge::ruleTried(const precomp::tRuleTrial& trial) {
+  if (++trials_ > kMostTrials) return;
   krpre_step step{};
   step.score = trial.score;
   const bool failed = trial.score == 0;
@@ -172,6 +179,7 @@ void tHostBridge::ruleMatched(const precomp::tBaseXChg& rule, int start,
 
 void tHostBridge::ruleApplied(const precomp::tBaseXChg& rule, int start,
                               const precomp::tTknString& statement) {
+  render(statement);
   sendWithRule({}, KRPRE_STEP_APPLIED, rule, start, statement);
 }
 
@@ -181,21 +189,25 @@ void tHostBridge::statementEnds(const precomp::tTknString& statement) {
 
 void tHostBridge::sendWithRule(krpre_step step, int kind, const precomp::tBaseXChg& rule, int start,
                                const precomp::tTknString& statement) {
-  const tRuleReport report(rule, names_);
-  step.rule = &report.rule();
+  std::unique_ptr<tRuleReport>& report = reports_[&rule];
+  if (report == nullptr) report = std::make_unique<tRuleReport>(rule, names_);
+  step.rule = &report->rule();
   step.token = std::max(start, 0);
   send(step, kind, statement);
 }
 
+void tHostBridge::render(const precomp::tTknString& statement) {
+  text_.clear();
+  statement.appendText(text_);
+  text_.trim();
+}
+
 void tHostBridge::send(krpre_step step, int kind, const precomp::tTknString& statement) {
-  tString text;
-  statement.appendText(text);
-  text.trim();
   step.kind = kind;
   step.file = file_.c_str();
   step.line = statement.origin();
   step.lastLine = lastLine_;
-  step.statement = text.c_str();
+  step.statement = text_.c_str();
   if (step.failedMarker == nullptr) step.failedMarker = "";
   if (step.failedToken == nullptr) step.failedToken = "";
   host_.step(host_.context, &step);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <unordered_map>
+
 #include "include/krpre.h"
 #include "korelpre/errors/fileobserver.h"
 #include "korelpre/headers/headercache.h"
@@ -64,6 +67,8 @@ class tHostBridge : public tRunHost,
   void statementEnds(const precomp::tTknString& statement) override;
   void fileRead(const tString& name) override;
 
+  /// Keeps the statement's text for the steps up to the next rewrite.
+  void render(const precomp::tTknString& statement);
   /// Completes `step` with what is common to all of them and hands it over.
   void send(krpre_step step, int kind, const precomp::tTknString& statement);
   void sendWithRule(krpre_step step, int kind, const precomp::tBaseXChg& rule, int start,
@@ -78,5 +83,8 @@ class tHostBridge : public tRunHost,
 
   // The statement being rewritten.
   tString file_;
+  tString text_;
   int lastLine_ = 0;
+  int trials_ = 0;
+  std::unordered_map<const precomp::tBaseXChg*, std::unique_ptr<tRuleReport>> reports_;
 };
