@@ -158,9 +158,10 @@ class tExpressionScan {
   bool check(int last) {
     tRuleContext* const context = marker_.rule()->context();
     if (last >= first_ && context != nullptr) {
-      const auto tokens = static_cast<std::uint32_t>(last - first_ + 1);
-      if (!t_.step(tokens * kStepsPerParsedToken)) return fail();
+      const int end = last;
       validateExpr(context->KorelYacc(), &t_, first_, last);
+      const int parsed = std::min(last + 1, end) - first_ + 1;
+      if (!t_.step(static_cast<std::uint32_t>(parsed) * kStepsPerParsedToken)) return fail();
     }
     if (last >= first_) return succeed(last);
     t_.setRawCursor(last);

@@ -172,6 +172,11 @@ void tBaseXChg::setChains(std::unique_ptr<tMatchMarker> pattern,
   firstMatch_ = std::move(pattern);
   firstResult_ = std::move(result);
   if (firstMatch_ == nullptr) return;
+  bool behindMarker = false;
+  for (const tMatchMarker* marker = firstMatch_.get(); marker != nullptr; marker = marker->next()) {
+    if (marker->isIdentifier() && behindMarker) neededWord_ = marker;
+    behindMarker = behindMarker || !marker->isIdentifier();
+  }
   visitChain(firstMatch_.get(), [this](tMatchMarker& marker) { marker.setRule(this); });
   rlink(this, firstMatch_.get(), firstResult_.get(), linkCount_);
   for (const tMatchMarker* marker = firstResult_.get(); marker != nullptr;
@@ -212,6 +217,21 @@ int tBaseXChg::matchCount(int start, tTknString* t) {
   matchLeft_ = true;
   const int score = rmatchCount(this, marker, t, nullptr);
   return score > 0 ? words + score : 0;
+}
+
+bool tBaseXChg::lacksWord(int start, tTknString* t) const {
+  constexpr int kLong = 64;
+  if (t->count() - start < kLong || firstMatch() == nullptr || neededWord_ == nullptr) return false;
+  const int* known = t->lastPlaceOf(neededWord_);
+  if (known == nullptr) {
+    const auto& word = static_cast<const tMatchIdentifier&>(*neededWord_);
+    int last = t->count() - 1;
+    while (last >= 0 && !word.matchesWord(t->tokens()[last])) --last;
+    t->step(static_cast<std::uint32_t>(t->count() - last));
+    t->noteLastPlace(neededWord_, last);
+    return last <= start;
+  }
+  return *known <= start;
 }
 
 bool tBaseXChg::replace(tRuleContext* context, int start, tTknString* t) {

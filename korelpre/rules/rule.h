@@ -11,7 +11,7 @@
 
 namespace precomp {
 
-class tSourceLine;
+struct tSourceLine;
 
 /// A rule: a pattern, what replaces it, and the key under which tables keep it.
 class tBaseXChg : public tRuleHome {
@@ -46,6 +46,9 @@ class tBaseXChg : public tRuleHome {
   /// How well the pattern matches at `start`; 0 when it does not. The cursor stands behind the
   /// match afterwards.
   int matchCount(int start, tTknString* t);
+  /// Whether the pattern, at `start`, needs a word that occurs nowhere behind it. Finds out in long
+  /// statements only, where trying the pattern would be dear; else false.
+  bool lacksWord(int start, tTknString* t) const;
   /// The second half of replace(), for a rule whose last matchCount() with these arguments was
   /// above 0 and left the cursor where it is. Fatal assertions leave it, `t` being unchanged.
   bool replaceMatched(tRuleContext* context, int start, tTknString* t);
@@ -118,6 +121,7 @@ class tBaseXChg : public tRuleHome {
   std::string_view directive_;
   std::unique_ptr<tMatchMarker> firstMatch_;
   std::unique_ptr<tMatchMarker> firstResult_;
+  const tMatchMarker* neededWord_ = nullptr;  // the last one behind the first marker, if any
   int linkCount_ = 0;
   tString key_;
   bool unread_ = false;     // see readLater()

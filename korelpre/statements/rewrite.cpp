@@ -31,6 +31,7 @@ tRewriter::tRewriter(tRuleSet& rules, tTknString& statement, tNotes& notes)
 
 bool tRewriter::run() {
   for (int rewrites = 0; rewriteOnce();) {
+    statement_.step(static_cast<std::uint32_t>(statement_.count()));
     if (++rewrites > kMostRewrites || tooLarge(statement_)) return false;
   }
   return !statement_.overrun();

@@ -36,6 +36,9 @@ std::uint32_t stepsOfOthers(const tTknString& t, int start) {
   return std::max(start, 0) + 1 < t.count() ? 2 : 1;
 }
 
+// In statements up to this length a rule is tried without another question.
+constexpr int kShort = 60;
+
 }  // namespace
 
 // [choose] The rule that has scored best so far, and where its match ended. The markers of a rule
@@ -48,6 +51,7 @@ class tBestRule {
 
   // Kept on purpose: among equals the latest wins.
   void meet(int index, tBaseXChg& rule) {
+    if (observer_ == nullptr && t_->count() > kShort && rule.lacksWord(start_, t_)) return;
     const int score = rule.matchCount(start_, t_);
     if (observer_ != nullptr) {
       observer_->ruleTried({rule, *t_, start_, score, t_->failedMarker(), t_->failedToken()});

@@ -5,6 +5,7 @@
 namespace precomp {
 
 void tTknString::doReset(tRuleContext* /*context*/, int start) {
+  lastPlaces_.clear();
   if (start < 0) {
     cursor_ = 0;
     if (!tokens_.empty() && !newTokens_.empty()) newTokens_[0].setSpacing(tokens_[0].spacing());
@@ -16,6 +17,19 @@ void tTknString::doReset(tRuleContext* /*context*/, int start) {
   if (end < 0) end = count() - 1;
   const int removed = start <= end && end < count() ? end - start + 1 : 0;
   tokens_.splice(start, removed, newTokens_);
+}
+
+const int* tTknString::lastPlaceOf(const tMatchMarker* word) const {
+  for (const auto& known : lastPlaces_) {
+    if (known.first == word) return &known.second;
+  }
+  return nullptr;
+}
+
+void tTknString::noteLastPlace(const tMatchMarker* word, int place) {
+  constexpr std::size_t kMost = 16;
+  if (lastPlaces_.size() == kMost) lastPlaces_.erase(lastPlaces_.begin());
+  lastPlaces_.emplace_back(word, place);
 }
 
 void tTknString::appendText(tString& text, bool original) const {

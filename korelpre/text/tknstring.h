@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "korelpre/korelpreobjs.h"
 #include "korelpre/text/spcstring.h"
@@ -98,6 +100,7 @@ class tTknString {
   void startSteps() {
     steps_ = 0;
     overrun_ = false;
+    lastPlaces_.clear();
   }
 
   /// Where the last pattern that did not match gave up: the marker (null when the pattern ended
@@ -106,6 +109,11 @@ class tTknString {
     failedMarker_ = marker;
     failedToken_ = token;
   }
+  /// Where the word of a pattern last occurs in the statement as it is, as it was told; null when
+  /// that is not known.
+  const int* lastPlaceOf(const tMatchMarker* word) const;
+  void noteLastPlace(const tMatchMarker* word, int place);
+
   const tMatchMarker* failedMarker() const { return failedMarker_; }
   int failedToken() const { return failedToken_; }
 
@@ -147,6 +155,7 @@ class tTknString {
   int failedToken_ = -1;
   const tMatchMarker* failedMarker_ = nullptr;
   tArray<tSpcString> boundaries_;
+  std::vector<std::pair<const tMatchMarker*, int>> lastPlaces_;
 
   tAutoArray<tSpcString> original_;
   tAutoArray<tTknString> continuations_;
