@@ -131,6 +131,7 @@ void tBlockWalk::takeContent(std::string_view line) {
 
 /// False for a source that certainly holds no block; it is then read without holding it whole.
 bool mayHoldBlock(tFile& source, int& reason) {
+  if (source.size() > static_cast<std::int64_t>(tString::maxSize())) return false;
   tFileParts parts(source, kBegin.size() - 1);
   for (bool first = true; parts.next(); first = false) {
     if (first && isZipSource(parts.part())) return true;

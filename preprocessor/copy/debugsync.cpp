@@ -29,14 +29,17 @@ int digitValue(char c) {
 
 }  // namespace
 
-void SynchronizeDebugger(tString& text, std::int32_t line) {
+bool SynchronizeDebugger(tString& text, std::int32_t line) {
   const tString pinned = tString::format("%s%d)", kSynchronizeMarker.data(), line);
+  const std::size_t most = tString::maxSize();
   tString output;
-  output.reserve(text.size() + text.size() / 2);
+  output.reserve(std::min(text.size() + text.size() / 2, most));
   std::string_view rest = text;
   bool continues = false;
   for (std::size_t end; (end = rest.find(kLineEnd)) != std::string_view::npos;) {
     const std::string_view statement = rest.substr(0, end);
+    const std::size_t longest = std::max(pinned.size(), kIgnoreMarker.size());
+    if (longest + end + 2 * kLineEnd.size() > most - output.size()) return false;
     if (!continues) {
       output += showsDialog(tString::borrow(statement)) ? pinned.view() : kIgnoreMarker;
       output += kLineEnd;
@@ -46,6 +49,7 @@ void SynchronizeDebugger(tString& text, std::int32_t line) {
     continues = isContinued(statement);
   }
   text = std::move(output);
+  return true;
 }
 
 tString HexToStr(std::string_view hexText) {

@@ -15,8 +15,9 @@ inline constexpr std::string_view kIgnoreMarker = "__IGNOREDEBUGLINE__()";
 /// pins the debugger to `line` if the statement shows a dialog ("ACTIVATE()", ignoring case), the
 /// one that makes the debugger skip the statement otherwise. Continuation lines get no marker.
 ///
-/// Only "\r\n" ends a line here, and text after the last line end is dropped.
-void SynchronizeDebugger(tString& text, std::int32_t line);
+/// Only "\r\n" ends a line here, and text after the last line end is dropped. Returns false,
+/// leaving `text` as it was, if the result would exceed tString::maxSize().
+bool SynchronizeDebugger(tString& text, std::int32_t line);
 
 /// Decodes pairs of upper-case hexadecimal digits. A pair that contains a carriage return or line
 /// feed is copied unchanged. Anything else makes the whole result empty.

@@ -19,11 +19,12 @@ struct tSpan {
 
 /// Replaces spans around the occurrences of `needle`, from left to right. `measure(at, span)` makes
 /// the span of the occurrence at `at` larger and appends what replaces it to the output; false
-/// leaves that occurrence alone. Most texts hold no occurrence and are only read.
+/// leaves that occurrence alone. Most texts hold no occurrence and are only read. Returns false if
+/// the text would get too long.
 template <class tMeasure>
-void replaceAround(tString& text, std::string_view needle, tMeasure measure) {
+bool replaceAround(tString& text, std::string_view needle, tMeasure measure) {
   std::size_t at = findText(text, needle);
-  if (at == tString::npos) return;
+  if (at == tString::npos) return true;
   tString output;
   output.reserve(std::min(text.size() + text.size() / 64 + 256, tString::maxSize()));
   const std::string_view whole = text;
@@ -32,27 +33,31 @@ void replaceAround(tString& text, std::string_view needle, tMeasure measure) {
     tSpan span = {at, at + needle.size()};
     tString replacement;
     if (measure(whole, copied, span, replacement)) {
+      const std::size_t added = span.begin - copied + replacement.size();
+      if (added > tString::maxSize() - output.size()) return false;
       output += whole.substr(copied, span.begin - copied);
       output += replacement;
       copied = span.end;
     }
     at = findText(whole, needle, span.end);
   }
+  if (whole.size() - copied > tString::maxSize() - output.size()) return false;
   output += whole.substr(copied);
   text = std::move(output);
+  return true;
 }
 
-void replaceCopyName(tString& text, const tString& copyName, const tString& sourceName) {
+bool replaceCopyName(tString& text, const tString& copyName, const tString& sourceName) {
   const tString bare = bareName(copyName);
   const std::string_view directory = copyName.view().substr(0, copyName.size() - bare.size());
-  replaceAround(text, bare,
-                [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
-                  if (whole.substr(from, span.begin - from).ends_with(directory)) {
-                    span.begin -= directory.size();
-                  }
-                  replacement = sourceName;
-                  return true;
-                });
+  return replaceAround(
+      text, bare, [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
+        if (whole.substr(from, span.begin - from).ends_with(directory)) {
+          span.begin -= directory.size();
+        }
+        replacement = sourceName;
+        return true;
+      });
 }
 
 /// A line marker needs a line of its own: where other statements stand on the line of a debugger
@@ -73,13 +78,14 @@ void standAlone(std::string_view whole, std::size_t from, tSpan& span, tString& 
   span.end = next;
 }
 
-void replaceIgnoreMarkers(tString& text, const tString& sourceName) {
-  replaceAround(text, kIgnoreMarker,
-                [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
-                  replacement = tString::format("#line 0 \"%s\"", sourceName.c_str());
-                  standAlone(whole, from, span, replacement);
-                  return true;
-                });
+bool replaceIgnoreMarkers(tString& text, const tString& sourceName) {
+  return replaceAround(
+      text, kIgnoreMarker,
+      [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
+        replacement = tString::format("#line 0 \"%s\"", sourceName.c_str());
+        standAlone(whole, from, span, replacement);
+        return true;
+      });
 }
 
 /// Reads digits between blanks up to ")", from `at` on. Returns the index behind the ")", or npos
@@ -102,23 +108,23 @@ std::size_t readLineNumber(std::string_view text, std::size_t at, std::int32_t& 
   return tString::npos;
 }
 
-void replaceSynchronizeMarkers(tString& text, const tString& sourceName) {
-  replaceAround(text, kSynchronizeMarker,
-                [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
-                  std::int32_t line = 0;
-                  const std::size_t end = readLineNumber(whole, span.end, line);
-                  if (end == tString::npos) return false;
-                  span.end = end;
-                  replacement = tString::format("#line %d \"%s\"", line, sourceName.c_str());
-                  standAlone(whole, from, span, replacement);
-                  return true;
-                });
+bool replaceSynchronizeMarkers(tString& text, const tString& sourceName) {
+  return replaceAround(
+      text, kSynchronizeMarker,
+      [&](std::string_view whole, std::size_t from, tSpan& span, tString& replacement) {
+        std::int32_t line = 0;
+        const std::size_t end = readLineNumber(whole, span.end, line);
+        if (end == tString::npos) return false;
+        span.end = end;
+        replacement = tString::format("#line %d \"%s\"", line, sourceName.c_str());
+        standAlone(whole, from, span, replacement);
+        return true;
+      });
 }
 
 }  // namespace
 
-void finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName) {
-  replaceCopyName(text, copyName, sourceName);
-  replaceIgnoreMarkers(text, sourceName);
-  replaceSynchronizeMarkers(text, sourceName);
+bool finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName) {
+  return replaceCopyName(text, copyName, sourceName) && replaceIgnoreMarkers(text, sourceName) &&
+         replaceSynchronizeMarkers(text, sourceName);
 }

@@ -8,4 +8,5 @@
 ///  - each synchronisation marker becomes a line marker for the line in it. Blanks around the
 ///    digits are skipped; a marker with anything else in it is left unchanged;
 ///  - the ";" between such a marker and another statement on its line becomes a line end.
-void finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName);
+/// False when the text would exceed tString::maxSize().
+bool finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName);

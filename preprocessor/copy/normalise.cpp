@@ -43,22 +43,59 @@ class tMarkFinder {
   bool searched_ = false;
 };
 
+int lineEndsIn(std::string_view text) {
+  int ends = 0;
+  for (std::size_t at = 0; (at = text.find_first_of("\r\n", at)) != std::string_view::npos;
+       ++ends) {
+    at = behindLineEnd(text, at);
+  }
+  return ends;
+}
+
 /// See note [dialog blocks].
 class tDialogExpander {
  public:
+  explicit tDialogExpander(tExpansion& expansion) : expansion_(expansion) {}
+
   /// Appends `text`, its blocks expanded, to the output. Returns whether there was one.
   bool expand(std::string_view text);
   tString& output() { return output_; }
+  bool tooBig() const { return tooBig_; }
 
  private:
   void expandCode(std::string_view hexText, bool& empty);
+  void append(std::string_view text);
+  void noteOrigin(std::string_view sourceBefore, bool block);
   /// The number of line feeds in the output, read once.
   std::int32_t line();
 
+  tExpansion& expansion_;
   tString output_;
   std::size_t counted_ = 0;
   std::int32_t line_ = 0;
+  int depth_ = 0;
+  bool tooBig_ = false;
+
+  // Lines that ended in the source and in the output when the last origin was noted, and where.
+  int sourceLines_ = 0;
+  int outputLines_ = 0;
+  std::size_t sourceSeen_ = 0;
+  std::size_t outputSeen_ = 0;
 };
+
+void tDialogExpander::append(std::string_view text) {
+  tooBig_ = tooBig_ || text.size() > tString::maxSize() - output_.size();
+  if (!tooBig_) output_ += text;
+}
+
+/// What the output gets next stands in the source behind `sourceBefore`.
+void tDialogExpander::noteOrigin(std::string_view sourceBefore, bool block) {
+  sourceLines_ += lineEndsIn(sourceBefore.substr(sourceSeen_));
+  sourceSeen_ = sourceBefore.size();
+  outputLines_ += lineEndsIn(output_.view().substr(outputSeen_));
+  outputSeen_ = output_.size();
+  expansion_.origins.push_back({outputLines_ + 1, sourceLines_ + 1, block});
+}
 
 std::int32_t tDialogExpander::line() {
   const std::string_view fresh = output_.view().substr(counted_);
@@ -69,9 +106,11 @@ std::int32_t tDialogExpander::line() {
 
 void tDialogExpander::expandCode(std::string_view hexText, bool& empty) {
   tString code = HexToStr(hexText);
-  SynchronizeDebugger(code, line() + 1);
+  tooBig_ = tooBig_ || !SynchronizeDebugger(code, line() + 1);
   empty = code.empty();
-  expand(code);
+  ++depth_;
+  if (!tooBig_) expand(code);
+  --depth_;
 }
 
 bool tDialogExpander::expand(std::string_view text) {
@@ -80,14 +119,19 @@ bool tDialogExpander::expand(std::string_view text) {
   tMarkFinder ends(text, kDialogEnd);
   std::size_t copied = 0;
   bool found = false;
-  for (std::size_t at = begins.from(0); at != std::string_view::npos;) {
+  const auto origin = [&](std::size_t at, bool block) {
+    if (depth_ == 0 && !tooBig_) noteOrigin(text.substr(0, at), block);
+  };
+  for (std::size_t at = begins.from(0); at != std::string_view::npos && !tooBig_;) {
     const std::size_t code = codes.from(at);
     const std::size_t end = ends.from(at);
     if (end == std::string_view::npos || code >= end) {
       at = begins.from(at + kDialogBegin.size());
       continue;
     }
-    output_ += text.substr(copied, at - copied);
+    origin(copied, false);
+    append(text.substr(copied, at - copied));
+    origin(at, true);
     const std::size_t hex = code + kDialogCode.size();
     bool empty = false;
     expandCode(text.substr(hex, end - hex), empty);
@@ -97,7 +141,8 @@ bool tDialogExpander::expand(std::string_view text) {
     // long, so a block that stands there right after one without code is not seen.
     at = begins.from(empty ? copied + kDialogBegin.size() : copied);
   }
-  output_ += text.substr(copied);
+  if (found) origin(copied, false);
+  append(text.substr(copied));
   return found;
 }
 
@@ -105,6 +150,24 @@ tString timeStamp(const std::tm& now) {
   // Kept on purpose: the month counts from 0, so January prints as 00.
   return tString::format("\"%04d%02d%02d %02d:%02d:%02d\"", now.tm_year + 1900, now.tm_mon,
                          now.tm_mday, now.tm_hour, now.tm_min, now.tm_sec);
+}
+
+/// Replaces the time stamps of `text`, which must have one. The line at which the text gets too
+/// big, or 0.
+int replaceStamps(std::string_view text, const tString& stamp, tString& stamped) {
+  std::size_t copied = 0;
+  for (std::size_t at = findText(text, kTimeStamp); copied < text.size();) {
+    const std::string_view before = text.substr(copied, at - copied);
+    if (before.size() + stamp.size() > tString::maxSize() - stamped.size()) {
+      return lineEndsIn(text.substr(0, std::min(at, text.size()))) + 1;
+    }
+    stamped += before;
+    if (at == std::string_view::npos) return 0;
+    stamped += stamp;
+    copied = at + kTimeStamp.size();
+    at = findText(text, kTimeStamp, copied);
+  }
+  return 0;
 }
 
 /// Appends what the file still holds to `buffer` and puts a zero byte behind it.
@@ -144,6 +207,13 @@ bool readPacked(tFile& source, tFile& copy, tAutoChar& buffer, bool& raw) {
   return true;
 }
 
+/// Leaves no copy that is not whole.
+bool endCopy(tDiskMan& disk, const char* name, tFile& copy, bool good) {
+  if (copy.close() && good) return true;
+  disk.remove(name);
+  return false;
+}
+
 }  // namespace
 
 std::tm localTime() {
@@ -153,20 +223,31 @@ std::tm localTime() {
   return parts;
 }
 
-void BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock clock) {
+int tExpansion::sourceLine(int line) const {
+  const auto behind = std::find_if(origins.begin(), origins.end(),
+                                   [line](const tOrigin& origin) { return origin.line > line; });
+  if (behind == origins.begin()) return line;
+  const tOrigin& origin = behind[-1];
+  return origin.block ? origin.source : origin.source + line - origin.line;
+}
+
+tExpansion BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock clock) {
+  tExpansion expansion;
   std::string_view text = buffer.text();
-  tDialogExpander dialogs;
+  tDialogExpander dialogs(expansion);
   if (findText(text, kDialogBegin) != std::string_view::npos && dialogs.expand(text)) {
     dialogFound = 1;
     text = dialogs.output();
+    if (dialogs.tooBig()) expansion.tooBigAt = expansion.origins.back().source;
   }
   tString stamped;
-  if (findText(text, kTimeStamp) != std::string_view::npos) {
-    stamped = tString::borrow(text);
-    stamped.replaceAll(kTimeStamp, timeStamp(clock()));
+  if (expansion.tooBigAt == 0 && findText(text, kTimeStamp) != std::string_view::npos) {
+    const int line = replaceStamps(text, timeStamp(clock()), stamped);
+    if (line > 0) expansion.tooBigAt = expansion.sourceLine(line);
     text = stamped;
   }
-  if (text.data() != buffer.data()) buffer.setText(text);
+  if (text.data() != buffer.data() && expansion.tooBigAt == 0) buffer.setText(text);
+  return expansion;
 }
 
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
@@ -184,6 +265,7 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
     why.what = why.error != 0 ? eMessage::kSourceUnreadable : eMessage::kSourceNotFound;
     return false;
   }
+  if (source->size() > static_cast<std::int64_t>(tString::maxSize())) return false;
   std::unique_ptr<tFile> copy = disk.create(tempName);
   if (!copy) return false;
 
@@ -201,8 +283,14 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
     read = read && copyPlainSource(*source, *lines, whole);
     if (whole) read = readSource(*source, buffer);
   }
+  tExpansion expansion;
   if (whole && read) {
-    BeforePreProcessor(buffer, dialogFound);
+    expansion = BeforePreProcessor(buffer, dialogFound);
+    if (expansion.tooBigAt > 0) {
+      why = {eMessage::kExpandedTooBig, expansion.tooBigAt};
+      disk.remove(tempName);
+      return false;
+    }
     copy = disk.create(tempName);
     if (!copy) return false;
     lines.emplace(*copy, longestLine);
@@ -210,13 +298,11 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
   }
   lines->finish();
   if (lines->state() == tLineWriter::kTooLong) {
-    why = {eMessage::kLineTooLong, lines->lines() + 1, 0};
+    why = {eMessage::kLineTooLong, expansion.sourceLine(lines->lines() + 1)};
     return false;
   }
-  if (read && lines->state() == tLineWriter::kGood && copy->close()) return true;
+  if (endCopy(disk, tempName, *copy, read && lines->state() == tLineWriter::kGood)) return true;
   why.error = source->error();
   if (why.error != 0) why.what = eMessage::kSourceUnreadable;
-  copy->close();
-  disk.remove(tempName);
   return false;
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <ctime>
 #include <string_view>
+#include <vector>
 
 #include "lib_base/autochar.h"
 #include "lib_base/diskman.h"
@@ -20,12 +21,28 @@ using tClock = std::tm (*)();
 std::tm localTime();
 
 /// Why a source could not be normalised: kSourceIsCopy if the two names are the same (ignoring
-/// case), kLineTooLong, kSourceNotFound, kSourceUnreadable, or kSourceTooBig, also if the copy
-/// cannot be written.
+/// case), kLineTooLong, kExpandedTooBig, kSourceNotFound, kSourceUnreadable, or kSourceTooBig, also
+/// if the copy cannot be written.
 struct tNormaliseFailure {
   eMessage what = eMessage::kSourceTooBig;
-  int line = 0;   // the one that is too long, from 1
+  int line = 0;   // of the source: the one that is too long, or where the text gets too big
   int error = 0;  // the errno value of kSourceUnreadable
+};
+
+/// What BeforePreProcessor has done to a text. All lines count from 1.
+struct tExpansion {
+  /// From a line of the new text on, where its lines come from: a block of the source, whose first
+  /// line is `source`, or consecutive lines.
+  struct tOrigin {
+    int line;
+    int source;
+    bool block;
+  };
+  std::vector<tOrigin> origins;  // empty without a dialog block
+  int tooBigAt = 0;  // the line of the source at which the text gets too big; 0: it does not
+
+  /// The line of the source that `line` of the new text comes from.
+  int sourceLine(int line) const;
 };
 
 /// Copies a source to `tempName`: the text is rewritten by BeforePreProcessor, and every line of
@@ -38,5 +55,7 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
                                tNormaliseFailure* failure = nullptr);
 
 /// Rewrites the text in `buffer` (which ends in a zero byte): expands the dialog blocks, setting
-/// `dialogFound` if there was one, and replaces "__COMPTIMESTAMP__" by the time.
-void BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock clock = localTime);
+/// `dialogFound` if there was one, and replaces "__COMPTIMESTAMP__" by the time. A text that would
+/// exceed tString::maxSize() stays as it was.
+tExpansion BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound,
+                              tClock clock = localTime);

@@ -85,7 +85,7 @@ void tHostBridge::write(std::string_view text) {
   }
 }
 
-void tHostBridge::takeOutput(const tString& source, const tString& text) {
+void tHostBridge::takeOutput(const tString& source, const std::string& text) {
   host_.output(host_.context, source.c_str(), text.c_str(), text.size());
 }
 

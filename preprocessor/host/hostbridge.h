@@ -45,7 +45,7 @@ class tHostBridge : public tRunHost,
     return dependencies_.file().name.empty() ? nullptr : &dependencies_;
   }
   bool takesOutput() const override { return host_.output != nullptr; }
-  void takeOutput(const tString& source, const tString& text) override;
+  void takeOutput(const tString& source, const std::string& text) override;
   bool keepsUnchanged() const override { return (host_.flags & KRPRE_KEEP_UNCHANGED) != 0; }
   bool takesTurns() const override { return (host_.flags & KRPRE_TAKE_TURNS) != 0; }
   void sessionBegins(precomp::KorelPre16& session, const tString& copy,

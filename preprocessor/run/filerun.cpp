@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "korelpre/errors/errortexts.h"
 #include "korelpre/korelpre.h"
 #include "lib_base/misc.h"
 #include "lib_base/replacement.h"
@@ -26,6 +27,25 @@ enum eResult { kDone = 0, kSessionError = 1, kNotNormalised = 15, kInternalFailu
 tReplacement::eName whose(bool chosen) {
   return chosen ? tReplacement::kChosen : tReplacement::kDerived;
 }
+
+/// Collects what is written. With its line ends an output may be longer than any tString.
+class tTextFile : public tFile {
+ public:
+  explicit tTextFile(std::size_t expected) { text_.reserve(expected); }
+
+  std::int64_t size() override { return -1; }
+  std::int64_t read(void* /*bytes*/, std::size_t /*count*/) override { return -1; }
+  bool seek(std::int64_t /*position*/) override { return false; }
+  bool close() override { return true; }
+  bool write(std::string_view bytes) override {
+    text_ += bytes;
+    return true;
+  }
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
 
 /// The run of one file. Each step tells what went wrong in it and returns a result.
 class tFileRun {
@@ -55,7 +75,7 @@ class tFileRun {
   int write(const tString& text);
   bool prepare(tReplacement& file, const tString& name);
   bool publish(tReplacement& file, const tString& name);
-  int handOver(const tString& text);
+  void handOver(const tString& text);
   void finish(int result) noexcept;
   void removeOutput();
   bool writesFile() const { return host_.wantsOutput() && !host_.takesOutput(); }
@@ -117,8 +137,14 @@ int tFileRun::process() {
   tString text;
   if (const int result = produceOnce(text); result != kDone) return result;
   if (!host_.wantsOutput()) return kDone;
-  finishLineMarkers(text, names_.copy, names_.source);
-  return writesFile() ? write(text) : handOver(text);
+  if (!finishLineMarkers(text, names_.copy, names_.source)) {
+    report_.tell(eMessage::kOutputTooBig, {names_.source, "0"},
+                 precomp::errorTextOf(precomp::eSourceError::kLimitExceeded).code);
+    return kSessionError;
+  }
+  if (writesFile()) return write(text);
+  handOver(text);
+  return kDone;
 }
 
 /// A saved header that turns out to be damaged is not used when the source is read once more.
@@ -186,10 +212,16 @@ int tFileRun::normalise(tDiskManOverlay& files) {
 }
 
 int tFileRun::failNormalising(tDiskManOverlay& files, const tNormaliseFailure& failure) {
+  const tString line = tString::format("%d", failure.line);
   if (failure.what == eMessage::kLineTooLong) {
     const tString before = tString::format("%d", failure.line - 1);
     report_.tell(failure.what, {names_.source, before},
                  {files, readName_, failure.line, static_cast<int>(kLongestLine) + 1});
+    return kNotNormalised;
+  }
+  if (failure.what == eMessage::kExpandedTooBig) {
+    report_.tell(failure.what, {names_.source, line}, {files, readName_, failure.line},
+                 precomp::errorTextOf(precomp::eSourceError::kLimitExceeded).code);
     return kNotNormalised;
   }
   return failReading(failure.what, failure.error);
@@ -294,19 +326,12 @@ bool tFileRun::publish(tReplacement& file, const tString& name) {
   return false;
 }
 
-int tFileRun::handOver(const tString& text) {
-  tDiskManOverlay memory(disk_);
-  memory.keepInMemory(names_.output);
-  tString whole;
-  const std::unique_ptr<tFile> file = memory.create(names_.output.c_str());
-  file->expect(static_cast<std::int64_t>(text.size() + text.size() / 8));
-  tLineWriter lines(*file);
-  const bool done = lines.write(text) && lines.finish() && file->close();
-  if (!done || !memory.open(names_.output.c_str())->readAll(whole)) {
-    return fail(kInternalFailure, eMessage::kOutputNotWritten, {names_.output, "too large"});
-  }
-  host_.takeOutput(names_.source, whole);
-  return kDone;
+void tFileRun::handOver(const tString& text) {
+  tTextFile file(text.size() + text.size() / 8);
+  tLineWriter lines(file);
+  lines.write(text);
+  lines.finish();
+  host_.takeOutput(names_.source, file.text());
 }
 
 /// Leaves nothing of a failed run behind.

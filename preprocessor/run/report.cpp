@@ -51,14 +51,18 @@ void tRunReport::tell(eMessage message, tMessageArguments arguments, int code) {
   host_.diagnosed(diagnosis);
 }
 
-void tRunReport::tell(eMessage message, tMessageArguments arguments, const tShownLine& shown) {
+void tRunReport::tell(eMessage message, tMessageArguments arguments, const tShownLine& shown,
+                      int code) {
   printMessage(message, arguments);
   if (!host_.wantsDiagnoses()) return;
   precomp::tDiagnosis diagnosis = diagnosisOf(message, arguments);
   diagnosis.file = source_;
+  diagnosis.code = code;
   diagnosis.line = shown.line;
-  diagnosis.column = shown.column;
   diagnosis.sourceLine = textOf(shown);
+  // What was put into the line may have made it longer than it is.
+  const bool inside = shown.column <= static_cast<int>(diagnosis.sourceLine.size());
+  diagnosis.column = inside ? shown.column : 0;
   host_.diagnosed(diagnosis);
 }
 

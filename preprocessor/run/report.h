@@ -19,7 +19,7 @@ class tRunReport {
   tRunReport(tRunHost& host, const tString& source) : host_(host), source_(source) {}
 
   void tell(eMessage message, tMessageArguments arguments = {}, int code = 0);
-  void tell(eMessage message, tMessageArguments arguments, const tShownLine& shown);
+  void tell(eMessage message, tMessageArguments arguments, const tShownLine& shown, int code = 0);
   /// Reports the exception that is being handled. To be called in a catch clause. It works without
   /// memory.
   void tellException() noexcept;

@@ -7,7 +7,7 @@ tString tRunHost::converterDirectory() const {
 }
 
 void tRunHost::addOptions(tRunOptions& /*options*/) const {}
-void tRunHost::takeOutput(const tString& /*source*/, const tString& /*text*/) {}
+void tRunHost::takeOutput(const tString& /*source*/, const std::string& /*text*/) {}
 void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*copy*/,
                              const tString& /*source*/) {}
 void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}

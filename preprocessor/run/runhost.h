@@ -31,7 +31,7 @@ class tRunHost {
   /// True: takeOutput gets the outputs, and no file is written.
   virtual bool takesOutput() const { return false; }
   /// The output of `source` as its file would hold it.
-  virtual void takeOutput(const tString& source, const tString& text);
+  virtual void takeOutput(const tString& source, const std::string& text);
   /// True: an output that would not change is not written, so that its file keeps its times.
   virtual bool keepsUnchanged() const { return false; }
   /// True: when another run with the same tag is writing to the directory, wait for it.
