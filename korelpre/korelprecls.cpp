@@ -1,9 +1,11 @@
 #include "korelpre/korelprecls.h"
 
+#include <utility>
+#include <vector>
+
 #include "korelpre/directives/conditional.h"
-#include "korelpre/directives/headerreader.h"
+#include "korelpre/directives/include.h"
 #include "korelpre/directives/linewalk.h"
-#include "korelpre/headers/headerrecorder.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
@@ -70,15 +72,47 @@ void KorelPreYaccClass::setRuleObserver(tRuleObserver* observer) {
   shared_.rules.setObserver(observer);
 }
 
+// Headers can nest deeply, so the processors that wait for others stand in a list.
 bool KorelPreYaccClass::compileInclude(tProgramFile& file, const tString& name) {
-  if (name.view().find('\0') != std::string_view::npos) {
-    // The file layer would cut the name to that of another file.
-    file.names.requested = name;
-    file.raise(eSourceError::kIncludeNotFound, 0, visibleControls(name).c_str());
+  std::vector<std::unique_ptr<KorelPreYaccClass>> open;
+  const auto enter = [&open](tProgramFile& included, const tString& requested) {
+    if (requested.find(std::string_view("\0", 1)) != tString::npos) {
+      // The file layer would cut the name to that of another file.
+      included.names.requested = requested;
+      included.raise(eSourceError::kIncludeNotFound, 0, visibleControls(requested).c_str());
+    }
+    std::unique_ptr<KorelPreYaccClass> processor(new KorelPreYaccClass(included));
+    tString scratch;
+    if (!processor->begin(requested.c_str(), nullptr, scratch)) return false;
+    open.push_back(std::move(processor));
+    return true;
+  };
+  if (!enter(file, name)) return false;
+  while (!open.empty()) {
+    KorelPreYaccClass& innermost = *open.back();
+    if (innermost.parseOn()) {
+      innermost.finishText();
+      open.pop_back();
+      if (!open.empty()) open.back()->endAwaited(true);
+      continue;
+    }
+    tInclude& next = *innermost.awaited_;
+    const bool taken = !tHeaderReader(innermost.file_).begin(next, innermost.work_);
+    if (taken || !enter(next.start(), next.name())) innermost.endAwaited(taken);
   }
-  KorelPreYaccClass processor(file);
-  tString scratch;
-  return processor.compile(name.c_str(), nullptr, scratch, 1);
+  return true;
+}
+
+void KorelPreYaccClass::include(const tString& name, int line) {
+  if (file_.isMain()) return carryOutInclude(file_, name, line);
+  awaited_ = beginInclude(file_, name, line);
+  if (awaited_ != nullptr) pause();
+}
+
+void KorelPreYaccClass::endAwaited(bool done) {
+  if (done) tHeaderReader(file_).finish(*awaited_, work_);
+  work_ = {};
+  endInclude(file_, *awaited_, done);
 }
 
 tString KorelPreYaccClass::toldOf(const SSException& failure, const tString& name) {
@@ -111,6 +145,15 @@ bool KorelPreYaccClass::compile(const char* name, const char* directory, tString
 bool KorelPreYaccClass::compileFile(const char* name, const char* directory, tString& passedOn) {
   if (!file_.isIncluded) markExtendedSource(name);
   const tString savedDirectory = currentDirectory_;
+  if (!begin(name, directory, passedOn)) return false;
+  parseOn();
+  if (!savedDirectory.empty()) SetCurDir(savedDirectory);
+  finishText();
+  return true;
+}
+
+// Up to where the parser begins. False when there is nothing to compile.
+bool KorelPreYaccClass::begin(const char* name, const char* directory, tString& passedOn) {
   tString scratch;
   const bool found = loadfile(name, directory, passedOn, scratch);
   if (!found && (file_.isMain() || !shared_.extendedSource || !isOptionalHeader(scratch))) {
@@ -122,9 +165,7 @@ bool KorelPreYaccClass::compileFile(const char* name, const char* directory, tSt
     return false;
   }
   file_.takeText(true);
-  parseText();
-  if (!savedDirectory.empty()) SetCurDir(savedDirectory);
-  finishText();
+  beginText();
   return true;
 }
 
@@ -135,7 +176,8 @@ bool KorelPreYaccClass::compileStr(const char* name, std::string_view text, tStr
     file_.text = tString();
     file_.text.append(text);
     file_.takeText(false);
-    parseText();
+    beginText();
+    parseOn();
     finishText();
     return true;
   });
@@ -168,7 +210,7 @@ void KorelPreYaccClass::markExtendedSource(const char* name) {
   file_.raise(eSourceError::kIncludeNotFound, 0, kMissingHeaders);
 }
 
-void KorelPreYaccClass::parseText() {
+void KorelPreYaccClass::beginText() {
   // What a text that failed has left behind.
   if (file_.isMain()) {
     shared_.rules.dynDefines.dropRules();
@@ -187,21 +229,28 @@ void KorelPreYaccClass::parseText() {
     headerDone_ = true;
     if (file_.includes.empty()) tHeaderReader(file_).includeStandard();
   }
+}
+
+// False when an include has to be read first.
+bool KorelPreYaccClass::parseOn() {
   try {
-    parse();
+    if (parse() == kParsePaused) return false;
   } catch (const SSException& failure) {
     file_.raiseAgain(failure, feed_->line());
     throw;
   }
-  file_.lines.extendTo(feed_->lineCount());
+  if (file_.isMain() || file_.lines.hasStatements()) file_.lines.extendTo(feed_->lineCount());
   reset();
   feed_.reset();
+  return true;
 }
 
 void KorelPreYaccClass::finishText() {
-  if (file_.conditionals.empty()) return;
-  errCol() = 0;
-  file_.raise(eSourceError::kUnclosedConditional, file_.conditionals.innermostLine());
+  if (!file_.conditionals.empty()) {
+    errCol() = 0;
+    file_.raise(eSourceError::kUnclosedConditional, file_.conditionals.innermostLine());
+  }
+  if (!file_.isMain()) file_.releaseText();
 }
 
 int KorelPreYaccClass::error(unsigned /*state*/, SSLexLexeme& lookahead) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "korelpre/directives/headerreader.h"
 #include "korelpre/directives/lexemefeed.h"
 #include "korelpre/directives/programfile.h"
 #include "korelpre/directives/shared.h"
@@ -83,17 +84,14 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
 
   /// The header that is read ahead of every main file; "std.ch" at first.
   void setStandardHeader(const tString& name) { shared_.standardHeader = name; }
-  /// Whether plain lines are kept as spans of the source (the default) or all lines go through
-  /// scanner and grammar. The output is the same.
+  /// Whether plain lines stay spans of the source (the default). The output is the same if not.
   void setPlainLines(bool plain) { shared_.plainLines = plain; }
   /// Lets `observer` see how statements are rewritten; null for none. All processors of the run
   /// share it; it must outlive them or be taken away.
   void setRuleObserver(tRuleObserver* observer);
-  /// Tells `observer` of every included file; null for none. It must outlive the run or be taken
-  /// away.
+  /// Tells `observer`, which must outlive the run, of every included file; null for none.
   void setFileObserver(tFileObserver* observer) { shared_.fileObserver = observer; }
-  /// Lets headers be read once for all processors that share this cache; null for none. It must
-  /// outlive the reading.
+  /// Lets all processors that share this cache, which must outlive them, read headers once.
   void setHeaderCache(tHeaderCache* cache) { shared_.headerCache = cache; }
 
   /// Fills the tables from the file that a run has saved of the standard header; false when there
@@ -134,8 +132,12 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   bool keepingError(const char* name, const tAction& action);
   bool compileFile(const char* name, const char* directory, tString& passedOn);
   void markExtendedSource(const char* name);
-  void parseText();
+  bool begin(const char* name, const char* directory, tString& passedOn);
+  void beginText();
+  bool parseOn();
   void finishText();
+  void include(const tString& name, int line);
+  void endAwaited(bool done);
   // What productions do (korelprered.cpp).
   tKorelPreStackElement& part(unsigned index);
   int lineOf(unsigned index);
@@ -152,6 +154,8 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   bool headerDone_ = false;  // the standard header has been read
 
   // The parse of the file.
+  tInclude* awaited_ = nullptr;  // the include of an included file that the parser has paused for
+  tImageWork work_;              // for its image
   tSqlBlock sql_;
   std::unique_ptr<tLexemeFeed> feed_;
   std::size_t innerDirective_ = 0;  // where the last directive that was reduced begins

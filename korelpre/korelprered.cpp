@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "korelpre/directives/conditional.h"
-#include "korelpre/directives/include.h"
 #include "korelpre/directives/ruleentry.h"
 #include "korelpre/directives/values.h"
 #include "korelpre/korelprecls.h"
@@ -72,7 +71,7 @@ void KorelPreYaccClass::reduceDirective(unsigned production, int line) {
   if (makesPattern(directive)) return reduceRule(directive, line);
   switch (directive) {
     case eDirective::kInclude:
-      return carryOutInclude(file_, tString(part(1).token().view()), line);
+      return include(tString(part(1).token().view()), line);
     case eDirective::kDefine:
       return reduceDefine(production, line);
     case eDirective::kIfdef:

@@ -17,7 +17,7 @@ constexpr std::size_t kUnpackedAt = 4;
 constexpr std::size_t kPackedAt = 8;
 constexpr std::size_t kHeaderSize = 12;
 
-std::size_t readLength(std::string_view file, std::size_t at) {
+std::size_t readLength(std::string_view file, std::size_t at) noexcept {
   std::size_t length = 0;
   for (std::size_t i = 4; i-- > 0;) length = length << 8 | static_cast<unsigned char>(file[at + i]);
   return length;
@@ -34,9 +34,13 @@ bool isZipSource(std::string_view file) noexcept {
   return startsWithNoCase(file, kTag);
 }
 
+std::size_t unpackedSize(std::string_view file) noexcept {
+  return file.size() < kHeaderSize ? 0 : readLength(file, kUnpackedAt);
+}
+
 eZipResult unpackZipSource(std::string_view file, std::size_t limit, tString& text) {
   if (!isZipSource(file) || file.size() < kHeaderSize) return eZipResult::kShortHeader;
-  const std::size_t unpacked = readLength(file, kUnpackedAt);
+  const std::size_t unpacked = unpackedSize(file);
   const std::string_view data = file.substr(kHeaderSize);
   const std::size_t packed = readLength(file, kPackedAt);
   if (packed > data.size() || unpacked > std::min(limit, tString::maxSize())) {

@@ -25,6 +25,9 @@ enum class eZipResult {
 /// Whether `file` starts with the tag of a packed file. The first four bytes are enough.
 bool isZipSource(std::string_view file) noexcept;
 
+/// The size of the text that a packed file claims to hold, in bytes; 0 for an incomplete header.
+std::size_t unpackedSize(std::string_view file) noexcept;
+
 /// Unpacks a complete packed file into `text`, which is left unchanged on failure. A text larger
 /// than `limit` or tString::maxSize() is rejected before any memory is allocated for it.
 eZipResult unpackZipSource(std::string_view file, std::size_t limit, tString& text);

@@ -55,7 +55,7 @@ void SSYacc::reset() {
   action_ = 0;
   reducing_ = 0;
   shiftedSinceError_ = 0;
-  endMet_ = error_ = abort_ = false;
+  endMet_ = error_ = abort_ = paused_ = false;
   lowest_ = reductions_ = 0;
   clearLastException();
   started_ = true;
@@ -70,11 +70,13 @@ int SSYacc::parse() {
     return kParseFailed;
   }
   if (!started_) reset();
-  if (!readLookahead() || abort_) return kParseFailed;
+  const bool begins = !std::exchange(paused_, false);
+  if (begins && (!readLookahead() || abort_)) return kParseFailed;
   for (;;) {
     const eStep result = step();
     if (result == kAccepted) return _accept();
     if (result == kFailed || abort_) return kParseFailed;
+    if (paused_) return kParsePaused;
   }
 }
 

@@ -40,7 +40,8 @@ class SSYacc : public SSObject, public SSExceptionPresent {
   void reset();
 
   /// Parses until acceptance or failure. Returns 0 if the input was accepted without a syntax error
-  /// (or the result of _accept()), otherwise 1. Errors of the lexer are passed through.
+  /// (or the result of _accept()), otherwise 1. Errors of the lexer are passed through. After a
+  /// pause() the next call goes on.
   int parse();
 
   /// The element of the right-side symbol with the zero-based `index`; for use in reduce(). An
@@ -64,6 +65,9 @@ class SSYacc : public SSObject, public SSExceptionPresent {
   /// Ends parse() with 1 after the current step.
   void setAbort(bool abort = true) { abort_ = abort; }
   bool aborted() const { return abort_; }
+  /// Ends parse() with kParsePaused after the current step, which is to be a reduction.
+  void pause() { paused_ = true; }
+  static constexpr int kParsePaused = 2;
   /// Whether there has been a syntax error since the last reset.
   bool errorMet() const { return error_; }
   unsigned shiftedSinceError() const { return shiftedSinceError_; }
@@ -156,6 +160,7 @@ class SSYacc : public SSObject, public SSExceptionPresent {
   bool endMet_ = false;
   bool error_ = false;
   bool abort_ = false;
+  bool paused_ = false;
 
   // Reductions since the last shift that did not shrink the stack below lowest_.
   std::size_t lowest_ = 0;

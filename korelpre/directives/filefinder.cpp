@@ -40,6 +40,11 @@ const char* tFileFinder::countInclude(int depth, std::int64_t bytes) {
   return limitExceeded(depth, included_);
 }
 
+const char* tFileFinder::countText(std::int64_t bytes) {
+  count({0, bytes > 0 ? bytes : 0});
+  return limitExceeded(0, included_);
+}
+
 bool tFileFinder::mayCount(int depth, const tIncludeCount& more) const {
   const tIncludeCount all{included_.files + more.files, included_.bytes + more.bytes};
   return limitExceeded(depth, all) == nullptr;

@@ -45,6 +45,8 @@ class tFileFinder {
   /// Counts an included file at `depth`, 1 for one that the main file includes. Null, or the name
   /// of the limit that it exceeds.
   const char* countInclude(int depth, std::int64_t bytes);
+  /// The same for text that an included file turns out to hold beyond its size on the disk.
+  const char* countText(std::int64_t bytes);
   /// Whether the files of a header that was read before may be counted again, and doing so.
   bool mayCount(int depth, const tIncludeCount& more) const;
   void count(const tIncludeCount& more);

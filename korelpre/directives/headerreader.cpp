@@ -18,8 +18,6 @@
 #include "korelpre/directives/programfile.h"
 #include "korelpre/directives/ruleentry.h"
 #include "korelpre/headers/contenthash.h"
-#include "korelpre/headers/headercache.h"
-#include "korelpre/headers/headerrecorder.h"
 #include "lib_base/pathname.h"
 #include "lib_base/replacement.h"
 
@@ -208,18 +206,30 @@ bool tHeaderReader::save(const tHeaderImage& image, unsigned set) {
 }
 
 bool tHeaderReader::include(tInclude& record) {
-  // While an image is made, what the header includes is made part of it.
-  if (shared_.recorder != nullptr || cache() == nullptr) return record.process();
-  if (takeInclude(record)) return true;
-  const tHeaderCache::tTurn turn(*cache(), includeName(record));
-  if (takeInclude(record)) return true;
-  if (!turn.wanted()) return record.process();
-  tHeaderRecorder recorder(shared_.recorder, shared_.rules, shared_.finder.included(),
-                           {.depth = file_.depth(), .hashes = false});
-  cache()->countCompiled();
+  tImageWork work;
+  if (!begin(record, work)) return true;
   if (!record.process()) return false;
-  keepInclude(record, recorder);
+  finish(record, work);
   return true;
+}
+
+bool tHeaderReader::begin(tInclude& record, tImageWork& work) {
+  // While an image is made, what the header includes is made part of it.
+  if (shared_.recorder != nullptr || cache() == nullptr) return true;
+  if (takeInclude(record)) return false;
+  work.turn = std::make_unique<tHeaderCache::tTurn>(*cache(), includeName(record));
+  if (takeInclude(record)) return false;
+  if (!work.turn->wanted()) return true;
+  const tHeaderRecorder::tSettings settings{.depth = file_.depth(), .hashes = false};
+  work.recorder = std::make_unique<tHeaderRecorder>(shared_.recorder, shared_.rules,
+                                                    shared_.finder.included(), settings);
+  cache()->countCompiled();
+  return true;
+}
+
+void tHeaderReader::finish(tInclude& record, tImageWork& work) {
+  if (work.recorder != nullptr) keepInclude(record, *work.recorder);
+  work = {};
 }
 
 void tHeaderReader::keepInclude(tInclude& record, tHeaderRecorder& recorder) {

@@ -2,20 +2,24 @@
 
 #include <memory>
 
+#include "korelpre/headers/headercache.h"
+#include "korelpre/headers/headerrecorder.h"
 #include "lib_base/stringz.h"
 
 class tDiskMan;
 
 namespace precomp {
 
-class tHeaderCache;
-class tHeaderImage;
-struct tHeaderNotes;
-class tHeaderRecorder;
 class tInclude;
 class tProgramFile;
 struct tSharedState;
 struct tStoredRules;
+
+/// What is at hand while a header is read whose image is to be made.
+struct tImageWork {
+  std::unique_ptr<tHeaderCache::tTurn> turn;
+  std::unique_ptr<tHeaderRecorder> recorder;
+};
 
 /// Reads the headers of one file, or takes images of them; see headerreader.cpp.
 class tHeaderReader {
@@ -27,6 +31,10 @@ class tHeaderReader {
   void includeStandard();
   /// What process() of the record does, or the same by an image.
   bool include(tInclude& record);
+  /// The two halves of it, for whoever compiles the file in between: false when an image stands for
+  /// it; and what is to be done when the file has been compiled.
+  bool begin(tInclude& record, tImageWork& work);
+  void finish(tInclude& record, tImageWork& work);
   /// Reads the standard header and saves it. False when it was not saved; what is wrong with the
   /// header itself is raised.
   bool precompile();

@@ -7,17 +7,26 @@
 
 namespace precomp {
 
-void carryOutInclude(tProgramFile& file, const tString& name, int line) {
-  if (file.hasIncluded(name)) return;
+tInclude* beginInclude(tProgramFile& file, const tString& name, int line) {
+  if (file.hasIncluded(name)) return nullptr;
   file.currentLine = std::max(line, 1);
   auto* const record = new tInclude(line, name, file);
   file.includes.add(record);
-  if (tHeaderReader(file).include(*record)) {
-    file.lines.entry(line).include = record;
-    file.noteIncluded(name);
+  return record;
+}
+
+void endInclude(tProgramFile& file, tInclude& record, bool done) {
+  if (done) {
+    file.lines.entry(record.line()).include = &record;
+    file.noteIncluded(record.name());
   } else {
-    file.includes.removeAt(file.includes.indexOf(record));
+    file.includes.removeAt(file.includes.indexOf(&record));
   }
+}
+
+void carryOutInclude(tProgramFile& file, const tString& name, int line) {
+  tInclude* const record = beginInclude(file, name, line);
+  if (record != nullptr) endInclude(file, *record, tHeaderReader(file).include(*record));
 }
 
 }  // namespace precomp

@@ -4,13 +4,15 @@
 #include "korelpre/directives/linewalk.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "korelpre/directives/programfile.h"
 #include "korelpre/directives/ruleentry.h"
 #include "korelpre/headers/headerimage.h"
 #include "korelpre/headers/headerrecorder.h"
 #include "korelpre/rules/ruleobserver.h"
-#include "korelpre/statements/plainwrite.h"
 #include "korelpre/text/tokenise.h"
 
 namespace precomp {
@@ -27,10 +29,8 @@ void removeTrailingLineFeeds(tString& output) {
   output.resize(size);
 }
 
-void appendMarker(tString& output, int line, std::string_view name) {
-  endLine(output);
-  output.append(tString::format("#line %d \"", line)).append(name).append("\"\n");
-}
+// Steps that the matcher may take for the statements of one program.
+constexpr std::uint64_t kMostStepsInAll = 400'000'000;
 
 tString openingName(const tProgramFileNames& names) {
   tString name = names.shown;
@@ -40,14 +40,41 @@ tString openingName(const tProgramFileNames& names) {
 
 }  // namespace
 
-tLineWalk::tLineWalk(tProgramFile& file) : file_(file), shared_(file.shared()) {}
+tLineWalk::tLineWalk(tProgramFile& file)
+    : file_(file), shared_(file.shared()), writer_(shared_.rules) {}
 
+// Headers can nest deeply, so the walks that wait for others stand in a list.
 void tLineWalk::run(tString& output, int& depth) {
   if (++depth == 1) {
     shared_.checks.begin();
     shared_.walking = true;
     shared_.rewriting = {};
+    shared_.matcherSteps = 0;
   }
+  std::vector<std::unique_ptr<tLineWalk>> inner;
+  tLineWalk* walk = this;
+  begin(output);
+  for (;;) {
+    tInclude* const include = walk->goOn(output);
+    if (include != nullptr && include->image() != nullptr) {
+      walk->writeMarkers(*include->image(), output);
+    } else if (include != nullptr) {
+      walk = inner.emplace_back(std::make_unique<tLineWalk>(include->file())).get();
+      walk->begin(output);
+    } else {
+      removeTrailingLineFeeds(output);
+      if (inner.empty()) break;
+      inner.pop_back();
+      walk = inner.empty() ? this : inner.back().get();
+    }
+  }
+  if (--depth == 0) shared_.checks.finish();
+}
+
+void tLineWalk::begin(tString& output) {
+  headerOnly_ = file_.isIncluded && !file_.lines.hasStatements();
+  passed_ = 0;
+  behindInclude_ = false;
   if (file_.isMain()) {
     // All conditionals are decided.
     shared_.rules.dynDefines.dropRules();
@@ -56,110 +83,124 @@ void tLineWalk::run(tString& output, int& depth) {
   }
   if (file_.isIncluded) {
     removeTrailingLineFeeds(output);
-    appendMarker(output, 1, openingName(file_.names));
+    appendMarker(1, openingName(file_.names), output);
   }
-  if (file_.isIncluded && !file_.lines.hasStatements()) {
-    walkIncludesOnly(output, depth);
-  } else {
-    walkLines(output, depth);
-  }
-  removeTrailingLineFeeds(output);
-  if (--depth == 0) shared_.checks.finish();
+}
+
+// Walks on up to the next include, or to the end: then null.
+tInclude* tLineWalk::goOn(tString& output) {
+  return headerOnly_ ? walkStops(output) : walkLines(output);
 }
 
 // Of a header that an image stands for only the markers are written.
-void tLineWalk::walkInclude(tInclude& include, tString& output, int& depth) {
-  if (include.image() == nullptr) {
-    tLineWalk(include.file()).run(output, depth);
-    return;
-  }
-  for (const tHeaderMarker& marker : include.image()->notes().markers) {
+void tLineWalk::writeMarkers(const tHeaderImage& image, tString& output) {
+  for (const tHeaderMarker& marker : image.notes().markers) {
     removeTrailingLineFeeds(output);
-    appendMarker(output, static_cast<int>(marker.line), marker.name);
+    appendMarker(static_cast<int>(marker.line), marker.name, output);
   }
   removeTrailingLineFeeds(output);
 }
 
 bool noteMarkers(tProgramFile& file, tHeaderRecorder& recorder) {
-  tSourceCode& lines = file.lines;
-  if (lines.hasStatements()) return false;
+  if (file.lines.hasStatements()) return false;
   recorder.marker(1, openingName(file.names));
-  bool pending = false;
-  for (int line = 1; line <= lines.count(); ++line) {
-    if (!lines.hasContent(line)) continue;
-    if (pending) recorder.marker(line, file.names.requested);
-    tInclude* const include =
-        lines.kind(line) == tSourceCode::kEntry ? lines.entryAt(line).include : nullptr;
-    pending = include != nullptr;
-    if (pending && !noteMarkers(include->file(), recorder)) return false;
+  for (const tHeaderStop& stop : file.lines.headerStops()) {
+    if (stop.behindInclude) recorder.marker(stop.line, file.names.requested);
+    if (stop.include != nullptr && !noteMarkers(stop.include->file(), recorder)) return false;
   }
   return true;
 }
 
-void tLineWalk::walkIncludesOnly(tString& output, int& depth) {
-  tSourceCode& lines = file_.lines;
-  bool pending = false;
-  for (int line = 1; line <= lines.count(); ++line) {
-    if (!lines.hasContent(line)) continue;
-    if (pending) appendMarker(output, line, file_.names.requested);
-    pending = false;
-    if (lines.kind(line) != tSourceCode::kEntry) continue;
-    tInclude* include = lines.entryAt(line).include;
-    if (include == nullptr) continue;
-    walkInclude(*include, output, depth);
-    pending = true;
+tInclude* tLineWalk::walkStops(tString& output) {
+  const std::vector<tHeaderStop>& stops = file_.lines.headerStops();
+  while (passed_ < static_cast<int>(stops.size())) {
+    const tHeaderStop& stop = stops[static_cast<std::size_t>(passed_++)];
+    if (stop.behindInclude) appendMarker(stop.line, file_.names.requested, output);
+    if (stop.include != nullptr) return stop.include;
   }
+  return nullptr;
 }
 
-void tLineWalk::walkLines(tString& output, int& depth) {
+tInclude* tLineWalk::walkLines(tString& output) {
   const tString& name = file_.isMain() ? file_.names.shown : file_.names.requested;
   tSourceCode& lines = file_.lines;
-  tPlainWriter writer(shared_.rules);
-  bool pending = false;
-  for (int line = 1; line <= lines.count(); ++line) {
-    if (pending && lines.hasContent(line)) {
-      appendMarker(output, line, name);
-      pending = false;
+  while (passed_ < lines.count()) {
+    const int line = ++passed_;
+    if (behindInclude_ && lines.hasContent(line)) {
+      appendMarker(line, name, output);
+      behindInclude_ = false;
     }
     switch (lines.kind(line)) {
       case tSourceCode::kPlain:
-        writePlain(line, writer, output);
-        continue;
+        walkStatement(line, output);
+        break;
       case tSourceCode::kEntry:
+        if (tInclude* const include = walkEntry(lines.entryAt(line), output)) {
+          behindInclude_ = true;
+          return include;
+        }
         break;
       default:
-        output.append('\n');
-        continue;
-    }
-    tSourceLine& entry = lines.entryAt(line);
-    file_.currentLine = line;
-    const bool entered = enterPending(file_, entry);
-    if (entry.include != nullptr) {
-      walkInclude(*entry.include, output, depth);
-      pending = true;
-    } else if (entered) {
-      output.append('\n');
-    } else {
-      rewrite(entry, output);
+        append("\n", line, output);
+        break;
     }
   }
-  if (pending) appendMarker(output, lines.count() + 1, name);
+  if (std::exchange(behindInclude_, false)) appendMarker(lines.count() + 1, name, output);
+  return nullptr;
 }
 
-void tLineWalk::writePlain(int line, tPlainWriter& writer, tString& output) {
+// The include that the entry of the line just reached stands for, or null when it is done.
+tInclude* tLineWalk::walkEntry(tSourceLine& entry, tString& output) {
+  file_.currentLine = passed_;
+  const bool entered = enterPending(file_, entry);
+  if (entry.include != nullptr) return entry.include;
+  if (entered) {
+    append("\n", passed_, output);
+  } else {
+    scratch_.setOrigin(passed_);
+    scratch_.tokens().Destroy();
+    scratch_.tokens().swap(entry.tokens);
+    rewrite(scratch_, output);
+  }
+  return nullptr;
+}
+
+// A statement whose text might not fit is written on its own first.
+void tLineWalk::walkStatement(int line, tString& output) {
+  const std::size_t most = file_.text.size() - file_.lines.offset(line) + kLargestStatement;
+  if (most <= tString::maxSize() - output.size()) return writePlain(line, output);
+  tString written;
+  writePlain(line, written);
+  append(written, line, output);
+}
+
+void tLineWalk::append(std::string_view text, int line, tString& output) {
+  if (text.size() > tString::maxSize() - output.size()) file_.raiseLimit("output size", line);
+  output.append(text);
+}
+
+void tLineWalk::appendMarker(int line, std::string_view name, tString& output) {
+  endLine(output);
+  append(tString::format("#line %d \"", line).append(name).append("\"\n"), line, output);
+}
+
+void tLineWalk::writePlain(int line, tString& output) {
   const char* const end = file_.text.data() + file_.text.size();
   const char* const start = file_.text.data() + file_.lines.offset(line);
   const std::size_t begin = output.size();
   // An observer sees statements that have tokens.
-  if (shared_.observer == nullptr && writer.write(start, end, output)) {
+  if (shared_.observer == nullptr && writer_.write(start, end, output)) {
     const std::string_view written = output.view().substr(begin);
-    if (shared_.checks.checkPlain(written, writer.untouched(), file_, line)) return;
+    // What is much longer may have too many tokens.
+    if (written.size() < kMostSourceTokens / 2 &&
+        shared_.checks.checkPlain(written, writer_.untouched(), file_, line))
+      return;
     output.resize(begin);
   }
   file_.currentLine = line;
   scratch_.setOrigin(line);
   scratch_.tokens().Destroy();
-  tokenisePlain(start, end, line, scratch_);
+  if (!tokenisePlain(start, end, line, scratch_)) file_.raiseLimit(kStatementSize, line);
   rewrite(scratch_, output);
 }
 
@@ -172,7 +213,12 @@ void tLineWalk::rewrite(tTknString& statement, tString& output) {
   if (!tRewriter(shared_.rules, statement, shared_.rewriting.notes).run()) {
     file_.raise(eSourceError::kCircularRule, statement.origin());
   }
+  shared_.matcherSteps += statement.steps();
+  if (shared_.matcherSteps > kMostStepsInAll) file_.raiseLimit("matcher steps", statement.origin());
   if (observer != nullptr) observer->statementEnds(statement);
+  if (statement.textSize() >= tString::maxSize() - output.size()) {
+    file_.raiseLimit("output size", statement.origin());
+  }
   statement.appendText(output);
   output.append('\n');
   shared_.checks.check(statement, file_);

@@ -1,16 +1,18 @@
 #pragma once
 
-#include <memory>
+#include <string_view>
 
+#include "korelpre/statements/plainwrite.h"
 #include "korelpre/text/tknstring.h"
 
 namespace precomp {
 
+class tHeaderImage;
 class tHeaderRecorder;
 class tInclude;
-class tPlainWriter;
 class tProgramFile;
 struct tSharedState;
+struct tSourceLine;
 
 /// Phase 2 for one file: walks over its lines, enters the rules of the main file where their line
 /// is reached, and writes the rewritten statements.
@@ -27,14 +29,24 @@ class tLineWalk {
   void rewrite(tTknString& statement, tString& output);
 
  private:
-  void walkIncludesOnly(tString& output, int& depth);
-  void walkLines(tString& output, int& depth);
-  void walkInclude(tInclude& include, tString& output, int& depth);
-  void writePlain(int line, tPlainWriter& writer, tString& output);
+  void begin(tString& output);
+  tInclude* goOn(tString& output);
+  tInclude* walkStops(tString& output);
+  tInclude* walkLines(tString& output);
+  tInclude* walkEntry(tSourceLine& entry, tString& output);
+  void writeMarkers(const tHeaderImage& image, tString& output);
+  void walkStatement(int line, tString& output);
+  void writePlain(int line, tString& output);
+  void append(std::string_view text, int line, tString& output);
+  void appendMarker(int line, std::string_view name, tString& output);
 
   tProgramFile& file_;
   tSharedState& shared_;
-  tTknString scratch_;  // the plain statement being rewritten
+  bool headerOnly_ = false;     // there is no statement
+  int passed_ = 0;              // lines, or stops of a header
+  bool behindInclude_ = false;  // a "#line" marker waits for the next line with content
+  tPlainWriter writer_;
+  tTknString scratch_;  // the statement being rewritten
 };
 
 /// Notes the "#line" markers that run() writes for a header without statements; false when it has

@@ -1,5 +1,7 @@
 #include "korelpre/directives/programfile.h"
 
+#include <algorithm>
+
 #include "korelpre/headers/headerrecorder.h"
 #include "korelpre/text/lineends.h"
 #include "lib_base/pathname.h"
@@ -7,14 +9,24 @@
 
 namespace precomp {
 
+namespace {
+
+constexpr const char* kFileSize = "file size";
+
+}  // namespace
+
 tInclude::tInclude(int line, const tString& name, tProgramFile& includer)
     : line_(line), name_(name), includer_(includer) {}
 
 tInclude::~tInclude() = default;
 
-bool tInclude::process() {
+tProgramFile& tInclude::start() {
   file_ = std::make_unique<tProgramFile>(includer_, line_);
-  return includer_.shared().root.compileInclude(*file_, name_);
+  return *file_;
+}
+
+bool tInclude::process() {
+  return includer_.shared().root.compileInclude(start(), name_);
 }
 
 tProgramFile::tProgramFile(tSharedState& shared) : shared_(shared), main_(this) {}
@@ -85,10 +97,12 @@ bool tProgramFile::readByPath(const tString& path) {
   if (error != 0) raiseUnreadable(path, error);
   if (file == nullptr) return false;
   names.resolved = files.resolve(path.c_str());
-  enter(file->size());
-  if (inCycle_ || file->readAll(text)) return true;
+  const std::int64_t size = file->size();
+  enter(size);
+  if (inCycle_) return true;
+  if (size <= static_cast<std::int64_t>(tString::maxSize()) && file->readAll(text)) return true;
   if (file->error() != 0) raiseUnreadable(path, file->error());
-  raiseLimit("included text");
+  raiseLimit(kFileSize);
 }
 
 /// Finds out whether the file, of that many bytes, is being compiled further up, and counts it.
@@ -103,15 +117,32 @@ void tProgramFile::enter(std::int64_t bytes) {
 }
 
 void tProgramFile::takeText(bool mayBePacked) {
-  if (mayBePacked && isZipSource(text)) {
-    tString unpacked;
-    if (unpackZipSource(text, tString::maxSize(), unpacked) != eZipResult::kOk) {
-      raiseLimit("damaged file");
-    }
-    text = std::move(unpacked);
-  }
+  if (mayBePacked && isZipSource(text)) unpackText();
+  if (tString::maxSize() - std::min(text.size(), tString::maxSize()) < 2) raiseLimit(kFileSize);
   text.append("\r\n");
-  normaliseLineEnds(text);
+  if (!normaliseLineEnds(text)) raiseLimit(kFileSize);
+}
+
+// A file of some kilobytes can hold megabytes, so what counts is the text.
+void tProgramFile::unpackText() {
+  const auto packed = static_cast<std::int64_t>(text.size());
+  const auto unpacked = static_cast<std::int64_t>(unpackedSize(text));
+  const bool credible = unpacked <= static_cast<std::int64_t>(tString::maxSize());
+  if (!isMain() && credible) {
+    const char* const limit = shared_.finder.countText(unpacked - packed);
+    if (limit != nullptr) raiseLimit(limit);
+  }
+  tString whole;
+  if (unpackZipSource(text, tString::maxSize(), whole) != eZipResult::kOk) {
+    raiseLimit("damaged file");
+  }
+  text = std::move(whole);
+}
+
+void tProgramFile::releaseText() {
+  if (lines.hasStatements()) return;
+  text = tString();
+  lines.keepHeaderStops();
 }
 
 // Kept on purpose: case matters for the file's own name only.

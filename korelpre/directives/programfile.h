@@ -29,6 +29,8 @@ class tInclude {
   tInclude(const tInclude&) = delete;
   tInclude& operator=(const tInclude&) = delete;
 
+  /// Makes the file that process(), or whoever does the same, reads and compiles.
+  tProgramFile& start();
   /// Reads and compiles the file. False when it was optional and is missing, or is already being
   /// compiled further up; everything else that is wrong is raised.
   bool process();
@@ -97,6 +99,8 @@ class tProgramFile final : public tSourceFile {
   bool read(const tString& name);
   /// Makes what was read the text to be compiled. With `mayBePacked` a packed text is unpacked.
   void takeText(bool mayBePacked);
+  /// To be called when the file has been compiled: of one without statements little is kept.
+  void releaseText();
   /// Whether the file that was read is being compiled further up; its text was not read then.
   bool inCycle() const { return inCycle_; }
 
@@ -113,6 +117,8 @@ class tProgramFile final : public tSourceFile {
   using tSourceFile::raise;
   /// The file exceeds a limit, or is damaged.
   [[noreturn]] void raiseLimit(const char* limit);
+  /// The same for what begins at a line of it.
+  [[noreturn]] void raiseLimit(const char* limit, int line);
   /// A file of this name is there, or may be, and cannot be read, for which `error` is the errno
   /// value.
   [[noreturn]] void raiseUnreadable(const tString& name, int error);
@@ -139,6 +145,7 @@ class tProgramFile final : public tSourceFile {
   bool readByHost(const tString& path);
   bool readByPath(const tString& path);
   void enter(std::int64_t bytes);
+  void unpackText();
   void diagnose(int code, const char* slug, const tString& message, int line, int column);
   [[noreturn]] void raiseOfInclude(const char* slug, std::string_view what);
   void diagnoseInclude(int code, const char* slug, const tString& message);

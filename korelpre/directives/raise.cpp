@@ -105,6 +105,10 @@ void tProgramFile::raiseOfInclude(const char* slug, std::string_view what) {
   throw SSException(entry.code, message.c_str());
 }
 
+void tProgramFile::raiseLimit(const char* limit, int line) {
+  raise(eSourceError::kLimitExceeded, line, tString(": ").append(limit).c_str());
+}
+
 void tProgramFile::raiseAgain(const SSException& failure, int line) {
   if (shared_.error.placed) return;
   const bool invalidToken = failure.errorId() == SSErrorToken;

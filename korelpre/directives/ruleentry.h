@@ -6,7 +6,7 @@
 namespace precomp {
 
 class tProgramFile;
-class tSourceLine;
+struct tSourceLine;
 
 /// Carries out a directive that makes a rule: a #define, #command, #xcommand, #translate or
 /// #xtranslate. The rule of a header enters the tables at once, that of the main file when its line

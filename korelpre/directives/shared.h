@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "korelpre/directives/filefinder.h"
@@ -60,9 +61,10 @@ struct tSharedState {
   tStatementCheck checks;
   tRaisedError error;
   tRewriting rewriting;
-  bool walking = false;         // phase 2 has begun
-  bool extendedSource = false;  // the main source is written in the extended language
-  bool headerMissing = false;   // an optional header was not found
+  std::uint64_t matcherSteps = 0;  // of all statements so far
+  bool walking = false;            // phase 2 has begun
+  bool extendedSource = false;     // the main source is written in the extended language
+  bool headerMissing = false;      // an optional header was not found
 
   // What hosts set.
   tString standardHeader = tString::borrow("std.ch");

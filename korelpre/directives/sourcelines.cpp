@@ -25,7 +25,7 @@ bool tSourceCode::hasContent(int line) const {
     case kNothing:
       return false;
     case kEntry:
-      return entries_[offset(line)]->hasContent();
+      return entries_[offset(line)].hasContent();
     default:
       return true;
   }
@@ -49,8 +49,8 @@ tSourceLine& tSourceCode::entry(int line) {
   extendTo(line);
   if (kind(line) != kEntry) {
     const bool directive = kind(line) == kDirective;
-    entries_.push_back(std::make_unique<tSourceLine>(line));
-    entries_.back()->directive = directive;
+    entries_.emplace_back();
+    entries_.back().directive = directive;
     set(line, kEntry, entries_.size() - 1);
   }
   return entryAt(line);
@@ -58,19 +58,37 @@ tSourceLine& tSourceCode::entry(int line) {
 
 void tSourceCode::reset(int line) {
   if (line > count()) return;
-  if (kind(line) == kEntry) entries_[offset(line)] = std::make_unique<tSourceLine>(line);
-  if (kind(line) != kEntry) set(line, kNothing, 0);
+  if (kind(line) != kEntry) return set(line, kNothing, 0);
+  tSourceLine& entry = entryAt(line);
+  entry.tokens.Destroy();
+  entry.include = nullptr;
+  entry.pendingDefine.reset();
+  entry.pendingRules.clear();
+  entry.directive = false;
 }
 
 void tSourceCode::clear() {
   lines_.clear();
   entries_.clear();
+  headerStops_.clear();
   hasPlain_ = false;
+}
+
+void tSourceCode::keepHeaderStops() {
+  bool behindInclude = false;
+  for (int line = 1; line <= count(); ++line) {
+    if (!hasContent(line)) continue;
+    tInclude* const include = kind(line) == kEntry ? entryAt(line).include : nullptr;
+    if (behindInclude || include != nullptr) headerStops_.push_back({line, behindInclude, include});
+    behindInclude = include != nullptr;
+  }
+  lines_ = {};
+  entries_.clear();
 }
 
 bool tSourceCode::hasStatements() const {
   return hasPlain_ || std::any_of(entries_.begin(), entries_.end(),
-                                  [](const auto& entry) { return entry->count() > 0; });
+                                  [](const auto& entry) { return !entry.tokens.empty(); });
 }
 
 }  // namespace precomp

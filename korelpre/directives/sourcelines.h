@@ -1,34 +1,40 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string_view>
 #include <vector>
 
 #include "korelpre/rules/rule.h"
-#include "korelpre/text/tknstring.h"
-#include "lib_base/stringz.h"
+#include "korelpre/text/spcstring.h"
+#include "lib_base/list.h"
 
 namespace precomp {
 
 class tInclude;
 
 /// What a line of a source contributes when it is more than a span of the text: the tokens of a
-/// statement that starts on it and what a directive left for the walk over the lines.
-class tSourceLine : public tTknString {
- public:
-  /// `line` counts from 1.
-  explicit tSourceLine(int line) : tTknString(line) {}
-
+/// statement that starts on it and what a directive left for the walk over the lines. A source can
+/// have millions of them.
+struct tSourceLine {
+  tAutoArray<tSpcString> tokens;             // the walk takes them
   tInclude* include = nullptr;               // owned by its processor's include list
   std::unique_ptr<tBaseXChg> pendingDefine;  // entered into the tables when the walk gets here
   std::vector<std::unique_ptr<tBaseXChg>> pendingRules;  // commands and translations, likewise
   bool directive = false;                                // the line held a directive
 
   bool hasContent() const {
-    return count() > 0 || include != nullptr || pendingDefine != nullptr || !pendingRules.empty() ||
-           directive;
+    return !tokens.empty() || include != nullptr || pendingDefine != nullptr ||
+           !pendingRules.empty() || directive;
   }
+};
+
+/// A place that the walk over a header without statements stops at.
+struct tHeaderStop {
+  int line;
+  bool behindInclude;  // the first line with content behind one: it gets a "#line" marker
+  tInclude* include;   // null when the line holds none
 };
 
 /// The lines of one source text. A line that is blank, continues another or is a plain statement
@@ -59,20 +65,24 @@ class tSourceCode {
   /// The object of a line, made when there is none yet. Owned by this list.
   tSourceLine& entry(int line);
   /// The object of a line of kind kEntry.
-  tSourceLine& entryAt(int line) { return *entries_[offset(line)]; }
-  /// Empties a line; its object goes.
+  tSourceLine& entryAt(int line) { return entries_[offset(line)]; }
+  /// Empties a line.
   void reset(int line);
   void clear();
 
   /// Whether any line holds a statement.
   bool hasStatements() const;
+  /// Of a file without statements, keeps what headerStops() answers and gives the rest back.
+  void keepHeaderStops();
+  const std::vector<tHeaderStop>& headerStops() const { return headerStops_; }
 
  private:
   std::uint32_t word(int line) const { return lines_[static_cast<std::size_t>(line) - 1]; }
   void set(int line, eKind kind, std::size_t value);
 
   std::vector<std::uint32_t> lines_;  // kind in the low two bits, an offset or index above
-  std::vector<std::unique_ptr<tSourceLine>> entries_;
+  std::deque<tSourceLine> entries_;
+  std::vector<tHeaderStop> headerStops_;
   bool hasPlain_ = false;
 };
 

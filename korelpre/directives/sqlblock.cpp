@@ -28,6 +28,9 @@ using namespace korelpre;
 
 namespace {
 
+constexpr std::size_t kMostGrowth =
+    32;  // bytes that a byte of a token may become, and an empty one
+
 // What stands between the colon and the closing "%" of a marker.
 std::string_view argumentOf(std::string_view marker) {
   const std::size_t colon = marker.find(':');
@@ -81,7 +84,7 @@ tString sqlTextOf(const tSpcString& token) {
 
 }  // namespace
 
-void tSqlBlock::addLine(const tAutoArray<tSpcString>& tokens) {
+bool tSqlBlock::addLine(const tAutoArray<tSpcString>& tokens) {
   bool first = true;
   for (int i = 0; i < tokens.count(); ++i) {
     const tSpcString& token = tokens[i];
@@ -89,15 +92,25 @@ void tSqlBlock::addLine(const tAutoArray<tSpcString>& tokens) {
       noParser = true;
       continue;
     }
+    const std::size_t most = token.spacing().size() + kMostGrowth * (token.size() + 1);
+    if (!fits(most)) return false;
     text.append(first ? std::string_view(" ") : token.spacing().view());
     text.append(sqlTextOf(token));
     first = false;
   }
+  return true;
 }
 
-void tSqlBlock::addColumn(std::string_view name, std::string_view description) {
+bool tSqlBlock::addColumn(std::string_view name, std::string_view description) {
+  if (!fits(name.size() + description.size() + 4)) return false;
   if (!columns.empty()) columns.append(',');
   columns.append("{\"").append(name).append(description);
+  return true;
+}
+
+// The call holds both, and something around them.
+bool tSqlBlock::fits(std::size_t bytes) const {
+  return text.size() + columns.size() + bytes <= tString::maxSize() / 2;
 }
 
 tString tSqlBlock::call(std::string_view alias) const {

@@ -129,6 +129,16 @@ tKorelPreStackElement* tGrammarValues::startChain(tChainBuilder::eSide side) {
   return result.release();
 }
 
+// To the list of tokens that the first symbol stands for.
+tKorelPreStackElement* tGrammarValues::addToken(const tSpcString& token) {
+  const tAutoArray<tSpcString>& list = part(0).list();
+  if (list.count() == kMostSourceTokens) {
+    file_.raiseLimit(kStatementSize, static_cast<int>(list[0].line()));
+  }
+  part(0).add(token);
+  return takeOver(0);
+}
+
 tKorelPreStackElement* tGrammarValues::valueOf(unsigned production, unsigned size) {
   switch (leftSideOf(production)) {
     case kSymToken:
@@ -163,8 +173,7 @@ tKorelPreStackElement* tGrammarValues::valueOf(unsigned production, unsigned siz
     }
     case kTokenListMore:
     case kParamListMore:
-      part(0).add(part(size - 1).token());
-      return takeOver(0);
+      return addToken(part(size - 1).token());
     case kMatchPatternStart:
       return startChain(tChainBuilder::kPattern);
     case kResultElementsStart:
@@ -205,18 +214,22 @@ tKorelPreStackElement* tGrammarValues::sqlValueOf(unsigned production) {
       tString description("\",\"N\",");
       description.append(part(kWidthOfColumn).token()).append(',');
       description.append(part(kDecimalsOfColumn).token()).append('}');
-      sql_.addColumn(lexemeText(0), description);
+      addColumn(description);
       return nullptr;
     }
     case kDateColumn:
-      sql_.addColumn(lexemeText(0), "\",\"D\",8,0}");
+      addColumn("\",\"D\",8,0}");
       return nullptr;
     case kLogicalColumn:
-      sql_.addColumn(lexemeText(0), "\",\"L\",1,0}");
+      addColumn("\",\"L\",1,0}");
       return nullptr;
     default:
       return nullptr;
   }
+}
+
+void tGrammarValues::addColumn(std::string_view description) {
+  if (!sql_.addColumn(lexemeText(0), description)) file_.raiseLimit(kStatementSize, sql_.line);
 }
 
 std::string_view tGrammarValues::lexemeText(unsigned index) {
@@ -250,10 +263,10 @@ void tGrammarValues::attachStatement(tKorelPreStackElement& list) {
   if (list.list().empty()) return;
   const auto line = static_cast<int>(list.list()[0].line());
   if (sql_.holds(line)) {
-    sql_.addLine(list.list());
+    if (!sql_.addLine(list.list())) file_.raiseLimit(kStatementSize, sql_.line);
     return;
   }
-  file_.lines.entry(line).tokens().swap(list.list());
+  file_.lines.entry(line).tokens.swap(list.list());
 }
 
 tKorelPreStackElement& tGrammarValues::part(unsigned index) {

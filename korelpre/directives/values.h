@@ -31,6 +31,7 @@ class tGrammarValues {
  private:
   tKorelPreStackElement& part(unsigned index);
   tKorelPreStackElement* takeOver(unsigned index);
+  tKorelPreStackElement* addToken(const tSpcString& token);
   tKorelPreStackElement* makeToken(unsigned production);
   tKorelPreStackElement* makeSpace(const SSLexLexeme& lexeme);
   tKorelPreStackElement* makeName(unsigned index);
@@ -40,6 +41,7 @@ class tGrammarValues {
   void addElement(tChainBuilder& chain, tKorelPreStackElement& element);
   tKorelPreStackElement* sqlValueOf(unsigned production);
   tKorelPreStackElement* makeSqlCall();
+  void addColumn(std::string_view description);
   std::string_view lexemeText(unsigned index);
   void attachStatement(tKorelPreStackElement& list);
 

@@ -1,5 +1,6 @@
 #include "korelpre/text/lineends.h"
 
+#include <algorithm>
 #include <utility>
 
 #if defined(__SSE2__)
@@ -49,20 +50,23 @@ bool hasNormalLineEnds(std::string_view text) {
   return !afterReturn;
 }
 
-void normaliseLineEnds(tString& text) {
-  if (hasNormalLineEnds(text)) return;
+bool normaliseLineEnds(tString& text) {
+  if (hasNormalLineEnds(text)) return true;
   tString normal;
-  normal.reserve(text.size() + text.size() / 16 + 16);
+  const std::size_t most = tString::maxSize();
+  normal.reserve(std::min(text.size() + text.size() / 16 + 16, most));
   const std::string_view from = text.view();
   std::size_t i = 0;
   while (i < from.size()) {
     const std::size_t stop = nextLineEnd(from, i);
+    if (stop - i + 2 > most - normal.size()) return false;
     normal.append(from.substr(i, stop - i));
     if (stop == from.size()) break;
     normal.append("\r\n");
     i = from.substr(stop, 2) == "\r\n" ? stop + 2 : stop + 1;
   }
   text = std::move(normal);
+  return true;
 }
 
 }  // namespace precomp

@@ -75,7 +75,7 @@ std::uint32_t kindOfToken(std::uint32_t token) {
   return kKinds[token];
 }
 
-void tokenisePlain(const char* start, const char* end, int line, tTknString& statement) {
+bool tokenisePlain(const char* start, const char* end, int line, tTknString& statement) {
   const SSLexDense dense = KorelPreLexClass::builtinTable().expressionList(kListStatement)->dense();
   const char* p = start;
   for (;;) {
@@ -83,7 +83,8 @@ void tokenisePlain(const char* start, const char* end, int line, tTknString& sta
     tString spacing = gap.pass(statement.count() > 0);
     p = gap.position();
     if (statement.count() > 0) line += gap.lines();
-    if (endsCode(p)) return;
+    if (endsCode(p)) return true;
+    if (statement.count() == kMostSourceTokens) return false;
     std::uint32_t token = 0;
     const char* tokenEnd = nullptr;
     if (isQuote(*p) && p[1] != *p) {

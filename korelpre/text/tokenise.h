@@ -6,8 +6,9 @@ namespace precomp {
 
 /// Makes the tokens of a plain statement (see linescan.h) that starts at `start`: the same that
 /// scanner and grammar make. They refer to the text, which must outlive them. `line` is that of
-/// the first token, from 1.
-void tokenisePlain(const char* start, const char* end, int line, tTknString& statement);
+/// the first token, from 1. False when there are more than kMostSourceTokens, of which it then has
+/// those.
+bool tokenisePlain(const char* start, const char* end, int line, tTknString& statement);
 
 /// The kind of token that the grammar makes of a scanner's token; 0 for one that it never makes a
 /// statement's token of.
