@@ -8,30 +8,6 @@
 
 namespace {
 
-TEST(Conditionals, NestAsDeepAsMemoryGoes) {
-  constexpr int kDepth = 100000;
-  std::string source;
-  for (int i = 0; i < kDepth; ++i) source += "#ifndef N" + std::to_string(i % 7) + "\n";
-  source += "x := 1\n";
-  for (int i = 0; i < kDepth; ++i) source += "#else\nx := 2\n#endif\n";
-  const tPreprocessed result = preprocess(source + "y := 3");
-  EXPECT_EQ(result.error, "");
-  EXPECT_TRUE(result.text ==
-              std::string(kDepth, '\n') + "x := 1\n" + std::string(3 * kDepth, '\n') + "y := 3");
-}
-
-TEST(Includes, StopWhereTheyAreTooDeep) {
-  tDiskManMemory disk;
-  disk.put("std.ch", "");
-  disk.put("main.prw", "\n#include \"h0\"\n");
-  for (int i = 0; i < 1000; ++i) {
-    disk.put("h" + std::to_string(i), "#include \"h" + std::to_string(i + 1) + "\"\n");
-  }
-  precomp::KorelPre16 session(disk);
-  EXPECT_EQ(runSession(session, {"-Fmain.prw"}).error,
-            "main.prw(2) Error C9999  ERRO generico: include depth\n");
-}
-
 TEST(Includes, TakeBackslashesForSlashesUnlessAFileBearsTheName) {
   const struct {
     const char *directive, *path;
