@@ -97,9 +97,8 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   /// Fills the tables from the file that a run has saved of the standard header; false when there
   /// is none that holds what the text would give.
   bool loadPchFile();
-  /// Reads a header, no standard header before it, and saves it as the standard header it is to
-  /// be. False when it was not saved; what is wrong with the header itself is raised. The cache
-  /// must be one that saves.
+  /// Reads a header and saves it as a standard header. False when it was not saved; what is wrong
+  /// with the header itself is raised. The cache must be one that saves.
   bool prepch(const char* header);
 
   // Conditional compilation; see tConditionals. A null name means that the directive lies in a
@@ -117,7 +116,6 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   SSYaccStackElement* stackElement() override { return new tKorelPreStackElement; }
   SSYaccStackElement* reduce(unsigned production, unsigned size) override;
   int error(unsigned state, SSLexLexeme& lookahead) override;
-
   bool compileInclude(tProgramFile& file, const tString& name) override;
 
  protected:
@@ -152,8 +150,6 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   tProgramFile& file_;
   tString currentDirectory_;
   bool headerDone_ = false;  // the standard header has been read
-
-  // The parse of the file.
   tInclude* awaited_ = nullptr;  // the include of an included file that the parser has paused for
   tImageWork work_;              // for its image
   tSqlBlock sql_;

@@ -2,7 +2,7 @@
 """Runs the program over sources that are made to cost too much. Each must end within its time and
 memory, on a small stack, with the right message.
 
-    hostile_test.py PROGRAM [--slow N] [--only TEXT] [--table]
+    hostile_test.py PROGRAM [--slow N] [--stack KIB] [--only TEXT] [--table]
 """
 import argparse
 import os
@@ -16,7 +16,6 @@ from pathlib import Path
 
 MIB = 1 << 20
 LARGEST = 16 * MIB  # of a text
-STACK = 64 * 1024
 OK = "a.prw ok."
 CIRCULAR = "Error C2078  Circular"
 ALL = '#include "h0.ch"\n'
@@ -269,9 +268,9 @@ SAMPLES = (
 class Outcome:
     """How the program ended, and what it cost."""
 
-    def __init__(self, program, sample, folder, allowed):
+    def __init__(self, program, sample, folder, allowed, stack):
         def confine():
-            resource.setrlimit(resource.RLIMIT_STACK, (STACK, STACK))
+            resource.setrlimit(resource.RLIMIT_STACK, (stack, stack))
             resource.setrlimit(resource.RLIMIT_CPU, (allowed, allowed))
             resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
@@ -312,6 +311,7 @@ def main():
     )
     options.add_argument("program")
     options.add_argument("--slow", type=int, default=1, help="allow this many times the seconds")
+    options.add_argument("--stack", type=int, default=64, help="of so many KiB")
     options.add_argument("--only", default="", help="samples with this text in their names")
     options.add_argument("--table", action="store_true", help="print what each sample costs")
     given = options.parse_args()
@@ -322,7 +322,7 @@ def main():
             continue
         with tempfile.TemporaryDirectory() as name:
             sample.write(Path(name))
-            outcome = Outcome(program, sample, Path(name), 30 * given.slow)
+            outcome = Outcome(program, sample, Path(name), 30 * given.slow, given.stack << 10)
         if given.table:
             told = [line for line in outcome.told.splitlines() if "Exitecode" not in line]
             form = "%-34s %3d %6.2f s %5d MiB  %.80s"

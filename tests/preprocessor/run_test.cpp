@@ -151,7 +151,7 @@ TEST(Run, FilesThatCannotBeReadAreNotTakenForMissing) {
       for (const char* name : {"x/a.prw", "y/a.prw"}) disk.put(name, "#include \"h.ch\"\n");
       disk.put("y/p.krh", "<p>");
       disk.put("inc/h.ch", "#define WRONG 1\n");
-      if (opens) disk.put(row.refused, "#define A 1\n");
+      if (opens) disk.put(row.refused, "//" + std::string(1000, 'x') + "\n");
       disk.refuse(row.refused, {row.error, opens, row.times});
       const tRun run = runOver(disk, row.arguments);
       EXPECT_EQ(run.result, row.result) << row.printed << opens;
