@@ -113,7 +113,7 @@ void KorelPre16::define(std::string_view name, std::optional<std::string_view> v
   if (value) {
     tokens.add(new tSpcString(tString(*value)));
   }
-  defines()->Add(new tTranslate(this, key, tokens));
+  defines()->enter(std::make_unique<tTranslate>(this, key, tokens));
 }
 
 void KorelPre16::doIt(tString& output, tString& errorText) {

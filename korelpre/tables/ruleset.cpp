@@ -1,5 +1,7 @@
 #include "korelpre/tables/ruleset.h"
 
+#include <utility>
+
 namespace precomp {
 
 AYaccClass* tRuleSet::KorelYacc() {
@@ -9,7 +11,7 @@ AYaccClass* tRuleSet::KorelYacc() {
 
 void tRuleSet::enter(std::unique_ptr<tBaseXChg> rule) {
   tXChgArray& table = rule->isCmd() ? commands : translates;
-  table.Add(rule.release());
+  table.enter(std::move(rule));
 }
 
 void tRuleSet::setObserver(tRuleObserver* observer) {

@@ -206,6 +206,17 @@ void tXChgArray::Add(tBaseXChg* rule) {
   if (wordRule.caseSensitive && !wordRule.abbreviate) index_.added(rule);
 }
 
+void tXChgArray::enter(std::unique_ptr<tBaseXChg> rule) {
+  const int before = count();
+  try {
+    Add(rule.get());
+  } catch (...) {
+    if (count() > before) static_cast<void>(rule.release());
+    throw;
+  }
+  static_cast<void>(rule.release());
+}
+
 // To be called before the rule is added.
 void tXChgArray::noteKey(std::string_view key, tWordRule wordRule) {
   if (wordRule.abbreviate) abbreviating_ = true;

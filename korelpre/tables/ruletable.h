@@ -29,6 +29,8 @@ class tXChgArray : public tRuleSlots, private tRuleSource {
 
   /// Inserts `rule` behind every rule whose key equals its key.
   void Add(tBaseXChg* rule);
+  /// The same for a table that owns its rules. The rule goes when memory runs out.
+  void enter(std::unique_ptr<tBaseXChg> rule);
   /// Inserts the rule of a #define. When exactly one rule has its key, that one is destroyed; true
   /// then.
   bool define(std::unique_ptr<tBaseXChg> rule);

@@ -55,6 +55,9 @@ Return MORE
 #endif
 )";
 
+const std::string kBlock = kSource + "BeginContent var c\n a line\nEndContent\n";
+const std::string kPage = "<% Local i %>\n<ul>\n<% For i := 1 To 3 %>\n<%= i %>\n<% Next %>\n";
+
 const tFiles& inputs() {
   static const tFiles kInputs = {
       {"std.ch", kRules},
@@ -62,6 +65,8 @@ const tFiles& inputs() {
       {"none.ch", ""},
       {"a.prw", kSource},
       {"b.prw", readBytes(KRPRE_SOURCES "/tests/corpus/packed/source.prw")},
+      {"c.krh", kPage},
+      {"d.prw", kBlock},
       {"bad.prw", "#include \"bad.ch\"\n"},
       {"bad.ch", "PUT 1\nElse\n"},
   };
@@ -69,7 +74,8 @@ const tFiles& inputs() {
 }
 
 void expectSound(const tEntry& entry) {
-  static const tFiles kOlder = {{"a.ppo", "older"}, {"b.ppo", "older"}, {"bad.ppo", "older"}};
+  static const tFiles kOlder = {
+      {"a.ppo", "older"}, {"b.ppo", "older"}, {"c.ppo", "older"}, {"bad.ppo", "older"}};
   EXPECT_EQ(sweep(entry, inputs(), kOlder), "");
 }
 
@@ -92,7 +98,8 @@ TEST(Faults, OfDoPreProcAreTold) {
   static struct {
     tVector vector;
     int status;
-  } runs[] = {{{"", "@Fa.prw", "@Fb.prw", "-Isub", "-T"}, 0},
+  } runs[] = {{{"", "@Fa.prw", "@Fb.prw", "-I.", "-T"}, 0},
+              {{"", "@Fc.krh", "@Fd.prw", "-Isub"}, 0},
               {{"", "@Fa.prw", "/DDEBUG=1", "/DMORE"}, 0},
               {{"", "@Fbad.prw", "@Fb.prw"}, 1},
               {{"", "-v"}, 0}};
@@ -190,9 +197,6 @@ TEST(Faults, OfKrpreRunAreTold) {
 }
 
 TEST(Faults, OfKrpreTextAreTold) {
-  static const std::string kBlock = kSource + "BeginContent var c\n a line\nEndContent\n";
-  static const std::string kPage =
-      "<% Local i %>\n<ul>\n<% For i := 1 To 3 %>\n<%= i %>\n<% Next %>\n";
   for (const auto& [name, text] : {std::pair("sub/none.prw", &kBlock), {"page.krh", &kPage}}) {
     expectSound({"krpre_text", [name = name, text = text](tCame& listens) {
                    krpre_host host = listener(listens);
