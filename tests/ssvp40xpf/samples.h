@@ -97,14 +97,24 @@ constexpr tableimage::tSymbol kFactor = kSum + 2;
 /// 1: sum = sum + product, 2: sum = product, 3: product = product * factor, 4: product = factor,
 /// 5: factor = ( sum ), 6: factor = name.
 inline tableimage::tImage expressionImage() {
-  return tableimage::tSlrTable({{0, {kSum}},
-                                {kSum, {kSum, kPlus, kProduct}},
-                                {kSum, {kProduct}},
-                                {kProduct, {kProduct, kTimes, kFactor}},
-                                {kProduct, {kFactor}},
-                                {kFactor, {kOpen, kSum, kClose}},
-                                {kFactor, {kName}}})
-      .image();
+  using namespace tableimage;
+  static constexpr tSymbol kEnd = sstable::kTokenEof;
+  const std::vector<tSymbol> behindFactor = {kPlus, kTimes, kClose, kEnd};
+  const auto operand = [](const tPairs& gotos) {
+    return tRow{{{kName, shift(1)}, {kOpen, shift(2)}}, gotos};
+  };
+  const auto behindProduct = [](std::uint32_t production) {
+    const std::uint32_t word = reduce(production);
+    return tRow{{{kPlus, word}, {kTimes, shift(8)}, {kClose, word}, {kEnd, word}}};
+  };
+  return parserImage(
+      {operand({{kSum, 3}, {kProduct, 4}, {kFactor, 5}}), reducing(6, behindFactor),
+       operand({{kSum, 6}, {kProduct, 4}, {kFactor, 5}}),
+       tRow{{{kPlus, shift(7)}, {kEnd, sstable::kActionAccept}}}, behindProduct(2),
+       reducing(4, behindFactor), tRow{{{kPlus, shift(7)}, {kClose, shift(9)}}},
+       operand({{kProduct, 10}, {kFactor, 5}}), operand({{kFactor, 11}}), reducing(5, behindFactor),
+       behindProduct(1), reducing(3, behindFactor)},
+      {{0, 1}, {kSum, 3}, {kSum, 1}, {kProduct, 3}, {kProduct, 1}, {kFactor, 3}, {kFactor, 1}});
 }
 
 constexpr tableimage::tSymbol kLines = sstable::kFirstNonterminal;
@@ -112,12 +122,16 @@ constexpr tableimage::tSymbol kLine = kLines + 1;
 
 /// 1: lines = lines line, 2: lines = (empty), 3: line = name ;  4: line = (error token) ;
 inline tableimage::tImage linesImage(std::uint32_t rowFlags = 0) {
-  return tableimage::tSlrTable({{0, {kLines}},
-                                {kLines, {kLines, kLine}},
-                                {kLines, {}},
-                                {kLine, {kName, kSemicolon}},
-                                {kLine, {sstable::kTokenError, kSemicolon}}})
-      .image(rowFlags);
+  using namespace tableimage;
+  const std::vector<tSymbol> behindLine = {kName, sstable::kTokenError, sstable::kTokenEof};
+  const tRow start = {
+      {{kName, shift(2)}, {sstable::kTokenEof, sstable::kActionAccept}}, {{kLine, 3}}, 4};
+  tRow first = reducing(2, behindLine);
+  first.gotos = {{kLines, 1}};
+  return parserImage(
+      {first, start, tRow{{{kSemicolon, shift(5)}}}, reducing(1, behindLine),
+       tRow{{{kSemicolon, shift(6)}}}, reducing(3, behindLine), reducing(4, behindLine)},
+      {{0, 1}, {kLines, 2}, {kLines, 0}, {kLine, 2}, {kLine, 2}}, rowFlags);
 }
 
 inline std::vector<char> bytesOf(const tableimage::tImage& image) {

@@ -254,19 +254,20 @@ TEST(Parser, ReportsWhatIsMissing) {
   EXPECT_EQ(raised([&] { passing.parse(); }), "5 SSLex0105e: Invalid token, Line 1, Offset 1, ?");
 }
 
+/// 1: line = (this many lines), which the automaton reduces again and again; 2: line = name.
+tableimage::tImage endlessImage(std::uint32_t parts) {
+  using namespace tableimage;
+  const std::vector<tSymbol> atEnd = {sstable::kTokenEof};
+  return parserImage({tRow{{{samples::kName, shift(1)}}, {{samples::kLine, 2}}}, reducing(2, atEnd),
+                      reducing(1, atEnd)},
+                     {{0, 1}, {samples::kLine, parts}, {samples::kLine, 1}});
+}
+
 TEST(Parser, StopsReductionsThatNeverEnd) {
-  // 1: line = line, so that the automaton reduces line to itself for ever.
-  tableimage::tImage image = tableimage::tSlrTable({{0, {samples::kLines}},
-                                                    {samples::kLines, {samples::kLine}},
-                                                    {samples::kLine, {samples::kName}}})
-                                 .image();
-  const std::size_t productions = image[sstable::kYaccProductions] / sstable::kWordSize;
-  image[productions + 3] = samples::kLine;
-  const SSYaccTable cyclic = tableOf(image);
+  const SSYaccTable cyclic = tableOf(endlessImage(1));
   tParser parser("a", cyclic);
   EXPECT_EQ(raised([&] { parser.parse(); }), "13 SSYacc0102e: Parse failed, invalid table");
-  image[productions + 2] = 0;  // now each round leaves one more element
-  const SSYaccTable growing = tableOf(image);
+  const SSYaccTable growing = tableOf(endlessImage(0));  // each round leaves one more element
   tParser endless("a", growing);
   EXPECT_NE(raised([&] { endless.parse(); }), "none");
 }
