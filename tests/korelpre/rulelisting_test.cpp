@@ -32,6 +32,7 @@ TEST(RuleListing, ShowsEachRuleCloseToItsDirective) {
       {"#translate A <x,...> <(y)> <*z*> => <{x}> #<y> <\"z\"> <(x)> <.y.>",
        "A <x ,...> <(y)> <*z*>  => <{x}>#<y><\"z\"><(x)><.y.> \n "},
       {"#xtranslate A [<x: B, C D>] [[E] F] => c[, <x>]", "A [<x:B,C D> ][[E ]F ] => c [, x ] \n "},
+      {"#command A [<x>] => b(<x>)\nA 1", "#xcommand A [x] => b ( x )  \n "},  // applied before
       {"#define A", "A  =>  \n "},
       {"#define F(a, b) a + b", "F ( a, b)  => a + b  \n "},
   };

@@ -76,6 +76,7 @@ TEST(StatementChecks, KeepStatementsInTheirPlaces) {
       {"Function A()\nLocal a\na := 1 ; Local b",
        "3) Error C2051  LOCAL declaration follows executable statement\n"},
       {"Function A()\nUse x\nLocal a", "3) Error C2051"},
+      {"Function A()\nSta x\nLocal a", "3) Error C2051"},  // four letters are the shortest
       {"Function A()\n&x := 1\nLocal a", "3) Error C2051"},
       {"Static a\nb := 1\nc := 2\nFunction A()",
        "2) Error C2006  Statement not allowed outside procedure or function\n"},
