@@ -9,13 +9,6 @@
 
 namespace {
 
-std::string repeated(const std::string& piece, int count) {
-  std::string text;
-  text.reserve(piece.size() * static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) text += piece;
-  return text;
-}
-
 TEST(RuleLimits, AreThoseOfTheStatementWhateverStandsWhere) {
   const std::string name(900000, 'L');
   const std::string many = repeated("a+", 60000);

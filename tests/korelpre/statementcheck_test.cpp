@@ -173,15 +173,10 @@ TEST(StatementChecks, KnowTheExtendedLanguage) {
 }
 
 TEST(StatementChecks, FollowBracketsBeyondAWord) {
-  std::string open;
-  std::string closing;
-  for (int i = 0; i < 40; ++i) {
-    open += "[(";
-    closing += ")]";
-  }
-  EXPECT_EQ(preprocess("x := " + open + closing).error, "");
-  closing.replace(78, 2, "])");
-  EXPECT_EQ(preprocess("x := " + open + closing).error.substr(0, 23), "main.prw(1) Error C2002");
+  EXPECT_EQ(preprocess("x := " + repeated("[(", 40) + repeated(")]", 40)).error, "");
+  EXPECT_EQ(
+      preprocess("x := " + repeated("[(", 40) + repeated(")]", 39) + "])").error.substr(0, 23),
+      "main.prw(1) Error C2002");
 }
 
 }  // namespace

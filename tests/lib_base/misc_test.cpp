@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "lib_base/list.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
 #include "lib_base/translate.h"
@@ -127,6 +129,19 @@ TEST(Fatal, NamesItsPlaceAndCutsLongTexts) {
   }
   EXPECT_EQ(fatalOf([] { fatalAllocation(std::size_t{5} << 32, "lib_base/some", 1); }),
             "Memory Allocation Failure ( 21474836480 Bytes )");
+}
+
+TEST(Array, IndexesOutsideAreFatal) {
+  int value = 0;
+  tArray<int> array;
+  EXPECT_NE(fatalOf([&] { array.last(); }), "");
+  array.add(&value);
+  for (const int index : {-1, 1, std::numeric_limits<int>::min()}) {
+    EXPECT_EQ(fatalOf([&] { array.get(index); }), "array index out of bounds") << index;
+    EXPECT_NE(fatalOf([&] { array.takeAt(index); }), "") << index;
+    EXPECT_NE(fatalOf([&] { array.insertAt(index == 1 ? 2 : index, &value); }), "") << index;
+  }
+  EXPECT_EQ(array.count(), 1);
 }
 
 TEST(Translate, LoadsNothingForAHostWithoutQt) {

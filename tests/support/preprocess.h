@@ -10,6 +10,13 @@
 #include "lib_base/output.h"
 #include "tests/support/memorydisk.h"
 
+inline std::string repeated(std::string_view piece, int count) {
+  std::string text;
+  text.reserve(piece.size() * static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) text += piece;
+  return text;
+}
+
 /// What came out of a session.
 struct tPreprocessed {
   std::string text;     // lines separated by "\n"
