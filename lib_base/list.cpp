@@ -41,12 +41,14 @@ void tPointerArray::reserve(int capacity) {
   capacity_ = capacity;
 }
 
+void tPointerArray::growByOne() {
+  if (capacity_ == kMostElements) outOfBounds();
+  reserve(grownCapacity(capacity_));
+}
+
 void tPointerArray::insertPointer(int index, void* item) {
   if (index < 0 || index > count_) outOfBounds();
-  if (count_ == capacity_) {
-    if (capacity_ == kMostElements) outOfBounds();
-    reserve(grownCapacity(capacity_));
-  }
+  if (count_ == capacity_) growByOne();
   if (index < count_) {
     const auto after = static_cast<std::size_t>(count_ - index);
     std::memmove(items_ + index + 1, items_ + index, after * sizeof(void*));

@@ -62,6 +62,8 @@ class tPointerArray {
     count_ += added - removed;
     other.count_ = 0;
   }
+  /// Makes room for one more element in a full array.
+  void growByOne();
   /// All that can fail in splicePointers.
   void reserveForSplice(int index, int removed, int added) {
     const int count = count_ - removed + added;
@@ -118,9 +120,8 @@ class tAutoArray : public tArray<T> {
   /// Destroys every element and leaves the array empty.
   virtual void Destroy() { destroyElements(); }
   void add(T* item) {
-    std::unique_ptr<T> owner(item);
+    if (this->count() == this->capacity()) growFor(item);
     tArray<T>::add(item);
-    static_cast<void>(owner.release());
   }
   void insertAt(int index, T* item) {
     std::unique_ptr<T> owner(item);
@@ -144,6 +145,12 @@ class tAutoArray : public tArray<T> {
   }
 
  private:
+  // Rare, and out of the way of what adds tokens by the million.
+  [[gnu::noinline]] void growFor(T* item) {
+    std::unique_ptr<T> owner(item);
+    this->growByOne();
+    static_cast<void>(owner.release());
+  }
   void destroyElements() {
     while (this->count() > 0) delete this->takeAt(this->count() - 1);
   }

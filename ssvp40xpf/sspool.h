@@ -40,19 +40,23 @@ void releaseSlow(void* storage, std::size_t sizeClass) noexcept;
 
 }  // namespace sspool
 
+/// Storage of that size that the thread has kept; null if there is none.
+inline void* ssPoolTake(std::size_t size) noexcept {
+  const std::size_t sizeClass = (size - 1) / sspool::kClassSize;
+  if (!sspool::kKeeps || sizeClass >= sspool::kClasses) return nullptr;
+  sspool::tFreeList& list = sspool::pool.lists[sizeClass];
+  sspool::tFreeBlock* const block = list.first;
+  if (block == nullptr) return nullptr;
+  list.first = block->next;
+  ++list.room;
+  return block;
+}
+
 /// Storage for the small objects that are created for every token. Released storage is kept per
 /// thread for the next request in its size class; larger requests go to the heap.
 inline void* ssPoolAllocate(std::size_t size) {
-  const std::size_t sizeClass = (size - 1) / sspool::kClassSize;
-  if (sspool::kKeeps && sizeClass < sspool::kClasses) {
-    sspool::tFreeList& list = sspool::pool.lists[sizeClass];
-    if (sspool::tFreeBlock* const block = list.first) {
-      list.first = block->next;
-      ++list.room;
-      return block;
-    }
-  }
-  return sspool::allocateFresh(size);
+  void* const block = ssPoolTake(size);
+  return block != nullptr ? block : sspool::allocateFresh(size);
 }
 
 /// Releases storage allocated by ssPoolAllocate with the same `size`, on any thread.

@@ -2,11 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <new>
 #include <string_view>
 #include <utility>
 
-#include "lib_base/fatal.h"
 #include "lib_base/stringz.h"
 #include "ssvp40xpf/sspool.h"
 
@@ -48,17 +46,17 @@ class tSpcString : public tString {
 
   // Tokens come and go by the million.
   static void* operator new(std::size_t size) {
-    try {
-      return ssPoolAllocate(size);
-    } catch (const std::bad_alloc&) {
-      fatalAllocation(size, "korelpre/text/spcstring", __LINE__);
-    }
+    void* const block = ssPoolTake(size);
+    return block != nullptr ? block : allocate(size);
   }
   static void operator delete(void* block, std::size_t size) noexcept {
     ssPoolRelease(block, size);
   }
 
  private:
+  /// Lack of memory for a token is a fatal error, which names its size.
+  static void* allocate(std::size_t size);
+
   tString spacing_;
   std::uint32_t kind_ = 0;
   std::uint32_t aux_ = 0;
