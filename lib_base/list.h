@@ -30,9 +30,11 @@ class tPointerArray {
     if (static_cast<unsigned>(index) >= static_cast<unsigned>(count_)) outOfBounds();
     return items_[index];
   }
+  /// Appends to an array that is not full.
+  void appendInPlace(void* item) noexcept { items_[count_++] = item; }
   void appendPointer(void* item) {
     if (count_ < capacity_) {
-      items_[count_++] = item;
+      appendInPlace(item);
     } else {
       insertPointer(count_, item);
     }
@@ -121,7 +123,7 @@ class tAutoArray : public tArray<T> {
   virtual void Destroy() { destroyElements(); }
   void add(T* item) {
     if (this->count() == this->capacity()) growFor(item);
-    tArray<T>::add(item);
+    this->appendInPlace(item);
   }
   void insertAt(int index, T* item) {
     std::unique_ptr<T> owner(item);

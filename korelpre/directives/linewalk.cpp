@@ -216,10 +216,9 @@ void tLineWalk::rewrite(tTknString& statement, tString& output) {
   shared_.matcherSteps += statement.steps();
   if (shared_.matcherSteps > kMostStepsInAll) file_.raiseLimit("matcher steps", statement.origin());
   if (observer != nullptr) observer->statementEnds(statement);
-  if (statement.textSize() >= tString::maxSize() - output.size()) {
+  if (!statement.appendWithin(tString::maxSize(), output)) {
     file_.raiseLimit("output size", statement.origin());
   }
-  statement.appendText(output);
   output.append('\n');
   shared_.checks.check(statement, file_);
 }

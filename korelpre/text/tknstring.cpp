@@ -34,7 +34,17 @@ void tTknString::noteLastPlace(const tMatchMarker* word, int place) {
 
 void tTknString::appendText(tString& text, bool original) const {
   const tAutoArray<tSpcString>& shown = original && !original_.empty() ? original_ : tokens_;
-  const std::size_t size = sizeOf(shown);
+  append(shown, sizeOf(shown), text);
+}
+
+bool tTknString::appendWithin(std::size_t limit, tString& text) const {
+  const std::size_t size = sizeOf(tokens_);
+  if (size >= limit - text.size()) return false;
+  append(tokens_, size, text);
+  return true;
+}
+
+void tTknString::append(const tAutoArray<tSpcString>& shown, std::size_t size, tString& text) {
   if (size == 0) return;
   char* to = text.extend(size);
   // Most pieces are nothing, one blank or one bracket.

@@ -126,6 +126,9 @@ class tTknString {
   /// Appends each token's spacing and text: the tokens as they are, or as they were when
   /// keepOriginal() was called (if it was).
   void appendText(tString& text, bool original = false) const;
+  /// Appends the tokens as they are. False, with nothing appended, when `text` would not stay below
+  /// `limit` bytes.
+  bool appendWithin(std::size_t limit, tString& text) const;
   /// Keeps a copy of the tokens as they are now.
   void keepOriginal();
   /// Statements that continue this one. Owned.
@@ -136,6 +139,7 @@ class tTknString {
 
  private:
   static std::size_t sizeOf(const tAutoArray<tSpcString>& tokens);
+  static void append(const tAutoArray<tSpcString>& shown, std::size_t size, tString& text);
   tSpcString& emptyToken() {
     emptyToken_.clear();
     return emptyToken_;
