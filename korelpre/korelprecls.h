@@ -149,7 +149,7 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   std::unique_ptr<tProgramFile> ownFile_;  // in the root
   tProgramFile& file_;
   tString currentDirectory_;
-  bool headerDone_ = false;  // the standard header has been read
+  bool headerDone_ = false;      // the standard header has been read
   tInclude* awaited_ = nullptr;  // the include of an included file that the parser has paused for
   tImageWork work_;              // for its image
   tSqlBlock sql_;
