@@ -101,6 +101,8 @@ tHeld held() {
 // --- the replaced functions ---------------------------------------------------------------------
 
 #pragma GCC visibility push(default)
+// The names of the headers are reserved.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 void* malloc(std::size_t size) {
@@ -185,6 +187,7 @@ ssize_t write(int file, const void* bytes, std::size_t count) {
 }
 
 }  // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 #ifdef __SANITIZE_ADDRESS__
 // A sanitizer's own would not ask malloc.

@@ -32,7 +32,7 @@ TEST(Includes, TakeBackslashesForSlashesUnlessAFileBearsTheName) {
 }
 
 TEST(Includes, WithAZeroByteInTheirNameAreNotThoseThatEndThere) {
-  EXPECT_EQ(preprocessFiles({{"main.prw", {"#include \"a\0b.ch\"\n", 19}}, {"a", "x"}}).error,
+  EXPECT_EQ(preprocessFiles({{"main.prw", {"#include \"a\0b.ch\"\n", 18}}, {"a", "x"}}).error,
             "main.prw(1) Error C2090  File not found a\\x00b.ch\n");
 }
 
