@@ -15,11 +15,7 @@
 #include <new>
 
 // The allocator below the replaced functions.
-#ifdef __SANITIZE_ADDRESS__
-#define REAL(name) __interceptor_##name
-#else
 #define REAL(name) __libc_##name
-#endif
 extern "C" {
 void* REAL(malloc)(std::size_t);
 void* REAL(calloc)(std::size_t, std::size_t);
@@ -188,19 +184,4 @@ ssize_t write(int file, const void* bytes, std::size_t count) {
 
 }  // extern "C"
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
-
-#ifdef __SANITIZE_ADDRESS__
-// A sanitizer's own would not ask malloc.
-void* operator new(std::size_t size) {
-  void* const block = malloc(size);
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
-}
-void operator delete(void* block) noexcept {
-  free(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-  free(block);
-}
-#endif
 #pragma GCC visibility pop
