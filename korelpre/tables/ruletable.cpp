@@ -18,6 +18,7 @@
 #include "korelpre/tables/ruletable.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "korelpre/rules/ruleobserver.h"
 #include "korelpre/text/cursor.h"
@@ -282,7 +283,7 @@ int tXChgArray::placeOf(const tBaseXChg& rule) const {
 bool tXChgArray::define(std::unique_ptr<tBaseXChg> rule) {
   const tIndexedName* known = index_.find(rule->key());
   if (known == nullptr || known->rules != 1) {
-    Add(rule.release());
+    enter(std::move(rule));
     return false;
   }
   const int place = placeOf(*known->rule);
