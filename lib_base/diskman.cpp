@@ -36,7 +36,9 @@ class tLocalFile : public tFile {
 
   std::int64_t size() override {
     struct stat status {};
-    return ::fstat(handle_, &status) == 0 ? status.st_size : -1;
+    if (::fstat(handle_, &status) == 0) return status.st_size;
+    error_ = errno;
+    return -1;
   }
 
   std::int64_t read(void* bytes, std::size_t count) override {

@@ -41,6 +41,7 @@ bool readWhole(tFile& file, char* to, std::size_t size) {
 std::shared_ptr<const tHeaderImage> readImage(tDiskMan& files, const tString& name, int& error) {
   const std::unique_ptr<tFile> file = files.open(name.c_str(), error);
   const std::int64_t stated = file == nullptr ? -1 : file->size();
+  if (file != nullptr && stated < 0) error = file->error();
   tImageHead head;
   if (stated < static_cast<std::int64_t>(sizeof head) || stated > kLargestImage) return nullptr;
   const auto size = static_cast<std::size_t>(stated);

@@ -98,6 +98,7 @@ bool tProgramFile::readByPath(const tString& path) {
   if (file == nullptr) return false;
   names.resolved = files.resolve(path.c_str());
   const std::int64_t size = file->size();
+  if (size < 0) raiseUnreadable(path, file->error());
   enter(size);
   if (inCycle_) return true;
   if (size <= static_cast<std::int64_t>(tString::maxSize()) && file->readAll(text)) return true;
