@@ -46,7 +46,14 @@ void tDependencies::begin(std::string_view source) {
 }
 
 void tDependencies::add(std::string_view name) {
-  if (known_.emplace(name).second) names_.emplace_back(name);
+  const auto [known, isNew] = known_.emplace(name);
+  if (!isNew) return;
+  try {
+    names_.push_back(*known);
+  } catch (...) {
+    known_.erase(known);  // or a header that is read once more would be missing in the rule
+    throw;
+  }
 }
 
 std::string tDependencies::rule(std::string_view output) const {
