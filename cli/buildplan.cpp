@@ -32,9 +32,11 @@ std::string withExtension(const std::string& name, const char* extension) {
 }
 
 std::string outputName(const std::string& source, const std::string& directory) {
-  std::string name(krpre_output_name(source.c_str(), directory.c_str(), nullptr, 0), '\0');
-  if (name.empty()) throw std::bad_alloc();
-  krpre_output_name(source.c_str(), directory.c_str(), name.data(), name.size() + 1);
+  const auto write = [&](char* name, std::size_t size) {
+    return krpre_output_name(source.c_str(), directory.c_str(), name, size);
+  };
+  std::string name(write(nullptr, 0), '\0');
+  if (name.empty() || write(name.data(), name.size() + 1) != name.size()) throw std::bad_alloc();
   return name;
 }
 

@@ -30,9 +30,12 @@ void takeMessage(void* context, const char* text, std::size_t length) {
 }
 
 std::string translated(const std::string& language, const char* text) {
-  std::string words(krpre_translate(language.c_str(), text, nullptr, 0), '\0');
-  krpre_translate(language.c_str(), text, words.data(), words.size() + 1);
-  return words.empty() ? text : words;
+  const auto write = [&](char* words, std::size_t size) {
+    return krpre_translate(language.c_str(), text, words, size);
+  };
+  std::string words(write(nullptr, 0), '\0');
+  const bool done = write(words.data(), words.size() + 1) == words.size() && !words.empty();
+  return done ? words : text;  // without memory the words stay English
 }
 
 void addDiagnostic(const tMessageStyle& style, const krpre_diagnostic* diagnostic,
