@@ -22,6 +22,11 @@ const char* faultOf(const krpre_define& define) {
 // Steps that a host hears of for one statement.
 constexpr int kMostTrials = 100'000;
 
+// The host's text, not copied: what reports that memory is short must not need any.
+tString textOf(const char* text) {
+  return text == nullptr ? tString() : tString::borrow(text);
+}
+
 int lastLineOf(const precomp::tTknString& statement) {
   int last = statement.origin();
   for (int i = 0; i < statement.count(); ++i) {
@@ -34,8 +39,8 @@ int lastLineOf(const precomp::tTknString& statement) {
 
 tHostBridge::tHostBridge(const krpre_host& host)
     : host_(host),
-      dependencies_({tString(host.dependencyName), (host.flags & KRPRE_DEPENDENCIES_CHOSEN) != 0,
-                     tString(host.dependencyTargets), (host.flags & KRPRE_PHONY_TARGETS) != 0}) {}
+      dependencies_({textOf(host.dependencyName), (host.flags & KRPRE_DEPENDENCIES_CHOSEN) != 0,
+                     textOf(host.dependencyTargets), (host.flags & KRPRE_PHONY_TARGETS) != 0}) {}
 
 tString tHostBridge::fault() const {
   if (host_.includeDirectoryCount > 0 && host_.includeDirectories == nullptr) {

@@ -23,7 +23,7 @@ class tHostBridge : public tRunHost,
                     private precomp::tRuleObserver,
                     private precomp::tFileObserver {
  public:
-  /// `host` must outlive this object.
+  /// `host` must outlive this object. Allocates nothing, so that whatever fails can be told.
   explicit tHostBridge(const krpre_host& host);
 
   /// Why the host's include directories or defines cannot be used; empty when they can.

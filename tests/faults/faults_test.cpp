@@ -188,6 +188,7 @@ TEST(Faults, OfKrpreRunAreTold) {
                  krpre_host host = listener(listens);
                  host.flags = KRPRE_KEEP_UNCHANGED | KRPRE_TAKE_TURNS;
                  host.outputName = "a.ppo";
+                 host.dependencyName = "a.d";
                  host.headers = krpre_headers_new(1);
                  for (int i = 0; i < 2 && listens.status == 0; ++i) {
                    listens.status = krpre_run(2, vector.slots(), &host);
