@@ -4,6 +4,8 @@
 //
 // With the first byte even, the rest is read as one rule. Otherwise the rest changes an image that
 // was made of a header: four bytes for each change, the place in three of them and the new value.
+// With kOnDisk the image is the file beside the header; without a sum that fits, or with any bytes
+// in its place, it must not show.
 
 #include <cstdint>
 #include <cstring>
@@ -22,6 +24,8 @@
 namespace {
 
 using namespace precomp;
+
+enum eMode : unsigned { kImage = 1, kOnDisk = 2, kNotSealed = 4, kAnyBytes = 8 };
 
 constexpr std::string_view kHeader =
     "#define NAME value + 1\n#define CALL(a, bb) f(a, bb,  a)\n"
@@ -81,7 +85,34 @@ void useRules(const tHeaderImage& image) {
   }
 }
 
-void useChangedImage(tByteReader& input) {
+std::string throughCache(tDiskManMemory& disk, tHeaderCache* cache) try {
+  KorelPre16 session(disk);
+  tAutoArray<tString> options;
+  options.add(new tString("-Fmain.prw"));
+  session.Init(options, 1);
+  session.setHeaderCache(cache);
+  tString output;
+  tString error;
+  session.doIt(output, error);
+  return std::string(output.view()) + "\n== " + std::string(error.view());
+} catch (const tDamagedImage&) {
+  cache->setTryAgain(true);  // as a run does
+  return throughCache(disk, cache);
+}
+
+void useSavedFile(std::string_view image, bool mayShow) {
+  tDiskManMemory disk;
+  disk.put("std.ch", kHeader);
+  disk.put("main.prw", kSource);
+  static const std::string kPlain = throughCache(disk, nullptr);
+  disk.put("std.pch", image);
+  tHeaderCache cache(true);
+  const std::string saved = throughCache(disk, &cache);
+  if (!mayShow) requireEqual(saved, kPlain, "a file that is no sound image does not show");
+}
+
+void useChangedImage(tByteReader& input, unsigned mode) {
+  if ((mode & kAnyBytes) != 0) return useSavedFile(input.rest(), false);
   const std::string_view sound = soundImage();
   auto words = tHeaderImage::storage(sound.size());
   char* const bytes = reinterpret_cast<char*>(words.get());
@@ -93,7 +124,9 @@ void useChangedImage(tByteReader& input) {
     const std::size_t place = byte(0) | byte(1) << 8 | byte(2) << 16;
     bytes[place % sound.size()] = changes[3];
   }
-  tHeaderImage::seal(bytes, sound.size());
+  const bool sealed = (mode & kNotSealed) == 0;
+  if (sealed) tHeaderImage::seal(bytes, sound.size());
+  if ((mode & kOnDisk) != 0) return useSavedFile({bytes, sound.size()}, sealed);
   const auto image = tHeaderImage::open(std::move(words), sound.size());
   if (image != nullptr) useRules(*image);
 }
@@ -112,6 +145,10 @@ void readRule(std::string_view bytes) {
   tString second;
   same->print(&second);
   require(listing == second, "and lists as it did");
+  std::string cut = again.written();
+  cut.resize(bytes.size() % cut.size());
+  tPCHStream shorter(cut, 0);
+  require(tBaseXChg::restore(&shorter, nullptr) == nullptr, "a rule ends where its bytes end");
 }
 
 }  // namespace
@@ -119,10 +156,11 @@ void readRule(std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const tSilence silence;
   tByteReader input(bytes, size);
-  if (input.byte() % 2 == 0) {
+  const unsigned mode = input.byte();
+  if ((mode & kImage) == 0) {
     readRule(input.rest());
   } else {
-    useChangedImage(input);
+    useChangedImage(input, mode);
   }
   return 0;
 }

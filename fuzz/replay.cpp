@@ -1,25 +1,32 @@
-// Runs the inputs of a folder through a fuzz target, without libFuzzer:
+// Runs the inputs of a folder through a fuzz target, without libFuzzer, and then random ones, which
+// are the same every time:
 //
-//   fuzz_replay TARGET FOLDER
+//   fuzz_replay TARGET FOLDER [COUNT]
 //
 // Every target is linked in under its own name; the build gives its entry point that name.
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
 using tTarget = int(const std::uint8_t* bytes, std::size_t size);
 
-extern "C" {
-tTarget convert_fuzz, pch_fuzz, rules_fuzz, run_fuzz, scanner_fuzz, session_fuzz, table_fuzz,
-    zip_fuzz;
-}
+// clang-format off
+#define TARGETS(USE) \
+  USE(commandline) USE(convert) USE(disk) USE(flat) USE(host) USE(match) USE(pch) \
+  USE(program) USE(run) USE(scanner) USE(table) USE(zip)
+// clang-format on
+
+#define DECLARE(target) extern "C" tTarget target##_fuzz;
+TARGETS(DECLARE)
 
 namespace {
 
@@ -27,8 +34,9 @@ constexpr struct {
   const char* name;
   tTarget* run;
 } kTargets[] = {
-    {"convert", convert_fuzz}, {"pch", pch_fuzz},         {"rules", rules_fuzz}, {"run", run_fuzz},
-    {"scanner", scanner_fuzz}, {"session", session_fuzz}, {"table", table_fuzz}, {"zip", zip_fuzz},
+#define ROW(target) {#target, target##_fuzz},
+    TARGETS(ROW)
+#undef ROW
 };
 
 tTarget* targetNamed(const char* name) {
@@ -48,6 +56,15 @@ std::vector<std::filesystem::path> filesOf(const char* folder) {
   return files;
 }
 
+void runRandom(tTarget* target, int count) {
+  std::mt19937 random(20240223);
+  for (int i = 0; i < count; ++i) {
+    std::vector<std::uint8_t> input(random() % 120);
+    for (std::uint8_t& byte : input) byte = static_cast<std::uint8_t>(random());
+    target(input.data(), input.size());
+  }
+}
+
 void run(tTarget* target, const std::filesystem::path& file) {
   // A target that finds a fault ends the process, so the name must be out by then.
   std::printf("%s\n", file.filename().c_str());
@@ -62,13 +79,14 @@ void run(tTarget* target, const std::filesystem::path& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  tTarget* const target = argc == 3 ? targetNamed(argv[1]) : nullptr;
+  tTarget* const target = argc == 3 || argc == 4 ? targetNamed(argv[1]) : nullptr;
   if (target == nullptr) {
-    std::fprintf(stderr, "usage: fuzz_replay TARGET FOLDER\n");
+    std::fprintf(stderr, "usage: fuzz_replay TARGET FOLDER [COUNT]\n");
     return 2;
   }
   const std::vector<std::filesystem::path> files = filesOf(argv[2]);
   for (const std::filesystem::path& file : files) run(target, file);
+  if (argc == 4) runRandom(target, std::atoi(argv[3]));
   if (files.empty()) std::fprintf(stderr, "no inputs in %s\n", argv[2]);
   return files.empty() ? 1 : 0;
 }

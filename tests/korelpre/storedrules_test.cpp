@@ -3,49 +3,12 @@
 #include <string>
 
 #include "korelpre/rules/patternmarkers.h"
-#include "korelpre/rules/restrictmarker.h"
 #include "korelpre/rules/rule.h"
 #include "korelpre/rules/rulestream.h"
-#include "tests/support/preprocess.h"
 
 using namespace precomp;
 
 namespace {
-
-// Every kind of marker, groups in groups, a group that opens a group, and what surrounds them.
-constexpr const char* kEveryKind =
-    "#define NAME value + 1\n"
-    "#define EMPTY\n"
-    "#define CALL(a, bb) f(a, bb,  a)\n"
-    "#command SAY <x> [AT <r>, <c> [COLOR <k>]] => say(<x> [, <r>] [, <c> [, <k>]])\n"
-    "#xcommand LIST <l,...> [TO <(f)>] [<on: ON, OFF NOW>] => l({<l>}, <(f)>, <.on.>)\n"
-    "#translate pick( <*rest*> ) => #<rest>\n"
-    "#xtranslate keep <x>   with <y> => <\"x\"> <{y}>   \\< <x>\n"
-    "#command DEEP [ [ [ONE <a>] TWO <b>] THREE <c>] => deep([ [<a>,] <b>,] <c>)\n"
-    "#command GONE <x> =>\n";
-
-template <class Visitor>
-void visitRules(const char* directives, const Visitor& visit) {
-  tMemoryProcessor processor;
-  processor.run("rules.prw", directives);
-  for (tXChgArray* table : {processor->defines(), processor->commands(), processor->translates()}) {
-    table->arrange();
-    for (int i = 0; i < table->count(); ++i) visit(*table->get(i), *processor);
-  }
-}
-
-TEST(StoredRules, EndWhereTheirBytesEnd) {
-  visitRules(kEveryKind, [](const tBaseXChg& rule, KorelPreYaccClass&) {
-    tPCHStream stream;
-    rule.save(&stream);
-    const std::string& whole = stream.written();
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-      const std::string cut = whole.substr(0, size);
-      tPCHStream reading(cut, 0);
-      EXPECT_EQ(tBaseXChg::restore(&reading, nullptr), nullptr) << size;
-    }
-  });
-}
 
 TEST(StoredRules, DoNotNestDeeperThanRulesMay) {
   const auto loads = [](int depth) {

@@ -32,12 +32,16 @@ struct tRun {
   std::string printed;
 };
 
-inline tRun runOver(tDiskMan& disk, std::vector<std::string> arguments) {
+inline tRun runOver(tDiskMan& disk, std::vector<std::string> arguments, tRunHost& host) {
   std::vector<char*> vector = {nullptr};
   for (std::string& argument : arguments) vector.push_back(argument.data());
   tPrinted printed;
-  const int result = runPreprocessor(disk, static_cast<int>(vector.size()), vector.data());
+  const int result = runPreprocessor(disk, static_cast<int>(vector.size()), vector.data(), host);
   return {result, printed.text()};
+}
+inline tRun runOver(tDiskMan& disk, std::vector<std::string> arguments) {
+  tRunHost nobody;
+  return runOver(disk, std::move(arguments), nobody);
 }
 
 /// The message of a source that was preprocessed, and of one with an error.
