@@ -45,10 +45,11 @@ F=$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T$T
 G=$T$T$T$T$T$T$T$T$T | #command DISP$=[ <x> => a<x>$/$G
 T=#define n$= $=$/#xcommand DISPLAY LONG$= <x> => a<x>$/#command DISPLAY W$= <x> [TO <y>] => b(<x>)$/#xtranslate tran$= ( <x> ) => t<x>$/#command DISPLAYING$= <x> => c$/
 L=$I | $D | $C | $S | $X | $Q | // $I | * $Y |   $I && c | $I ;$/  $I | /* $Y$/ c */ $I | #include "$N.ch" | #include 'b.ch' | #include <a.ch> | #include $N | #error $Y | #stdout $Y
-D=#define $N $V | #define $N | #define $N($N) $V | #define $N($N, b) $N($V, b) $N | #undef $N | #command $K $M=> $R | #xcommand $K $M=> $R | #translate $K $M=> $R | #xtranslate $K $M=> $R | #xtranslate $K $M=> | #command $K $M=> ;$/ $R ;$/ ; $R | #translate $N( $M ) => $R | #xcommand $K $M | #COMMAND $M => #$N $R | $Z
+D=#define $N $V | #define $N $J $J$/$N $J$N$J | #define $N(x, One) $J$/$N $J $J | #define $N | #define $N($N) $V | #define $N($N, b) $N($V, b) $N | #undef $N | #command $K $M=> $R | #xcommand $K $M=> $R | #translate $K $M=> $R | #xtranslate $K $M=> $R | #xtranslate $K $M=> | #command $K $M=> ;$/ $R ;$/ ; $R | #translate $N( $M ) => $R | #xcommand $K $M | #COMMAND $M => #$N $R | $Z
 C=#ifdef $N | #ifndef $N | #else | #endif | #elseif | #ifdef $N$/$L$/#else$/$L$/#endif | #ifndef $N$/$L$/#endif | #ifdef One$/#ifdef Two$/$L$/#endif$/#endif | #if $V
 N=One | Two | F | x | y | K | a | b | Three | Nothing | DISPLAY | tran | END | M | If | _z9
 V=1 | $E | $N | $N + $V | ($V) | "$Y" | $N($V) | $N | $V, $V | .T. | [x] | {|$N| $V} | {$V, $V} | &$N. | &($V) | $N[$V] | $N->$N | $N:$N($V) | @$N | -$V | !$V | $N++ | If($V, $V, $V) | 12.5 | nil | ::$N | $N := $V | "$N
+J=( | ) | (1,2) | [1] | ] | , | 1. | . | .T | T. | -> | - | > | ++ | : | := | & | @ | (@x) | '"' | \" | \' | \; | \/* | If | else( | Function | using | x := | ; | ;$/ | $/;$/ | $/* 's$/ | C:\$/ | d\;$/ | /**/ | next | $N
 E=$N | $N $O $E | ($E) | $V | $N($E) | $E, $E | "$Y" | '$N' | $Y
 O=+ | := | - | * | / | = | == | $$ | <> | != | .and. | .or. | % | ** | ^ | -> | : | . | += | => | < | >
 K=K | DISPLAY | SAY | STORE | $N | ? | @ | a | -> | TRANSLATED | 1 | .5 | [
