@@ -37,7 +37,7 @@ void tGrammar::expand(char symbol, tByteReader& input, int depth, int& steps,
 // expression, O operator, K what begins a rule's pattern, M pattern, W literal of a pattern, R
 // result, I statement, A arguments of a rule, S part of a structure, Q embedded SQL, X pieces that
 // meet in every order, Y a piece of text, Z a piece of a directive, U a piece that rules look for,
-// F many rules, G some and odd ones, T one of each kind.
+// F many rules, G some and odd ones, T one of each kind, J what joins with a name beside it.
 const tGrammar kProgramGrammar(
     R"(P= | $L$/$P | $L$/$L$/$L$/$P | #include "a.ch"$/$P | #include "a.ch"$/#include "b.ch"$/$P | Function f($N, b)$/$P
 H= | $D$/$H | $F$H | $F$F$F$F$F$F$H | $G$H | $D$/$D$/$D$/$H | $C$/$H | #include "b.ch"$/$H | #include "a.ch", 'b.ch'$/$H | #zip$/$H | $I$/$H | // $Y$/$H | #ifndef GUARD$/#define GUARD$/$H#endif$/
