@@ -16,10 +16,6 @@ tString outputDirectory(const tRunOptions& options, const tPathParts& source) {
   return directory;
 }
 
-std::string_view bareOf(std::string_view name) {
-  return name.substr(name.rfind('/') + 1);
-}
-
 tString temporaryName(const tString& directory, const tRunOptions& options, const char* extension) {
   return tString::format("%skrpre%s%s", directory.c_str(), options.tag.c_str(), extension);
 }
@@ -60,7 +56,7 @@ bool outputIsSource(tDiskMan& disk, const tFileNames& names, const tString& read
                     bool followed) {
   if (names.outputIsNamed && leadsToSource(disk, names.output, followed)) return true;
   if (!followed && disk.follow(names.output.c_str()) != names.output) return false;
-  if (!names.outputIsNamed && !equalNoCase(bareOf(names.source), bareOf(names.output))) {
+  if (!names.outputIsNamed && !equalNoCase(bareName(names.source), bareName(names.output))) {
     return false;
   }
   const tString source = disk.resolve(readName.c_str());
