@@ -1,11 +1,10 @@
 #include "lib_base/replacement.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -18,7 +17,7 @@ namespace {
 class tComparison : public tFile {
  public:
   /// `other` must outlive this object.
-  explicit tComparison(tFile& other) : other_(other), buffer_(new char[kPart]) {}
+  explicit tComparison(tFile& other) : other_(other) {}
 
   std::int64_t size() override { return -1; }
   std::int64_t read(void* /*bytes*/, std::size_t /*count*/) override { return -1; }
@@ -26,24 +25,20 @@ class tComparison : public tFile {
   bool close() override { return true; }
 
   bool write(std::string_view bytes) override {
-    while (!bytes.empty()) {
-      const std::int64_t count = other_.read(buffer_.get(), std::min(bytes.size(), kPart));
-      if (count <= 0) return false;
-      const auto length = static_cast<std::size_t>(count);
-      if (std::memcmp(buffer_.get(), bytes.data(), length) != 0) return false;
-      bytes.remove_prefix(length);
-    }
-    return true;
+    if (held_.size() < bytes.size()) held_.resize(bytes.size());
+    const std::int64_t count = other_.read(held_.data(), bytes.size());
+    return count >= 0 && bytes == std::string_view(held_.data(), static_cast<std::size_t>(count));
   }
 
   /// Whether the other file holds nothing more.
-  bool atEnd() { return other_.read(buffer_.get(), 1) == 0; }
+  bool atEnd() {
+    char next = 0;
+    return other_.read(&next, 1) == 0;
+  }
 
  private:
-  static constexpr std::size_t kPart = 64 * 1024;
-
   tFile& other_;
-  std::unique_ptr<char[]> buffer_;
+  std::string held_;
 };
 
 tString besides(const tString& target, const tString& temporary) {
