@@ -48,7 +48,7 @@ SSYaccStackElement* KorelPreYaccClass::reduce(unsigned production, unsigned size
   } else if (skipping()) {
     result = new tKorelPreStackElement;
   } else {
-    result = tGrammarValues(*this, file_, sql_).valueOf(production, size);
+    result = tGrammarValues(*this, file_, sql_, feed_->lineBefore()).valueOf(production, size);
   }
   if (result->line() == 0) result->setLine(static_cast<std::uint32_t>(line));
   return ifValid(result);

@@ -21,6 +21,7 @@
 #include "korelpre/directives/programfile.h"
 #include "korelpre/text/cursor.h"
 #include "korelpre/text/linescan.h"
+#include "korelpre/text/tokenise.h"
 
 namespace precomp {
 
@@ -72,7 +73,14 @@ SSLexLexeme* tLexemeFeed::next() {
     noteDelivered(*held_);
     return held_.release();
   }
-  if (atLineStart_ && (!inSql_ || file_.conditionals.skipping())) passPlainLines();
+  if (atLineStart_ && (!inSql_ || file_.conditionals.skipping())) {
+    passPlainLines();
+    lineBefore_ = std::exchange(lineStart_, consumer_->start());
+  }
+  return nextInLine();
+}
+
+SSLexLexeme* tLexemeFeed::nextInLine() {
   tString blanks;
   bool gap = false;
   for (;;) {
@@ -99,6 +107,31 @@ SSLexLexeme* tLexemeFeed::next() {
     atLineStart_ = false;
     held_ = std::move(lexeme);
     return SSLexLexeme::make(blanks.data(), blanks.size(), kTokSpc, held_->line(), held_->offset());
+  }
+}
+
+// What stands in the text has been judged the first time, so nothing is raised here.
+void tLexemeFeed::readAgain(std::size_t at, int line, tTknString& statement) {
+  SSLexMark mark;
+  mark.index = at;
+  consumer_->acceptTo(mark);
+  atLineStart_ = true;
+  tString spacing;
+  for (;;) {
+    const SSRef<SSLexLexeme> lexeme(held_ ? std::move(held_) : SSRef(nextInLine()));
+    if (!lexeme || lexeme->token() == kTokLineFeed) break;
+    if (lexeme->token() == kTokSpc) {
+      spacing = spacingOf(*lexeme);
+      continue;
+    }
+    auto token = std::make_unique<tSpcString>();
+    readToken(*lexeme, kindOfToken(lexeme->token()), file_.text, *token);
+    token->setSpacing(std::exchange(spacing, {}));
+    statement.tokens().add(token.release());
+  }
+  const std::uint32_t before = static_cast<std::uint32_t>(line) - statement.tokens()[0].line();
+  for (int i = 0; i < statement.count(); ++i) {
+    statement.tokens()[i].setLine(statement.tokens()[i].line() + before);
   }
 }
 
@@ -196,7 +229,8 @@ void tLexemeFeed::passPlainLines() {
       continue;
     }
     if (scanned.kind == eLineKind::kPlain) {
-      file_.lines.addPlain(line + scanned.before, static_cast<std::size_t>(at - text));
+      file_.lines.addStatement(tSourceCode::kPlain, line + scanned.before,
+                               static_cast<std::size_t>(at - text));
     }
     passTo(scanned.end, scanned.lines);
   }

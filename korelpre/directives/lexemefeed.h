@@ -11,6 +11,7 @@
 namespace precomp {
 
 class tProgramFile;
+class tTknString;
 
 /// Hands the directive grammar the lexemes of one file; see lexemefeed.cpp.
 class tLexemeFeed {
@@ -31,6 +32,11 @@ class tLexemeFeed {
   /// Behind the last token that was delivered, in bytes from the start of the text; blanks and line
   /// feeds are none.
   std::size_t lastTokenEnd() const { return lastTokenEnd_; }
+  /// Where the line began of which the line feed was the last lexeme but one.
+  std::size_t lineBefore() const { return lineBefore_; }
+  /// Reads a statement of the file once more: that of the line that began at `at`, behind those
+  /// that were read before. Its first token stands on line `line`.
+  void readAgain(std::size_t at, int line, tTknString& statement);
   /// The line on which the scanner stands.
   int line() const { return static_cast<int>(consumer_->startLine()); }
   /// The lines of the text.
@@ -38,6 +44,7 @@ class tLexemeFeed {
 
  private:
   void passPlainLines();
+  SSLexLexeme* nextInLine();
   SSLexLexeme* scannedLexeme();
   void noteDelivered(const SSLexLexeme& lexeme);
   void noteContinuation(const SSLexLexeme& lexeme);
@@ -56,6 +63,8 @@ class tLexemeFeed {
   bool continuing_ = false;  // a continuation came last
   int lastTokenLine_ = 0;
   std::size_t lastTokenEnd_ = 0;
+  std::size_t lineStart_ = 0;
+  std::size_t lineBefore_ = 0;
 };
 
 }  // namespace precomp

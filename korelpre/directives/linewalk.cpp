@@ -134,6 +134,9 @@ tInclude* tLineWalk::walkLines(tString& output) {
       case tSourceCode::kPlain:
         walkStatement(line, output);
         break;
+      case tSourceCode::kScanned:
+        writeScanned(line, output);
+        break;
       case tSourceCode::kEntry:
         if (tInclude* const include = walkEntry(lines.entryAt(line), output)) {
           behindInclude_ = true;
@@ -201,6 +204,15 @@ void tLineWalk::writePlain(int line, tString& output) {
   scratch_.setOrigin(line);
   scratch_.tokens().Destroy();
   if (!tokenisePlain(start, end, line, scratch_)) file_.raiseLimit(kStatementSize, line);
+  rewrite(scratch_, output);
+}
+
+void tLineWalk::writeScanned(int line, tString& output) {
+  if (feed_ == nullptr) feed_ = std::make_unique<tLexemeFeed>(file_, sql_);
+  file_.currentLine = line;
+  scratch_.setOrigin(line);
+  scratch_.tokens().Destroy();
+  feed_->readAgain(file_.lines.offset(line), line, scratch_);
   rewrite(scratch_, output);
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <string_view>
 
+#include "korelpre/directives/lexemefeed.h"
 #include "korelpre/statements/plainwrite.h"
 #include "korelpre/text/tknstring.h"
 
@@ -37,6 +39,7 @@ class tLineWalk {
   void writeMarkers(const tHeaderImage& image, tString& output);
   void walkStatement(int line, tString& output);
   void writePlain(int line, tString& output);
+  void writeScanned(int line, tString& output);
   void append(std::string_view text, int line, tString& output);
   void appendMarker(int line, std::string_view name, tString& output);
 
@@ -47,6 +50,9 @@ class tLineWalk {
   bool behindInclude_ = false;  // a "#line" marker waits for the next line with content
   tPlainWriter writer_;
   tTknString scratch_;  // the statement being rewritten
+  // What reads statements again; null while there was none that needs the scanner.
+  tSqlBlock sql_;
+  std::unique_ptr<tLexemeFeed> feed_;
 };
 
 /// Notes the "#line" markers that run() writes for a header without statements; false when it has

@@ -31,9 +31,9 @@ bool tSourceCode::hasContent(int line) const {
   }
 }
 
-void tSourceCode::addPlain(int line, std::size_t offset) {
-  set(line, kPlain, offset);
-  hasPlain_ = true;
+void tSourceCode::addStatement(eKind kind, int line, std::size_t offset) {
+  set(line, kind, offset);
+  hasStatement_ = true;
 }
 
 void tSourceCode::addDirective(int line) {
@@ -71,7 +71,7 @@ void tSourceCode::clear() {
   lines_.clear();
   entries_.clear();
   headerStops_.clear();
-  hasPlain_ = false;
+  hasStatement_ = false;
 }
 
 void tSourceCode::keepHeaderStops() {
@@ -87,8 +87,8 @@ void tSourceCode::keepHeaderStops() {
 }
 
 bool tSourceCode::hasStatements() const {
-  return hasPlain_ || std::any_of(entries_.begin(), entries_.end(),
-                                  [](const auto& entry) { return !entry.tokens.empty(); });
+  return hasStatement_ || std::any_of(entries_.begin(), entries_.end(),
+                                      [](const auto& entry) { return !entry.tokens.empty(); });
 }
 
 }  // namespace precomp

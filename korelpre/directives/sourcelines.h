@@ -15,8 +15,8 @@ namespace precomp {
 class tInclude;
 
 /// What a line of a source contributes when it is more than a span of the text: the tokens of a
-/// statement that starts on it and what a directive left for the walk over the lines. A source can
-/// have millions of them.
+/// statement with embedded SQL that starts on it, and what a directive left for the walk over the
+/// lines. A source can have millions of them.
 struct tSourceLine {
   tAutoArray<tSpcString> tokens;             // the walk takes them
   tInclude* include = nullptr;               // owned by its processor's include list
@@ -37,15 +37,16 @@ struct tHeaderStop {
   tInclude* include;   // null when the line holds none
 };
 
-/// The lines of one source text. A line that is blank, continues another or is a plain statement
-/// is a number; only the others have an object.
+/// The lines of one source text. A line that is blank, continues another or is a statement is a
+/// number; only the others have an object.
 class tSourceCode {
  public:
   enum eKind : std::uint32_t {
     kNothing,    // blank, a comment, or a part of the statement above
     kPlain,      // a statement, to be read from the text itself
-    kDirective,  // a directive that is done
+    kScanned,    // the same, which only the scanner can read
     kEntry,      // see entry()
+    kDirective,  // a directive that is done
   };
 
   /// Makes room for the lines of a text of `bytes` bytes.
@@ -54,13 +55,15 @@ class tSourceCode {
   int count() const { return static_cast<int>(lines_.size()); }
   /// Lines count from 1 everywhere here. Makes the list at least `lines` long.
   void extendTo(int lines);
-  eKind kind(int line) const { return static_cast<eKind>(word(line) & 3); }
-  /// Where the plain statement of a line starts in the text, in bytes.
+  eKind kind(int line) const {
+    return word(line) == kDirective ? kDirective : static_cast<eKind>(word(line) & 3);
+  }
+  /// Where the statement of a line starts in the text, in bytes.
   std::size_t offset(int line) const { return word(line) >> 2; }
   bool hasContent(int line) const;
 
-  /// Notes a plain statement that starts at byte `offset`, below 1 GiB.
-  void addPlain(int line, std::size_t offset);
+  /// Notes a statement that starts at byte `offset`, below 1 GiB; `kind` is kPlain or kScanned.
+  void addStatement(eKind kind, int line, std::size_t offset);
   void addDirective(int line);
   /// The object of a line, made when there is none yet. Owned by this list.
   tSourceLine& entry(int line);
@@ -80,10 +83,11 @@ class tSourceCode {
   std::uint32_t word(int line) const { return lines_[static_cast<std::size_t>(line) - 1]; }
   void set(int line, eKind kind, std::size_t value);
 
-  std::vector<std::uint32_t> lines_;  // kind in the low two bits, an offset or index above
+  // Kind in the low two bits, an offset or index above; or kDirective.
+  std::vector<std::uint32_t> lines_;
   std::deque<tSourceLine> entries_;
   std::vector<tHeaderStop> headerStops_;
-  bool hasPlain_ = false;
+  bool hasStatement_ = false;
 };
 
 }  // namespace precomp

@@ -10,6 +10,7 @@
 #include "korelpre/directives/stackelement.h"
 #include "korelpre/rules/markertable.h"
 #include "korelpre/rules/restrictmarker.h"
+#include "korelpre/text/tokenise.h"
 #include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/korelpretokens.h"
@@ -33,27 +34,15 @@ tKorelPreStackElement& partOf(SSYacc& parser, unsigned index) {
       *parser.elementFromProduction(static_cast<long>(index)));
 }
 
-// The token that a lexeme makes, as the output must show it: a string has its quotes and an escaped
-// character its backslash again.
 tKorelPreStackElement* tGrammarValues::makeToken(unsigned production) {
   const SSLexLexeme& lexeme = *part(0).lexeme();
-  if (lexeme.token() == kTokSpc) return makeSpace(lexeme);
   auto result = std::make_unique<tKorelPreStackElement>();
-  tSpcString& token = result->token();
-  token.setKind(production);
-  token.setAux(lexeme.token());
-  token.setLine(lexeme.line());
-  std::size_t begin = lexeme.absoluteOffset();
-  std::size_t length = lexeme.length();
-  if (lexeme.token() == kTokEspCh) {
-    --begin;
-    ++length;
-  } else if (lexeme.token() == kTokString || lexeme.token() == kTokSqString) {
-    --begin;
-    const bool closed = file_.text[begin] == file_.text[begin + 1 + length];
-    length += closed ? 2 : 1;
+  if (lexeme.token() == kTokSpc) {
+    result->token().setText(spacingOf(lexeme));
+    result->token().setKind(kKindSpace);
+  } else {
+    readToken(lexeme, production, file_.text, result->token());
   }
-  token.setText(tString::borrow(file_.text.view().substr(begin, length)));
   return result.release();
 }
 
@@ -66,16 +55,6 @@ tKorelPreStackElement* tGrammarValues::makeName(unsigned index) {
   result->token().setKind(kKindIdentifier);
   result->token().setAux(lexeme.token());
   result->token().setLine(lexeme.line());
-  return result.release();
-}
-
-// Of blanks only their text matters, and most gaps are one blank.
-tKorelPreStackElement* tGrammarValues::makeSpace(const SSLexLexeme& lexeme) {
-  auto result = std::make_unique<tKorelPreStackElement>();
-  const bool oneBlank = lexeme.length() == 1 && *lexeme.text() == ' ';
-  result->token().setText(oneBlank ? tString::borrow(" ")
-                                   : tString(lexeme.text(), lexeme.length()));
-  result->token().setKind(kKindSpace);
   return result.release();
 }
 
@@ -259,6 +238,8 @@ tKorelPreStackElement* tGrammarValues::makeSqlCall() {
   return result.release();
 }
 
+// Its tokens are made again when the walk gets there, since they take many times what their text
+// takes. Those of embedded SQL have no text.
 void tGrammarValues::attachStatement(tKorelPreStackElement& list) {
   if (list.list().empty()) return;
   const auto line = static_cast<int>(list.list()[0].line());
@@ -266,7 +247,11 @@ void tGrammarValues::attachStatement(tKorelPreStackElement& list) {
     if (!sql_.addLine(list.list())) file_.raiseLimit(kStatementSize, sql_.line);
     return;
   }
-  file_.lines.entry(line).tokens.swap(list.list());
+  const tAutoArray<tSpcString>& tokens = list.list();
+  for (int i = 0; i < tokens.count(); ++i) {
+    if (tokens[i].kind() == kKindSql) return file_.lines.entry(line).tokens.swap(list.list());
+  }
+  file_.lines.addStatement(tSourceCode::kScanned, line, lineStart_);
 }
 
 tKorelPreStackElement& tGrammarValues::part(unsigned index) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "korelpre/rules/chainbuilder.h"
@@ -20,9 +21,10 @@ tKorelPreStackElement& partOf(SSYacc& parser, unsigned index);
 /// markers and chains of rules, and the parts of embedded SQL.
 class tGrammarValues {
  public:
-  /// All must outlive this object. `parser` is the one that reduces.
-  tGrammarValues(SSYacc& parser, tProgramFile& file, tSqlBlock& sql)
-      : parser_(parser), file_(file), sql_(sql) {}
+  /// All must outlive this object. `parser` is the one that reduces; a line that is reduced began
+  /// at the byte `lineStart` of the text.
+  tGrammarValues(SSYacc& parser, tProgramFile& file, tSqlBlock& sql, std::size_t lineStart)
+      : parser_(parser), file_(file), sql_(sql), lineStart_(lineStart) {}
 
   /// The value of a production that is no directive, with one reference. The line of a statement is
   /// attached to its file.
@@ -33,7 +35,6 @@ class tGrammarValues {
   tKorelPreStackElement* takeOver(unsigned index);
   tKorelPreStackElement* addToken(const tSpcString& token);
   tKorelPreStackElement* makeToken(unsigned production);
-  tKorelPreStackElement* makeSpace(const SSLexLexeme& lexeme);
   tKorelPreStackElement* makeName(unsigned index);
   tKorelPreStackElement* makeMarker(unsigned production);
   tKorelPreStackElement* addWord(unsigned production);
@@ -48,6 +49,7 @@ class tGrammarValues {
   SSYacc& parser_;
   tProgramFile& file_;
   tSqlBlock& sql_;
+  std::size_t lineStart_;
 };
 
 }  // namespace precomp

@@ -8,6 +8,7 @@
 #include "ssvp40xpf/directivescanner.h"
 #include "ssvp40xpf/korelpreproductions.h"
 #include "ssvp40xpf/sslexdense.h"
+#include "ssvp40xpf/sslexlexeme.h"
 
 namespace precomp {
 
@@ -73,6 +74,30 @@ class tGap {
 std::uint32_t kindOfToken(std::uint32_t token) {
   if (token >= kKinds.size()) return 0;
   return kKinds[token];
+}
+
+void readToken(const SSLexLexeme& lexeme, std::uint32_t kind, std::string_view text,
+               tSpcString& token) {
+  token.setKind(kind);
+  token.setAux(lexeme.token());
+  token.setLine(lexeme.line());
+  std::size_t begin = lexeme.absoluteOffset();
+  std::size_t length = lexeme.length();
+  if (lexeme.token() == kTokEspCh) {
+    --begin;
+    ++length;
+  } else if (lexeme.token() == kTokString || lexeme.token() == kTokSqString) {
+    --begin;
+    const bool closed = text[begin] == text[begin + 1 + length];
+    length += closed ? 2 : 1;
+  }
+  token.setText(tString::borrow(text.substr(begin, length)));
+}
+
+// Most gaps are one blank.
+tString spacingOf(const SSLexLexeme& lexeme) {
+  const bool oneBlank = lexeme.length() == 1 && *lexeme.text() == ' ';
+  return oneBlank ? tString::borrow(" ") : tString(lexeme.text(), lexeme.length());
 }
 
 bool tokenisePlain(const char* start, const char* end, int line, tTknString& statement) {
