@@ -60,7 +60,7 @@ KorelPreYaccClass::~KorelPreYaccClass() = default;
 void KorelPreYaccClass::clear() {
   reset();
   feed_.reset();
-  shared_.rules.dynDefines.dropRules();  // the file owns them
+  shared_.rules.dropWaiting();  // the file owns them
   file_.clear();
   shared_.clear();
   currentDirectory_ = tString();
@@ -213,7 +213,7 @@ void KorelPreYaccClass::markExtendedSource(const char* name) {
 void KorelPreYaccClass::beginText() {
   // What a text that failed has left behind.
   if (file_.isMain()) {
-    shared_.rules.dynDefines.dropRules();
+    shared_.rules.dropWaiting();
     shared_.error.placed = false;
   }
   file_.conditionals = {};

@@ -77,7 +77,7 @@ void tLineWalk::begin(tString& output) {
   behindInclude_ = false;
   if (file_.isMain()) {
     // All conditionals are decided.
-    shared_.rules.dynDefines.dropRules();
+    shared_.rules.dropWaiting();
     const std::size_t expected = output.size() + file_.text.size() + file_.text.size() / 2;
     output.reserve(std::min(expected, tString::maxSize()));
   }
@@ -208,8 +208,10 @@ void tLineWalk::writePlain(int line, tString& output) {
 }
 
 void tLineWalk::writeScanned(int line, tString& output) {
-  if (feed_ == nullptr) feed_ = std::make_unique<tLexemeFeed>(file_, sql_);
   file_.currentLine = line;
+  const char* const start = file_.text.data() + file_.lines.offset(line);
+  if (*start == '#' && quick_.take(file_, start, line)) return append("\n", line, output);
+  if (feed_ == nullptr) feed_ = std::make_unique<tLexemeFeed>(file_, sql_);
   scratch_.setOrigin(line);
   scratch_.tokens().Destroy();
   feed_->readAgain(file_.lines.offset(line), line, scratch_);

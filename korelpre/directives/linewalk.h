@@ -50,7 +50,8 @@ class tLineWalk {
   bool behindInclude_ = false;  // a "#line" marker waits for the next line with content
   tPlainWriter writer_;
   tTknString scratch_;  // the statement being rewritten
-  // What reads statements again; null while there was none that needs the scanner.
+  // What reads lines again; the feed is null while there was none that needs the scanner.
+  tQuickReader quick_;
   tSqlBlock sql_;
   std::unique_ptr<tLexemeFeed> feed_;
 };

@@ -41,7 +41,7 @@ tProgramFile::tProgramFile(tProgramFile& includer, int line)
 
 tProgramFile::~tProgramFile() {
   // Rules of line entries stand in dynDefines too, which outlives them.
-  if (isMain()) shared_.rules.dynDefines.dropRules();
+  if (isMain()) shared_.rules.dropWaiting();
 }
 
 void tProgramFile::clear() {

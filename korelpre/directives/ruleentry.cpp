@@ -27,11 +27,26 @@ void removeWaiting(tProgramFile& file, const tString& name) {
     tSourceLine* entry = waiting.takeRule(last)->lineEntry();
     if (entry != nullptr) entry->pendingDefine.reset();
   }
+  tSourceCode& lines = file.mainFile().lines;
+  file.shared().rules.waitingNames.remove(name, [&](int line) { lines.entry(line); });
+}
+
+// Rules of the main file are carried out twice: when they are read, and when their line is reached.
+bool entersAtOnce(const tProgramFile& file) {
+  return file.isIncluded || file.shared().walking;
+}
+
+// Nothing is made of a rule until its line is read again.
+void leaveUnread(tProgramFile& file, const tRuleDirective& directive) {
+  const auto offset = static_cast<std::size_t>(directive.text.data() - file.text.data());
+  file.lines.addStatement(tSourceCode::kScanned, directive.line, offset);
+  if (directive.directive != eDirective::kDefine) return;
+  file.shared().rules.waitingNames.add(keyOf(directive), directive.line);
 }
 
 void takeDefine(tProgramFile& file, std::unique_ptr<tBaseXChg> rule, int line) {
   tSharedState& shared = file.shared();
-  if (file.isIncluded) {
+  if (entersAtOnce(file)) {
     if (shared.recorder != nullptr) {
       shared.recorder->defining(rule->key(), shared.rules.defines.index().countOf(rule->key()));
       shared.recorder->ruleEntered(rule.get());
@@ -48,7 +63,7 @@ void takeDefine(tProgramFile& file, std::unique_ptr<tBaseXChg> rule, int line) {
 
 void takePatternRule(tProgramFile& file, std::unique_ptr<tBaseXChg> rule, int line) {
   tSharedState& shared = file.shared();
-  if (file.isIncluded) {
+  if (entersAtOnce(file)) {
     if (shared.recorder != nullptr) shared.recorder->ruleEntered(rule.get());
     shared.rules.enter(std::move(rule));
     file.lines.addDirective(line);
@@ -64,6 +79,7 @@ void takePatternRule(tProgramFile& file, std::unique_ptr<tBaseXChg> rule, int li
 void carryOutRule(tProgramFile& file, const tRuleDirective& directive,
                   const tRuleStorage& storage) {
   if (!directive.isSound()) file.raise(eSourceError::kSyntax, directive.line);
+  if (storage.unread && !entersAtOnce(file)) return leaveUnread(file, directive);
   std::unique_ptr<tBaseXChg> rule = makeRule(directive, &file.shared().rules, storage);
   rule->setOrigin(file.names.opened, directive.line);
   rule->keepText(file.text, directive.text);

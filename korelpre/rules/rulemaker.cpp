@@ -33,13 +33,6 @@ std::unique_ptr<tBaseXChg> makeDefine(const tRuleDirective& directive, tRuleCont
                                *directive.value, arena);
 }
 
-// The name of a define with parameters ends with their bracket.
-tString keyOf(const tRuleDirective& directive) {
-  if (directive.pattern != nullptr) return directive.pattern->head()->token();
-  const tString& name = *directive.name;
-  return name.substr(0, name.size() - (directive.parameters != nullptr ? 1 : 0));
-}
-
 // Takes the chains over, unless the rule is to read them again.
 std::unique_ptr<tBaseXChg> makePatternRule(const tRuleDirective& directive, tRuleContext* context,
                                            const tRuleStorage& storage) {
@@ -58,6 +51,13 @@ std::unique_ptr<tBaseXChg> makePatternRule(const tRuleDirective& directive, tRul
 }
 
 }  // namespace
+
+// The name of a define with parameters ends with their bracket.
+tString keyOf(const tRuleDirective& directive) {
+  if (directive.pattern != nullptr) return directive.pattern->head()->token();
+  const tString& name = *directive.name;
+  return name.substr(0, name.size() - (directive.parameters != nullptr ? 1 : 0));
+}
 
 std::unique_ptr<tBaseXChg> makeRule(const tRuleDirective& directive, tRuleContext* context,
                                     const tRuleStorage& storage) {

@@ -19,6 +19,8 @@ struct tRuleStorage {
   bool unread = false;
 };
 
+/// The key of the rule that a sound directive makes.
+tString keyOf(const tRuleDirective& directive);
 /// Makes the rule of a sound directive. `context` (may be null) must outlive it.
 std::unique_ptr<tBaseXChg> makeRule(const tRuleDirective& directive, tRuleContext* context,
                                     const tRuleStorage& storage = {});

@@ -275,17 +275,18 @@ bool tPlainWriter::mayOpenArguments(const char* p, const char* end) {
 
 // [names] The bound on rewrites is one for the statement. Past it the tokens raise the error.
 bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
-  if (!expandName({defines_, translates_}, name) || !name.nests) return false;
-  at.rewrites += name.rewrites;
-  at.written += name.written;
+  const tNameExpansion* const expansion = expandName({defines_, translates_}, name);
+  if (expansion == nullptr || !expansion->nests) return false;
+  at.rewrites += expansion->rewrites;
+  at.written += expansion->written;
   if (at.rewrites > kMostRewrites) return false;
   // A name that becomes nothing at its front takes the blanks before it along.
-  if (!name.spaced) stripBlanks(at.output, at.begin);
+  if (!expansion->spaced) stripBlanks(at.output, at.begin);
   const std::size_t place = at.output.size() - at.begin;
   // The statement begins with another token then, on another line perhaps.
-  if (place == 0 && name.text.empty()) return false;
+  if (place == 0 && expansion->text.empty()) return false;
   if (untouched_ == tString::npos) untouched_ = place;
-  at.output.append(name.text);
+  at.output.append(expansion->text);
   at.skipTo(wordEnd);
   return true;
 }

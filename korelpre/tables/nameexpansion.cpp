@@ -97,18 +97,21 @@ bool nestsAlone(std::string_view text) {
 
 }  // namespace
 
-bool expandName(tNameTables tables, tIndexedName& name) {
+const tNameExpansion* expandName(tNameTables tables, tIndexedName& name) {
+  if (name.expansion == nullptr) name.expansion = std::make_unique<tNameExpansion>();
+  tNameExpansion& known = *name.expansion;
   const std::uint64_t generation = tables.generation();
-  if (name.generation == generation) return name.plain;
-  name.generation = generation;
-  name.text.clear();
-  tExpander expander(tables, name.text);
-  name.plain = expander.expand(name, true, {});
-  name.rewrites = expander.rewrites();
-  name.written = expander.written();
-  name.spaced = expander.spaced();
-  name.nests = nestsAlone(name.text);
-  return name.plain;
+  if (known.generation != generation) {
+    known.generation = generation;
+    known.text.clear();
+    tExpander expander(tables, known.text);
+    known.plain = expander.expand(name, true, {});
+    known.rewrites = expander.rewrites();
+    known.written = expander.written();
+    known.spaced = expander.spaced();
+    known.nests = nestsAlone(known.text);
+  }
+  return known.plain ? &known : nullptr;
 }
 
 }  // namespace precomp

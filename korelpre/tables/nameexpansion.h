@@ -20,8 +20,8 @@ struct tNameTables {
 };
 
 /// Works out what a use of `name` finally becomes, when a chain of #defines without parameters is
-/// all there is to it, and keeps it in the entry until a table changes. False when only the
-/// rewriting of the statement can tell: then the entry's text means nothing.
-bool expandName(tNameTables tables, tIndexedName& name);
+/// all there is to it, and keeps it in the entry until a table changes. Null when only the
+/// rewriting of the statement can tell.
+const tNameExpansion* expandName(tNameTables tables, tIndexedName& name);
 
 }  // namespace precomp

@@ -27,6 +27,13 @@ namespace {
 
 constexpr auto isEmpty = [](std::uint32_t slot) { return slot == 0; };
 
+// The name is that of the rule, whose bytes may go with the rule that it replaces.
+void take(tIndexedName& entry, tBaseXChg* rule) {
+  entry.name = rule->key();
+  entry.rule = rule;
+  entry.waits = false;
+}
+
 }  // namespace
 
 // Where the name is, or belongs.
@@ -91,15 +98,19 @@ void tRuleIndex::added(tBaseXChg* rule) {
   gate_.add(rule->key());
   tIndexedName& entry = entryFor(rule->key(), hashOfWord(rule->key()));
   ++entry.rules;
-  entry.rule = rule;
-  entry.waits = false;
+  take(entry, rule);
+}
+
+void tRuleIndex::replaced(tBaseXChg* rule) {
+  ++generation_;
+  take(entryFor(rule->key(), hashOfWord(rule->key())), rule);
 }
 
 void tRuleIndex::addedStored(std::string_view key, tRuleSource& table) {
   ++generation_;
   table_ = &table;
   gate_.add(key);
-  tIndexedName& entry = entryFor(key, hashOfWord(key), true);
+  tIndexedName& entry = entryFor(key, hashOfWord(key));
   ++entry.rules;
   entry.waits = true;
 }
@@ -125,8 +136,13 @@ void tRuleIndex::removed(tBaseXChg* rule, tBaseXChg* latest) {
   ++generation_;
   tIndexedName& entry = entryFor(rule->key(), hashOfWord(rule->key()));
   --entry.rules;
-  entry.rule = latest;
-  entry.waits = false;
+  if (latest != nullptr) {
+    take(entry, latest);
+  } else {
+    entry.name = tString(entry.name.view());
+    entry.rule = nullptr;
+    entry.waits = false;
+  }
 }
 
 void tRuleIndex::clear() {
@@ -141,12 +157,12 @@ void tRuleIndex::clear() {
 
 // The entry of a name, made when there is none. A name of the image keeps the count of its stored
 // rule when it moves to `names_`.
-tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash, bool stored) {
+tIndexedName& tRuleIndex::entryFor(std::string_view name, std::uint32_t hash) {
   if (slotsAreFull(names_.size(), slots_.size())) grow();
   const std::size_t slot = placeOf(name, hash);
   if (slots_[slot] != 0) return names_[slots_[slot] - 1];
   names_.emplace_back();
-  names_.back().name = stored ? tString::borrow(name) : tString(name);
+  names_.back().name = tString::borrow(name);
   names_.back().hash = hash;
   if (stored_ != nullptr && stored_->findName(name, hash) != nullptr) {
     names_.back().rules = 1;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -13,16 +14,9 @@ namespace precomp {
 
 struct tStoredRules;
 
-/// What a table of defines knows of one name.
-struct tIndexedName {
-  tString name;
-  std::uint32_t hash = 0;
-  int rules = 0;              // rules of that name in the table
-  tBaseXChg* rule = nullptr;  // the only one, or the latest
-  bool waits = false;         // the rule is a stored one, to be made when the name is found
-
-  // The text that a use of the name finally becomes, worked out when first asked for and valid
-  // for one generation of the tables.
+/// The text that a use of a name finally becomes, worked out when first asked for and valid for one
+/// generation of the tables.
+struct tNameExpansion {
   std::uint64_t generation = 0;
   bool plain = false;       // false: uses have to be rewritten token by token
   int rewrites = 0;         // how many rewrites lead to the text
@@ -30,6 +24,16 @@ struct tIndexedName {
   tString text;             // without the spacing in front
   bool spaced = true;       // false: the blanks in front of a use go with a token that vanishes
   bool nests = false;       // brackets and quotes are closed in it, and it holds no "@" and no ";"
+};
+
+/// What a table of defines knows of one name.
+struct tIndexedName {
+  tString name;  // the key of the rule, if there is one
+  std::uint32_t hash = 0;
+  int rules = 0;              // rules of that name in the table
+  tBaseXChg* rule = nullptr;  // the only one, or the latest
+  bool waits = false;         // the rule is a stored one, to be made when the name is found
+  std::unique_ptr<tNameExpansion> expansion;  // null until somebody asked for it
 };
 
 /// Finds the rules of a word at once, byte for byte, and dismisses most words by their first two
@@ -43,6 +47,8 @@ class tRuleIndex {
   std::uint64_t generation() const { return generation_; }
 
   void added(tBaseXChg* rule);
+  /// `rule` takes the place of the only one of its name.
+  void replaced(tBaseXChg* rule);
   /// A stored rule came; `table` is this index's own.
   void addedStored(std::string_view key, tRuleSource& table);
   /// As addedStored for all that are stored together, of which `table` has none else.
@@ -58,8 +64,8 @@ class tRuleIndex {
   const tIndexedName* search(std::string_view name, std::uint32_t hash) const;
   tIndexedName* findStored(std::string_view name, std::uint32_t hash);
   tIndexedName* settled(tIndexedName& entry);
-  /// `stored`: the bytes of the name outlive this index.
-  tIndexedName& entryFor(std::string_view name, std::uint32_t hash, bool stored = false);
+  /// A new entry refers to the bytes of `name`.
+  tIndexedName& entryFor(std::string_view name, std::uint32_t hash);
   void grow();
 
   tWordGate gate_;

@@ -20,7 +20,7 @@ void tRuleSet::setObserver(tRuleObserver* observer) {
 
 // Rules lie in the arena and refer to images, so these go last.
 void tRuleSet::clear() {
-  dynDefines.dropRules();
+  dropWaiting();
   defines.Destroy();
   commands.Destroy();
   translates.Destroy();

@@ -6,6 +6,7 @@
 
 #include "korelpre/rules/rulecontext.h"
 #include "korelpre/tables/ruletable.h"
+#include "korelpre/tables/waitingnames.h"
 
 namespace precomp {
 
@@ -22,7 +23,13 @@ class tRuleSet final : public tRuleContext {
 
   /// Whether a conditional takes the name for defined.
   bool isDefined(std::string_view name) const {
-    return defines.index().countOf(name) > 0 || dynDefines.index().countOf(name) > 0;
+    return defines.index().countOf(name) > 0 || dynDefines.index().countOf(name) > 0 ||
+           waitingNames.has(name);
+  }
+  /// Forgets the defines that wait for their lines.
+  void dropWaiting() {
+    dynDefines.dropRules();
+    waitingNames.clear();
   }
   /// Puts a command or a translation into its table.
   void enter(std::unique_ptr<tBaseXChg> rule);
@@ -38,8 +45,9 @@ class tRuleSet final : public tRuleContext {
   std::unique_ptr<AYaccClass> language_;
 
  public:
-  tMarkerArena markers;   // of most rules
-  tXChgArray dynDefines;  // its rules belong to line entries
+  tMarkerArena markers;        // of most rules
+  tXChgArray dynDefines;       // its rules belong to line entries
+  tWaitingNames waitingNames;  // of defines that are as good as there, but not yet made
   tXChgArray defines;
   tXChgArray commands;
   tXChgArray translates;

@@ -287,12 +287,11 @@ bool tXChgArray::define(std::unique_ptr<tBaseXChg> rule) {
     return false;
   }
   const int place = placeOf(*known->rule);
-  index_.removed(known->rule, nullptr);
+  index_.replaced(rule.get());
   tBaseXChg* const placed = rule.release();
   replaceAt(place, placed);
   placed->setPlace(place);
   lookup_.changed();
-  index_.added(placed);
   return true;
 }
 

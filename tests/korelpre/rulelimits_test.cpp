@@ -81,13 +81,16 @@ TEST(RuleLimits, RulesThatAreReadAgainApplyLikeTheFirst) {
   }
   for (int i = 0; i < 10000; ++i) source.append("#define N" + std::to_string(i) + " 1\n");
   source.append("#define F(a, b) [b + ;\n  a][G]\n#define G 5 // c\n#define H\n");
+  // The header's define stays, and that of the main file goes.
+  source += "#ifdef N9999\n#include \"h.ch\"\n#endif\n";
+  source += "Z10000 TO a TINT b\nz49999 TO a WITH b\nF(1, F(H 2, N9998 + N9997))";
   const tPreprocessed result =
-      preprocess(source + "Z10000 TO a TINT b\nz49999 TO a WITH b\nF(1, F(H 2, 3))");
+      preprocessFiles({{"main.prw", source}, {"h.ch", "#define N9998 3\n"}});
   EXPECT_EQ(result.error, "");
   EXPECT_TRUE(
       result.text.ends_with("Open(a,, b, 10000, '', '', '', '')\n"
                             "Open(a, b,, 49999, '', '', '', '')\n"
-                            "[[3 +   2][5] +   1][5]"))
+                            "[[3 + 1 +   2][5] +   1][5]"))
       << result.text.substr(result.text.size() - 100);
 }
 
