@@ -10,9 +10,9 @@ namespace precomp {
 
 namespace {
 
-// The markers of ten thousand rules take 25 MiB. What comes when these are taken is read again by
+// The markers of ten thousand rules take 25 MiB. What comes when that is taken is read again by
 // the rules that are used.
-constexpr std::size_t kMostMarkers = std::size_t{64} << 20;
+constexpr std::size_t kMostMarkers = std::size_t{48} << 20;
 
 bool isSqlWord(std::string_view word) {
   return equalNoCase(word, "beginsql") || equalNoCase(word, "endsql");
