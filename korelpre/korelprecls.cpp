@@ -6,6 +6,7 @@
 #include "korelpre/directives/conditional.h"
 #include "korelpre/directives/include.h"
 #include "korelpre/directives/linewalk.h"
+#include "korelpre/rules/ruleobserver.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
 #include "lib_base/pathname.h"
@@ -68,6 +69,8 @@ void KorelPreYaccClass::clear() {
 }
 
 void KorelPreYaccClass::setRuleObserver(tRuleObserver* observer) {
+  constexpr std::uint64_t kSpareSteps = 400'000'000;
+  if (observer != nullptr) observer->spareSteps = kSpareSteps;
   shared_.observer = observer;
   shared_.rules.setObserver(observer);
 }

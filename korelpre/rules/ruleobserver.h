@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "korelpre/rules/rule.h"
@@ -34,6 +35,10 @@ class tRuleObserver {
   /// The statement is now as the rule has made it.
   virtual void ruleApplied(const tBaseXChg& rule, int start, const tTknString& statement);
   virtual void statementEnds(const tTknString& statement);
+
+  /// Steps that the matcher may still take for rules that nobody would try who is not observed.
+  /// When they are used up such rules are left out.
+  std::uint64_t spareSteps = 0;
 };
 
 /// What a marker took.

@@ -52,16 +52,21 @@ class tBestRule {
 
   // Kept on purpose: among equals the latest wins.
   void meet(int index, tBaseXChg& rule) {
-    if (observer_ == nullptr && t_->count() > kShort && rule.lacksWord(start_, t_)) return;
-    const int score = rule.matchCount(start_, t_);
-    if (observer_ != nullptr) {
-      observer_->ruleTried({rule, *t_, start_, score, t_->failedMarker(), t_->failedToken()});
-    }
+    if (t_->count() > kShort && rule.lacksWord(start_, t_)) return leaveOut(rule);
+    const int score = tried(rule);
     if (score == 0 || score < score_ || (score == score_ && index < index_)) return;
     rule_ = &rule;
     score_ = score;
     index_ = index;
     cursor_ = t_->rawCursor();
+  }
+  // Of a rule that cannot match, an observer hears all the same. What that takes does not count.
+  void leaveOut(tBaseXChg& rule) {
+    if (observer_ == nullptr || observer_->spareSteps == 0) return;
+    const std::uint32_t steps = t_->steps();
+    tried(rule);
+    observer_->spareSteps -= std::min<std::uint64_t>(observer_->spareSteps, t_->steps() - steps);
+    t_->takeBack(steps);
   }
   bool apply(tRuleContext* context) {
     if (rule_ == nullptr || t_->overrun()) return false;
@@ -74,6 +79,14 @@ class tBestRule {
   const tBaseXChg* rule() const { return rule_; }
 
  private:
+  int tried(tBaseXChg& rule) {
+    const int score = rule.matchCount(start_, t_);
+    if (observer_ != nullptr) {
+      observer_->ruleTried({rule, *t_, start_, score, t_->failedMarker(), t_->failedToken()});
+    }
+    return score;
+  }
+
   int start_;
   tTknString* t_;
   tRuleObserver* observer_;
@@ -348,6 +361,7 @@ void tXChgArray::meetLikely(int first, int last, int start, tTknString* t, tBest
       if (wanted == tSecondTags::kUnknown) wanted = secondTag(word, abbreviate);
       if (ends || tag != wanted) {
         t->step(stepsOfOthers(*t, start));
+        if (observer_ != nullptr) best.leaveOut(fetched(i));
         continue;
       }
     }
@@ -363,7 +377,7 @@ bool tXChgArray::apply(tRuleContext* context, tBaseXChg& rule, int start, tTknSt
 
 bool tXChgArray::replace(tRuleContext* context, int first, int last, int start, tTknString* t) {
   tBestRule best(start, t, observer_);
-  // An observer wants to see the rules too that cannot match.
+  // An observer wants to see the rules too that cannot match, in their order.
   const tSecondWords* words = observer_ == nullptr ? secondWordsOf(first, last) : nullptr;
   if (words != nullptr) {
     const tString& second = t->getToken(std::max(start, 0) + 1);
@@ -373,12 +387,10 @@ bool tXChgArray::replace(tRuleContext* context, int first, int last, int start, 
       --left;
     });
     t->step(static_cast<std::uint32_t>(left) * stepsOfOthers(*t, start));
-  } else if (observer_ == nullptr && last > first) {
+  } else if (last != first) {
     meetLikely(first, last, start, t, best);
   } else {
-    for (int i = last; i >= first; --i) {
-      best.meet(i, fetched(i));
-    }
+    best.meet(first, fetched(first));
   }
   if (!best.apply(context)) return false;
   lastApplied_ = best.rule();

@@ -95,6 +95,11 @@ class tTknString {
     return false;
   }
   std::uint32_t steps() const { return steps_; }
+  /// Takes back all but the first `steps` of a match that has failed.
+  void takeBack(std::uint32_t steps) {
+    steps_ = steps;
+    overrun_ = steps > kMostSteps;
+  }
   /// True when a limit ended a match or a replacement.
   bool overrun() const { return overrun_; }
   void startSteps() {

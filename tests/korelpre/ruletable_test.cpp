@@ -9,6 +9,7 @@
 #include "korelpre/rules/patternmarkers.h"
 #include "korelpre/rules/ruleobserver.h"
 #include "korelpre/tables/ruletable.h"
+#include "korelpre/text/tokenise.h"
 #include "tests/support/preprocess.h"
 
 using namespace precomp;
@@ -71,8 +72,17 @@ TEST(RuleTable, HasOneOrderHoweverOftenItIsLookedInto) {
   }
 }
 
+std::uint32_t stepsOf(tMemoryProcessor& processor, std::string text) {
+  tTknString statement(1);
+  tString output;
+  text += "\r\n";
+  tokenisePlain(text.data(), text.data() + text.size(), 1, statement);
+  processor->processLine(statement, output);
+  return statement.steps();
+}
+
 void expectSameRules(int rules, bool abbreviate) {
-  std::string header;
+  std::string header = "#xtranslate E <a> Z => y\n#xtranslate E TO <a> F => E <a>\n";
   for (int i = 0; i < rules; ++i) {
     // Those without a second word come first, since they match everything.
     const std::string second = i == 3 ? "<y>" : i == 5 ? "[OPT]" : "WORD" + std::to_string(i % 50);
@@ -93,6 +103,12 @@ void expectSameRules(int rules, bool abbreviate) {
   statements += "KEYWORD opt b\nKEYWORD\nKEYWORD WORD x\nkeyword c\n";
   const std::string text = narrowed.run("a", header + statements);
   EXPECT_EQ(text, observed.run("a", header + statements));
+  for (const char* start : {"KEYWORD word1 ", "keyword none ", "E ", ""}) {
+    const std::string statement = start + repeated("keyword x ", 50) + repeated("E E to F ", 40);
+    const std::uint32_t steps = stepsOf(narrowed, statement);
+    EXPECT_GT(steps, 0u);
+    EXPECT_EQ(steps, stepsOf(observed, statement)) << statement;
+  }
   std::set<std::string> applied;
   std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) applied.insert(line.substr(0, line.find('(')));
