@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <initializer_list>
 #include <iterator>
 #include <string>
+#include <utility>
 
 #include "tests/ssvp40xpf/scanning.h"
 
@@ -40,16 +42,10 @@ std::string scanAll(SSLexConsumer& consumer) {
   return tokens;
 }
 
-struct tCase {
-  std::string source;
-  const char* tokens;
-};
-
-template <std::size_t count>
-void expectTokens(const tCase (&cases)[count]) {
-  for (const tCase& test : cases) {
-    SSLexStringConsumer text(test.source.data(), test.source.size());
-    EXPECT_EQ(scanAll(text), test.tokens) << test.source;
+void expectTokens(std::initializer_list<std::pair<std::string, const char*>> cases) {
+  for (const auto& [source, tokens] : cases) {
+    SSLexStringConsumer text(source.data(), source.size());
+    EXPECT_EQ(scanAll(text), tokens) << source;
   }
 }
 

@@ -134,11 +134,6 @@ inline tableimage::tImage linesImage(std::uint32_t rowFlags = 0) {
       {{0, 1}, {kLines, 2}, {kLines, 0}, {kLine, 2}, {kLine, 2}}, rowFlags);
 }
 
-inline std::vector<char> bytesOf(const tableimage::tImage& image) {
-  const char* const begin = reinterpret_cast<const char*>(image.data());
-  return {begin, begin + tableimage::bytes(image)};
-}
-
 /// A file that goes away with the object.
 class tFile {
  public:
@@ -175,23 +170,5 @@ std::string raised(Action action) {
   }
   return "none";
 }
-
-/// Sets the process-wide modes as long as it lives.
-class tModes {
- public:
-  tModes(bool enabled, bool pointer)
-      : enabled_(SSExceptionInfo::setException(enabled)),
-        pointer_(SSExceptionInfo::setThrowPointer(pointer)) {}
-  ~tModes() {
-    SSExceptionInfo::setException(enabled_);
-    SSExceptionInfo::setThrowPointer(pointer_);
-  }
-  tModes(const tModes&) = delete;
-  tModes& operator=(const tModes&) = delete;
-
- private:
-  bool enabled_;
-  bool pointer_;
-};
 
 }  // namespace samples

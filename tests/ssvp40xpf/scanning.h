@@ -3,9 +3,17 @@
 #include <string>
 
 #include "ssvp40xpf/sslex.h"
+#include "tests/ssvp40xpf/samples.h"
 
-/// Reads lexemes to the end and writes each as "token text line:column@position", one a line.
+/// Scans with the sample table: reads lexemes to the end and writes each as
+/// "token text line:column@position", one a line.
 namespace scanning {
+
+inline const SSLexTable& lexTable() {
+  static const tableimage::tImage image = samples::lexImage();
+  static const SSLexTable loaded(image.data(), "sample");
+  return loaded;
+}
 
 inline std::string textOf(const SSLexLexeme& lexeme) {
   if (lexeme.isByteText()) return std::string(lexeme.text(), lexeme.length());
@@ -16,23 +24,19 @@ inline std::string textOf(const SSLexLexeme& lexeme) {
   return text;
 }
 
-inline std::string describe(const SSLexLexeme& lexeme) {
-  return std::to_string(lexeme.token()) + " " + textOf(lexeme) + " " +
-         std::to_string(lexeme.line()) + ":" + std::to_string(lexeme.offset()) + "@" +
-         std::to_string(lexeme.absoluteOffset());
-}
-
 inline std::string scanAll(SSLex& lex) {
   std::string out;
   while (true) {
     const SSRef<SSLexLexeme> lexeme(++lex);
     if (!lexeme) return out;
-    out += describe(*lexeme) + "\n";
+    out += std::to_string(lexeme->token()) + " " + textOf(*lexeme) + " " +
+           std::to_string(lexeme->line()) + ":" + std::to_string(lexeme->offset()) + "@" +
+           std::to_string(lexeme->absoluteOffset()) + "\n";
   }
 }
 
-inline std::string scanAll(SSLexConsumer& consumer, const SSLexTable& table) {
-  SSLex lex(consumer, table);
+inline std::string scanAll(SSLexConsumer& consumer) {
+  SSLex lex(consumer, lexTable());
   return scanAll(lex);
 }
 

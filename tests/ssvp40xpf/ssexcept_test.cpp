@@ -12,7 +12,6 @@
 namespace {
 
 using samples::raised;
-using samples::tModes;
 
 class tRaiser : public SSExceptionPresent {};
 
@@ -52,11 +51,9 @@ TEST(Exceptions, ReportFailedAllocations) {
   EXPECT_EQ(std::get_new_handler(), &SSExceptionNewHandler);
   // The handler is called by itself: a sanitized build ends at an allocation that really fails.
   EXPECT_EQ(raised([] { SSExceptionNewHandler(); }), "-1 SSException0001e: Out of storage");
-  {
-    const tModes modes(true, true);
-    EXPECT_EQ(raised([] { SSExceptionNewHandler(); }),
-              "pointer -1 SSException0001e: Out of storage");
-  }
+  SSExceptionInfo::setThrowPointer(true);
+  EXPECT_EQ(raised([] { SSExceptionNewHandler(); }), "pointer -1 SSException0001e: Out of storage");
+  SSExceptionInfo::setThrowPointer(false);
 #ifndef __SANITIZE_ADDRESS__
   EXPECT_EQ(raised([] {
               volatile std::size_t size = std::numeric_limits<std::size_t>::max() / 4;

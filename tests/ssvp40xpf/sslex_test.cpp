@@ -4,19 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/ssvp40xpf/samples.h"
 #include "tests/ssvp40xpf/scanning.h"
 
 namespace {
 
 using samples::raised;
+using scanning::lexTable;
 using scanning::scanAll;
-
-const SSLexTable& table() {
-  static const tableimage::tImage image = samples::lexImage();
-  static const SSLexTable loaded(image.data(), "sample");
-  return loaded;
-}
 
 struct tCase {
   const char* text;
@@ -43,7 +37,7 @@ TEST(Scanner, FindsTheLongestLexemes) {
   for (const tCase& row : kScans) {
     SSLexStringConsumer text(row.text);
     std::string lexemes;
-    const std::string error = raised([&] { lexemes = scanAll(text, table()); });
+    const std::string error = raised([&] { lexemes = scanAll(text); });
     EXPECT_EQ(error == "none", row.lexemes != nullptr) << row.text;
     if (row.lexemes != nullptr) {
       EXPECT_EQ(lexemes, row.lexemes) << row.text;
@@ -53,7 +47,7 @@ TEST(Scanner, FindsTheLongestLexemes) {
 
 TEST(Scanner, ReportsTheTextItReadAndGoesOnBehindIt) {
   SSLexStringConsumer consumer("a\n 12.x?%");
-  SSLex lex(consumer, table());
+  SSLex lex(consumer, lexTable());
   const char* const expected[] = {"none",
                                   "none",  // a, 12
                                   "5 SSLex0105e: Invalid token, Line 2, Offset 4, .",
@@ -67,27 +61,26 @@ TEST(Scanner, ReportsTheTextItReadAndGoesOnBehindIt) {
   EXPECT_EQ(lex.lexemeCount(), 3u);
 
   SSLexStringConsumer partial("=5");  // "=" alone accepts nothing: both characters were read
-  EXPECT_EQ(raised([&] { scanAll(partial, table()); }),
-            "5 SSLex0105e: Invalid token, Line 1, Offset 1, =5");
+  EXPECT_EQ(raised([&] { scanAll(partial); }), "5 SSLex0105e: Invalid token, Line 1, Offset 1, =5");
 }
 
 TEST(Scanner, SwitchesExpressionListsByHand) {
   SSLexStringConsumer consumer("a b\" c ^ d");
-  SSLex lex(consumer, table());
-  lex.pushExpressionList(*table().expressionList(1));
+  SSLex lex(consumer, lexTable());
+  lex.pushExpressionList(*lexTable().expressionList(1));
   EXPECT_TRUE(lex.isCurrentExpressionList(1));
   EXPECT_EQ(SSRef<SSLexLexeme>(++lex)->length(), 3u);
   EXPECT_EQ(SSRef<SSLexLexeme>(++lex)->token(), samples::kName);  // the quote popped
-  lex.gotoExpressionList(*table().expressionList(2));
+  lex.gotoExpressionList(*lexTable().expressionList(2));
   EXPECT_EQ(lex.getCurrentExpressionList(), 2u);
-  lex.gotoExpressionList(*table().expressionList(0));
+  lex.gotoExpressionList(*lexTable().expressionList(0));
   EXPECT_EQ(raised([&] { ++lex; }), "9 SSLifo0002e: No top, stack empty");
   EXPECT_EQ(raised([&] { lex.popExpressionList(); }), "10 SSLifo0004e: Cannot pop empty stack");
   EXPECT_EQ(raised([&] { lex.getCurrentExpressionList(); }),
             "47 SSLex0111e: getExpressionList failed");
   lex.reset();
   EXPECT_TRUE(lex.isCurrentExpressionList(0));
-  EXPECT_EQ(raised([&] { (void)table().expressionList(3); }),
+  EXPECT_EQ(raised([&] { (void)lexTable().expressionList(3); }),
             "6 SSLex0106e: Invalid expression list index, 3");
   EXPECT_EQ(raised([] { ++SSLex(); }), "7 SSLex0107e: Table or consumer missing, required");
 }
@@ -112,7 +105,7 @@ class tCuriousLex : public SSLex {
 
 TEST(Scanner, LetsOverridesDecide) {
   SSLexStringConsumer consumer("a 1?%b");
-  tCuriousLex lex(consumer, table());
+  tCuriousLex lex(consumer, lexTable());
   EXPECT_EQ(scanAll(lex), "100   1:2@1\n2 1 1:3@2\n101 ? 1:4@0\n101 % 1:5@0\n");
   EXPECT_STREQ(lex.tokenToConstChar(1), "SSLexTokenNotFound");
 }

@@ -2,24 +2,19 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "tests/ssvp40xpf/samples.h"
 #include "tests/ssvp40xpf/scanning.h"
 
 namespace {
 
 using samples::raised;
-
-const SSLexTable& lexTable() {
-  static const tableimage::tImage image = samples::lexImage();
-  static const SSLexTable loaded(image.data(), "sample");
-  return loaded;
-}
+using scanning::lexTable;
 
 SSYaccTable tableOf(const tableimage::tImage& image) {
   return SSYaccTable(image.data(), tableimage::bytes(image), "sample");
@@ -46,94 +41,104 @@ class tElement : public SSYaccStackElement {
   static inline std::string taken;
 };
 
-/// Writes what it reduces in prefix form.
+enum eAnswer { kOwn, kGiveUp, kErrorToken, kPanic };
+
+/// Writes what it reduces in prefix form. Answers errors in one way, with the stack as it was when
+/// it `restores` that.
 class tParser : public SSYacc {
  public:
-  tParser(const char* text, const SSYaccTable& by)
-      : consumer_(text), scanner_(consumer_, lexTable()) {
+  tParser(const char* text, const SSYaccTable& by, eAnswer answer = kOwn, bool restores = false)
+      : consumer_(text), scanner_(consumer_, lexTable()), answer_(answer), restores_(restores) {
     setLex(scanner_);
     setTable(by);
     tElement::taken.clear();
   }
 
-  using SSYacc::errorPanic;
-  using SSYacc::errorToken;
-
   SSYaccStackElement* stackElement() override { return new tElement; }
-  SSYaccStackElement* reduce(unsigned production, unsigned size) override {
-    if (onReduce) onReduce(production);
+  SSYaccStackElement* reduce(unsigned, unsigned size) override {
+    if (onReduce) onReduce();
     if (size == 1 && elementFromProduction(0)->lexeme() == nullptr) {
       elementFromProduction(0)->refInc();
       return elementFromProduction(0);
     }
     auto* const made = new tElement;
-    made->value = std::to_string(production) + "[";
-    for (unsigned i = 0; i < size; ++i) made->value += part(i);
+    made->value = "[";
+    for (unsigned i = 0; i < size; ++i) {
+      const auto* const part = static_cast<tElement*>(elementFromProduction(i));
+      made->value += part->lexeme() != nullptr ? part->lexeme()->text() : part->value;
+    }
     made->value += "]";
     return made;
   }
-  SSLexLexeme* nextLexeme() override { return onNext ? onNext() : SSYacc::nextLexeme(); }
   int error(unsigned state, SSLexLexeme& at) override {
-    return onError ? onError(state, at) : SSYacc::error(state, at);
+    met = at.text() + (" " + std::to_string(tElement::alive));
+    EXPECT_EQ(raised([&] { elementFromStack(0); }), "11 SSLifo0003e: Invalid index");
+    for (SSRef<SSYaccStackElement>& element : kept_) pushStackElement(element.release());
+    kept_.clear();
+    static constexpr unsigned kWanted[] = {samples::kClose};
+    if (answer_ == kGiveUp) return 1;
+    if (answer_ == kOwn) return SSYacc::error(state, at);
+    return answer_ == kPanic ? errorPanic(kWanted, 1) : errorToken();
   }
-  void larLookahead(SSLexLexeme& lexeme) override { offered += lexeme.text(); }
   void ClearprintCmdList() override {
-    if (!keepsStack) return;
-    for (unsigned depth = 0; elementCount() > depth; ++depth) {
-      kept.push_front(SSRef<SSYaccStackElement>::share(elementFromStack(depth)));
+    if (!restores_) return;
+    for (unsigned depth = 0; raised([&] { elementFromStack(depth); }) == "none"; ++depth) {
+      kept_.push_front(SSRef<SSYaccStackElement>::share(elementFromStack(depth)));
     }
   }
 
-  std::string result() const { return static_cast<tElement*>(lastElement())->value; }
-  /// Puts back what a syntax error took off the stack.
-  void restoreStack() {
-    for (SSRef<SSYaccStackElement>& element : kept) pushStackElement(element.release());
-    kept.clear();
-  }
-  unsigned elementCount() {
-    unsigned count = 0;
-    while (raised([&] { elementFromStack(count); }) == "none") ++count;
-    return count;
-  }
-
-  /// Answers errors by the error token, with the stack as it was.
-  void recoverByErrorToken() {
-    keepsStack = true;
-    onError = [this](unsigned, SSLexLexeme&) {
-      restoreStack();
-      return errorToken();
-    };
-  }
-
-  std::function<void(unsigned)> onReduce;
-  std::function<SSLexLexeme*()> onNext;
-  std::function<int(unsigned, SSLexLexeme&)> onError;
-  std::string offered;
-  std::deque<SSRef<SSYaccStackElement>> kept;
-  bool keepsStack = false;
+  std::function<void()> onReduce;
+  std::string met;
 
  private:
-  std::string part(long index) {
-    const auto* const element = static_cast<tElement*>(elementFromProduction(index));
-    return element->lexeme() != nullptr ? scanning::textOf(*element->lexeme()) : element->value;
-  }
-
   SSLexStringConsumer consumer_;
   SSLex scanner_;
+  std::deque<SSRef<SSYaccStackElement>> kept_;
+  const eAnswer answer_;
+  const bool restores_;
 };
 
-TEST(Parser, ReducesInOrder) {
-  tParser parser("a + b*(c+d)", expressions());
-  EXPECT_EQ(parser.parse(), 0);
-  EXPECT_EQ(parser.result(), "1[6[a]+3[6[b]*5[(1[6[c]+6[d]])]]]");
-  EXPECT_FALSE(parser.errorMet());
-  EXPECT_EQ(parser.shiftedSinceError(), 9u);
-  EXPECT_EQ(raised([&] { parser.parse(); }), "14 SSYacc0103e: Attempted read past eof");
+TEST(Parser, ReducesAndRecovers) {
+  const SSYaccTable any = tableOf(samples::linesImage(sstable::kRowAcceptAny));
+  const SSYaccTable scanning = tableOf(samples::linesImage(sstable::kRowScanOnError));
+  const struct {
+    const char* text;
+    const SSYaccTable& by;
+    eAnswer answer;
+    bool restores;
+    unsigned shifted;  // since the last error
+    const char* result;
+  } kCases[] = {
+      {"a + b*(c+d)", expressions(), kOwn, false, 9, "0 [[a]+[[b]*[([[c]+[d]])]]]"},
+      {"a; b ( ) ; c;", lines(), kErrorToken, true, 3, "1 [[[[][a;]][%error;]][c;]]"},
+      {"a; b ( ) ; c;", lines(), kOwn, false, 3,
+       "16 SSYacc0105e: Error token failed, no valid token"},
+      {"a; b (", lines(), kErrorToken, true, 3, "17 SSYacc0106e: Error token failed, eof"},
+      // Without the error token, where a state says so.
+      {"a ( ; b;", any, kErrorToken, true, 3, "1 [[[][a;]][b;]]"},
+      {"a ( ; b;", scanning, kErrorToken, true, 3, "1 [[[][a;]][b;]]"},
+      {"( a b * )", expressions(), kPanic, true, 1, "1 [([a])]"},
+      {"( a b )", expressions(), kPanic, false, 2,
+       "15 SSYacc0104e: Error panic failed, no valid token"},
+      {"( a b", expressions(), kPanic, false, 2,
+       "15 SSYacc0104e: Error panic failed, no valid token"},
+  };
+  for (const auto& row : kCases) {
+    tParser parser(row.text, row.by, row.answer, row.restores);
+    std::string result;
+    const std::string error = raised([&] {
+      result = std::to_string(parser.parse()) + " ";
+      result += static_cast<tElement*>(parser.lastElement())->value;
+    });
+    EXPECT_EQ(error == "none" ? result : error, row.result) << row.text;
+    EXPECT_EQ(parser.shiftedSinceError(), row.shifted) << row.text;
+    EXPECT_EQ(parser.errorMet(), row.result[0] != '0');
+  }
 }
 
 TEST(Parser, EndsOnAbortAndOnMissingElements) {
   tParser aborting("a+b", expressions());
-  aborting.onReduce = [&](unsigned) { aborting.setAbort(); };
+  aborting.onReduce = [&] { aborting.setAbort(); };
   EXPECT_EQ(aborting.parse(), 1);
   EXPECT_FALSE(aborting.errorMet());
   SSLexStringConsumer consumer("a");
@@ -145,19 +150,10 @@ TEST(Parser, EndsOnAbortAndOnMissingElements) {
 
 TEST(Parser, EmptiesItsStackOnErrorsWithoutReleasingIt) {
   {
-    tParser parser("a + ( b c", expressions());
-    std::string met;
-    int alive = 0;
-    parser.onError = [&](unsigned state, SSLexLexeme& at) {
-      alive = tElement::alive;
-      met = std::string(at.text()) + (state == parser.currentState() ? "" : "?");
-      EXPECT_EQ(parser.elementCount(), 0u);
-      return 1;
-    };
+    tParser parser("a + ( b c", expressions(), kGiveUp);
     EXPECT_EQ(parser.parse(), 1);
-    EXPECT_EQ(met, "c");
+    EXPECT_EQ(parser.met, "c 5");
     EXPECT_EQ(tElement::taken, "b(+--");  // the top first; the rest have no lexeme
-    EXPECT_EQ(alive, 5);
     EXPECT_EQ(tElement::alive, 5);
     parser.reset();
     EXPECT_EQ(tElement::alive, 1);
@@ -165,93 +161,41 @@ TEST(Parser, EmptiesItsStackOnErrorsWithoutReleasingIt) {
   EXPECT_EQ(tElement::alive, 0);
 }
 
-TEST(Parser, RecoversByTheErrorToken) {
-  tParser parser("a; b ( ) ; c;", lines());
-  parser.recoverByErrorToken();
-  EXPECT_EQ(parser.parse(), 1);
-  EXPECT_EQ(parser.result(), "1[1[1[2[]3[a;]]4[%error;]]3[c;]]");
-  EXPECT_EQ(parser.shiftedSinceError(), 3u);  // the ";" behind the error token, "c", ";"
-
-  tParser unrestored("a; b ( ) ; c;", lines());
-  EXPECT_EQ(raised([&] { unrestored.parse(); }),
-            "16 SSYacc0105e: Error token failed, no valid token");
-
-  tParser ending("a; b (", lines());
-  ending.recoverByErrorToken();
-  EXPECT_EQ(raised([&] { ending.parse(); }), "17 SSYacc0106e: Error token failed, eof");
-}
-
-TEST(Parser, ResumesWithoutErrorTokenWhereAStateSaysSo) {
-  for (const std::uint32_t flag : {sstable::kRowAcceptAny, sstable::kRowScanOnError}) {
-    const SSYaccTable table = tableOf(samples::linesImage(flag));
-    tParser parser("a ( ; b;", table);
-    parser.recoverByErrorToken();
-    EXPECT_EQ(parser.parse(), 1);
-    EXPECT_EQ(parser.result(), "1[1[2[]3[a;]]3[b;]]");
-  }
-}
-
-TEST(Parser, RecoversByPanic) {
-  const unsigned wanted[] = {samples::kClose};
-  tParser parser("( a b * )", expressions());
-  parser.keepsStack = true;
-  parser.onError = [&](unsigned, SSLexLexeme&) {
-    parser.restoreStack();
-    return parser.errorPanic(wanted, 1);
-  };
-  EXPECT_EQ(parser.parse(), 1);
-  EXPECT_EQ(parser.result(), "5[(6[a])]");
-
-  tParser unstacked("( a b )", expressions());
-  unstacked.onError = [&](unsigned, SSLexLexeme&) { return unstacked.errorPanic(wanted, 1); };
-  EXPECT_EQ(raised([&] { unstacked.parse(); }),
-            "15 SSYacc0104e: Error panic failed, no valid token");
-  tParser ending("( a b", expressions());
-  ending.onError = [&](unsigned, SSLexLexeme&) { return ending.errorPanic(wanted, 1); };
-  EXPECT_EQ(raised([&] { ending.parse(); }), "15 SSYacc0104e: Error panic failed, no valid token");
-}
-
-TEST(Parser, ChecksIndicesAndStates) {
-  tParser parser("a", expressions());
-  std::string found;
-  parser.onReduce = [&](unsigned) {
-    if (!found.empty()) return;
-    found = raised([&] { parser.elementFromProduction(1); }) + "|" +
-            raised([&] { parser.elementFromProduction(-1); }) + "|" +
-            raised([&] { parser.elementFromStack(2); });
-  };
-  EXPECT_EQ(parser.parse(), 0);
-  EXPECT_EQ(found,
-            "19 SSYacc0108e: Invalid index on elementFromProduction, 1|"
-            "19 SSYacc0108e: Invalid index on elementFromProduction, -1|"
-            "11 SSLifo0003e: Invalid index");
+TEST(Parser, TellsWhatIsMissingOrWrong) {
+  tParser parser("a", expressions()), ended("a", expressions());
   unsigned count = 0;
+  auto* const stray = new tElement;
+  stray->setState(999);
+  SSYacc bare;
+  SSLexStringConsumer consumer("a"), bad("?");
+  SSLex lex(consumer, lexTable()), badLex(bad, lexTable());
+  SSYacc unhandled(lex, expressions()), passing(badLex, expressions());
+  const std::pair<std::function<void()>, const char*> kCases[] = {
+      {[&] {
+         parser.onReduce = [&] { parser.elementFromProduction(1); };
+         parser.parse();
+       },
+       "19 SSYacc0108e: Invalid index on elementFromProduction, 1"},
+      {[&] {
+         ended.parse();
+         ended.parse();
+       },
+       "14 SSYacc0103e: Attempted read past eof"},
+      {[&] { parser.elementFromProduction(-1); },
+       "19 SSYacc0108e: Invalid index on elementFromProduction, -1"},
+      {[&] { parser.elementFromStack(2); }, "11 SSLifo0003e: Invalid index"},
+      {[&] { parser.validLookaheads(999, count); }, "35 SSYacc0114e: Invalid state specified, 999"},
+      {[&] { parser.pushStackElement(stray); }, "35 SSYacc0114e: Invalid state specified, 999"},
+      {[&] { bare.parse(); }, "20 SSYacc0109e: setTable missing, required"},
+      {[&] { bare.setTable(lines()), bare.parse(); }, "21 SSYacc0110e: setLex missing, required"},
+      {[&] { unhandled.parse(); }, "42 SSYaccEv0003e: Must override reduce function"},
+      {[] { SSYacc("/no/such/table"); }, "12 SSYacc0101e: Open file failed, /no/such/table"},
+      {[&] { passing.parse(); }, "5 SSLex0105e: Invalid token, Line 1, Offset 1, ?"},
+  };
+  for (const auto& [action, error] : kCases) EXPECT_EQ(raised(action), error);
   const std::unique_ptr<unsigned[]> tokens(parser.validLookaheads(0, count));
   EXPECT_EQ(std::vector<unsigned>(tokens.get(), tokens.get() + count),
             (std::vector<unsigned>{samples::kName, samples::kOpen}));
-  EXPECT_EQ(raised([&] { parser.validLookaheads(999, count); }),
-            "35 SSYacc0114e: Invalid state specified, 999");
-  auto* const stray = new tElement;
-  stray->setState(999);
-  EXPECT_EQ(raised([&] { parser.pushStackElement(stray); }),
-            "35 SSYacc0114e: Invalid state specified, 999");
-}
-
-TEST(Parser, ReportsWhatIsMissing) {
-  SSYacc bare;
-  EXPECT_EQ(raised([&] { bare.parse(); }), "20 SSYacc0109e: setTable missing, required");
-  bare.setTable(lines());
-  EXPECT_EQ(raised([&] { bare.parse(); }), "21 SSYacc0110e: setLex missing, required");
-  SSLexStringConsumer consumer("a");
-  SSLex lex(consumer, lexTable());
-  SSYacc unhandled(lex, expressions());
-  EXPECT_EQ(raised([&] { unhandled.parse(); }), "42 SSYaccEv0003e: Must override reduce function");
-  EXPECT_EQ(raised([] { SSYacc("/no/such/table"); }),
-            "12 SSYacc0101e: Open file failed, /no/such/table");
-  SSLexStringConsumer bad("?");
-  SSLex badLex(bad, lexTable());
-  SSYacc passing(badLex, expressions());
-  EXPECT_EQ(raised([&] { passing.parse(); }), "5 SSLex0105e: Invalid token, Line 1, Offset 1, ?");
 }
 
 /// 1: line = (this many lines), which the automaton reduces again and again; 2: line = name.
