@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/support/preprocess.h"
 
@@ -43,6 +44,16 @@ TEST(StatementChecks, MatchStructures) {
       {"If a\nElse\nElse", "3) Error C2025"},
       {"If a\nElse\nElseIf b", "3) Error C2026"},
       {"If a ; Else ; ;\n EndDo", "2) Error C2029  ENDDO"},
+      // What a conditional leaves out is no statement, but it has lines and must end.
+      {"#ifdef NO\nx ;\n#endif", "1) Error C2068  #ifdef/#ifndef without #endif\n"},
+      {"#ifdef NO\nx ;", "1) Error C2068"},
+      {"#ifdef NO\n/* a ;\n#endif\nz", "1) Error C2068"},
+      {"#ifdef NO\n\"\n#else\n'\n#endif\nz", "4) Error C2002"},
+      {"#ifdef NO\nx ;\n/*\n*/ y\n#endif\nEndIf", "6) Error C2027"},
+      // Defines that leave nothing, or make an arrow.
+      {"#define E\n#define N -E> x\nx N\nnext N", "4) Error C2029"},
+      {"#define E\nE ;\nnext", "3) Error C2029"},
+      {"#define Q \\\"'\"'\\'\n\n\nx Q", "4) Error C2002"},
       // Open to the end, and where the next body begins; the innermost is named.
       {"If a\n\nDo While b\nFor i := 1 To 2\nNext\n",
        "3) Error C2024  Unclosed control structures\n"},
@@ -136,47 +147,71 @@ TEST(StatementChecks, JudgeTheFinalForm) {
   EXPECT_EQ(errorOf("\n\n#define A 1)\nx := ;\n 2 + A").substr(0, 11), "main.prw(5)");
 }
 
-TEST(StatementChecks, PlaceErrorsOfIncludedFiles) {
-  EXPECT_EQ(preprocessFiles(
-                {{"main.prw", "\n#include \"a.ch\"\nx := 1\n\nEndDo\n"}, {"a.ch", "\nIf a\n"}})
-                .error,
-            "main.prw(5) Error C2029  ENDDO does not match WHILE\n");
-  EXPECT_EQ(preprocessFiles({{"main.prw", "\n#include \"a.ch\"\nx := 1\n#include \"c.ch\"\n"},
-                             {"a.ch", "#include \"b.ch\"\n"},
-                             {"b.ch", "\n\nIf a\n"},
-                             {"c.ch", "y\n"}})
-                .error,
-            "main.prw(2) Error b.ch(3) Error C2024  Unclosed control structures\n");
-  EXPECT_EQ(preprocessFiles({{"main.prw", "\n#include \"a.ch\"\n\n#include \"b.ch\"\n"},
-                             {"a.ch", "Static a\na := 1\n"},
-                             {"b.ch", "Function A()\n"}})
-                .error,
-            "main.prw(2) Error a.ch(2) Error "
-            "C2006  Statement not allowed outside procedure or function\n");
-}
-
-std::string errorOfExtended(std::string_view source) {
-  tDiskManMemory disk;
-  disk.put("std.ch", "");
-  disk.put("main.zorb", source);
-  precomp::KorelPre16 session(disk);
-  return runSession(session, {"-Fmain.zorb"}).error;
-}
-
-TEST(StatementChecks, KnowTheExtendedLanguage) {
-  EXPECT_EQ(errorOfExtended("namespace a.b\nUsing c\n@Get(\"/x\")\nfunction Main()\n@x\nreturn 1"),
-            "");
-  EXPECT_EQ(errorOfExtended("function Main()\n\nusing c"),
-            "main.zorb(3) Error C2006  Statement not allowed outside procedure or function\n");
-  EXPECT_EQ(errorOfExtended("x := @y"),
-            "main.zorb(1) Error C2009  Invalid use of @ (pass by reference) operator\n");
-}
-
 TEST(StatementChecks, FollowBracketsBeyondAWord) {
   EXPECT_EQ(preprocess("x := " + repeated("[(", 40) + repeated(")]", 40)).error, "");
   EXPECT_EQ(
       preprocess("x := " + repeated("[(", 40) + repeated(")]", 39) + "])").error.substr(0, 23),
       "main.prw(1) Error C2002");
+}
+
+// A rule's word has no line of its own, however the rule was read.
+TEST(StatementChecks, NameTheLineOfTheSource) {
+  for (const char* const comment : {"", " /**/"}) {
+    const std::string header = std::string("\n\n\n#xtranslate A <x: next>") + comment + " => <x>\n";
+    const tPreprocessed result =
+        preprocessFiles({{"main.prw", "#include \"h.ch\"\nA next"}, {"h.ch", header}});
+    EXPECT_EQ(result.error, "main.prw(2) Error C2029  NEXT does not match FOR\n");
+  }
+}
+
+// "C2029" stands for the whole error of a NEXT without FOR in the first line, and so on.
+std::string codeOf(const std::string& error) {
+  const std::string start = "main.prw(";
+  const std::size_t at = error.find(" Error C");
+  return error.starts_with(start) && at != std::string::npos ? error.substr(at + 7, 5) : error;
+}
+
+TEST(StatementChecks, TellNamesFromWordsOfStructures) {
+  // clang-format off
+  const struct {
+    const char* code;  // of the error when the word is no name
+    std::vector<const char*> statements;
+  } kCases[] = {
+      {"", {"next(1)", "next Nothing (1) + 2", "next := 1", "next = 1", "next[1] := 2",
+            "next->x", "next.x", "next:x()", "next : x()", "next += 2", "next -= 2",
+            "next *= 2", "next /= 2", "next ^= 2", "next %= 2", "next++", "next --",
+            "next ++ ; x", "next :Nothing= 1", "next Nothing:= 1", "exit (x)", "loop()",
+            "else (x)", "endi(x)", "other(x)", "endcas ()", "endd()", "recov(x)", "end (x)",
+            "try(x):y()", "endtry()", "exit ^= 2", "loop %= 2", "else--", "endif->x := 1",
+            "case := 1", "other:x()", "recover[1] := 2", "if := 1", "if (x, y)", "if ++",
+            "while /= 2", "for[1] := 2", "do x with case", "do := case", "begin report",
+            "begin += 1", "try:x()", "end transaction", "end.x", "end ++", "x next",
+            "x := next", "(next)"}},
+      {"C2011", {"exit"}},
+      {"C2012", {"loop x"}},
+      {"C2024", {"if x", "if (x)", "if ({x, y})", "if (x, y) + 1", "if ++x", "while x",
+                 "for i := 1 to 2", "do case", "do while x", "do case := 1", "begin sequence", "try"}},
+      {"C2025", {"else"}},
+      {"C2026", {"elseif(x)", "elsei x"}},
+      {"C2027", {"end if"}},
+      {"C2029", {"next", "next x", "next, 1", "next == 1", "next {1}", "next .T.", "next .5",
+                 "next ::x", "next + 2", "next - = 2", "next * 2", "next ** 2", "next / 2",
+                 "next ^ 2", "next % 2", "next ++x", "next --(x)", "next ++::x", "next +Nothing+",
+                 "endd"}},
+      {"C2030", {"case (x)", "case x", "Otherwise", "EndCase"}},
+      {"C2032", {"end", "end sequence"}},
+      {"C2033", {"catch(x)", "catch", "End Try"}},
+  };
+  // clang-format on
+  for (const auto& row : kCases) {
+    for (const char* const statement : row.statements) {
+      const std::string source = std::string("#define Nothing\n") + statement;
+      for (const bool plain : {true, false}) {
+        const tPreprocessed result = preprocessFiles({{"main.prw", source}}, {}, plain);
+        EXPECT_EQ(codeOf(result.error), row.code) << plain << " " << statement;
+      }
+    }
+  }
 }
 
 }  // namespace

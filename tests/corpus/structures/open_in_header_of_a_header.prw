@@ -1,0 +1,3 @@
+
+#include "outer_half.ch"
+x := 1
