@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -48,31 +47,28 @@ class tHost : public precomp::KorelPreYaccClass {
   bool hasExtLoadFile() override { return true; }
   bool extLoadFile(const tString& name, tString& text) override {
     asked += std::string(name.view()) + ";";
-    if (name.view().starts_with("deep")) {
-      // Each under another name, so that only the limit ends it.
-      text = tString::format("#include \"deep%d.ch\"\n", ++deep);
-      return true;
-    }
-    if (name.view().ends_with("round.ch")) {
-      text = tString("#include \"./round.ch\"\n#include \"././round.ch\"\nB\n");
-      return true;
-    }
-    if (name != "d/h.ch" && name != "std.ch") return false;
-    text = tString("#define A 1\n");
-    return true;
+    // Each under another name, so that only the limit ends it.
+    if (name.view().starts_with("deep")) text = tString::format("#include \"deep%d.ch\"\n", ++deep);
+    if (name.view().ends_with("round.ch")) text = tString("#include \"./round.ch\"\nB\n");
+    if (name == "d/h.ch" || name == "std.ch") text = tString("#define A 1\n");
+    return !text.empty();
   }
   std::string asked;
   int deep = 0;
 };
 
-TEST(HostLoader, IsUnderTheLimitsOfFiles) {
+TEST(HostLoader, TakesThePlaceOfTheFileSystemUnderItsLimits) {
   tDiskManMemory disk;
   tHost host(disk);
+  host.IncludePath().add(new tString("d"));
   tString output;
-  EXPECT_TRUE(host.compileStr("text", "#include \"round.ch\"\n", output));
+  EXPECT_TRUE(host.compileStr("text", "#include \"h.ch\"\n#include \"round.ch\"\nA", output));
   int depth = 0;
   host.processLines(output, depth);
-  EXPECT_EQ(std::count(output.view().begin(), output.view().end(), 'B'), 1);
+  EXPECT_TRUE(host.asked.starts_with("std.ch;h.ch;d/h.ch;round.ch;")) << host.asked;
+  EXPECT_EQ(output,
+            "#line 1 \"d/h.ch\"\n#line 2 \"text\"\n"
+            "#line 1 \"round.ch\"\n\nB\n#line 3 \"text\"\n1");
   EXPECT_THROW(host.compileStr("text", "#include \"deep.ch\"\n", output), SSException);
   EXPECT_EQ(host.deep, 201);  // the last one in vain
   EXPECT_EQ(host.errString(), "text(1) Error C9999  ERRO generico: include depth\n");
@@ -95,18 +91,6 @@ TEST(Session, KeepsItsErrorAndForgetsEverythingWhenItIsCleared) {
   // Only an extended source may do without its standard header.
   disk.remove("std.ch");
   EXPECT_THROW(processor.compileStr("c", "x := 1\n", text), SSException);
-}
-
-TEST(HostLoader, TakesThePlaceOfTheFileSystem) {
-  tDiskManMemory disk;
-  tHost host(disk);
-  host.IncludePath().add(new tString("d"));
-  tString output;
-  EXPECT_TRUE(host.compileStr("text", "#include \"h.ch\"\nA", output));
-  int depth = 0;
-  host.processLines(output, depth);
-  EXPECT_EQ(host.asked, "std.ch;h.ch;d/h.ch;");
-  EXPECT_EQ(output, "#line 1 \"d/h.ch\"\n#line 2 \"text\"\n1");
 }
 
 TEST(Session, ReadsOptionsWhereverTheirMarkerStands) {
@@ -165,11 +149,21 @@ TEST(Session, CutsEveryValueButTheFileOfTheRun) {
   EXPECT_EQ(session.fileList()[1].size(), 255U);
 }
 
-TEST(Session, ReportsAMissingFile) {
-  tDiskManMemory disk;
-  precomp::KorelPre16 session(disk);
-  EXPECT_EQ(runSession(session, {"-Fd/no.prw"}).error, "File not found no.prw\n");
-  EXPECT_EQ(session.errorCount(), 1);
+TEST(Defines, OfTheCommandLineAreReplacedByTheirText) {
+  EXPECT_EQ(preprocess("A B", {"/DA=B + 2", "-dB"}).text, "B + 2");
+  // A later one stands behind the earlier and wins.
+  EXPECT_EQ(preprocess("A", {"/DA=1", "/DA=2"}).text, "2");
+  EXPECT_EQ(preprocess("b A c A", {"/DA=1 "}).text, "b 1  c 1 ");
+  EXPECT_EQ(preprocess("x + 1.5 + \"A\"", {"/D+=-", "/D1.5=\"A\"", "/D\"A\"=y"}).text, "x - y - y");
+}
+
+// What a text that failed has left behind must not be touched.
+TEST(Defines, OfATextThatFailedAreForgotten) {
+  tMemoryProcessor processor;
+  EXPECT_THROW(processor.run("a", "#define A 1\n#ifdef A\n"), SSException);
+  EXPECT_EQ(processor.run("b", "#ifdef A\nx\n#endif\n#define A 2\nA"), "\n\n\n\n2");
+  EXPECT_THROW(processor.run("c", "\n#else"), SSException);
+  EXPECT_EQ(processor->errLine(), 2);
 }
 
 std::string withoutHeaders(tFiles files) {

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
-#include <vector>
 
 #include "tests/support/preprocess.h"
 
@@ -57,55 +55,6 @@ TEST(RuleListing, KnowsTheDirectiveOfEachRule) {
   EXPECT_EQ(commands[0].directive(), "#command A <x> ; // c\r\n  => b");
   EXPECT_EQ(commands[1].directive(), "#command C => d ");
   EXPECT_EQ(commands[2].directive(), "#xcommand E => f");
-}
-
-// The ordinary forms of rules are read without the grammar; both ways must give the same rule.
-TEST(RuleListing, IsTheSameHoweverARuleWasRead) {
-  const std::vector<std::string> kPieces = {
-      "A",        "b ",          " c",       "<x>",        " <y> ",
-      "< x >",    "<x,...>",     "<x,... >", "<x ,...>",   "<(x)>",
-      "<( x )>",  "<*y*>",       "<* y * >", "<x:A>",      "<x: A, b c ,D >",
-      "<x:A,&>",  "<x: >",       "<{x}>",    "<{ x }>",    "#<x>",
-      "# <x>",    "<\"x\">",     "< 'x' >",  "<.x.>",      "<. x .>",
-      "<.t.>",    "[",           "]",        " [",         "] ",
-      "=>",       " => ",        ",",        "\"s\"",      "'s'",
-      "\"\"",     "\"s",         "\\<",      "\\[",        "\\x",
-      "/**/",     " // c",       ";\n",      " ; // c\n ", ";;",
-      ";",        "<",           ">",        "<=",         "!=",
-      "...",      "1.5",         ".and.",    "M->",        "if",
-      "%notdel%", "\x01",        "~",        "@",          "beginsql",
-      "*",        "#define Z 1", "FUNCTION", "=",          "->",
-      "\t"};
-  std::mt19937 random(11);
-  int rules = 0;
-  for (int i = 0; i < 15000; ++i) {
-    std::string source = i % 2 == 0 ? "#command A" : "  #XTranslate\tA ";
-    for (std::size_t left = random() % 7; left > 0; --left) {
-      source += kPieces[random() % kPieces.size()];
-    }
-    if (random() % 2 == 0) source += " => ";
-    for (std::size_t left = random() % 5; left > 0; --left) {
-      source += kPieces[random() % kPieces.size()];
-    }
-    std::string shown[2];
-    for (const bool plain : {false, true}) {
-      tMemoryProcessor processor;
-      processor->setPlainLines(plain);
-      tString text;
-      try {
-        text.append(processor.run("rules", source + "\nA b\nZ"));
-      } catch (const SSException& failure) {
-        text.append(failure.message());
-      }
-      for (tXChgArray* table : {processor->translates(), processor->commands()}) {
-        for (int r = 0; r < table->count(); ++r) table->get(r)->print(&text);
-        if (plain) rules += table->count();
-      }
-      shown[plain ? 1 : 0] = std::string(text.view());
-    }
-    ASSERT_EQ(shown[0], shown[1]) << source;
-  }
-  EXPECT_GT(rules, 1900);
 }
 
 }  // namespace

@@ -22,7 +22,6 @@ tBaseXChg* rule(const char* key, tWordRule wordRule) {
 }
 
 constexpr tWordRule kWhole{false, false};
-constexpr tWordRule kExact{false, true};
 
 std::vector<int> runsOf(tXChgArray& table, const std::string& word) {
   const tFoundRules* found = table.lookUp(word);
@@ -119,39 +118,6 @@ TEST(RuleTable, AppliesTheSameRuleHoweverManyShareItsKey) {
   expectSameRules(200, true);
   expectSameRules(200, false);
   expectSameRules(14, false);
-}
-
-TEST(RuleTable, ReplacesASingleDefineWhereverItStands) {
-  std::mt19937 random(5);
-  int first = 0;
-  int last = 0;
-  for (int round = 0; round < 500; ++round) {
-    tXChgArray table;
-    tXChgArray removing;
-    for (int i = 0; i < 40; ++i) {
-      const std::string key = "N" + std::to_string(random() % 15);
-      if (removing.Find(tString(key), first, last, 0) != 0 && first == last) {
-        removing.removeRule(first);
-      }
-      removing.Add(rule(key.c_str(), kExact));
-      table.define(std::unique_ptr<tBaseXChg>(rule(key.c_str(), kExact)));
-      for (tXChgArray* each : {&table, &removing}) {
-        each->index().find(key)->rule->setOrigin(tString(), i);
-      }
-      // Now and then two rules have one key, or everything gets its place.
-      if (random() % 16 == 0) {
-        for (tXChgArray* each : {&table, &removing}) each->Add(rule(key.c_str(), kExact));
-      }
-      if (random() % 8 == 0) table.arrange();
-    }
-    table.arrange();
-    removing.arrange();
-    ASSERT_EQ(table.count(), removing.count());
-    for (int i = 0; i < table.count(); ++i) {
-      ASSERT_EQ(table[i].key(), removing[i].key());
-      ASSERT_EQ(table[i].originLine(), removing[i].originLine());
-    }
-  }
 }
 
 }  // namespace
