@@ -124,7 +124,7 @@ TEST_F(InstalledPackage, FindsItsModuleForHostsWithQt) {
 TEST_F(InstalledPackage, FindsItsLibraryForJavaHosts) {
   const std::string jar = (prefix() / "share/java/krpre.jar").string();
   const std::string said =
-      run(KRPRE_JAVA " -cp '" + jar + ":" KRPRE_JAVA_TESTS "' 'LoaderTest$Loading'", path());
+      run(KRPRE_JAVA " -cp '" + jar + ":" KRPRE_JAVA_TESTS "' KrpreTest load ''", path());
   EXPECT_NE(said.find((prefix() / "lib/" KRPRE_SONAME).string()), std::string::npos) << said;
 }
 
