@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 
 #include "testrun.h"
 #include "tests/support/childprocess.h"
@@ -12,6 +13,20 @@
 namespace fs = std::filesystem;
 
 namespace {
+
+// Stands in for the external converter. It copies the source, tells its arguments, a zero behind
+// each, in a file beside itself, and obeys what stands in the source.
+constexpr const char* kStandIn = R"(#!/bin/sh
+for argument; do
+  case $argument in @F*) from=${argument#@F} ;; @Q*) to=${argument#@Q} ;; esac
+done
+read -r word code <"$from"
+case $word in exit) exit $code ;; abort) kill -9 $$ ;; esac
+echo converting
+test "$word" = nothing && exit
+cat "$from" >"$to"
+printf '%s\0' "$@" >"$0.arguments"
+)";
 
 class tHostWithConverter : public tRunHost {
  public:
@@ -29,11 +44,11 @@ class Foreign : public testing::Test {
 
  protected:
   Foreign() {
-    fs::create_directories(path("bin"));
     fs::create_directories(path("tmp"));
     fs::create_directories(path("out"));
     directory_.write("inc/std.ch", "");
-    fs::create_symlink(KRPRE_STANDIN, path("bin/abl2korel.so"));
+    directory_.write("bin/abl2korel.so", kStandIn);
+    fs::permissions(path("bin/abl2korel.so"), fs::perms::owner_all);
     setenv("TMPDIR", path("tmp").c_str(), 1);
   }
   std::string path(const std::string& name) const { return directory_.path() / name; }
@@ -57,23 +72,18 @@ class Foreign : public testing::Test {
     return {result, printed.text()};
   }
 
+  /// What the stand-in was given last.
+  std::vector<std::string> arguments() const {
+    std::istringstream told(readBytes(path("bin/abl2korel.so.arguments")));
+    std::vector<std::string> all;
+    for (std::string argument; std::getline(told, argument, '\0');) all.push_back(argument);
+    all.resize(4);
+    return all;
+  }
+
   tTemporaryDirectory directory_;
   std::string childPrinted_;
 };
-
-/// The arguments that the stand-in has written into the output.
-std::vector<std::string> argumentsIn(const std::string& output) {
-  std::vector<std::string> arguments;
-  std::istringstream lines(output);
-  for (std::string line; std::getline(lines, line);) {
-    std::istringstream words(line);
-    std::string word;
-    if (!(words >> word) || word != "Argument") continue;
-    arguments.emplace_back();
-    for (int c = 0; words >> c;) arguments.back() += static_cast<char>(c);
-  }
-  return arguments;
-}
 
 }  // namespace
 
@@ -82,25 +92,21 @@ TEST_F(Foreign, SourceIsConvertedFirst) {
   const tRun result = run("s/a.W", "x := y\n");
   EXPECT_EQ(result.result, 0) << result.printed;
   EXPECT_EQ(childPrinted_, "converting\n");
-  const std::string output = readBytes(path("out/a.ppx_"));
-  EXPECT_TRUE(output.starts_with("x := y\r\n"));
-  const std::vector<std::string> arguments = argumentsIn(output);
-  ASSERT_EQ(arguments.size(), 4U);
-  EXPECT_EQ(arguments[0], "@F" + path("s/a.W"));
-  EXPECT_TRUE(arguments[1].starts_with("@Q" + path("tmp/krpre-"))) << arguments[1];
-  EXPECT_TRUE(arguments[1].ends_with("/a.zorb"));
-  EXPECT_EQ(arguments[2], "@DB" + path("inc"));
-  EXPECT_EQ(arguments[3], "@D" + path("out/"));
+  EXPECT_EQ(readBytes(path("out/a.ppx_")), "x := y\r\n");
+  const std::vector<std::string> given = arguments();
+  EXPECT_EQ(given[0], "@F" + path("s/a.W"));
+  EXPECT_TRUE(given[1].starts_with("@Q" + path("tmp/krpre-"))) << given[1];
+  EXPECT_TRUE(given[1].ends_with("/a.zorb"));
+  EXPECT_EQ(given[2], "@DB" + path("inc"));
+  EXPECT_EQ(given[3], "@D" + path("out/"));
   EXPECT_EQ(readBytes(path("s/a.zorb")), "the user's");
 }
 
 TEST_F(Foreign, NameIsNothingButAName) {
   for (const char* name : {"$(touch hacked).p", "a b'c\"d.p", "-x;touch hacked.p", "a\nb`id`.py"}) {
     EXPECT_EQ(run(name, "x := y\n").result, 0) << name;
-    const fs::path output = fs::path(path("out")) / fs::path(name).replace_extension(".ppx_");
-    const std::vector<std::string> arguments = argumentsIn(readBytes(output));
-    ASSERT_EQ(arguments.size(), 4U);
-    EXPECT_EQ(arguments[0], "@F" + path(name));
+    EXPECT_TRUE(fs::exists(fs::path(path("out")) / fs::path(name).replace_extension(".ppx_")));
+    EXPECT_EQ(arguments()[0], "@F" + path(name));
   }
   EXPECT_FALSE(fs::exists("hacked"));
 }

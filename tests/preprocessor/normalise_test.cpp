@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "preprocessor/copy/linemarkers.h"
 #include "testrun.h"
 
@@ -51,33 +49,7 @@ std::string dialog(std::string_view code) {
   return "//$BEGINDIALOGDEF_X //$DIALOGCODE=" + hexOf(code) + "//$ENDDIALOGDEF_X\r\n";
 }
 
-/// Line ends made alike, one byte at a time.
-std::string withLineEnds(const std::string& text) {
-  std::string result;
-  std::size_t lineStart = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\n' && i > 0 && text[i - 1] == '\r') continue;
-    const bool ends = text[i] == '\r' || text[i] == '\n';
-    ends ? result += "\r\n" : result += text[i];
-    if (ends) lineStart = result.size();
-  }
-  return lineStart == result.size() ? result : result + "\r\n";
-}
-
 }  // namespace
-
-TEST(Normalise, RandomBytesMatchThePlainPass) {
-  std::mt19937 random(4096);
-  for (int round = 0; round < 200; ++round) {
-    const bool large = round % 20 == 0;  // larger than a slice of the copy
-    std::string source(random() % (large ? 150000 : 300), ' ');
-    const auto rarity = 2 + random() % 60;
-    for (char& c : source) {
-      c = random() % rarity == 0 ? "\r\n"[random() % 2] : static_cast<char>(random() % 256);
-    }
-    ASSERT_EQ(normalised(source), withLineEnds(source)) << "round " << round;
-  }
-}
 
 TEST(Normalise, LinesAreLimited) {
   const std::string longest(4095, 'x');
@@ -87,23 +59,6 @@ TEST(Normalise, LinesAreLimited) {
   EXPECT_EQ(normalised("a\r\nb\n" + longest + "x\nc\n"), "(3) a\r\nb\r\n");
   // The line runs over several slices of the copy.
   EXPECT_EQ(normalised("a\n" + std::string(100000, 'x')), "(2) a\r\n");
-}
-
-TEST(Normalise, FailuresSayWhy) {
-  tDiskManMemory disk;
-  disk.put("A.PW_", "text");
-  disk.refuseCreate("b.pw_");
-  const auto failureOf = [&](const char* source, const char* copy) {
-    unsigned char dialogFound = 0;
-    tNormaliseFailure failure;
-    EXPECT_FALSE(
-        AdjustCRLF_and_CreateTemp(disk, source, copy, dialogFound, kLongestLine, &failure));
-    return failure.what;
-  };
-  EXPECT_EQ(failureOf("A.PW_", "a.pw_"), eMessage::kSourceIsCopy);
-  EXPECT_EQ(failureOf("A.PW_", "b.pw_"), eMessage::kSourceTooBig);
-  EXPECT_EQ(failureOf("none", "c.pw_"), eMessage::kSourceNotFound);
-  EXPECT_EQ(disk.fileCount(), 1U);
 }
 
 TEST(Normalise, TimeStampCountsMonthsFromZero) {
@@ -140,12 +95,6 @@ TEST(Normalise, DialogBlocksAreExpanded) {
   // Lower-case digits are no encoding, and the block right behind is not seen.
   const std::string broken = "//$BEGINDIALOGDEF_//$DIALOGCODE=4a//$ENDDIALOGDEF_\r\n";
   EXPECT_EQ(rewritten(broken + dialog(code) + broken, true), dialog(code));
-}
-
-TEST(Normalise, ManyUnfinishedBlocksTakeLinearTime) {
-  std::string marks;
-  for (int i = 0; i < 400000; ++i) marks += "//$BEGINDIALOGDEF_";
-  EXPECT_EQ(rewritten(marks).size(), marks.size());
 }
 
 TEST(LineMarkers, MarkersNameTheSource) {

@@ -110,20 +110,6 @@ TEST(Run, FailedFilesLeaveNothingAndTheOthersAreDone) {
   EXPECT_EQ(disk.count(), 4U);
 }
 
-TEST(Run, SourcesUpToTheLimitAreProcessed) {
-  constexpr std::size_t kLimit = 16 << 20;
-  const std::string end = "\r\n__IGNOREDEBUGLINE__()\r\n";
-  for (const std::size_t size : {kLimit - 4096, kLimit + 1}) {
-    std::string text;
-    while (text.size() + 2000 < size - end.size())
-      text += "x := '" + std::string(1000, 'y') + "'\r\n";
-    text += "// " + std::string(size - end.size() - text.size() - 3, ' ') + end;
-    tSources disk;
-    disk.put("a.prw", text);
-    EXPECT_EQ(runOver(disk, {"@Fa.prw"}).result, size <= kLimit ? 0 : 15);
-  }
-}
-
 TEST(Run, FilesThatCannotBeReadAreNotTakenForMissing) {
   struct tCase {
     const char* refused;

@@ -1,0 +1,2 @@
+#define H
+#include "of_a_header.prw"

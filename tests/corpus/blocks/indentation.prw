@@ -1,0 +1,5 @@
+	 BeginContent	var  c	x  OPTIMIZ
+	x
+     y
+		
+ EndContents

@@ -1,0 +1,6 @@
+BEGINCONTENT VAR c
+x
+ENDCONTENT
+#ifndef H
+#include "again.ch"
+#endif
