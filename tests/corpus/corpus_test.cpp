@@ -179,24 +179,6 @@ TEST_P(Corpus, ComesOutTheSameWithASavedHeader) {
   compare(source, runChild(command, directory.path(), kHeaders), output);
 }
 
-// Other encodings and packed headers are the matter of tests/java.
-TEST(CorpusFolder, IsReadByHostsAsItStands) {
-  std::vector<std::string> command = commandFor("Java_Krpre_getCH");
-  std::string texts;
-  for (const auto& entry : fs::recursive_directory_iterator(kCorpus)) {
-    if (!entry.is_regular_file()) continue;
-    const std::string text = readBytes(entry.path());
-    if (text.rfind("#zip", 0) == 0 ||
-        !std::all_of(text.begin(), text.end(), [](char c) { return c > 0; })) {
-      continue;
-    }
-    command.push_back(entry.path());
-    texts += text + "\r\n";
-  }
-  EXPECT_GT(command.size(), 300U);
-  EXPECT_EQ(runChild(command, kCorpus).output, texts);
-}
-
 TEST(CorpusFolder, HoldsNoExpectationWithoutSource) {
   const std::vector<fs::path> cases = allCases();
   ASSERT_FALSE(cases.empty());

@@ -58,17 +58,6 @@ int runSilenced(int count, char** words) {
   return silent == heard ? heard : 125;
 }
 
-int printHeaders(int count, char** words) {
-  for (int at = 0; at < count; ++at) {
-    tMachine machine;
-    const std::string_view word = words[at];
-    const std::u16string name(word.begin(), word.end());
-    ENTRY_POINT(Java_Krpre_getCH)(machine.environment(), nullptr, tMachine::text(name.c_str()));
-    std::fwrite(machine.made.data(), 1, machine.made.size(), stdout);
-  }
-  return 0;
-}
-
 struct tEntryPoint {
   std::string_view name;
   int (*call)(int count, char** words);
@@ -76,8 +65,7 @@ struct tEntryPoint {
 constexpr tEntryPoint kEntryPoints[] = {{"doPreProc", runVector},
                                         {"executeKrpreDll", runLine},
                                         {"Java_Krpre_prebuild", runJava},
-                                        {"redirectOutPut", runSilenced},
-                                        {"Java_Krpre_getCH", printHeaders}};
+                                        {"redirectOutPut", runSilenced}};
 
 }  // namespace
 

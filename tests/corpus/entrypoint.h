@@ -4,8 +4,7 @@
 ///
 ///   words  The library's path, the name of an entry point of it, and arguments for that.
 ///
-/// The names of the six are those of the functions. "redirectOutPut" runs doPreProc twice, silenced
-/// at first and heard after restoreOutPut; "Java_Krpre_getCH" prints the texts of the files that
-/// the arguments name. Returns the exit status of the process: the entry point's result, or 126
-/// when the library or the function cannot be had.
+/// The names are those of the functions. "redirectOutPut" runs doPreProc twice, silenced at first
+/// and heard after restoreOutPut. Returns the exit status of the process: the entry point's result,
+/// or 126 when the library or the function cannot be had.
 int callEntryPoint(int count, char** words);
