@@ -2,7 +2,7 @@
 """Runs the program over sources that are made to cost too much. Each must end within its time and
 memory, on a small stack, with the right message.
 
-    hostile_test.py PROGRAM [--slow N] [--stack KIB] [--only TEXT] [--table]
+    hostile_test.py PROGRAM [--slow N] [--stack KIB] [--only TEXT]
 """
 import argparse
 import os
@@ -114,12 +114,10 @@ SAMPLES = (
     ),
     Sample("packed line feeds", lambda: headers(10, packed(b"\n" * (8 * MIB - 8))), seconds=3),
     Sample("a lie of 2 GiB", lambda: header(packed(b"x", 1 << 31)), limit("damaged file", 1)),
-    Sample("a lie of 16 MiB", lambda: header(packed(b"x", LARGEST)), limit("damaged file", 1)),
     Sample("a source that lies", lambda: packed(b"x", LARGEST), limit("damaged file", 0)),
     Sample("packed zero bytes", lambda: packed(b"\0" * (LARGEST - 1)), "TOO BIG - file a.prw line"),
     Sample("a packed source that grows", lambda: packed(b"\n" * (9 * MIB)), "Cannot copy a.prw"),
     Sample("a header that grows", lambda: header("\n" * (9 * MIB)), limit("file size", 1)),
-    Sample("a header of 16 MiB", lambda: header("*" * LARGEST), limit("file size", 1)),
     Sample("a header of 1 GiB", lambda: header(Sparse(1 << 30)), limit("file size", 1), mib=64),
     Sample("a source of 16 GiB", lambda: {"a.prw": Sparse(1 << 34)}, "Cannot copy a.prw", mib=64),
     Sample(
@@ -151,28 +149,16 @@ SAMPLES = (
         limit("statement size", 1),
         mib=224,
     ),
-    Sample(
-        "that statement, and a rule",
-        lambda: "#xtranslate Q <x> => y\nQ := 0" + whole(LONG_SUM) + "\n",
-        limit("statement size", 2),
-        mib=224,
-    ),
     Sample("redefinitions", lambda: whole("#define N 1\n"), mib=160),
     Sample("definitions", lambda: numbered("#define N%d 1\n", 300000), mib=144),
     Sample("commands", lambda: numbered("#xcommand N%d <x> => y <x>\n", 400000), mib=160),
     Sample("quotes", lambda: whole('"' * 4000 + "\n")),
     Sample("open quotes", lambda: "'x\n" * 1000000, "a.prw(1) Error C2002", mib=64),
-    Sample("zero bytes", lambda: whole("\0" * 4000 + "\n")),
     Sample("open conditionals", lambda: "#ifdef A\n" * 1000000, "Error C2068"),
     Sample(
         "conditionals 500,000 deep",
         lambda: "#ifndef A\n" * 500000 + "x\n" + "#else\ny\n#endif\n" * 500000 + "z\n",
         ends="x\r\n" + "\r\n" * 1500000 + "z\r\n",
-    ),
-    Sample(
-        "structures 1,000,000 deep",
-        lambda: "Function f\n" + "If x\n" * 1000000,
-        "a.prw(1000001) Error C2024",
     ),
     Sample(
         "structures 500,000 deep, closed",
@@ -191,25 +177,14 @@ SAMPLES = (
     ),
     Sample("a name of 16 MiB", lambda: header("#define " + "N" * (LARGEST - 100) + " 1\n")),
     Sample("a string of 15 MiB", lambda: header("x := '" + "n" * (15 * MIB) + "'\n")),
-    Sample("a number of 4,000 digits", lambda: whole("__SYNCHRONIZEDEBUG__(" + "9" * 4000 + ")\n")),
     # What comes out.
     Sample("a large output", lambda: LARGE_NAME + "N\n" * 5000, limit("output size", 4195)),
-    Sample(
-        "a large output of a header",
-        lambda: header(LARGE_NAME + "N\n" * 5000),
-        "a.prw(1) Error h0.ch(4195) Error C9999  ERRO generico: output size\n",
-    ),
     Sample("time stamps", lambda: "__COMPTIMESTAMP__\n" * 900000, limit("file size", 838861)),
+    Sample("unfinished dialogs", lambda: whole("//$BEGINDIALOGDEF_" * 200 + "\n")),
     Sample(
         "dialogs that grow",
         lambda: "x := 1\n" + dialog("", 90000) * 7,
         limit("file size", 270011),
-    ),
-    Sample(
-        "a dialog with a long line",
-        lambda: "x\n" + dialog("x" * 5000, 1),
-        "a.prw:2: error: Source line too big",
-        args=("--diagnostics=gcc", "a.prw"),
     ),
     Sample(
         "a line that time stamps make long",
@@ -236,18 +211,12 @@ SAMPLES = (
         "Error C2001",
     ),
     Sample("names that double", lambda: DOUBLING + "d29\n" * 100000, CIRCULAR),
-    Sample("names that double a little", lambda: DOUBLING + "d5\n" * 200000),
     Sample("a name of itself", lambda: "#define a b b\n#define b a a\n" + "a\n" * 100000, CIRCULAR),
     Sample("a translation that grows", lambda: "#xtranslate A => A A\nA\n", CIRCULAR),
     Sample("a command that grows", lambda: "#xcommand A <*x*> => A <x> <x>\nA b\n", CIRCULAR),
     Sample(
         "a result of many tokens",
         lambda: header("#xcommand A <x> => B " + "<x>," * 5000 + "\nA f(" + "x+" * 1000 + "x)\n"),
-        CIRCULAR,
-    ),
-    Sample(
-        "a result of many bytes",
-        lambda: header("#xcommand A <x> => B " + "<x>," * 300 + "\nA '" + "x" * 5000 + "'\n"),
         CIRCULAR,
     ),
     Sample(
@@ -313,7 +282,6 @@ def main():
     options.add_argument("--slow", type=int, default=1, help="allow this many times the seconds")
     options.add_argument("--stack", type=int, default=64, help="of so many KiB")
     options.add_argument("--only", default="", help="samples with this text in their names")
-    options.add_argument("--table", action="store_true", help="print what each sample costs")
     given = options.parse_args()
     program = os.path.abspath(given.program)
     failed = False
@@ -323,11 +291,6 @@ def main():
         with tempfile.TemporaryDirectory() as name:
             sample.write(Path(name))
             outcome = Outcome(program, sample, Path(name), 30 * given.slow, given.stack << 10)
-        if given.table:
-            told = [line for line in outcome.told.splitlines() if "Exitecode" not in line]
-            form = "%-34s %3d %6.2f s %5d MiB  %.80s"
-            cost = (sample.name, outcome.status, outcome.seconds, outcome.mib)
-            print(form % (*cost, told[-1] if told else ""), flush=True)
         for fault in outcome.faults(sample, given.slow):
             print("%s: %s" % (sample.name, fault), flush=True)
             failed = True
