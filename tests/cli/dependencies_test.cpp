@@ -6,52 +6,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class Dependencies : public Program {
- protected:
-  // The rule without the standard header, whose place differs.
-  std::string rule(const std::string& name) const {
-    const std::string unfolded = std::regex_replace(bytes(name), std::regex(" \\\\\n"), "");
-    const std::string header = "(?:[^ \n\\\\]|\\\\.)*/std\\.ch";
-    return std::regex_replace(unfolded, std::regex(" " + header + "|" + header + ":\n"), "");
-  }
-};
-
-TEST_F(Dependencies, NameEveryFileOnceInTheOrderOfReading) {
-  write("sub/a.prw", "#include \"z.ch\"\n#include \"one.ch\"\n#include \"z.ch\"\n");
-  write("sub/one.ch", "#include \"two.ch\"\n#include \"z.ch\"\n");
-  write("inc/two.ch", "");
-  write("sub/z.ch", "");
-  write("out/keep", "");
-  EXPECT_EQ(run({"-MD", "-MP", "-Iinc", "-o", "out", "sub/a.prw"}).status, 0);
-  EXPECT_EQ(rule("out/a.d"),
-            "out/a.ppo: sub/a.prw sub/z.ch sub/one.ch inc/two.ch\n"
-            "sub/z.ch:\nsub/one.ch:\ninc/two.ch:\n");
-  // An output that stays does not keep the rule from being written.
-  EXPECT_EQ(run({"-MD", "-MFrule", "-MT", "x$(y)", "-MTz", "-Iinc", "sub/a.prw"}).status, 0);
-  EXPECT_EQ(rule("rule"), "x$(y) z: sub/a.prw sub/z.ch sub/one.ch inc/two.ch\n");
-  EXPECT_NE(bytes("rule").find("/std.ch "), std::string::npos);
-  EXPECT_EQ(files(), "inc out rule sub ");
-}
-
-TEST_F(Dependencies, NameTheTextsOfAKeptStandardHeader) {
-  write("h/std.ch", "#include \"more.ch\"\n#define ONE 1\n");
-  write("h/more.ch", "");
-  write("a.prw", "x := ONE\n");
-  // What is made and what is then taken is a file of nobody's build.
-  for (int runs = 1; runs <= 2; ++runs) {
-    EXPECT_EQ(run({"-MD", "--precompiled", "-I", "h", "a.prw"}).status, 0);
-    EXPECT_TRUE(exists("h/std.pch"));
-    EXPECT_EQ(bytes("a.d"), "a.ppo: a.prw h/std.ch h/more.ch\n");
-    write("a.d", "");
-  }
-}
-
-TEST_F(Dependencies, AreOfSourcesWithoutErrorsOnly) {
-  write("a.prw", "#else\n");
-  write("a.d", "old");
-  EXPECT_EQ(run({"-MD", "a.prw"}).status, 1);
-  EXPECT_EQ(bytes("a.d"), "old");
-}
+using Dependencies = Program;
 
 // Names that mean something to make, to ninja or to their files. Tabs, semicolons and "'" have no
 // spelling that both read.

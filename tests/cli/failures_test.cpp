@@ -1,4 +1,4 @@
-// What a failure, or a kill, leaves behind.
+// What a kill leaves behind, and what stands in the way.
 
 #include <sys/stat.h>
 
@@ -9,12 +9,6 @@ namespace fs = std::filesystem;
 namespace {
 
 using Failures = Program;
-
-std::string linesOf(const std::string& line, int count) {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += line;
-  return text;
-}
 
 TEST_F(Failures, WhatAKillHasLeftGoesWithTheNextRun) {
   write("a.prw", "x := 1\n");
@@ -46,36 +40,6 @@ TEST_F(Failures, WhatAKillHasLeftGoesWithTheNextRun) {
       EXPECT_FALSE(fs::is_symlink(path("a.ppo")) || fs::is_symlink(path("a.d"))) << name;
       EXPECT_EQ(files(), "a.d a.ppo a.prw other ");
     }
-  }
-}
-
-TEST_F(Failures, AClosedOutputNeverBecomesAFile) {
-  write("a.prw", "x := 1\n");
-  const tChildResult result = shell("krpre a.prw >&-");
-  EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.errors, "krpre: cannot write messages: Bad file descriptor\n");
-  EXPECT_EQ(output("a.ppo"), "x := 1\n");
-  for (const std::string arguments : {"a.prw", "--help", "--version", "--completions=bash",
-                                      "pack b", "rules a.prw", "--classic -v"}) {
-    write("b", "x");
-    const tChildResult full = shell("krpre " + arguments + " >/dev/full");
-    EXPECT_EQ(full.errors, "krpre: cannot write messages: No space left on device\n") << arguments;
-    EXPECT_EQ(full.status, 1) << arguments;
-    EXPECT_EQ(shell("(krpre " + arguments + "; echo $? >status) | true; cat status").output, "0\n");
-  }
-  EXPECT_EQ(shell("krpre -q a.prw <&- >&- 2>&-").status, 0);
-}
-
-TEST_F(Failures, AClosedOutputIsNotTheFileThatAnotherThreadWrites) {
-  const int lines = 20000;
-  const std::string expected = linesOf("x := 1\r\n", lines);
-  write("b.prw", linesOf("x := 1\n", lines));
-  // In some round the message of the first comes while the second is written.
-  for (int fewer = 0; fewer < lines / 2; fewer += lines / 80) {
-    write("a.prw", linesOf("x := 1\n", lines - fewer));
-    const tChildResult result = shell("krpre -j2 --always-write a.prw b.prw >&-");
-    EXPECT_EQ(result.errors, "krpre: cannot write messages: Bad file descriptor\n");
-    EXPECT_TRUE(bytes("b.ppo") == expected) << fewer;
   }
 }
 

@@ -62,47 +62,4 @@ TEST_F(Jobs, MessagesAppearAsSoonAsThoseBeforeHaveAppeared) {
   }
 }
 
-TEST_F(Jobs, OfOneOutputAreRefusedBeforeAnythingIsWritten) {
-  write("a.prw", "x := 1\n");
-  write("a.prg", "x := 2\n");
-  write("sub/a.prw", "x := 3\n");
-  write("a.ppo", "x := 4\n");
-  write("out/keep", "");
-  const std::pair<std::vector<std::string>, std::string> kCases[] = {
-      {{"sub/../a.prw", "./a.prg"}, "sub/../a.prw and ./a.prg would both be written to ./a.ppo"},
-      {{"a.prw", "a.ppo"}, "a.prw: a.ppo is a source and would be overwritten"},
-      {{"-MD", "a.prw", "a.zorb"}, "a.prw and a.zorb would both be written to a.d"},
-      {{"-MD", "-MF", "a.ppo", "a.prw"},
-       "a.ppo: output and dependency file would be the same file"},
-      {{"-MD", "-MF", "b.ch", "a.prw"}, "a.prw: b.ch is a source and would be overwritten"},
-  };
-  for (const auto& [arguments, complaint] : kCases) {
-    const tChildResult result = run(arguments);
-    EXPECT_EQ(result.status, 2) << complaint;
-    EXPECT_EQ(result.errors, "krpre: " + complaint + "\nTry 'krpre --help'.\n");
-  }
-  EXPECT_EQ(bytes("a.ppo"), "x := 4\n");
-  EXPECT_EQ(files(), "a.ppo a.prg a.prw out sub ");
-}
-
-TEST_F(Jobs, OfOneSourceAreDoneOnce) {
-  write("a.prw", "x := 1\n");
-  write("sub/b.prw", "x := 1\n");
-  const tChildResult result = run({"a.prw", "./a.prw", "sub/b.prw", "sub/../a.prw"});
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.output, ok("a.prw") + ok("sub/b.prw"));
-}
-
-TEST_F(Jobs, OfSeveralProgramsInOneDirectoryDoNotMeet) {
-  for (const char* name : {"a.prw", "b.prw", "c.prw"})
-    write(name, std::string("x := '") + name + "'\n");
-  const std::string loop = "for i in 1 2 3 4 5 6 7 8 9 10; do krpre -q --always-write a.prw ";
-  const tChildResult result =
-      shell("(" + loop + "b.prw || echo bad; done) & (" + loop + "c.prw || echo bad; done) & wait");
-  EXPECT_EQ(result.output, "");
-  EXPECT_EQ(output("a.ppo") + output("b.ppo") + output("c.ppo"),
-            "x := 'a.prw'\nx := 'b.prw'\nx := 'c.prw'\n");
-  EXPECT_EQ(files(), "a.ppo a.prw b.ppo b.prw c.ppo c.prw ");
-}
-
 }  // namespace

@@ -60,12 +60,6 @@ TEST_F(Usage, ThatIsWrongEndsWithAHintAndTouchesNothing) {
   EXPECT_EQ(files(), "a.prw ");
 }
 
-TEST_F(Usage, OfASubcommandsNameForAFileNeedsItsDirectory) {
-  for (const char* name : {"explan", "pack"}) write(name, "x := 1\n");
-  EXPECT_EQ(run({"explan", "./pack"}).status, 0);
-  EXPECT_EQ(files(), "explan explan.ppo pack pack.ppo ");
-}
-
 TEST_F(Usage, IsExplainedForEveryCommand) {
   for (const char* command : {"", "explain ", "rules ", "pack ", "unpack "}) {
     const tChildResult result = shell(std::string("krpre ") + command + "--help --nonsense");
@@ -108,6 +102,18 @@ TEST_F(Usage, IsCompletedByBash) {
                  directory_.path());
     EXPECT_EQ(result.output + result.errors, expected) << words;
   }
+}
+
+TEST(Readme, ShowsWhatExplainPrints) {
+  const tChildResult result =
+      runChild({KRPRE_PROGRAM, "explain", "examples/orders/orders.prw:65"}, KRPRE_SOURCES);
+  ASSERT_EQ(result.status, 0);
+  std::string sample;
+  std::istringstream lines(result.output);
+  for (std::string line; std::getline(lines, line);) {
+    sample += (line.empty() ? "" : "    " + line) + "\n";
+  }
+  EXPECT_NE(readBytes(KRPRE_SOURCES "/README.md").find(sample), std::string::npos) << sample;
 }
 
 }  // namespace

@@ -1,0 +1,47 @@
+// Sessions at a shell: sessions/NAME.txt holds commands, each behind "$ ", and what they must
+// print, standard error behind "! ", and "[status]" unless that is 0. The commands run in one
+// directory; `lines` prints a file without the carriage returns of its line ends.
+//
+// With KRPRE_ACCEPT=1 in the environment the sessions are written instead. Read the difference.
+
+#include <cstdlib>
+#include <sstream>
+
+#include "tests/cli/program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Session : public Program, public testing::WithParamInterface<fs::path> {};
+
+std::string withPrefix(const std::string& prefix, const std::string& text) {
+  std::istringstream lines(text);
+  std::string all;
+  for (std::string line; std::getline(lines, line);) all += prefix + line + '\n';
+  return all;
+}
+
+TEST_P(Session, ComesOutAsItStands) {
+  const std::string expected = readBytes(GetParam());
+  std::istringstream lines(expected);
+  std::string found;
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with("$ ")) continue;
+    const tChildResult result = shell("lines() { tr -d '\\r' <\"$1\"; }; " + line.substr(2));
+    found += line + '\n' + withPrefix("", result.output) + withPrefix("! ", result.errors);
+    if (result.status != 0) found += '[' + std::to_string(result.status) + "]\n";
+  }
+  if (std::getenv("KRPRE_ACCEPT") != nullptr) return writeBytes(GetParam(), found);
+  EXPECT_EQ(found, expected);
+}
+
+std::vector<fs::path> allSessions() {
+  const fs::directory_iterator all(KRPRE_SOURCES "/tests/cli/sessions");
+  return {begin(all), end(all)};
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, Session, testing::ValuesIn(allSessions()),
+                         [](const auto& session) { return session.param.stem().string(); });
+
+}  // namespace
