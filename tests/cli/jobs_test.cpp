@@ -47,19 +47,4 @@ TEST_F(Jobs, NothingDependsOnTheirNumber) {
   }
 }
 
-TEST_F(Jobs, MessagesAppearAsSoonAsThoseBeforeHaveAppeared) {
-  write("a.prw", "x := 1\n");
-  std::string text;
-  for (int i = 0; i < 200000; ++i) text += "x := 1 ; y := 2 ; z := 3\n";
-  write("long.prw", text);
-  for (const char* jobs : {"1", "2"}) {
-    // The reader has seen the first message while the output of the long source is not there yet.
-    const tChildResult result =
-        shell(std::string("krpre -j") + jobs +
-              " a.prw long.prw | (read line; test -e long.ppo || echo early; cat >/dev/null)");
-    EXPECT_EQ(result.output, "early\n") << jobs;
-    fs::remove(path("long.ppo"));
-  }
-}
-
 }  // namespace

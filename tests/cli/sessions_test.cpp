@@ -1,6 +1,7 @@
 // Sessions at a shell: sessions/NAME.txt holds commands, each behind "$ ", and what they must
 // print, standard error behind "! ", and "[status]" unless that is 0. The commands run in one
-// directory; `lines` prints a file without the carriage returns of its line ends.
+// directory; `lines` prints a file without the carriage returns of its line ends, and $program,
+// $sources and $python are what their names say.
 //
 // With KRPRE_ACCEPT=1 in the environment the sessions are written instead. Read the difference.
 
@@ -12,6 +13,10 @@
 namespace fs = std::filesystem;
 
 namespace {
+
+const std::string kPrelude =
+    "program='" KRPRE_PROGRAM "'; PATH=${program%/*}:$PATH; sources='" KRPRE_SOURCES
+    "'; python='" KRPRE_PYTHON "'; lines() { tr -d '\\r' <\"$1\"; }; ";
 
 class Session : public Program, public testing::WithParamInterface<fs::path> {};
 
@@ -28,7 +33,7 @@ TEST_P(Session, ComesOutAsItStands) {
   std::string found;
   for (std::string line; std::getline(lines, line);) {
     if (!line.starts_with("$ ")) continue;
-    const tChildResult result = shell("lines() { tr -d '\\r' <\"$1\"; }; " + line.substr(2));
+    const tChildResult result = shell(kPrelude + line.substr(2));
     found += line + '\n' + withPrefix("", result.output) + withPrefix("! ", result.errors);
     if (result.status != 0) found += '[' + std::to_string(result.status) + "]\n";
   }
