@@ -3,11 +3,16 @@
 #include "cli/diagnostics.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <regex>
+#include <string>
+#include <utility>
+
 #include "cli/sourcequote.h"
-#include "tests/cli/program.h"
+#include "tests/support/childprocess.h"
 
 namespace {
 
@@ -39,14 +44,13 @@ TEST(SourceQuote, ShowsTheMiddleOfALongLine) {
   EXPECT_NE(caret.find("\xE2\x82\xACx\n    | " + std::string(53, ' ') + "^\n"), std::string::npos);
 }
 
-using Messages = Program;
-
-TEST_F(Messages, OnATerminalAreLongAndColouredUnlessThatIsUnwanted) {
+TEST(Messages, OnATerminalAreLongAndColouredUnlessThatIsUnwanted) {
   const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
   if (terminal < 0) GTEST_SKIP() << "no terminals to be had";
   close(terminal);
-  write("std.ch", "");
-  write("main.prw", "x := 1\n  EndIf\n");
+  const tTemporaryDirectory directory;
+  directory.write("std.ch", "");
+  directory.write("main.prw", "x := 1\n  EndIf\n");
   const std::pair<const char*, const char*> kCases[] = {
       {"TERM=xterm", "\033[2m  2 |\033[0m   EndIf\n\033[2m    |\033[0m   \033[31m^\033[0m\n"},
       {"TERM=xterm NO_COLOR=1", "  2 |   EndIf\n    |   ^\n"},
@@ -57,10 +61,10 @@ TEST_F(Messages, OnATerminalAreLongAndColouredUnlessThatIsUnwanted) {
         std::string("env -u NO_COLOR ") + environment + " '" KRPRE_PROGRAM "' -I. main.prw";
     const tChildResult result = runChild(
         {KRPRE_PYTHON, "-c", "import pty, sys; pty.spawn(['sh', '-c', sys.argv[1]])", program},
-        directory_.path());
-    EXPECT_EQ(std::regex_replace(result.output, std::regex("\r\n"), "\n"),
-              "main.prw(2) Error C2027  ENDIF does not match IF\n" + std::string(quote) +
-                  failed("main.prw"));
+        directory.path());
+    const std::string told = std::regex_replace(result.output, std::regex("\r\n"), "\n");
+    EXPECT_NE(told.find("ENDIF does not match IF\n" + std::string(quote)), std::string::npos)
+        << told;
   }
 }
 

@@ -5,10 +5,12 @@
 //
 // With KRPRE_ACCEPT=1 in the environment the sessions are written instead. Read the difference.
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <sstream>
 
-#include "tests/cli/program.h"
+#include "tests/support/childprocess.h"
 
 namespace fs = std::filesystem;
 
@@ -18,7 +20,7 @@ const std::string kPrelude =
     "program='" KRPRE_PROGRAM "'; PATH=${program%/*}:$PATH; sources='" KRPRE_SOURCES
     "'; python='" KRPRE_PYTHON "'; lines() { tr -d '\\r' <\"$1\"; }; ";
 
-class Session : public Program, public testing::WithParamInterface<fs::path> {};
+class Session : public testing::TestWithParam<fs::path> {};
 
 std::string withPrefix(const std::string& prefix, const std::string& text) {
   std::istringstream lines(text);
@@ -29,11 +31,13 @@ std::string withPrefix(const std::string& prefix, const std::string& text) {
 
 TEST_P(Session, ComesOutAsItStands) {
   const std::string expected = readBytes(GetParam());
+  const tTemporaryDirectory directory;
   std::istringstream lines(expected);
   std::string found;
   for (std::string line; std::getline(lines, line);) {
     if (!line.starts_with("$ ")) continue;
-    const tChildResult result = shell(kPrelude + line.substr(2));
+    const tChildResult result =
+        runChild({"/bin/sh", "-c", kPrelude + line.substr(2)}, directory.path());
     found += line + '\n' + withPrefix("", result.output) + withPrefix("! ", result.errors);
     if (result.status != 0) found += '[' + std::to_string(result.status) + "]\n";
   }
