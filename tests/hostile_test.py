@@ -118,6 +118,7 @@ SAMPLES = (
     Sample("packed zero bytes", lambda: packed(b"\0" * (LARGEST - 1)), "TOO BIG - file a.prw line"),
     Sample("a packed source that grows", lambda: packed(b"\n" * (9 * MIB)), "Cannot copy a.prw"),
     Sample("a header that grows", lambda: header("\n" * (9 * MIB)), limit("file size", 1)),
+    Sample("a header of 16 MiB", lambda: header("*" * LARGEST), limit("file size", 1)),
     Sample("a header of 1 GiB", lambda: header(Sparse(1 << 30)), limit("file size", 1), mib=64),
     Sample("a source of 16 GiB", lambda: {"a.prw": Sparse(1 << 34)}, "Cannot copy a.prw", mib=64),
     Sample(

@@ -48,7 +48,7 @@ public class KrpreTest {
     equal(0, krpre.prebuild(new String[] {source, include}), "element 0 is the place of the program's name");
     equal(false, Files.exists(folder.resolve("a.ppo")), "an output");
     try {
-      krpre.prebuild(new String[] {"", include, "@F" + folder + "/zero\0.prw", null, source});
+      krpre.prebuild(new String[] {"", include, "@F" + folder + "/zero\0.prw", null, source, "\0"});
       throw new AssertionError("no exception for the character 0");
     } catch (IllegalArgumentException expected) {
       equal("x := 1\r\n", read("a.ppo"), "the other elements are not skipped");

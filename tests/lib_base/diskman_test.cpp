@@ -168,6 +168,10 @@ TEST(OverlayDisk, HandsItsBytesOverOnce) {
   EXPECT_TRUE(disk.open("a")->readAll(second));
   EXPECT_EQ(second, "");
   EXPECT_TRUE(disk.exists("a"));
+  disk.keepInMemory("b");
+  EXPECT_TRUE(writeFile(disk, "b", "text"));
+  EXPECT_TRUE(disk.open("b")->readAll(first));
+  EXPECT_EQ(first.view(), bytes + "text");
 }
 
 }  // namespace

@@ -196,6 +196,7 @@ TEST(String, RefusesToGrowPastTheLargestSize) {
   EXPECT_EQ(text.view(), std::string(64, 'x'));
   EXPECT_EQ(tString::format("%64d", 1).size(), 64u);
   tString::setMaxSize(tString::npos);
+  EXPECT_EQ(tString::format("%512d", 1), std::string(511, ' ') + "1");
   EXPECT_LT(tString::maxSize(), std::size_t{1} << 32);
 }
 

@@ -1,6 +1,7 @@
 // A host with Qt of its own that uses the library as it is shipped.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QTranslator>
@@ -9,6 +10,7 @@
 #include <exception>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "include/krpre.h"
@@ -107,8 +109,18 @@ TEST(CommandLine, MustNotBeNull) {
   EXPECT_EQ(std::uncaught_exceptions(), 0);
 }
 
-TEST(Output, IsNotRedirectedWithoutAPlaceForItsSilencer) {
+TEST(Output, ThatCannotBeRedirectedLeavesNothingToRestore) {
   EXPECT_EQ(redirectOutPut(nullptr), -1);
+  const int output = dup(STDOUT_FILENO), input = dup(STDIN_FILENO);
+  close(STDIN_FILENO);  // the silencer gets the place of another descriptor than the output's
+  close(STDOUT_FILENO);
+  int silencer = 0;
+  const int saved = redirectOutPut(&silencer);
+  dup2(output, STDOUT_FILENO);
+  dup2(input, STDIN_FILENO);
+  close(output);
+  close(input);
+  EXPECT_EQ(std::pair(saved, silencer), std::pair(-1, -1));
 }
 
 }  // namespace

@@ -20,6 +20,9 @@ TEST(Exceptions, FormatTextAndArguments) {
   EXPECT_EQ(raised([&] { raiser.raise(SSErrorToken, 3, 14L, "a%sb"); }),
             "5 SSLex0105e: Invalid token, Line 3, Offset 14, a%sb");
   EXPECT_EQ(raised([&] { raiser.raise(SSErrorStackFull); }), "8 SSLifo0001e: Stack full");
+  SSExceptionInfo::setException(false);
+  EXPECT_EQ(raised([&] { raiser.raise(SSErrorStackFull); }), "none");
+  SSExceptionInfo::setException(true);
   EXPECT_EQ(raised([&] { raiser.throwException(200, "C%04d 100%% %-3s|%x", 7, "ab", 255); }),
             "200 C0007 100% ab |ff");
   // Formats and arguments that do not fit each other are harmless.

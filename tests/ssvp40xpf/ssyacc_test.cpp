@@ -71,6 +71,7 @@ class tParser : public SSYacc {
     return made;
   }
   int error(unsigned state, SSLexLexeme& at) override {
+    EXPECT_EQ(state, currentState());
     met = at.text() + (" " + std::to_string(tElement::alive));
     EXPECT_EQ(raised([&] { elementFromStack(0); }), "11 SSLifo0003e: Invalid index");
     for (SSRef<SSYaccStackElement>& element : kept_) pushStackElement(element.release());
@@ -193,6 +194,8 @@ TEST(Parser, TellsWhatIsMissingOrWrong) {
       {[&] { passing.parse(); }, "5 SSLex0105e: Invalid token, Line 1, Offset 1, ?"},
   };
   for (const auto& [action, error] : kCases) EXPECT_EQ(raised(action), error);
+  EXPECT_TRUE(parser.pushStackElement(new tElement));
+  EXPECT_TRUE(parser.popStackElement());
   const std::unique_ptr<unsigned[]> tokens(parser.validLookaheads(0, count));
   EXPECT_EQ(std::vector<unsigned>(tokens.get(), tokens.get() + count),
             (std::vector<unsigned>{samples::kName, samples::kOpen}));

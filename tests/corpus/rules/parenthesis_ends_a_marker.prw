@@ -1,0 +1,12 @@
+// An opening parenthesis of the pattern ends a marker, even one of a call.
+#xcommand A <x> (<y>) => f(<x>,<y>)
+#xcommand C [TO <y>] (<x>) => h(<x>,<y>)
+#xcommand D [WITH <z> [(<y>)]] => d(<z>,<y>)
+A b (c)
+A b(c) (d)
+A b + (c) (d)
+C TO a (b)
+C TO f(a) (b)
+C TO a + (b) (c)
+D WITH a (b)
+D WITH (a) (b)
