@@ -18,8 +18,7 @@ namespace precomp {
 namespace {
 
 const SSYaccTable& parserTable() {
-  static const SSYaccTable table(builtin::korelpreLlr.words, builtin::korelpreLlr.bytes,
-                                 builtin::korelpreLlr.name);
+  static const SSYaccTable table(builtin::korelpreLlr.index, builtin::korelpreLlr.name);
   return table;
 }
 

@@ -2,6 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
+
+#include "ssvp40xpf/sslexdense.h"
+#include "ssvp40xpf/ssyacctable.h"
 
 namespace sstable {
 
@@ -13,14 +17,22 @@ struct tImage {
   const char* name;  // for messages
 };
 
+/// With what the build has laid out.
+struct tLexImage : tImage {
+  std::span<const SSLexIndex> lists;
+};
+struct tYaccImage : tImage {
+  SSYaccIndex index;
+};
+
 }  // namespace sstable
 
-/// The images that the build generates from tools/grammars.
+/// What the build generates from tools/grammars.
 namespace builtin {
 
-extern const sstable::tImage korelpreDfa;  // the directive processor's scanner
-extern const sstable::tImage korelpreLlr;  // its parser
-extern const sstable::tImage korelDfa;     // the language's scanner
-extern const sstable::tImage korelLlr;     // its parser
+extern const sstable::tLexImage korelpreDfa;  // the directive processor's scanner
+extern const sstable::tYaccImage korelpreLlr;  // its parser
+extern const sstable::tLexImage korelDfa;     // the language's scanner
+extern const sstable::tYaccImage korelLlr;     // its parser
 
 }  // namespace builtin

@@ -43,8 +43,7 @@ void cutFileName(const SSLexConsumer& consumer, SSLexMark& mark) {
 }  // namespace
 
 const SSLexTable& KorelPreLexClass::builtinTable() {
-  static const SSLexTable table(builtin::korelpreDfa.words, builtin::korelpreDfa.bytes,
-                                builtin::korelpreDfa.name);
+  static const SSLexTable table(builtin::korelpreDfa.lists, builtin::korelpreDfa.name);
   return table;
 }
 

@@ -9,8 +9,7 @@ AYaccClass::AYaccClass() : walk_(builtinTable()) {
 AYaccClass::~AYaccClass() = default;
 
 const SSYaccTable& AYaccClass::builtinTable() {
-  static const SSYaccTable table(builtin::korelLlr.words, builtin::korelLlr.bytes,
-                                 builtin::korelLlr.name);
+  static const SSYaccTable table(builtin::korelLlr.index, builtin::korelLlr.name);
   return table;
 }
 

@@ -3,8 +3,7 @@
 #include "ssvp40xpf/builtintables.h"
 
 const SSLexTable& ALexClass::builtinTable() {
-  static const SSLexTable table(builtin::korelDfa.words, builtin::korelDfa.bytes,
-                                builtin::korelDfa.name);
+  static const SSLexTable table(builtin::korelDfa.lists, builtin::korelDfa.name);
   return table;
 }
 

@@ -14,6 +14,7 @@ struct SSLexFinal {
   std::uint32_t type;
   bool lineFeeds;  // whether any text leading to the state can contain a line feed
 
+  bool operator==(const SSLexFinal&) const = default;
   bool accepts() const { return (flags & sstable::kLexAccept) != 0; }
   bool drops() const { return (flags & sstable::kLexDrop) != 0; }
   bool switchesList() const { return (flags & (sstable::kLexPush | sstable::kLexPop)) != 0; }
@@ -25,6 +26,15 @@ struct SSLexFinal {
     return (flags & (sstable::kLexPush | sstable::kLexPop)) ==
            (sstable::kLexPush | sstable::kLexPop);
   }
+};
+
+/// An automaton that has been checked, laid out for direct lookup; it owns nothing. The build lays
+/// out those of the built-in tables.
+struct SSLexIndex {
+  const std::uint32_t* block;  // its words in the image
+  std::size_t states;
+  const SSLexFinal* finals;   // of each state
+  const std::uint16_t* next;  // 256 of each state: the next one on a code, or sstable::kNoState
 };
 
 /// The longest match at a position in a text.
@@ -45,12 +55,10 @@ struct SSLexMatch {
 ///     }
 class SSLexDense {
  public:
-  static constexpr std::uint16_t kDead = 0xFFFF;
-
   SSLexDense() = default;
-  SSLexDense(const std::uint16_t* next, const SSLexFinal* finals) : next_(next), finals_(finals) {}
+  explicit SSLexDense(const SSLexIndex& index) : next_(index.next), finals_(index.finals) {}
 
-  /// The state after `code`, or kDead.
+  /// The state after `code`, or sstable::kNoState.
   unsigned next(unsigned state, unsigned char code) const {
     return next_[(static_cast<std::size_t>(state) << 8) | code];
   }
@@ -62,7 +70,7 @@ class SSLexDense {
     unsigned state = 0;
     for (; at != end; ++at) {
       const unsigned entered = next(state, static_cast<unsigned char>(*at));
-      if (entered == kDead) break;
+      if (entered == sstable::kNoState) break;
       state = entered;
     }
     const SSLexFinal& final = finals_[state];

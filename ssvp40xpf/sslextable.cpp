@@ -1,8 +1,8 @@
 // A table is checked completely before any of it is used: block sizes, the positions of the records
 // and of every row, the order of the ranges in a row, every next state and every list index. It is
-// then indexed: for each state, the next state on each of the 256 byte codes; for each final state,
-// whether a text leading there can contain a line feed (most cannot, so their lexemes need no line
-// counting). Rows shared by several states are checked once.
+// then laid out: for each state, the next state on each of the 256 byte codes; for each final
+// state, whether a text leading there can contain a line feed (most cannot, so their lexemes need
+// no line counting). Rows shared by several states are checked once.
 #include "ssvp40xpf/sslextable.h"
 
 #include <sys/stat.h>
@@ -67,8 +67,9 @@ SSLexMatch SSLexDense::lastAccepted(const char* first, const char* reached) cons
 
 SSLexIterator::SSLexIterator(std::vector<std::uint32_t> block, unsigned listCount)
     : block_(std::move(block)) {
-  valid_ = readHeader() && readFinals(listCount) && readRows();
-  if (valid_) findLineFeeds();
+  if (!readHeader() || !readFinals(listCount) || !readRows()) return;
+  findLineFeeds();
+  index_ = {block_.data(), finals_.size(), finals_.data(), next_.data()};
 }
 
 bool SSLexIterator::readHeader() {
@@ -77,7 +78,7 @@ bool SSLexIterator::readHeader() {
   const std::uint32_t states = block_[sstable::kBlockStateCount];
   return block_[sstable::kBlockMagic] == sstable::kLexMagic &&
          block_[sstable::kBlockSize] == bytes && block_[sstable::kBlockSizeAgain] == bytes &&
-         states != 0 && states < SSLexDense::kDead;
+         states != 0 && states < sstable::kNoState;
 }
 
 bool SSLexIterator::readFinals(unsigned listCount) {
@@ -102,13 +103,11 @@ bool SSLexIterator::readRows() {
   const std::size_t index = wordIndex(block_[sstable::kBlockRowIndex], states, block_.size());
   if (index == SIZE_MAX) return false;
   std::vector<bool> checked(block_.size());
-  rows_.reserve(states);
-  next_.assign(states << 8, SSLexDense::kDead);
+  next_.assign(states << 8, sstable::kNoState);
   for (std::size_t state = 0; state < states; ++state) {
     const std::size_t row = wordIndex(block_[index + state], 1, block_.size());
     if (row == SIZE_MAX || (!checked[row] && !rowIsSound(row))) return false;
     checked[row] = true;
-    rows_.push_back(static_cast<std::uint32_t>(row));
     indexRow(static_cast<unsigned>(state), row);
   }
   return true;
@@ -143,7 +142,7 @@ void SSLexIterator::indexRow(unsigned state, std::size_t row) {
 void SSLexIterator::findLineFeeds() {
   std::vector<unsigned> pending;
   const auto reach = [&](unsigned state) {
-    if (state == SSLexDense::kDead || finals_[state].lineFeeds) return;
+    if (state == sstable::kNoState || finals_[state].lineFeeds) return;
     finals_[state].lineFeeds = true;
     pending.push_back(state);
   };
@@ -158,11 +157,21 @@ void SSLexIterator::findLineFeeds() {
 }
 
 unsigned SSLexIterator::nextInRow(unsigned state, unsigned code) const {
-  const std::uint32_t* triple = &block_[rows_[state]];
+  const std::uint32_t* const rows =
+      index_.block + index_.block[sstable::kBlockRowIndex] / sstable::kWordSize;
+  const std::uint32_t* triple = index_.block + rows[state] / sstable::kWordSize;
   for (std::uint32_t count = *triple++; count != 0 && triple[0] <= code; --count, triple += 3) {
     if (code <= triple[1]) return triple[2];
   }
   return sstable::kNone;
+}
+
+SSLexTable::SSLexTable(std::span<const SSLexIndex> lists, const char* name)
+    : SSObject(ssCorrelator("SSLT")), name_(name) {
+  lists_.reserve(lists.size());
+  for (unsigned index = 0; index < lists.size(); ++index) {
+    lists_.emplace_back(SSLexIterator(lists[index]), index);
+  }
 }
 
 SSLexTable::SSLexTable(const void* image, std::size_t size, const char* name)

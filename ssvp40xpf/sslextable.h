@@ -2,29 +2,32 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "ssvp40xpf/sslexdense.h"
 #include "ssvp40xpf/sssto.h"
 
-/// One automaton of a table: its block, and the index for direct lookup built from it.
+/// One automaton of a table.
 class SSLexIterator {
  public:
-  /// Takes the words of a block. valid() stays false for a damaged block.
+  /// Refers to one that the build has laid out.
+  explicit SSLexIterator(const SSLexIndex& index) : index_(index) {}
+  /// Takes the words of a block, checks and lays them out. valid() stays false for a damaged block.
   SSLexIterator(std::vector<std::uint32_t> block, unsigned listCount);
   SSLexIterator(SSLexIterator&&) noexcept = default;
 
-  bool valid() const { return valid_; }
-  unsigned stateCount() const { return static_cast<unsigned>(finals_.size()); }
-  const SSLexFinal& final(unsigned state) const { return finals_[state]; }
+  bool valid() const { return index_.states != 0; }
+  unsigned stateCount() const { return static_cast<unsigned>(index_.states); }
+  const SSLexFinal& final(unsigned state) const { return index_.finals[state]; }
   /// The next state for a character code of any size, or sstable::kNone.
   unsigned next(unsigned state, unsigned code) const {
     if (code > 0xFF) return nextInRow(state, code);
-    const unsigned entered = next_[(static_cast<std::size_t>(state) << 8) | code];
-    return entered == SSLexDense::kDead ? sstable::kNone : entered;
+    const unsigned entered = index_.next[(static_cast<std::size_t>(state) << 8) | code];
+    return entered == sstable::kNoState ? sstable::kNone : entered;
   }
-  SSLexDense dense() const { return SSLexDense(next_.data(), finals_.data()); }
+  SSLexDense dense() const { return SSLexDense(index_); }
 
  private:
   bool readHeader();
@@ -35,11 +38,11 @@ class SSLexIterator {
   void findLineFeeds();
   unsigned nextInRow(unsigned state, unsigned code) const;
 
+  SSLexIndex index_{};
+  // What a loaded automaton owns.
   std::vector<std::uint32_t> block_;
   std::vector<SSLexFinal> finals_;
-  std::vector<std::uint32_t> rows_;  // start of each state's row in block_
-  std::vector<std::uint16_t> next_;  // 256 entries per state
-  bool valid_ = false;
+  std::vector<std::uint16_t> next_;
 };
 
 /// A start state of the scanner: an automaton and its index in the table.
@@ -58,12 +61,14 @@ class SSLexExpressionList {
   unsigned index_;
 };
 
-/// A compiled scanner table. It is copied from its image (sstableformat.h describes the layout),
-/// checked and indexed while loading, and read-only afterwards, so any number of scanners may share
-/// it. A damaged image raises SSErrorLexTable, an image with keyword tables SSErrorKeywordTable;
-/// with exceptions disabled the table is then left without lists.
+/// A compiled scanner table. It refers to a built-in one, or is copied from its image (which
+/// sstableformat.h describes), checked and laid out while loading; it is read-only afterwards, so
+/// any number of scanners may share it. A damaged image raises SSErrorLexTable, an image with
+/// keyword tables SSErrorKeywordTable; with exceptions disabled the table is then left without
+/// lists.
 class SSLexTable : public SSObject, public SSExceptionPresent {
  public:
+  SSLexTable(std::span<const SSLexIndex> lists, const char* name);
   /// An image of `size` bytes; `name` is only used in messages.
   SSLexTable(const void* image, std::size_t size, const char* name);
   /// An image in memory whose own size words are trusted.

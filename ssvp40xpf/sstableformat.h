@@ -26,6 +26,7 @@ namespace sstable {
 
 constexpr std::size_t kWordSize = 4;
 constexpr std::uint32_t kNone = 0xFFFFFFFFu;
+constexpr std::uint16_t kNoState = 0xFFFFu;  // kNone in the tables for direct lookup
 
 // ---- scanner images ----------------------------------------------------------------------------
 

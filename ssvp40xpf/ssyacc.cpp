@@ -113,7 +113,7 @@ SSYacc::eStep SSYacc::doShift() {
 
 SSYacc::eStep SSYacc::doReduce() {
   const unsigned number = action_ & sstable::kActionOperand;
-  const SSYaccProduction& production = table_->production(number);
+  const SSYaccProduction production = table_->production(number);
   if (production.size > stack_.depth()) {  // a damaged table, or no reset after an error
     raise(SSErrorStackPop);
     return kFailed;

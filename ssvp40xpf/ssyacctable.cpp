@@ -1,5 +1,5 @@
 // An image is checked completely before it is used: the positions of the rows and productions,
-// every target state, production, token and nonterminal. It is then indexed into two arrays for
+// every target state, production, token and nonterminal. It is then laid out as two arrays for
 // direct lookup: action words by state and token, target states by state and nonterminal. Only
 // tokens that occur get a column, so the arrays fit into the CPU cache.
 #include "ssvp40xpf/ssyacctable.h"
@@ -31,6 +31,9 @@ std::size_t wordIndex(std::uint32_t offset, std::size_t words, std::size_t total
 
 }  // namespace
 
+SSYaccTable::SSYaccTable(const SSYaccIndex& index, const char* name)
+    : SSObject(ssCorrelator("SSYT")), name_(name), index_(index) {}
+
 SSYaccTable::SSYaccTable(const void* image, std::size_t size, const char* name)
     : SSObject(ssCorrelator("SSYT")), name_(name) {
   load(image, size);
@@ -57,8 +60,7 @@ void SSYaccTable::load(const void* image, std::size_t size) {
     if (size != 0) std::memcpy(words_.data(), image, size);
     if (readImage()) return;
   }
-  rows_.clear();
-  productions_.clear();
+  index_ = {};
   raise(SSErrorYaccTable, name_.c_str());
 }
 
@@ -66,11 +68,10 @@ bool SSYaccTable::readImage() {
   if (words_.size() < sstable::kYaccRowIndex || !isMagic(words_[sstable::kYaccHeaderMagic])) {
     return false;
   }
+  index_.words = words_.data();
   const bool hasAutomata = (words_[sstable::kYaccCounts] >> 16) != 0;
   if (hasAutomata || !readProductions() || !readRows() || !assignColumns()) return false;
-  actions_.assign(rows_.size() * actionColumns_, 0);
-  gotos_.assign(rows_.size() * gotoColumns_, kNoGoto);
-  for (std::size_t state = 0; state < rows_.size(); ++state) indexRow(state);
+  layOut();
   return true;
 }
 
@@ -78,33 +79,29 @@ bool SSYaccTable::readProductions() {
   const std::size_t count = words_[sstable::kYaccCounts] & 0xFFFF;
   const std::size_t at = wordIndex(words_[sstable::kYaccProductions], 2 * count, words_.size());
   if (at == SIZE_MAX) return false;
-  productions_.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
-    const SSYaccProduction production{words_[at + 2 * i], words_[at + 2 * i + 1]};
-    const bool isStart = i == 0 && production.left == 0;
-    if (!isStart && production.left - sstable::kFirstNonterminal > kLargestSymbol) return false;
-    productions_.push_back(production);
+    const std::uint32_t left = words_[at + 2 * i + 1];
+    const bool isStart = i == 0 && left == 0;
+    if (!isStart && left - sstable::kFirstNonterminal > kLargestSymbol) return false;
   }
+  index_.productions = words_.data() + at;
   return true;
 }
 
 bool SSYaccTable::readRows() {
   const std::size_t total = words_.size();
   const std::size_t count = words_[sstable::kYaccStateCount];
-  if (count == 0 || count >= kNoGoto || count > total - sstable::kYaccRowIndex ||
+  if (count == 0 || count >= sstable::kNoState || count > total - sstable::kYaccRowIndex ||
       wordIndex(words_[sstable::kYaccFirstRow], sstable::kRowPairs, total) == SIZE_MAX) {
     return false;
   }
-  for (std::size_t state = 0; state < count; ++state) {
-    const std::size_t row =
-        wordIndex(words_[sstable::kYaccRowIndex + state], sstable::kRowPairs, total);
-    if (row == SIZE_MAX) return false;
-    rows_.push_back(row);
-  }
+  index_.states = count;
   std::vector<bool> checked(total);
-  for (const std::size_t row : rows_) {
-    if (!checked[row] && !rowIsSound(row)) return false;
-    checked[row] = true;
+  for (std::size_t state = 0; state < count; ++state) {
+    const std::size_t at =
+        wordIndex(words_[sstable::kYaccRowIndex + state], sstable::kRowPairs, total);
+    if (at == SIZE_MAX || (!checked[at] && !rowIsSound(at))) return false;
+    checked[at] = true;
   }
   return true;
 }
@@ -125,7 +122,7 @@ bool SSYaccTable::rowIsSound(std::size_t row) const {
   for (std::uint64_t i = 0; i < gotos; ++i, pair += 2) {
     if (!gotoIsSound(pair[0], pair[1])) return false;
   }
-  return !hasErrorEntry || (pair[0] & sstable::kActionOperand) < rows_.size();
+  return !hasErrorEntry || (pair[0] & sstable::kActionOperand) < index_.states;
 }
 
 bool SSYaccTable::actionIsSound(std::uint32_t word, std::uint32_t token) const {
@@ -138,16 +135,16 @@ bool SSYaccTable::actionIsSound(std::uint32_t word, std::uint32_t token) const {
     case sstable::kActionAccept:
       return true;
     case sstable::kActionShift:
-      return operand < rows_.size();
+      return operand < index_.states;
     case sstable::kActionReduce:
-      return operand < productions_.size();
+      return operand < (words_[sstable::kYaccCounts] & 0xFFFF);
     default:
       return false;
   }
 }
 
 bool SSYaccTable::gotoIsSound(std::uint32_t word, std::uint32_t nonterminal) const {
-  return (word & sstable::kActionOperand) < rows_.size() &&
+  return (word & sstable::kActionOperand) < index_.states &&
          nonterminal - sstable::kFirstNonterminal <= kLargestSymbol;
 }
 
@@ -155,50 +152,65 @@ bool SSYaccTable::assignColumns() {
   std::vector<bool> counted(words_.size());
   std::size_t longestActions = 0;
   std::size_t longestGotos = 0;
-  actionColumns_ = 1;
-  for (const std::size_t row : rows_) {
-    if (counted[row]) continue;
-    counted[row] = true;
-    const std::size_t actions = words_[row + sstable::kRowActionCount];
-    const std::size_t gotos = words_[row + sstable::kRowGotoCount];
+  index_.actionColumns = 1;
+  for (std::size_t state = 0; state < index_.states; ++state) {
+    const std::size_t at = row(state);
+    if (counted[at]) continue;
+    counted[at] = true;
+    const std::size_t actions = words_[at + sstable::kRowActionCount];
+    const std::size_t gotos = words_[at + sstable::kRowGotoCount];
     longestActions = std::max(longestActions, actions);
     longestGotos = std::max(longestGotos, gotos);
-    const std::uint32_t* pair = words_.data() + row + sstable::kRowPairs;
+    const std::uint32_t* pair = words_.data() + at + sstable::kRowPairs;
     for (std::size_t i = 0; i < actions; ++i, pair += 2) {
-      const std::size_t at = pair[1] + 2u;
-      if (at >= columns_.size()) columns_.resize(at + 1);
-      if (columns_[at] == 0) columns_[at] = static_cast<std::uint16_t>(actionColumns_++);
+      const std::size_t symbol = pair[1] + 2u;
+      if (symbol >= columns_.size()) columns_.resize(symbol + 1);
+      if (columns_[symbol] == 0) {
+        columns_[symbol] = static_cast<std::uint16_t>(index_.actionColumns++);
+      }
     }
     for (std::size_t i = 0; i < gotos; ++i, pair += 2) {
-      gotoColumns_ = std::max<std::size_t>(gotoColumns_, pair[1] - sstable::kFirstNonterminal + 1);
+      index_.gotoColumns =
+          std::max<std::size_t>(index_.gotoColumns, pair[1] - sstable::kFirstNonterminal + 1);
     }
   }
   // A row with more pairs than there are symbols only repeats symbols.
-  return longestActions <= actionColumns_ && longestGotos <= gotoColumns_ &&
-         rows_.size() * actionColumns_ <= kLargestArray &&
-         rows_.size() * gotoColumns_ <= kLargestArray;
+  return longestActions <= index_.actionColumns && longestGotos <= index_.gotoColumns &&
+         index_.states * index_.actionColumns <= kLargestArray &&
+         index_.states * index_.gotoColumns <= kLargestArray;
 }
 
-void SSYaccTable::indexRow(std::size_t state) {
-  const std::size_t row = rows_[state];
-  const std::uint32_t actions = words_[row + sstable::kRowActionCount];
-  const std::uint32_t gotos = words_[row + sstable::kRowGotoCount];
+void SSYaccTable::layOut() {
+  actions_.assign(index_.states * index_.actionColumns, 0);
+  gotos_.assign(index_.states * index_.gotoColumns, sstable::kNoState);
+  index_.columns = columns_.data();
+  index_.symbols = columns_.size();
+  index_.actions = actions_.data();
+  index_.gotos = gotos_.data();
+  for (std::size_t state = 0; state < index_.states; ++state) layOutRow(state);
+}
+
+void SSYaccTable::layOutRow(std::size_t state) {
+  const std::size_t at = row(state);
+  const std::uint32_t actions = words_[at + sstable::kRowActionCount];
+  const std::uint32_t gotos = words_[at + sstable::kRowGotoCount];
   // Of several pairs for one symbol the first wins, so they are entered in reverse order.
-  const std::uint32_t* const pairs = words_.data() + row + sstable::kRowPairs;
+  const std::uint32_t* const pairs = words_.data() + at + sstable::kRowPairs;
   for (std::size_t i = actions; i-- != 0;) {
     const bool isError = (pairs[2 * i] & ~sstable::kActionOperand) == 0;
-    actions_[state * actionColumns_ + column(pairs[2 * i + 1])] = isError ? 0 : pairs[2 * i];
+    actions_[state * index_.actionColumns + column(pairs[2 * i + 1])] = isError ? 0 : pairs[2 * i];
   }
   const std::uint32_t* const targets = pairs + 2 * std::size_t{actions};
   for (std::size_t i = gotos; i-- != 0;) {
-    gotos_[state * gotoColumns_ + (targets[2 * i + 1] - sstable::kFirstNonterminal)] =
+    gotos_[state * index_.gotoColumns + (targets[2 * i + 1] - sstable::kFirstNonterminal)] =
         static_cast<std::uint16_t>(targets[2 * i] & sstable::kActionOperand);
   }
 }
 
 std::uint32_t SSYaccTable::errorEntry(unsigned state) const {
   if ((rowFlags(state) & sstable::kRowErrorEntry) == 0) return sstable::kNone;
+  const std::size_t at = row(state);
   const std::size_t pairs =
-      std::size_t{actionCount(state)} + words_[rows_[state] + sstable::kRowGotoCount];
-  return words_[rows_[state] + sstable::kRowPairs + 2 * pairs] & sstable::kActionOperand;
+      std::size_t{word(at + sstable::kRowActionCount)} + word(at + sstable::kRowGotoCount);
+  return word(at + sstable::kRowPairs + 2 * pairs) & sstable::kActionOperand;
 }

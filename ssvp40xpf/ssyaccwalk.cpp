@@ -12,7 +12,7 @@ void SSYaccWalk::workOut(std::uint64_t key, std::uint32_t token, tSettled& resul
   for (;;) {
     result.action = table_.action(result.state, token);
     if ((result.action & sstable::kActionReduce) == 0) return;
-    const SSYaccProduction& production = table_.production(result.action & sstable::kActionOperand);
+    const SSYaccProduction production = table_.production(result.action & sstable::kActionOperand);
     if (production.size != 1) return;
     result.state = table_.gotoState(top_[-1], production.left);
   }

@@ -61,7 +61,7 @@ class SSYaccWalk {
   void workOut(std::uint64_t key, std::uint32_t token, tSettled& result) const;
 
   void reduce(std::uint32_t number) {
-    const SSYaccProduction& production = table_.production(number);
+    const SSYaccProduction production = table_.production(number);
     top_ -= production.size;
     push(table_.gotoState(*top_, production.left));
   }

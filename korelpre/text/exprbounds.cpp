@@ -158,7 +158,7 @@ const SSLexFinal* tPieceScanner::longestMatch() {
   unsigned state = 0;
   while (at_.settle()) {
     const unsigned entered = dense_.next(state, at_.character());
-    if (entered == SSLexDense::kDead) break;
+    if (entered == sstable::kNoState) break;
     at_.step();
     if (entered == state) at_.stepWithin(dense_, state);
     state = entered;
@@ -173,7 +173,7 @@ const SSLexFinal* tPieceScanner::lastAccepted() {
   unsigned state = 0;
   while (here.settle()) {
     state = dense_.next(state, here.character());
-    if (state == SSLexDense::kDead) break;
+    if (state == sstable::kNoState) break;
     here.step();
     if (!dense_.final(state).accepts()) continue;
     found = &dense_.final(state);

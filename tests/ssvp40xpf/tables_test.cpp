@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ssvp40xpf/builtintables.h"
 #include "ssvp40xpf/sslextable.h"
 #include "ssvp40xpf/ssyacctable.h"
 #include "tests/ssvp40xpf/samples.h"
@@ -98,6 +99,41 @@ TEST(Tables, OfParsersAreChecked) {
        {action, 12345, false},  // no action at all
        {action + 1, 0x1000},
        {sound[sstable::kYaccProductions] / sstable::kWordSize + 3, 0x4000}});
+}
+
+// What the build has laid out is what loading the same image gives.
+TEST(Tables, BuiltInAreTheirImages) {
+  for (const auto& built : {builtin::korelpreDfa, builtin::korelDfa}) {
+    const SSLexTable table(built.lists, built.name);
+    const SSLexTable loaded(built.words, built.bytes, built.name);
+    ASSERT_EQ(table.listCount(), loaded.listCount());
+    for (unsigned list = 0; list < table.listCount(); ++list) {
+      const SSLexIterator& one = table.expressionList(list)->automaton();
+      const SSLexIterator& other = loaded.expressionList(list)->automaton();
+      ASSERT_EQ(one.stateCount(), other.stateCount());
+      for (unsigned state = 0; state < one.stateCount(); ++state) {
+        EXPECT_TRUE(one.final(state) == other.final(state)) << state;
+        for (unsigned code = 0; code <= 0x101; ++code) {
+          ASSERT_EQ(one.next(state, code), other.next(state, code)) << state << " " << code;
+        }
+      }
+    }
+  }
+  for (const auto& built : {builtin::korelpreLlr, builtin::korelLlr}) {
+    const SSYaccTable table(built.index, built.name);
+    const SSYaccTable loaded(built.words, built.bytes, built.name);
+    ASSERT_EQ(table.stateCount(), loaded.stateCount());
+    for (unsigned state = 0; state < table.stateCount(); ++state) {
+      for (std::uint32_t i = 0; i <= SSYaccTable::kLargestSymbol + 2; ++i) {
+        ASSERT_EQ(table.action(state, i - 2), loaded.action(state, i - 2)) << state << " " << i;
+        const std::uint32_t nonterminal = sstable::kFirstNonterminal + i;
+        ASSERT_EQ(table.gotoState(state, nonterminal), loaded.gotoState(state, nonterminal));
+      }
+    }
+    for (unsigned i = 0; i < (built.words[sstable::kYaccCounts] & 0xFFFF); ++i) {
+      EXPECT_EQ(table.production(i).left, loaded.production(i).left);
+    }
+  }
 }
 
 }  // namespace

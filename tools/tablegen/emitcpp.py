@@ -3,6 +3,7 @@
 from collections.abc import Iterable, Mapping
 
 from grammar import Rule, Token
+from indexes import LexIndex, YaccIndex
 from lexspec import LexList
 from report import Report
 
@@ -140,15 +141,35 @@ constexpr std::uint32_t productionOf(eSymbol left, std::uint32_t token) {{
 """
 
 
-def image_array(name: str, image: list[int]) -> str:
-    rows = ("    " + " ".join(f"0x{word:x}u," for word in image[at:at + 8])
-            for at in range(0, len(image), 8))
-    return f"constexpr std::uint32_t {name}[] = {{\n" + "\n".join(rows) + "\n};\n"
+def array(name: str, numbers: list[int], bits: int = 32) -> str:
+    rows = ("    " + " ".join(f"0x{number:x}u," for number in numbers[at:at + 8])
+            for at in range(0, len(numbers), 8))
+    return f"constexpr std::uint{bits}_t {name}[] = {{\n" + "\n".join(rows) + "\n};\n"
+
+
+def lex_arrays(lists: list[LexIndex]) -> str:
+    text = ""
+    for number, each in enumerate(lists):
+        finals = "".join(f"    {{{', '.join(map(str, final))}}},\n" for final in each.finals)
+        text += (f"constexpr SSLexFinal kFinals{number}[] = {{\n{finals}}};\n"
+                 + array(f"kMoves{number}", each.moves, 16))
+    rows = "".join(
+        f"    {{kLexImage + {each.block}, {len(each.finals)}, kFinals{number}, kMoves{number}}},\n"
+        for number, each in enumerate(lists))
+    return f"{text}constexpr SSLexIndex kLists[] = {{\n{rows}}};\n"
+
+
+def yacc_arrays(index: YaccIndex) -> str:
+    return (array("kColumns", index.columns, 16) + array("kActions", index.actions)
+            + array("kGotos", index.gotos, 16)
+            + f"constexpr SSYaccIndex kParser = {{kYaccImage, {index.states}, "
+              f"kYaccImage + {index.productions}, kColumns, {len(index.columns)}, "
+              f"{index.action_columns}, {index.goto_columns}, kActions, kGotos}};\n")
 
 
 def table_source(grammar: str, tokens: Mapping[str, Token], lex_image: list[int],
-                 yacc_image: list[int]) -> str:
-    """The spellings and both images, declared in ssvp40xpf/builtintables.h."""
+                 yacc_image: list[int], lists: list[LexIndex], parser: YaccIndex) -> str:
+    """The spellings and both tables, declared in ssvp40xpf/builtintables.h."""
     spellings = {token.number: f'"{token.spelling}"' for token in tokens.values() if token.spelling}
     by_number = (spellings.get(at, "nullptr") for at in range(max(spellings, default=0) + 1))
     rows = "".join(f"    {spelling},\n" for spelling in by_number)
@@ -163,8 +184,10 @@ namespace {{
 constexpr const char* kSpellings[] = {{
 {rows}}};
 
-{image_array("kLexImage", lex_image)}
-{image_array("kYaccImage", yacc_image)}
+{array("kLexImage", lex_image)}
+{lex_arrays(lists)}
+{array("kYaccImage", yacc_image)}
+{yacc_arrays(parser)}
 }}  // namespace
 
 namespace {grammar} {{
@@ -177,8 +200,10 @@ const char* tokenSpelling(std::uint32_t token) {{
 
 namespace builtin {{
 
-const sstable::tImage {grammar}Dfa = {{kLexImage, sizeof kLexImage, "{grammar}.dfa"}};
-const sstable::tImage {grammar}Llr = {{kYaccImage, sizeof kYaccImage, "{grammar}.llr"}};
+constinit const sstable::tLexImage {grammar}Dfa = {{
+    {{kLexImage, sizeof kLexImage, "{grammar}.dfa"}}, kLists}};
+constinit const sstable::tYaccImage {grammar}Llr = {{
+    {{kYaccImage, sizeof kYaccImage, "{grammar}.llr"}}, kParser}};
 
 }}  // namespace builtin
 """

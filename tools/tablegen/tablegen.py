@@ -12,6 +12,7 @@ import emitcpp
 from generror import GenError
 from grammar import read_rules, read_tokens
 from images import lex_image, yacc_image
+from indexes import lex_indexes, yacc_index
 from layout import Layout
 from lexspec import LexReader
 from report import ReportReader, expect_conflicts, renumber, shift_conflicts
@@ -40,7 +41,9 @@ def generate(options: argparse.Namespace) -> None:
     for name, text in (
             ("tokens.h", emitcpp.token_header(grammar, tokens, lists)),
             ("productions.h", emitcpp.production_header(grammar, rules, report)),
-            ("tables.cpp", emitcpp.table_source(grammar, tokens, scanner, parser))):
+            ("tables.cpp", emitcpp.table_source(
+                grammar, tokens, scanner, parser, lex_indexes(scanner, layout),
+                yacc_index(parser, layout)))):
         pathlib.Path(options.out, grammar + name).write_bytes(text.encode("latin-1"))
     print(f"{grammar}: {len(rules)} productions, {len(report.states)} states, "
           f"{len(conflicts)} known conflicts")
