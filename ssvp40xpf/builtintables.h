@@ -30,9 +30,9 @@ struct tYaccImage : tImage {
 /// What the build generates from tools/grammars.
 namespace builtin {
 
-extern const sstable::tLexImage korelpreDfa;  // the directive processor's scanner
+extern const sstable::tLexImage korelpreDfa;   // the directive processor's scanner
 extern const sstable::tYaccImage korelpreLlr;  // its parser
-extern const sstable::tLexImage korelDfa;     // the language's scanner
+extern const sstable::tLexImage korelDfa;      // the language's scanner
 extern const sstable::tYaccImage korelLlr;     // its parser
 
 }  // namespace builtin
