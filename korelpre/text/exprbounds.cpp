@@ -12,8 +12,12 @@
 // another), and the parser's table is followed without lexemes and stack elements. Neither
 // allocates. A piece is the spacing or the text of a token; the last one is the ")" and the line
 // feed that compile() appends. The first failure settles the end, and the text is finite.
+//
+// Most captures of several tokens are sums, lists and calls of names and literals. A look at the
+// kinds of their tokens tells that they are whole, and neither scanner nor parser is asked.
 #include "korelpre/text/exprbounds.h"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -39,6 +43,63 @@ bool endsAtParenthesis(tTknString& tokens, int first, int& last) {
     }
   }
   return false;
+}
+
+bool isNumber(std::string_view text) {
+  const std::string_view fraction = text.substr(std::min(text.find('.'), text.size()));
+  const std::string_view whole = text.substr(0, text.size() - fraction.size());
+  return !whole.empty() && std::all_of(whole.begin(), whole.end(), isDigit) &&
+         (fraction.empty() ||
+          (fraction.size() > 1 && std::all_of(fraction.begin() + 1, fraction.end(), isDigit)));
+}
+
+bool isClosedString(std::string_view text) {
+  return text.size() > 1 && isQuote(text[0]) && text.find(text[0], 1) == text.size() - 1;
+}
+
+/// Whether the token is a whole term, whatever stands beside it.
+bool isTerm(const tSpcString& token) {
+  const std::string_view text = token;
+  switch (token.kind()) {
+    case kKindIdentifier:
+      return !text.empty() && isNameStart(text[0]) &&
+             std::all_of(text.begin(), text.end(), isNameByte);
+    case kKindNumber:
+      return isNumber(text);
+    case kKindString:
+    case kKindSingleQuoted:
+      return isClosedString(text);
+    default:
+      return false;
+  }
+}
+
+/// Whether the token is one of "+", "-", "*", "/" and ",".
+bool joinsTerms(std::string_view token) {
+  return token.size() == 1 && std::string_view("+-*/,").find(token[0]) != std::string_view::npos;
+}
+
+/// Whether the tokens are terms and calls with something that joins them in between.
+bool isPlain(tTknString& tokens, int first, int last) {
+  int depth = 0;
+  bool open = true;  // a term is wanted
+  for (int i = first; i <= last; ++i) {
+    const tSpcString& token = tokens.getToken(i);
+    if (open) {
+      if (!isTerm(token)) return false;
+      open = false;
+    } else if (token.kind() == kKindParenClose) {
+      if (--depth < 0) return false;
+    } else if (token.kind() == kKindParenOpen) {
+      if (tokens.getToken(i - 1).kind() != kKindIdentifier || token.size() != 1) return false;
+      ++depth;
+      open = true;
+    } else {
+      if (!joinsTerms(token)) return false;
+      open = true;
+    }
+  }
+  return !open && depth == 0;
 }
 
 /// A place in the text that the tokens `first` to `last` would make.
@@ -185,6 +246,7 @@ const SSLexFinal* tPieceScanner::lastAccepted() {
 }  // namespace
 
 void validateExpr(AYaccClass* parser, tTknString* tokens, int& first, int& last) {
+  if (isPlain(*tokens, first, last)) return;
   if (endsAtParenthesis(*tokens, first, last)) return;
   SSYaccWalk& walk = parser->walk();
   walk.restart();

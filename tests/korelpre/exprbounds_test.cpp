@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
+#include "korelpre/text/linescan.h"
 #include "korelpre/text/tokenise.h"
 
 namespace {
@@ -56,6 +58,32 @@ TEST(ExpressionBounds, CutBeforeWhatCannotContinue) {
     tLine line(test.source);
     EXPECT_EQ(bound(line.tokens), test.last) << test.source;
   }
+}
+
+TEST(ExpressionBounds, OfShortTextsAreThoseOfTheParser) {
+  const std::vector<std::string> kAll = {"a",   "If",    "M", "1", "1.5", ".5", "1a",
+                                         "'s'", "\"t\"", "+", "-", "*",   "/",  ",",
+                                         "(",   ")",     "[", ">", ".",   "&",  "->"};
+  const std::vector<std::string> kFew = {"a", "1", "-", ",", "(", ")"};
+  const auto checkAll = [](const std::vector<std::string>& tokens, std::size_t most) {
+    std::vector<std::size_t> chosen(1);
+    while (chosen.size() <= most) {
+      for (const char* blank : {"", " "}) {
+        std::string source;
+        for (const std::size_t i : chosen) source += tokens[i] + blank;
+        const std::string line = source + "\r\n";
+        if (scanLine(line.data(), line.data() + line.size()).kind != eLineKind::kPlain) continue;
+        tLine made(source);
+        bound(made.tokens);
+        ASSERT_FALSE(testing::Test::HasFailure()) << source;
+      }
+      std::size_t at = 0;
+      while (at < chosen.size() && ++chosen[at] == tokens.size()) chosen[at++] = 0;
+      if (at == chosen.size()) chosen.push_back(0);
+    }
+  };
+  checkAll(kAll, 3);
+  checkAll(kFew, 6);
 }
 
 }  // namespace
