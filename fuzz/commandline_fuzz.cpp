@@ -180,6 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   static const int kReports = [] {
     const int descriptor = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 100);
     if (__sanitizer_set_report_fd != nullptr) {
+      // NOLINTNEXTLINE(performance-no-int-to-ptr): the sanitizer takes a number so
       __sanitizer_set_report_fd(reinterpret_cast<void*>(static_cast<std::intptr_t>(descriptor)));
     }
     return descriptor;
@@ -199,6 +200,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   const tProgramTexts texts(input, (mode & kMadeSources) != 0);
   std::vector<std::string> arguments = argumentsOf(lines);
   std::vector<char*> vector;
+  vector.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) vector.push_back(argument.data());
   vector.push_back(nullptr);
 

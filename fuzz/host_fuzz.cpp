@@ -28,7 +28,7 @@ namespace {
 
 std::string cut(tByteReader& input, char separator = '\0') {
   const std::string_view rest = input.rest();
-  const std::string text(rest.substr(0, rest.find(separator)));
+  std::string text(rest.substr(0, rest.find(separator)));
   input = tByteReader(rest.substr(std::min(text.size() + 1, rest.size())));
   return text;
 }
