@@ -13,7 +13,7 @@ class tTknString;
 /// A statement may not grow past these while it is rewritten.
 constexpr int kMostTokens = 100000;
 constexpr std::size_t kLargestStatement = std::size_t{1} << 20;
-/// A statement may not have more tokens than this in its source, whatever becomes of them.
+/// A statement or directive may not have more tokens than this, whatever becomes of them.
 constexpr int kMostSourceTokens = 1'000'000;
 constexpr const char* kStatementSize = "statement size";
 /// Steps that the matcher may take for one statement.

@@ -150,6 +150,12 @@ SAMPLES = (
         limit("statement size", 1),
         mib=224,
     ),
+    Sample(
+        "a rule of 14 MiB",
+        lambda: "#xtranslate a => b" + whole(LONG_SUM) + "\n",
+        limit("statement size", 1),
+        mib=224,
+    ),
     Sample("redefinitions", lambda: whole("#define N 1\n"), mib=160),
     Sample("definitions", lambda: numbered("#define N%d 1\n", 300000), mib=144),
     Sample("commands", lambda: numbered("#xcommand N%d <x> => y <x>\n", 400000), mib=160),

@@ -63,6 +63,8 @@ class tLexemeFeed {
   bool continuing_ = false;  // a continuation came last
   int lastTokenLine_ = 0;
   std::size_t lastTokenEnd_ = 0;
+  int tokens_ = 0;  // of the statement or directive, so far
+  int firstTokenLine_ = 0;
   std::size_t lineStart_ = 0;
   std::size_t lineBefore_ = 0;
 };

@@ -110,10 +110,6 @@ tKorelPreStackElement* tGrammarValues::startChain(tChainBuilder::eSide side) {
 
 // To the list of tokens that the first symbol stands for.
 tKorelPreStackElement* tGrammarValues::addToken(const tSpcString& token) {
-  const tAutoArray<tSpcString>& list = part(0).list();
-  if (list.count() == kMostSourceTokens) {
-    file_.raiseLimit(kStatementSize, static_cast<int>(list[0].line()));
-  }
   part(0).add(token);
   return takeOver(0);
 }
