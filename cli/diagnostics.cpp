@@ -59,6 +59,27 @@ std::string_view withoutNumber(const krpre_diagnostic& diagnostic) {
   return numbered ? text.substr(blanks + 2) : text;
 }
 
+/// Written value by value: an object of the JSON library takes memory to be destroyed, and where
+/// there is none the program would end amid the output of another source.
+class tJsonObject {
+ public:
+  tJsonObject& add(const char* key, const tJson& value) {
+    return addText(key, value.dump(-1, ' ', false, tJson::error_handler_t::replace));
+  }
+  tJsonObject& addText(const char* key, const std::string& value) {
+    text_.append(text_.size() > 1 ? "," : "").append("\"").append(key).append("\":").append(value);
+    return *this;
+  }
+  std::string text() const { return text_ + '}'; }
+
+ private:
+  std::string text_ = "{";
+};
+
+void addElement(std::string& list, const std::string& element) {
+  list.append(list.empty() ? "" : ",").append(element);
+}
+
 }  // namespace
 
 std::string longDetails(const krpre_diagnostic& diagnostic, const tPaint& paint,
@@ -89,30 +110,34 @@ std::string longDetails(const krpre_diagnostic& diagnostic, const tPaint& paint,
 }
 
 std::string jsonLine(const krpre_diagnostic& diagnostic) {
-  tJson places = tJson::array();
+  std::string places;
   for (int i = 0; i < diagnostic.includeCount; ++i) {
     const krpre_place& place = diagnostic.includedFrom[i];
-    places.push_back({{"file", place.file}, {"line", place.line}});
+    addElement(places, tJsonObject().add("file", place.file).add("line", place.line).text());
   }
-  tJson rules = tJson::array();
+  std::string rules;
   for (int i = 0; i < diagnostic.ruleCount; ++i) {
     const krpre_rule& rule = diagnostic.rules[i];
-    rules.push_back({{"directive", directiveOf(rule)},
-                     {"key", rule.key},
-                     {"listing", rule.listing},
-                     {"file", rule.file},
-                     {"line", rule.line}});
+    addElement(rules, tJsonObject()
+                          .add("directive", directiveOf(rule))
+                          .add("key", rule.key)
+                          .add("listing", rule.listing)
+                          .add("file", rule.file)
+                          .add("line", rule.line)
+                          .text());
   }
-  const tJson json = {{"file", diagnostic.file},
-                      {"line", diagnostic.line},
-                      {"column", diagnostic.column},
-                      {"code", diagnostic.code},
-                      {"slug", diagnostic.slug},
-                      {"severity", kSeverities[diagnostic.severity]},
-                      {"message", diagnostic.message},
-                      {"includedFrom", places},
-                      {"rules", rules}};
-  return json.dump(-1, ' ', false, tJson::error_handler_t::replace) + "\n";
+  return tJsonObject()
+             .add("file", diagnostic.file)
+             .add("line", diagnostic.line)
+             .add("column", diagnostic.column)
+             .add("code", diagnostic.code)
+             .add("slug", diagnostic.slug)
+             .add("severity", kSeverities[diagnostic.severity])
+             .add("message", diagnostic.message)
+             .addText("includedFrom", '[' + places + ']')
+             .addText("rules", '[' + rules + ']')
+             .text() +
+         "\n";
 }
 
 std::string gccLines(const krpre_diagnostic& diagnostic) {
