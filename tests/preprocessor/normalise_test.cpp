@@ -57,6 +57,9 @@ TEST(Normalise, LinesAreLimited) {
   EXPECT_EQ(normalised(longest + "\n" + longest + "\n"), longest + "\r\n" + longest + "\r\n");
   EXPECT_EQ(normalised(longest + "x"), "(1) ");
   EXPECT_EQ(normalised("a\r\nb\n" + longest + "x\nc\n"), "(3) a\r\nb\r\n");
+  // A line end that two slices of the copy share is one.
+  const std::string lines(128 * 1024 - 4096, '\n');
+  EXPECT_EQ(normalised(lines + longest + "\r\nb").size(), 2 * lines.size() + longest.size() + 5);
   // The line runs over several slices of the copy.
   EXPECT_EQ(normalised("a\n" + std::string(100000, 'x')), "(2) a\r\n");
 }
