@@ -1,0 +1,4 @@
+x := 1
+BeginSql alias 'X
+select 1
+EndSql
