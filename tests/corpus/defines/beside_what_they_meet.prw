@@ -20,3 +20,6 @@ Next
 next.N
 next.Nx
 #undef N
+#define end 1
+x := a->end + end
+#undef end
