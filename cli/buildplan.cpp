@@ -12,6 +12,7 @@
 #include <map>
 #include <new>
 
+#include "cli/librarycall.h"
 #include "include/krpre.h"
 
 namespace {
@@ -32,11 +33,10 @@ std::string withExtension(const std::string& name, const char* extension) {
 }
 
 std::string outputName(const std::string& source, const std::string& directory) {
-  const auto write = [&](char* name, std::size_t size) {
-    return krpre_output_name(source.c_str(), directory.c_str(), name, size);
-  };
-  std::string name(write(nullptr, 0), '\0');
-  if (name.empty() || write(name.data(), name.size() + 1) != name.size()) throw std::bad_alloc();
+  const std::string name = writtenText([&](char* buffer, std::size_t size) {
+    return krpre_output_name(source.c_str(), directory.c_str(), buffer, size);
+  });
+  if (name.empty()) throw std::bad_alloc();
   return name;
 }
 

@@ -10,6 +10,15 @@
 /// The name by which the library knows the file that is called `name` on the command line.
 std::string nameInRun(const std::string& name);
 
+/// The text that a function of the library writes, `write(buffer, size)`, which answers the length
+/// of the whole. Empty when memory is short, be it at the first call or at the second.
+template <class tWrite>
+std::string writtenText(const tWrite& write) {
+  std::string text(write(nullptr, 0), '\0');
+  if (write(text.data(), text.size() + 1) != text.size()) text.clear();
+  return text;
+}
+
 /// Runs what callbacks do. Nothing may be thrown out of them: the library, which calls them, is C
 /// to this program and has a C++ runtime of its own.
 class tCallbackGuard {

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "cli/diagnostics.h"
+#include "cli/librarycall.h"
 #include "cli/messagelanguage.h"
 #include "cli/paint.h"
 #include "include/krpre.h"
@@ -30,12 +31,10 @@ void takeMessage(void* context, const char* text, std::size_t length) {
 }
 
 std::string translated(const std::string& language, const char* text) {
-  const auto write = [&](char* words, std::size_t size) {
-    return krpre_translate(language.c_str(), text, words, size);
-  };
-  std::string words(write(nullptr, 0), '\0');
-  const bool done = write(words.data(), words.size() + 1) == words.size() && !words.empty();
-  return done ? words : text;  // without memory the words stay English
+  const std::string words = writtenText([&](char* buffer, std::size_t size) {
+    return krpre_translate(language.c_str(), text, buffer, size);
+  });
+  return words.empty() ? text : words;  // without memory they stay English
 }
 
 void addDiagnostic(const tMessageStyle& style, const krpre_diagnostic* diagnostic,

@@ -146,9 +146,12 @@ SSLexLexeme* tLexemeFeed::scannedLexeme() {
 void tLexemeFeed::noteDelivered(const SSLexLexeme& lexeme) {
   anyDelivered_ = true;
   atLineStart_ = lexeme.token() == kTokLineFeed;
-  if (!atLineStart_) lastTokenLine_ = static_cast<int>(lexeme.line());
-  if (atLineStart_) tokens_ = 0;
-  if (!atLineStart_ && lexeme.token() != kTokSpc) {
+  if (atLineStart_) {
+    tokens_ = 0;
+    return;
+  }
+  lastTokenLine_ = static_cast<int>(lexeme.line());
+  if (lexeme.token() != kTokSpc) {
     if (tokens_++ == 0) firstTokenLine_ = lastTokenLine_;
     if (tokens_ > kMostSourceTokens) file_.raiseLimit(kStatementSize, firstTokenLine_);
     lastTokenEnd_ = lexeme.absoluteOffset() + lexeme.length();

@@ -19,11 +19,10 @@ std::size_t tWaitingNames::slotFor(std::string_view name, std::uint32_t hash) co
   });
 }
 
-const tWaitingNames::tWaiting* tWaitingNames::latestOf(std::string_view name) const {
-  if (slots_.empty()) return nullptr;
+std::uint32_t tWaitingNames::latestOf(std::string_view name) const {
+  if (slots_.empty()) return 0;
   const std::uint32_t place = slots_[slotFor(name, hashOfWord(name))];
-  const bool waits = place != 0 && names_[place - 1].line != kGone;
-  return waits ? &names_[place - 1] : nullptr;
+  return place != 0 && names_[place - 1].line != kGone ? place : 0;
 }
 
 void tWaitingNames::add(std::string_view name, int line) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace precomp {
@@ -12,15 +13,12 @@ class tWaitingNames {
  public:
   /// The bytes of `name` must outlive this object.
   void add(std::string_view name, int line);
-  bool has(std::string_view name) const { return latestOf(name) != nullptr; }
+  bool has(std::string_view name) const { return latestOf(name) != 0; }
   /// Removes a name. Calls `visit` with each line on which it stands.
   template <class tVisit>
   void remove(std::string_view name, const tVisit& visit) {
-    for (const tWaiting* at = latestOf(name); at != nullptr;) {
-      visit(at->line);
-      const std::uint32_t before = at->before;
-      const_cast<tWaiting*>(at)->line = kGone;
-      at = before == 0 ? nullptr : &names_[before - 1];
+    for (std::uint32_t place = latestOf(name); place != 0; place = names_[place - 1].before) {
+      visit(std::exchange(names_[place - 1].line, kGone));
     }
   }
   void clear() { *this = tWaitingNames(); }
@@ -36,7 +34,8 @@ class tWaitingNames {
   };
 
   std::size_t slotFor(std::string_view name, std::uint32_t hash) const;
-  const tWaiting* latestOf(std::string_view name) const;
+  /// Counted from 1; 0 when none waits.
+  std::uint32_t latestOf(std::string_view name) const;
 
   std::vector<tWaiting> names_;
   std::vector<std::uint32_t> slots_;  // the latest of a name, counted from 1; 0 when empty

@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "korelpre/text/cursor.h"
+#include "korelpre/text/statementopening.h"
 #include "korelpre/text/tokenkinds.h"
 #include "ssvp40xpf/sslexdense.h"
 
@@ -62,8 +63,7 @@ bool isTerm(const tSpcString& token) {
   const std::string_view text = token;
   switch (token.kind()) {
     case kKindIdentifier:
-      return !text.empty() && isNameStart(text[0]) &&
-             std::all_of(text.begin(), text.end(), isNameByte);
+      return isName(text) && isNameStart(text[0]);
     case kKindNumber:
       return isNumber(text);
     case kKindString:
