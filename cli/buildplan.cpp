@@ -33,7 +33,7 @@ std::string withExtension(const std::string& name, const char* extension) {
 }
 
 std::string outputName(const std::string& source, const std::string& directory) {
-  const std::string name = writtenText([&](char* buffer, std::size_t size) {
+  std::string name = writtenText([&](char* buffer, std::size_t size) {
     return krpre_output_name(source.c_str(), directory.c_str(), buffer, size);
   });
   if (name.empty()) throw std::bad_alloc();
