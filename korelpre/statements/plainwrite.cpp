@@ -6,12 +6,14 @@
 // source has been written. On the way
 //
 //   [start]   a first token that a command may start with ends the attempt;
-//   [bytes]   ordinary bytes are passed over, and brackets counted, since a statement whose
-//             brackets do not nest is an error that the tokens tell;
+//   [bytes]   ordinary bytes are passed a block at a time, and brackets counted, since a statement
+//             whose brackets do not nest is an error that the tokens tell;
 //   [words]   a word is looked up only when its first two bytes pass the gates of the tables,
 //             which dismiss nearly all. One that a translation may start with ends the attempt;
 //   [names]   a name is replaced by what it finally becomes, which is not looked at again. A macro
 //             with parameters that may find its "(", if only behind other names, ends the attempt;
+//   [calls]   so is a call of a macro whose arguments are plainly such; its result is looked at
+//             again. Any other call ends the attempt;
 //   [gaps]    a comment or a continuation opens a gap: the blanks around it are collected in the
 //             output and count as the spacing of the token that follows. At the statement's end
 //             they vanish.
@@ -26,9 +28,11 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "korelpre/tables/nameexpansion.h"
 #include "korelpre/tables/ruleset.h"
+#include "korelpre/text/byteset.h"
 #include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 
@@ -36,11 +40,10 @@ namespace precomp {
 
 namespace {
 
-// What a byte can do to a statement. Bytes up to kCloseBracket are passed over in one loop.
+// What a byte can do to a statement. Only the first byte of a word counts.
 enum eByte : std::uint8_t {
   kOther,
-  kOpenBracket,
-  kCloseBracket,
+  kBracket,
   kWordStart,
   kDigit,
   kQuote,
@@ -61,8 +64,7 @@ constexpr std::array<eByte, 256> makeBytes() {
   bytes['"'] = bytes['\''] = kQuote;
   bytes['/'] = bytes['&'] = kMaybeComment;
   bytes[';'] = kSemicolon;
-  bytes['('] = bytes['['] = kOpenBracket;
-  bytes[')'] = bytes[']'] = kCloseBracket;
+  bytes['('] = bytes['['] = bytes[')'] = bytes[']'] = kBracket;
   bytes['@'] = kReference;
   bytes['\r'] = bytes['\n'] = kLineEnd;
   return bytes;
@@ -72,6 +74,11 @@ constexpr std::array<eByte, 256> kBytes = makeBytes();
 
 eByte byteAt(const char* p) {
   return kBytes[static_cast<unsigned char>(*p)];
+}
+
+const char* behindDigits(const char* p) {
+  while (isDigit(*p)) ++p;
+  return p;
 }
 
 // Words that are part of a longer token: ".T.", "FIELD->", "M->", "->END". The tables know the
@@ -84,41 +91,24 @@ bool joinsLongerToken(const char* word, const char* wordEnd, const char* start) 
          (equalNoCase(text, "field") || equalNoCase(text, "m"));
 }
 
-// The definition of a name that means nothing without a "(" behind it.
-bool needsArguments(const tIndexedName& name) {
-  return name.rules == 1 && name.rule->firstMatch()->next() != nullptr;
-}
-
 // [bytes] The open brackets of a statement, one bit each: 63 levels are more than people write.
 class tNesting {
  public:
-  explicit tNesting(const std::array<std::uint8_t, 256>& bytes) : bytes_(bytes) {}
-
-  // Moves `p` over ordinary bytes and brackets that nest. The byte that it stops at, which is a
-  // bracket when it does not nest or there are too many.
-  std::uint8_t passTo(const char*& p) {
-    const char* at = p;
-    std::uint8_t byte = byteOf(at);
-    for (; byte <= kCloseBracket; byte = byteOf(++at)) {
-      if (byte == kOther) continue;
-      const std::uint64_t square = *at == '[' || *at == ']' ? 1 : 0;
-      if (byte == kOpenBracket) {
-        if (bits_ >> 63 != 0) break;
-        bits_ = bits_ << 1 | square;
-      } else {
-        if (bits_ == 1 || (bits_ & 1) != square) break;
-        bits_ >>= 1;
-      }
+  // False when the bracket does not nest or there are too many.
+  bool pass(char bracket) {
+    const std::uint64_t square = bracket == '[' || bracket == ']' ? 1 : 0;
+    if (bracket == '(' || bracket == '[') {
+      if (bits_ >> 63 != 0) return false;
+      bits_ = bits_ << 1 | square;
+    } else {
+      if (bits_ == 1 || (bits_ & 1) != square) return false;
+      bits_ >>= 1;
     }
-    p = at;
-    return byte;
+    return true;
   }
   bool open() const { return bits_ != 1; }
 
  private:
-  std::uint8_t byteOf(const char* p) const { return bytes_[static_cast<unsigned char>(*p)]; }
-
-  const std::array<std::uint8_t, 256>& bytes_;
   // Innermost lowest: 1 for "[", 0 for "("; a 1 stands above the outermost.
   std::uint64_t bits_ = 1;
 };
@@ -127,6 +117,24 @@ class tNesting {
 // limits, if it holds a defined name. They are judged after each rewrite, so what it becomes in the
 // end is not enough to go by.
 constexpr std::size_t kLargestQuick = 65536;
+
+// [calls] What is behind the name, number or string at `p`; null when there is none.
+const char* behindTerm(const char* p, const char* end) {
+  switch (byteAt(p)) {
+    case kWordStart:
+      return behindWord(p);
+    case kDigit:
+      p = behindDigits(p);
+      return *p == '.' && isDigit(p[1]) ? behindDigits(p + 1) : p;
+    case kQuote:
+      return behindClosedString(p, end);
+    default:
+      return nullptr;
+  }
+}
+
+// [calls] How deep calls may nest whose results hold calls: each level takes stack.
+constexpr std::size_t kDeepestCall = 16;
 
 // The size of the output without the blanks at its end, which go back to `from` at most.
 std::size_t sizeWithoutBlanks(const tString& output, std::size_t from) {
@@ -141,20 +149,21 @@ void stripBlanks(tString& output, std::size_t from) {
 }  // namespace
 
 struct tPlainWriter::tCursor {
-  const char* start;
-  const char* end;
+  tText text;
   const char* p;       // the next byte to look at
   const char* copied;  // the source up to here has been written
   tString& output;
   std::size_t begin;                // of the statement in the output
   std::size_t gap = tString::npos;  // where the open gap begins in the output
   bool gapBehindToken = false;
+  tNesting nesting{};
+  std::size_t calls = 0;  // whose results are being read
   int rewrites = 0;
   bool defined = false;     // it holds a name with a definition
   std::size_t written = 0;  // bytes that its rewrites write
 
   bool mayExceedLimits() const {
-    return defined && static_cast<std::size_t>(p - start) + written > kLargestQuick;
+    return defined && static_cast<std::size_t>(p - text.start) + written > kLargestQuick;
   }
   void copyTo(const char* to) {
     if (to > copied) output.append({copied, static_cast<std::size_t>(to - copied)});
@@ -181,10 +190,13 @@ void tPlainWriter::learnRules() {
   const std::uint64_t generation = std::uint64_t{1} + translates_.lookup().generation();
   if (generation_ == generation) return;
   generation_ = generation;
+  std::array<bool, 256> special{};
   for (unsigned c = 0; c < 256; ++c) {
     const bool starts = translates_.lookup().startsOddToken(static_cast<char>(c));
     bytes_[c] = starts && !translates_.empty() ? kRuleStart : kBytes[c];
+    special[c] = bytes_[c] != kOther && !isWordByte(static_cast<char>(c));
   }
+  special_ = tByteSet(special);
 }
 
 // [start] A name, or the first byte of another token, decides. What stands behind a comment is not
@@ -202,72 +214,89 @@ bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
          commands_.foresee(text, {p, static_cast<std::size_t>(end - p)});
 }
 
-bool tPlainWriter::write(const char* start, const char* end, tString& output) {
-  learnRules();
-  if (!commands_.empty() && mayStartCommand(start, end)) return false;
-  tCursor at{start, end, start, start, output, output.size()};
-  const std::size_t begin = output.size();
-  tNesting nesting(bytes_);
-  untouched_ = tString::npos;
+// Passes the text up to its end.
+[[gnu::always_inline]] inline bool tPlainWriter::pass(tCursor& at) {
+  tStops<true> stops(special_, at.p, at.text.end);
   for (bool passed = true; passed;) {
-    if (at.gap != tString::npos) settleGap(at);
-    switch (nesting.passTo(at.p)) {
-      case kWordStart:
+    at.p = stops.next();
+    switch (bytes_[static_cast<unsigned char>(*at.p)]) {
+      case kBracket:
+        passed = at.nesting.pass(*at.p);
+        break;
       case kDigit:
-        passed = passWord(at);
+        // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
+        passed = !isWordByte(*behindDigits(at.p));
+        [[fallthrough]];
+      case kWordStart:
+        if (!mayBeInTables(at.p)) break;
+        passed = passed && passWord(at);
+        stops.goTo(at.p);
         break;
       case kLineEnd:
-        if (nesting.open() || at.mayExceedLimits()) {
-          passed = false;
-          break;
-        }
-        at.endLine();
         return true;
       case kRuleStart:
-        output.resize(begin);
         return false;
       default:
         passed = passSpecial(at);
+        stops.goTo(at.p);
     }
   }
-  output.resize(begin);
   return false;
+}
+
+bool tPlainWriter::write(const char* start, const char* end, tString& output) {
+  learnRules();
+  if (!commands_.empty() && mayStartCommand(start, end)) return false;
+  tCursor at{{start, end}, start, start, output, output.size()};
+  untouched_ = tString::npos;
+  if (!pass(at) || at.nesting.open() || at.mayExceedLimits()) {
+    output.resize(at.begin);
+    return false;
+  }
+  at.endLine();
+  return true;
 }
 
 // [words] The order of the questions is that of their cost: gates, then the index of defines, then
 // the table of translations.
+inline bool tPlainWriter::mayBeInTables(const char* word) const {
+  const char second = isWordByte(word[1]) ? word[1] : '\0';
+  return translates_.lookup().passes(word[0], second) ||
+         defines_.index().gate().passes(word[0], second);
+}
+
 bool tPlainWriter::passWord(tCursor& at) {
-  const char* word = at.p;
-  const char* const p = behindWord(word + 1);
-  at.p = p;
-  // "1a" is a name, and "1.5a" a number and a name: left to the scanner.
-  if (isDigit(*word) && !std::all_of(word, p, [](char c) { return isDigit(c); })) return false;
-  const char second = p - word > 1 ? word[1] : '\0';
+  const char* const word = at.p;
+  const char second = isWordByte(word[1]) ? word[1] : '\0';
   const bool mayTranslate = translates_.lookup().passes(word[0], second);
   const bool mayDefine = defines_.index().gate().passes(word[0], second);
-  if (!mayTranslate && !mayDefine) return true;
+  const char* const p = at.p = behindWord(word + 1);
   const std::string_view text(word, static_cast<std::size_t>(p - word));
   tIndexedName* name = mayDefine ? defines_.index().find(text) : nullptr;
   if (name == nullptr && !mayTranslate) return true;
   // Digits may be part of a number, and a word part of a longer token.
-  if (isDigit(*word) || joinsLongerToken(word, p, at.start)) return false;
-  const std::string_view behind(p, static_cast<std::size_t>(at.end - p));
+  if (isDigit(*word) || joinsLongerToken(word, p, at.text.start)) return false;
+  const std::string_view behind(p, static_cast<std::size_t>(at.text.end - p));
   if (mayTranslate && translates_.foresee(text, behind)) return false;
   if (name == nullptr) return true;
   at.defined = true;
-  if (needsArguments(*name)) return !mayOpenArguments(p, at.end);
+  const bool macro = isMacro(*name);
+  if (macro && *p != '(') return !mayOpenArguments(p, at);
   // What the first word becomes may be the key of a command.
-  if (!commands_.empty() && skipBlanks(at.start, at.end) == word) return false;
+  const bool first = at.calls == 0 && skipBlanks(at.text.start, at.text.end) == word;
+  if (first && !commands_.empty()) return false;
+  if (macro) return replaceCall(at, word, *name);
   at.copyTo(word);
   return replaceName(at, p, *name);
 }
 
 // [names] Whether the token behind a name may be a "(" once everything is replaced: what comes out
-// of a definition, and what stands behind a gap, the tokens tell.
-bool tPlainWriter::mayOpenArguments(const char* p, const char* end) {
-  p = skipBlanks(p, end);
+// of a definition, and what stands behind a gap or the result of a call, the tokens tell.
+bool tPlainWriter::mayOpenArguments(const char* p, const tCursor& at) {
+  p = skipBlanks(p);
   if (byteAt(p) != kWordStart) {
-    return *p == '(' || byteAt(p) == kMaybeComment || byteAt(p) == kSemicolon;
+    return *p == '(' || (byteAt(p) == kLineEnd && at.calls > 0) || byteAt(p) == kMaybeComment ||
+           byteAt(p) == kSemicolon;
   }
   const std::string_view word(p, static_cast<std::size_t>(behindWord(p + 1) - p));
   return defines_.index().find(word) != nullptr;
@@ -291,36 +320,115 @@ bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& n
   return true;
 }
 
+// [calls] The arguments of a call whose "(" is at `p`: names, literals and calls with one of "+",
+// "-", "*", "/" between, which are one expression whatever they mean. Returns what is behind the
+// ")", or null when there is anything else.
+const char* tPlainWriter::readArguments(const char* p, const char* end) {
+  arguments_.clear();
+  int depth = 0;
+  for (const char* begin = nullptr;;) {
+    p = skipBlanks(p + 1);
+    if (begin == nullptr) begin = p;
+    const bool name = byteAt(p) == kWordStart;
+    p = behindTerm(p, end);
+    if (p == nullptr) return nullptr;
+    const char* behind = p;
+    p = skipBlanks(p);
+    if (name && *p == '(') {
+      ++depth;
+      continue;
+    }
+    for (; *p == ')' && depth > 0; --depth) {
+      behind = p + 1;
+      p = skipBlanks(behind);
+    }
+    if (depth == 0 && (*p == ',' || *p == ')')) {
+      arguments_.emplace_back(begin, behind);
+      if (*p == ')') return p + 1;
+      begin = nullptr;
+    } else if (std::strchr("+-*/,", *p) == nullptr) {
+      return nullptr;
+    }
+  }
+}
+
+// [calls] The result is a text that is looked at as the line is.
+bool tPlainWriter::replaceCall(tCursor& at, const char* word, tIndexedName& name) {
+  const char* const behind = readArguments(at.p, at.text.end);
+  if (behind == nullptr || at.calls == kDeepestCall || ++at.rewrites > kMostRewrites) return false;
+  const tNameExpansion* const expansion = expandName({defines_, translates_}, name);
+  if (expansion == nullptr || !expansion->nests || expansion->parameters != arguments_.size()) {
+    return false;
+  }
+  // The blanks of a gap have been written.
+  if (word == at.copied && word != at.text.start) return false;
+  const char* const blanks = backOverBlanks(word, at.copied);
+  at.copyTo(blanks);
+  const std::size_t place = at.output.size() - at.begin;
+  if (untouched_ == tString::npos) untouched_ = place;
+  const tString& result = resultOf(*expansion, {blanks, word}, at.calls);
+  at.written += result.size();
+  if (at.written > kLargestQuick) return false;
+  const tText outer = std::exchange(at.text, {result.data(), result.data() + result.size()});
+  at.skipTo(at.text.start);
+  ++at.calls;
+  if (!passResult(at)) return false;
+  at.copyTo(at.p);
+  --at.calls;
+  at.text = outer;
+  at.skipTo(behind);
+  // The statement begins with another token then, on another line perhaps.
+  return place != 0 || !trimmed(at.output.view().substr(at.begin)).empty();
+}
+
+bool tPlainWriter::passResult(tCursor& at) {
+  return pass(at);
+}
+
+// [calls] The text of a call, as a line, with the arguments read last. Every level has its own.
+const tString& tPlainWriter::resultOf(const tNameExpansion& expansion, std::string_view spacing,
+                                      std::size_t level) {
+  if (results_.size() == level) results_.emplace_back();
+  tString& result = results_[level];
+  result.clear();
+  const std::string_view text = expansion.text;
+  std::size_t from = 0;
+  for (const tExpansionHole& hole : expansion.holes) {
+    const bool argument = hole.argument != tExpansionHole::kSpacing;
+    result.append(text.substr(from, hole.at - from));
+    result.append(argument ? arguments_[hole.argument] : spacing);
+    from = hole.at;
+  }
+  return result.append(text.substr(from)).append('\n');
+}
+
 // Passes a byte that is neither ordinary nor part of a word. A reference is passed right behind the
 // bracket or comma of its call; elsewhere the tokens tell.
 bool tPlainWriter::passSpecial(tCursor& at) {
   const char* p = at.p;
   switch (byteAt(p)) {
     case kQuote:
-      at.p = behindClosedString(p, at.end);
+      at.p = behindClosedString(p, at.text.end);
       return true;
     case kMaybeComment:
       if (startsLineComment(p)) {
-        openGap(at, lineFeedFrom(p, at.end));
+        openGap(at, lineFeedFrom(p, at.text.end));
         return true;
       }
       if (startsBlockComment(p)) {
-        openGap(at, behindBlockComment(p, at.end));
+        openGap(at, behindBlockComment(p, at.text.end));
         return true;
       }
       break;
     case kSemicolon: {
       // One that continues nothing separates statements: what follows has to be checked too.
-      const char* const after = behindContinuation(p, at.end);
+      const char* const after = behindContinuation(p, at.text.end);
       if (after != nullptr) openGap(at, after);
       return after != nullptr;
     }
-    case kOpenBracket:
-    case kCloseBracket:
-      return false;
     case kReference: {
-      const char* const before = backOverBlanks(p, at.start);
-      if (before == at.start || std::strchr("(,{", before[-1]) == nullptr) return false;
+      const char* const before = backOverBlanks(p, at.text.start);
+      if (before == at.text.start || std::strchr("(,{", before[-1]) == nullptr) return false;
       break;
     }
     default:
@@ -334,18 +442,15 @@ bool tPlainWriter::passSpecial(tCursor& at) {
 // [gaps] Several comments and continuations in a row are one gap. The blanks in front of it are in
 // the output already; `gap` is where they begin.
 void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
-  const bool behindToken = at.copied != at.start || skipBlanks(at.start, at.p) != at.p;
+  const bool behindToken = at.copied != at.text.start || skipBlanks(at.text.start, at.p) != at.p;
   at.copyTo(at.p);
   if (at.gap == tString::npos) {
     at.gapBehindToken = behindToken;
     at.gap = sizeWithoutBlanks(at.output, at.begin);
   }
   at.skipTo(gapEnd);
-}
-
-// Passes the blanks behind a gap. It stays open where another one, or the end, follows.
-void tPlainWriter::settleGap(tCursor& at) {
-  at.p = skipBlanks(at.p, at.end);
+  at.p = skipBlanks(at.p, at.text.end);
+  // The gap stays open where another one, or the end, follows.
   const eByte byte = byteAt(at.p);
   if (byte != kLineEnd && byte != kMaybeComment && byte != kSemicolon) closeGap(at);
 }

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "korelpre/text/cursor.h"
+#include "lib_base/misc.h"
 
 namespace precomp {
 
@@ -30,7 +33,7 @@ class tExpander {
 
   // `leads`: nothing of the whole expansion stands in front, not even what vanishes.
   bool expand(const tIndexedName& name, bool leads, std::string_view spacing) {
-    if (name.rules != 1 || name.rule->firstMatch()->next() != nullptr) return false;
+    if (name.rules != 1 || isMacro(name)) return false;
     if (++rewrites_ > kMostRewrites) return false;
     const tMatchMarker* marker = name.rule->firstResult();
     for (bool first = true; marker != nullptr; marker = marker->next(), first = false) {
@@ -66,6 +69,56 @@ class tExpander {
   bool spaced_ = false;
 };
 
+// Makes the text of a macro with parameters.
+class tMacroExpander {
+ public:
+  explicit tMacroExpander(tNameExpansion& known) : known_(known) {}
+
+  bool expand(const tBaseXChg& rule) {
+    readParameters(*rule.firstMatch());
+    known_.holes.clear();
+    bool spaced = false;
+    for (const tMatchMarker* part = rule.firstResult(); part != nullptr; part = part->next()) {
+      const tSpcString& token = part->token();
+      if (!part->isIdentifier()) {
+        known_.text.append(token.spacing());
+        if (!addArgument(token)) return false;
+        continue;
+      }
+      if (!isOneToken(token)) return false;
+      // Kept on purpose: the first literal takes that spacing, wherever it stands.
+      if (std::exchange(spaced, true)) {
+        known_.text.append(token.spacing());
+      } else {
+        known_.holes.push_back({known_.text.size(), tExpansionHole::kSpacing});
+      }
+      known_.text.append(token);
+    }
+    return known_.text.size() <= kLargestExpansion;
+  }
+
+ private:
+  void readParameters(const tMatchMarker& name) {
+    for (const tMatchMarker* part = name.next(); part != nullptr; part = part->next()) {
+      if (!part->isIdentifier()) parameters_.push_back(part->token());
+    }
+    known_.parameters = parameters_.size();
+  }
+
+  // Of parameters with the same name all would be written.
+  bool addArgument(std::string_view name) {
+    const auto same = [name](std::string_view other) { return equalNoCase(name, other); };
+    const auto found = std::find_if(parameters_.begin(), parameters_.end(), same);
+    if (std::count_if(found, parameters_.end(), same) != 1) return false;
+    known_.holes.push_back(
+        {known_.text.size(), static_cast<std::size_t>(found - parameters_.begin())});
+    return true;
+  }
+
+  tNameExpansion& known_;
+  std::vector<std::string_view> parameters_;
+};
+
 // Whether a text can stand anywhere in a statement without a change to how the rest of it nests.
 bool nestsAlone(std::string_view text) {
   std::string open;
@@ -97,6 +150,10 @@ bool nestsAlone(std::string_view text) {
 
 }  // namespace
 
+bool isMacro(const tIndexedName& name) {
+  return name.rules == 1 && name.rule->firstMatch()->next() != nullptr;
+}
+
 const tNameExpansion* expandName(tNameTables tables, tIndexedName& name) {
   if (name.expansion == nullptr) name.expansion = std::make_unique<tNameExpansion>();
   tNameExpansion& known = *name.expansion;
@@ -104,11 +161,15 @@ const tNameExpansion* expandName(tNameTables tables, tIndexedName& name) {
   if (known.generation != generation) {
     known.generation = generation;
     known.text.clear();
-    tExpander expander(tables, known.text);
-    known.plain = expander.expand(name, true, {});
-    known.rewrites = expander.rewrites();
-    known.written = expander.written();
-    known.spaced = expander.spaced();
+    if (isMacro(name)) {
+      known.plain = tMacroExpander(known).expand(*name.rule);
+    } else {
+      tExpander expander(tables, known.text);
+      known.plain = expander.expand(name, true, {});
+      known.rewrites = expander.rewrites();
+      known.written = expander.written();
+      known.spaced = expander.spaced();
+    }
     known.nests = nestsAlone(known.text);
   }
   return known.plain ? &known : nullptr;

@@ -19,9 +19,13 @@ struct tNameTables {
   }
 };
 
+/// Whether the only definition of a name has parameters, so that it means nothing without a "("
+/// behind it.
+bool isMacro(const tIndexedName& name);
+
 /// Works out what a use of `name` finally becomes, when a chain of #defines without parameters is
-/// all there is to it, and keeps it in the entry until a table changes. Null when only the
-/// rewriting of the statement can tell.
+/// all there is to it, or what the result of a macro is, and keeps it in the entry until a table
+/// changes. Null when only the rewriting of the statement can tell.
 const tNameExpansion* expandName(tNameTables tables, tIndexedName& name);
 
 }  // namespace precomp

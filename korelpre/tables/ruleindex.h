@@ -14,8 +14,15 @@ namespace precomp {
 
 struct tStoredRules;
 
-/// The text that a use of a name finally becomes, worked out when first asked for and valid for one
-/// generation of the tables.
+/// A place in the text of an expansion where something of the use belongs.
+struct tExpansionHole {
+  static constexpr std::size_t kSpacing = static_cast<std::size_t>(-1);
+  std::size_t at;        // in the text, in bytes
+  std::size_t argument;  // from 0, or kSpacing: the blanks in front of the use
+};
+
+/// What becomes of a use of a name, worked out when first asked for and valid for one generation of
+/// the tables: of a name without parameters what it finally becomes, of a macro its result.
 struct tNameExpansion {
   std::uint64_t generation = 0;
   bool plain = false;       // false: uses have to be rewritten token by token
@@ -24,6 +31,9 @@ struct tNameExpansion {
   tString text;             // without the spacing in front
   bool spaced = true;       // false: the blanks in front of a use go with a token that vanishes
   bool nests = false;       // brackets and quotes are closed in it, and it holds no "@" and no ";"
+  // Of a macro; the text has no spacing in front of its first literal.
+  std::size_t parameters = 0;
+  std::vector<tExpansionHole> holes;  // in the order of their places
 };
 
 /// What a table of defines knows of one name.

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "korelpre/text/byteset.h"
 #include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 
@@ -56,6 +57,14 @@ constexpr std::array<eByte, 256> makeBytes() {
 
 constexpr std::array<eByte, 256> kBytes = makeBytes();
 
+constexpr tByteSet stopsOf(const std::array<eByte, 256>& bytes) {
+  std::array<bool, 256> stops{};
+  for (unsigned c = 0; c < 256; ++c) stops[c] = bytes[c] != kOrdinary;
+  return tByteSet(stops);
+}
+
+constexpr tByteSet kStops = stopsOf(kBytes);
+
 eByte byteAt(const char* p) {
   return kBytes[static_cast<unsigned char>(*p)];
 }
@@ -89,8 +98,10 @@ class tLineScan {
     if (*p_ == '#' && isLetter(p_[1])) return other();
     if (!content) return lineDone(eLineKind::kEmpty);
     before_ = lines_ - 1;
-    while (passOrdinary()) {
-    }
+    tStops<false> stops(kStops, p_, end_);
+    do {
+      p_ = stops.next();
+    } while (passSpecial(stops));
     return strange_ ? other() : lineDone(eLineKind::kPlain);
   }
 
@@ -110,34 +121,36 @@ class tLineScan {
     return !strange_ && !endsCode(p_) && !isLoneContinuation(p_, end_);
   }
 
-  // Passes ordinary bytes and one special one. False when the statement ends at p_, or when
-  // something strange was met.
-  [[gnu::always_inline]] bool passOrdinary() {
-    while (byteAt(p_) == kOrdinary) ++p_;
+  // Passes the special byte at p_ and what belongs to it. False when the statement ends there, or
+  // when something strange was met.
+  [[gnu::always_inline]] bool passSpecial(tStops<false>& stops) {
     switch (byteAt(p_)) {
       case kLineEnd:
         return false;
       case kQuote: {
-        const char* after = behindString(p_);
-        return after != nullptr ? goTo(after) : stop();
+        const char quote = *p_;
+        do {
+          p_ = stops.next();
+        } while (*p_ != quote && !isLineEnd(*p_));
+        return *p_ == quote || stop();
       }
       case kSlash:
-        if (p_[1] == '*') return passBlockComment();
-        return p_[1] != '/' && goTo(p_ + 1);
+        if (p_[1] == '*') return passBlockComment() && goOn(stops);
+        return p_[1] != '/';
       case kAmpersand:
-        return p_[1] != '&' && goTo(p_ + 1);
+        return p_[1] != '&';
       case kSemicolon:
-        return passSemicolon();
+        return passSemicolon() && goOn(stops);
       case kHash:
-        return isLetter(p_[1]) ? stop() : goTo(p_ + 1);
+        return !isLetter(p_[1]) || stop();
       case kDot:
-        return p_[1] == '.' ? stop() : goTo(p_ + 1);
+        return p_[1] != '.' || stop();
       case kGreater:
-        return p_ > start_ && p_[-1] == '=' ? stop() : goTo(p_ + 1);
+        return p_ == start_ || p_[-1] != '=' || stop();
       case kPercent:
-        return startsSqlMarker(p_) ? stop() : goTo(p_ + 1);
+        return !startsSqlMarker(p_) || stop();
       case kLetterQ:
-        return startsSqlWord(p_, start_, end_) ? stop() : goTo(p_ + 1);
+        return !startsSqlWord(p_, start_, end_) || stop();
       default:
         return stop();
     }
@@ -159,6 +172,10 @@ class tLineScan {
 
   bool goTo(const char* p) {
     p_ = p;
+    return true;
+  }
+  bool goOn(tStops<false>& stops) const {
+    stops.goTo(p_);
     return true;
   }
   bool stop() {
@@ -189,7 +206,8 @@ tSkippedLine scanSkippedLine(const char* start, const char* end) {
   }
   if (p < end && isLoneContinuation(p, end)) p = lineFeedFrom(p, end);
   if (p < end && *p == '#') line.directive = conditionalAt(p, end).directive;
-  while (p < end && *p != '\n') {
+  tStops<false> stops(kStops, p, end);
+  while (p < end && *(p = stops.next()) != '\n') {
     switch (byteAt(p)) {
       case kQuote: {
         const char* after = behindString(p);
@@ -220,6 +238,7 @@ tSkippedLine scanSkippedLine(const char* start, const char* end) {
         if (*p == '\\' && !isLineEnd(p[1])) ++p;
         ++p;
     }
+    stops.goTo(p);
   }
   if (p < end) line.end = p + 1;
   return line;

@@ -134,6 +134,66 @@ TEST(PlainLines, GiveWhatScannerAndGrammarGive) {
   EXPECT_GT(compareBothWays(20000, 20240225, sourceOfDefinitions), 4000);
 }
 
+// All texts of up to `most` tokens whose brackets nest, with and without blanks between.
+std::vector<std::string> shortTexts(const std::vector<std::string>& tokens, std::size_t most) {
+  std::vector<std::string> texts;
+  for (std::vector<std::size_t> chosen(1); chosen.size() <= most;) {
+    std::string open;
+    bool nests = true;
+    for (const std::size_t i : chosen) {
+      const char c = tokens[i].back();
+      if (c == '(' || c == '[') open.push_back(c);
+      if (c != ')' && c != ']') continue;
+      nests = nests && !open.empty() && open.back() == (c == ')' ? '(' : '[');
+      if (nests) open.pop_back();
+    }
+    for (const char* blank : {"", " "}) {
+      if (!nests || !open.empty()) break;
+      texts.emplace_back();
+      for (const std::size_t i : chosen) texts.back() += tokens[i] + blank;
+    }
+    std::size_t at = 0;
+    while (at < chosen.size() && ++chosen[at] == tokens.size()) chosen[at++] = 0;
+    if (at == chosen.size()) chosen.push_back(0);
+  }
+  return texts;
+}
+
+// A source ends with its first error, so one that has some is compared in parts.
+void compareCalls(const std::string* text, std::size_t count) {
+  std::string source =
+      "#define One 1 + Two\n#define Nothing\n#define F(x) f(x) - x.x\n#define G(x, y) y-x\n"
+      "#define H(x, X) x\n#define E(x)\n#define L(x) x G\n#define T t\n#translate { z => "
+      "{zz\nFunction f()\n";
+  for (std::size_t i = 0; i < count; ++i) {
+    source += "r :=  F(" + text[i] + ") + G(1," + text[i] + ")\n";
+    source += "  e := E(" + text[i] + ")F( F(" + text[i] + "))\n";
+    source += "h := H(" + text[i] + ", b)\n  E(" + text[i] + ")\n";
+    source += "l := L(" + text[i] + ") (1, x)\ng := 1 /* c */ G(1," + text[i] + ")\n";
+  }
+  const std::string quick = throughBoth(source, true);
+  ASSERT_EQ(throughBoth(source, false), quick) << "source:\n" << source;
+  if (quick.ends_with("\n== ") || count == 1) return;
+  compareCalls(text, count / 2);
+  if (!testing::Test::HasFailure()) compareCalls(text + count / 2, count - count / 2);
+}
+
+TEST(PlainLines, ReplaceCallsWithAnyArguments) {
+  const std::vector<std::string> kAll = {
+      "a",  "One", "Nothing", "F(b)", "F", "Left", "M", "T",  "1", "1.5",    ".5",
+      "1a", "'s'", "\"\"",    "+",    "-", "*",    "/", ",",  "(", ")",      "[",
+      "]",  ".",   "->",      "&",    "@", "{",    "}", ":=", "#", "\"a'b\""};
+  const std::vector<std::string> kSome = {"a", "One", "G(a, b)", "Left", "1", "'s'", "+",
+                                          "-", "/",   ",",       "(",    ")", "."};
+  const std::vector<std::string> kFew = {"a", "1", "-", ",", "(", ")"};
+  for (const std::vector<std::string>& texts :
+       {shortTexts(kAll, 2), shortTexts(kSome, 3), shortTexts(kFew, 4)}) {
+    for (std::size_t at = 0; at < texts.size() && !HasFailure(); at += 32) {
+      compareCalls(&texts[at], std::min<std::size_t>(32, texts.size() - at));
+    }
+  }
+}
+
 // A program with everything in it, cut anywhere.
 TEST(PlainLines, GiveTheSameForEveryTruncationOfAProgram) {
   const std::string program =
