@@ -68,10 +68,15 @@ class SSLexDense {
   SSLexMatch longestMatch(const char* first, const char* end) const {
     const char* at = first;
     unsigned state = 0;
-    for (; at != end; ++at) {
-      const unsigned entered = next(state, static_cast<unsigned char>(*at));
+    for (;;) {
+      // Most bytes of a name leave the state as it is: none of these waits for the one before.
+      const std::uint16_t* const row = next_ + (static_cast<std::size_t>(state) << 8);
+      while (at != end && row[static_cast<unsigned char>(*at)] == state) ++at;
+      if (at == end) break;
+      const unsigned entered = row[static_cast<unsigned char>(*at)];
       if (entered == sstable::kNoState) break;
       state = entered;
+      ++at;
     }
     const SSLexFinal& final = finals_[state];
     if (at == first ||
