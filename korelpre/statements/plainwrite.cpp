@@ -10,10 +10,9 @@
 //             whose brackets do not nest is an error that the tokens tell;
 //   [words]   a word is looked up only when its first two bytes pass the gates of the tables,
 //             which dismiss nearly all. One that a translation may start with ends the attempt;
-//   [names]   a name is replaced by what it finally becomes, which is not looked at again. A macro
-//             with parameters that may find its "(", if only behind other names, ends the attempt;
-//   [calls]   so is a call of a macro whose arguments are plainly such; its result is looked at
-//             again. Any other call ends the attempt;
+//   [names]   a name is replaced by what its definition makes of it, a macro with the arguments of
+//             its call. The result is looked at as the line is where a rule may start in it. A
+//             macro that may find its "(", if only behind other names, ends the attempt;
 //   [gaps]    a comment or a continuation opens a gap: the blanks around it are collected in the
 //             output and count as the spacing of the token that follows. At the statement's end
 //             they vanish.
@@ -76,11 +75,6 @@ eByte byteAt(const char* p) {
   return kBytes[static_cast<unsigned char>(*p)];
 }
 
-const char* behindDigits(const char* p) {
-  while (isDigit(*p)) ++p;
-  return p;
-}
-
 // Words that are part of a longer token: ".T.", "FIELD->", "M->", "->END". The tables know the
 // token, not the word in it.
 bool joinsLongerToken(const char* word, const char* wordEnd, const char* start) {
@@ -118,23 +112,8 @@ class tNesting {
 // end is not enough to go by.
 constexpr std::size_t kLargestQuick = 65536;
 
-// [calls] What is behind the name, number or string at `p`; null when there is none.
-const char* behindTerm(const char* p, const char* end) {
-  switch (byteAt(p)) {
-    case kWordStart:
-      return behindWord(p);
-    case kDigit:
-      p = behindDigits(p);
-      return *p == '.' && isDigit(p[1]) ? behindDigits(p + 1) : p;
-    case kQuote:
-      return behindClosedString(p, end);
-    default:
-      return nullptr;
-  }
-}
-
-// [calls] How deep calls may nest whose results hold calls: each level takes stack.
-constexpr std::size_t kDeepestCall = 16;
+// How deep results with names may nest: each level takes stack.
+constexpr std::size_t kDeepestResult = 16;
 
 // The size of the output without the blanks at its end, which go back to `from` at most.
 std::size_t sizeWithoutBlanks(const tString& output, std::size_t from) {
@@ -157,7 +136,7 @@ struct tPlainWriter::tCursor {
   std::size_t gap = tString::npos;  // where the open gap begins in the output
   bool gapBehindToken = false;
   tNesting nesting{};
-  std::size_t calls = 0;  // whose results are being read
+  std::size_t level = 0;  // of results in results
   int rewrites = 0;
   bool defined = false;     // it holds a name with a definition
   std::size_t written = 0;  // bytes that its rewrites write
@@ -280,14 +259,10 @@ bool tPlainWriter::passWord(tCursor& at) {
   if (mayTranslate && translates_.foresee(text, behind)) return false;
   if (name == nullptr) return true;
   at.defined = true;
-  const bool macro = isMacro(*name);
-  if (macro && *p != '(') return !mayOpenArguments(p, at);
+  if (isMacro(*name) && *p != '(') return !mayOpenArguments(p, at);
   // What the first word becomes may be the key of a command.
-  const bool first = at.calls == 0 && skipBlanks(at.text.start, at.text.end) == word;
-  if (first && !commands_.empty()) return false;
-  if (macro) return replaceCall(at, word, *name);
-  at.copyTo(word);
-  return replaceName(at, p, *name);
+  const bool first = at.level == 0 && skipBlanks(at.text.start, at.text.end) == word;
+  return !(first && !commands_.empty()) && replaceUse(at, word, *name);
 }
 
 // [names] Whether the token behind a name may be a "(" once everything is replaced: what comes out
@@ -295,111 +270,54 @@ bool tPlainWriter::passWord(tCursor& at) {
 bool tPlainWriter::mayOpenArguments(const char* p, const tCursor& at) {
   p = skipBlanks(p);
   if (byteAt(p) != kWordStart) {
-    return *p == '(' || (byteAt(p) == kLineEnd && at.calls > 0) || byteAt(p) == kMaybeComment ||
+    return *p == '(' || (byteAt(p) == kLineEnd && at.level > 0) || byteAt(p) == kMaybeComment ||
            byteAt(p) == kSemicolon;
   }
   const std::string_view word(p, static_cast<std::size_t>(behindWord(p + 1) - p));
   return defines_.index().find(word) != nullptr;
 }
 
-// [names] The bound on rewrites is one for the statement. Past it the tokens raise the error.
-bool tPlainWriter::replaceName(tCursor& at, const char* wordEnd, tIndexedName& name) {
+// [names] The result is a text that is looked at as the line is, unless no rule can start in it.
+// The bound on rewrites is one for the statement. Past it the tokens raise the error.
+bool tPlainWriter::replaceUse(tCursor& at, const char* word, tIndexedName& name) {
+  const char* behind = at.p;
+  calls_.readNone();
+  if (isMacro(name)) behind = calls_.read(behind, at.text.end);
+  // A word right behind a ")" may make one with the end of the result.
+  if (behind == nullptr || isNameByte(*behind) || at.level == kDeepestResult) return false;
   const tNameExpansion* const expansion = expandName({defines_, translates_}, name);
-  if (expansion == nullptr || !expansion->nests) return false;
+  if (expansion == nullptr || expansion->parameters != calls_.arguments()) return false;
   at.rewrites += expansion->rewrites;
   at.written += expansion->written;
   if (at.rewrites > kMostRewrites) return false;
-  // A name that becomes nothing at its front takes the blanks before it along.
-  if (!expansion->spaced) stripBlanks(at.output, at.begin);
-  const std::size_t place = at.output.size() - at.begin;
-  // The statement begins with another token then, on another line perhaps.
-  if (place == 0 && expansion->text.empty()) return false;
-  if (untouched_ == tString::npos) untouched_ = place;
-  at.output.append(expansion->text);
-  at.skipTo(wordEnd);
-  return true;
-}
-
-// [calls] The arguments of a call whose "(" is at `p`: names, literals and calls with one of "+",
-// "-", "*", "/" between, which are one expression whatever they mean. Returns what is behind the
-// ")", or null when there is anything else.
-const char* tPlainWriter::readArguments(const char* p, const char* end) {
-  arguments_.clear();
-  int depth = 0;
-  for (const char* begin = nullptr;;) {
-    p = skipBlanks(p + 1);
-    if (begin == nullptr) begin = p;
-    const bool name = byteAt(p) == kWordStart;
-    p = behindTerm(p, end);
-    if (p == nullptr) return nullptr;
-    const char* behind = p;
-    p = skipBlanks(p);
-    if (name && *p == '(') {
-      ++depth;
-      continue;
-    }
-    for (; *p == ')' && depth > 0; --depth) {
-      behind = p + 1;
-      p = skipBlanks(behind);
-    }
-    if (depth == 0 && (*p == ',' || *p == ')')) {
-      arguments_.emplace_back(begin, behind);
-      if (*p == ')') return p + 1;
-      begin = nullptr;
-    } else if (std::strchr("+-*/,", *p) == nullptr) {
-      return nullptr;
-    }
-  }
-}
-
-// [calls] The result is a text that is looked at as the line is.
-bool tPlainWriter::replaceCall(tCursor& at, const char* word, tIndexedName& name) {
-  const char* const behind = readArguments(at.p, at.text.end);
-  if (behind == nullptr || at.calls == kDeepestCall || ++at.rewrites > kMostRewrites) return false;
-  const tNameExpansion* const expansion = expandName({defines_, translates_}, name);
-  if (expansion == nullptr || !expansion->nests || expansion->parameters != arguments_.size()) {
-    return false;
-  }
+  const bool literal = expansion->final && !expansion->text.empty();
   // The blanks of a gap have been written.
-  if (word == at.copied && word != at.text.start) return false;
-  const char* const blanks = backOverBlanks(word, at.copied);
+  if (!literal && word == at.copied && word != at.text.start) return false;
+  const char* const blanks = literal ? word : backOverBlanks(word, at.copied);
   at.copyTo(blanks);
   const std::size_t place = at.output.size() - at.begin;
   if (untouched_ == tString::npos) untouched_ = place;
-  const tString& result = resultOf(*expansion, {blanks, word}, at.calls);
-  at.written += result.size();
-  if (at.written > kLargestQuick) return false;
-  const tText outer = std::exchange(at.text, {result.data(), result.data() + result.size()});
-  at.skipTo(at.text.start);
-  ++at.calls;
-  if (!passResult(at)) return false;
-  at.copyTo(at.p);
-  --at.calls;
-  at.text = outer;
+  if (literal) {
+    at.output.append(expansion->text);
+  } else if (!passResult(at, calls_.text(*expansion, {blanks, word}, at.level))) {
+    return false;
+  }
   at.skipTo(behind);
   // The statement begins with another token then, on another line perhaps.
   return place != 0 || !trimmed(at.output.view().substr(at.begin)).empty();
 }
 
-bool tPlainWriter::passResult(tCursor& at) {
-  return pass(at);
-}
-
-// [calls] The text of a call, as a line, with the arguments read last. Every level has its own.
-const tString& tPlainWriter::resultOf(const tNameExpansion& expansion, std::string_view spacing,
-                                      std::size_t level) {
-  if (results_.size() == level) results_.emplace_back();
-  tString& result = results_[level];
-  result.clear();
-  const std::string_view text = expansion.text;
-  std::size_t from = 0;
-  for (const tExpansionHole& hole : expansion.holes) {
-    const bool argument = hole.argument != tExpansionHole::kSpacing;
-    result.append(text.substr(from, hole.at - from));
-    result.append(argument ? arguments_[hole.argument] : spacing);
-    from = hole.at;
-  }
-  return result.append(text.substr(from)).append('\n');
+bool tPlainWriter::passResult(tCursor& at, std::string_view result) {
+  at.written += result.size();
+  if (at.written > kLargestQuick) return false;
+  const tText outer = std::exchange(at.text, {result.data(), result.data() + result.size()});
+  at.skipTo(at.text.start);
+  ++at.level;
+  if (!pass(at)) return false;
+  --at.level;
+  at.copyTo(at.p);
+  at.text = outer;
+  return true;
 }
 
 // Passes a byte that is neither ordinary nor part of a word. A reference is passed right behind the
@@ -411,20 +329,13 @@ bool tPlainWriter::passSpecial(tCursor& at) {
       at.p = behindClosedString(p, at.text.end);
       return true;
     case kMaybeComment:
-      if (startsLineComment(p)) {
-        openGap(at, lineFeedFrom(p, at.text.end));
-        return true;
-      }
-      if (startsBlockComment(p)) {
-        openGap(at, behindBlockComment(p, at.text.end));
-        return true;
-      }
+      if (startsLineComment(p)) return openGap(at, lineFeedFrom(p, at.text.end));
+      if (startsBlockComment(p)) return openGap(at, behindBlockComment(p, at.text.end));
       break;
     case kSemicolon: {
       // One that continues nothing separates statements: what follows has to be checked too.
       const char* const after = behindContinuation(p, at.text.end);
-      if (after != nullptr) openGap(at, after);
-      return after != nullptr;
+      return after != nullptr && openGap(at, after);
     }
     case kReference: {
       const char* const before = backOverBlanks(p, at.text.start);
@@ -440,8 +351,9 @@ bool tPlainWriter::passSpecial(tCursor& at) {
 }
 
 // [gaps] Several comments and continuations in a row are one gap. The blanks in front of it are in
-// the output already; `gap` is where they begin.
-void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
+// the output already; `gap` is where they begin. What looks like one in a result is tokens.
+bool tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
+  if (at.level > 0) return false;
   const bool behindToken = at.copied != at.text.start || skipBlanks(at.text.start, at.p) != at.p;
   at.copyTo(at.p);
   if (at.gap == tString::npos) {
@@ -453,6 +365,7 @@ void tPlainWriter::openGap(tCursor& at, const char* gapEnd) {
   // The gap stays open where another one, or the end, follows.
   const eByte byte = byteAt(at.p);
   if (byte != kLineEnd && byte != kMaybeComment && byte != kSemicolon) closeGap(at);
+  return true;
 }
 
 // A token follows. Two tokens with only a comment between them must not grow together.

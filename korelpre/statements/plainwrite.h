@@ -3,10 +3,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string_view>
-#include <vector>
 
+#include "korelpre/statements/macrocall.h"
 #include "korelpre/text/byteset.h"
 #include "lib_base/stringz.h"
 
@@ -15,13 +14,12 @@ namespace precomp {
 class tRuleSet;
 class tXChgArray;
 struct tIndexedName;
-struct tNameExpansion;
 
 /// Writes statements that are still spans of their source, without making tokens of them.
 ///
 /// The text written is what the statement's tokens would give: comments and continuations become
-/// the blanks between two tokens, blanks at the end vanish, and a name that a plain #define stands
-/// for is replaced by what it finally becomes.
+/// the blanks between two tokens, blanks at the end vanish, and names with a #define, calls of
+/// macros among them, are replaced by what they finally become.
 class tPlainWriter {
  public:
   /// `rules` must outlive the writer.
@@ -46,17 +44,13 @@ class tPlainWriter {
   bool mayOpenArguments(const char* p, const tCursor& at);
   bool mayStartCommand(const char* start, const char* end);
   bool pass(tCursor& at);
-  bool passResult(tCursor& at);
   bool mayBeInTables(const char* word) const;
   bool passWord(tCursor& at);
   bool passSpecial(tCursor& at);
   void closeGap(tCursor& at);
-  void openGap(tCursor& at, const char* gapEnd);
-  bool replaceName(tCursor& at, const char* wordEnd, tIndexedName& name);
-  const char* readArguments(const char* p, const char* end);
-  bool replaceCall(tCursor& at, const char* word, tIndexedName& name);
-  const tString& resultOf(const tNameExpansion& expansion, std::string_view spacing,
-                          std::size_t level);
+  bool openGap(tCursor& at, const char* gapEnd);
+  bool replaceUse(tCursor& at, const char* word, tIndexedName& name);
+  bool passResult(tCursor& at, std::string_view result);
 
   tXChgArray& defines_;
   tXChgArray& translates_;
@@ -67,8 +61,7 @@ class tPlainWriter {
   std::array<std::uint8_t, 256> bytes_{};
   tByteSet special_;
   std::size_t untouched_ = 0;
-  std::vector<std::string_view> arguments_;  // of the call being read
-  std::deque<tString> results_;              // of calls, the innermost last
+  tMacroCalls calls_;
 };
 
 }  // namespace precomp

@@ -14,6 +14,8 @@ namespace precomp {
 namespace {
 
 constexpr std::size_t kLargestExpansion = 65536;
+// How far names in values are followed: each level takes stack.
+constexpr int kDeepestExpansion = 16;
 
 // Whether a token is one where statements are checked too. Bare text, which an option gives, may
 // hold several or none, and a quote that stands alone opens a string of tokens.
@@ -26,57 +28,19 @@ bool isOneToken(const tSpcString& token) {
                 : std::all_of(text.begin(), text.end(), isWordByte);
 }
 
-// Follows the names in a value to their own values. Its depth is bounded by the rewrites allowed.
+// Makes the text of a definition, with holes for what the use gives.
 class tExpander {
  public:
-  tExpander(tNameTables tables, tString& text) : tables_(tables), text_(text) {}
-
-  // `leads`: nothing of the whole expansion stands in front, not even what vanishes.
-  bool expand(const tIndexedName& name, bool leads, std::string_view spacing) {
-    if (name.rules != 1 || isMacro(name)) return false;
-    if (++rewrites_ > kMostRewrites) return false;
-    const tMatchMarker* marker = name.rule->firstResult();
-    for (bool first = true; marker != nullptr; marker = marker->next(), first = false) {
-      const tSpcString& token = marker->token();
-      if (!add(token, first && leads, first ? spacing : token.spacing().view())) return false;
-    }
-    return true;
-  }
-
-  int rewrites() const { return rewrites_; }
-  std::size_t written() const { return written_; }
-  bool spaced() const { return spaced_; }
-
- private:
-  bool add(const tSpcString& token, bool leads, std::string_view spacing) {
-    written_ += spacing.size() + token.size();
-    if (written_ > kLargestExpansion) return false;
-    if (const tIndexedName* name = tables_.defines.index().find(token)) {
-      return expand(*name, leads, spacing);
-    }
-    if (!isOneToken(token)) return false;
-    if (tables_.translates.lookUp(token) != nullptr) return false;
-    spaced_ = spaced_ || leads;
-    text_.append(spacing);
-    text_.append(token);
-    return true;
-  }
-
-  tNameTables tables_;
-  tString& text_;
-  int rewrites_ = 0;
-  std::size_t written_ = 0;
-  bool spaced_ = false;
-};
-
-// Makes the text of a macro with parameters.
-class tMacroExpander {
- public:
-  explicit tMacroExpander(tNameExpansion& known) : known_(known) {}
+  tExpander(tNameTables tables, tNameExpansion& known, int level)
+      : tables_(tables), known_(known), level_(level) {}
 
   bool expand(const tBaseXChg& rule) {
-    readParameters(*rule.firstMatch());
+    known_.rewrites = 1;
+    known_.written = 0;
+    known_.text.clear();
     known_.holes.clear();
+    readParameters(*rule.firstMatch());
+    known_.final = known_.parameters == 0;
     bool spaced = false;
     for (const tMatchMarker* part = rule.firstResult(); part != nullptr; part = part->next()) {
       const tSpcString& token = part->token();
@@ -92,12 +56,29 @@ class tMacroExpander {
       } else {
         known_.holes.push_back({known_.text.size(), tExpansionHole::kSpacing});
       }
-      known_.text.append(token);
+      addLiteral(token);
+      if (known_.text.size() > kLargestExpansion || known_.rewrites > kMostRewrites) return false;
     }
-    return known_.text.size() <= kLargestExpansion;
+    return true;
   }
 
  private:
+  // A name gives its own text when that is final.
+  void addLiteral(const tSpcString& token) {
+    known_.written += token.spacing().size() + token.size();
+    tIndexedName* const name = tables_.defines.index().find(token);
+    const bool expands = name != nullptr && !isMacro(*name) && level_ < kDeepestExpansion;
+    const tNameExpansion* nested = expands ? expandName(tables_, *name, level_ + 1) : nullptr;
+    if (nested != nullptr && nested->final && !nested->text.empty()) {
+      known_.rewrites += nested->rewrites;
+      known_.written += nested->written;
+      known_.text.append(nested->text);
+      return;
+    }
+    if (name != nullptr || tables_.translates.lookUp(token) != nullptr) known_.final = false;
+    known_.text.append(token);
+  }
+
   void readParameters(const tMatchMarker& name) {
     for (const tMatchMarker* part = name.next(); part != nullptr; part = part->next()) {
       if (!part->isIdentifier()) parameters_.push_back(part->token());
@@ -115,7 +96,9 @@ class tMacroExpander {
     return true;
   }
 
+  tNameTables tables_;
   tNameExpansion& known_;
+  int level_;
   std::vector<std::string_view> parameters_;
 };
 
@@ -154,23 +137,15 @@ bool isMacro(const tIndexedName& name) {
   return name.rules == 1 && name.rule->firstMatch()->next() != nullptr;
 }
 
-const tNameExpansion* expandName(tNameTables tables, tIndexedName& name) {
+const tNameExpansion* expandName(tNameTables tables, tIndexedName& name, int level) {
   if (name.expansion == nullptr) name.expansion = std::make_unique<tNameExpansion>();
   tNameExpansion& known = *name.expansion;
   const std::uint64_t generation = tables.generation();
   if (known.generation != generation) {
     known.generation = generation;
-    known.text.clear();
-    if (isMacro(name)) {
-      known.plain = tMacroExpander(known).expand(*name.rule);
-    } else {
-      tExpander expander(tables, known.text);
-      known.plain = expander.expand(name, true, {});
-      known.rewrites = expander.rewrites();
-      known.written = expander.written();
-      known.spaced = expander.spaced();
-    }
-    known.nests = nestsAlone(known.text);
+    known.plain = false;  // for a name that leads to itself
+    known.plain = name.rules == 1 && tExpander(tables, known, level).expand(*name.rule) &&
+                  nestsAlone(known.text);
   }
   return known.plain ? &known : nullptr;
 }

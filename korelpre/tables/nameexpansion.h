@@ -23,9 +23,8 @@ struct tNameTables {
 /// behind it.
 bool isMacro(const tIndexedName& name);
 
-/// Works out what a use of `name` finally becomes, when a chain of #defines without parameters is
-/// all there is to it, or what the result of a macro is, and keeps it in the entry until a table
-/// changes. Null when only the rewriting of the statement can tell.
-const tNameExpansion* expandName(tNameTables tables, tIndexedName& name);
+/// What the definition of `name` makes of a use; kept in the entry until a table changes. Null when
+/// only the rewriting of the statement can tell. `level` counts the nested calls.
+const tNameExpansion* expandName(tNameTables tables, tIndexedName& name, int level = 0);
 
 }  // namespace precomp

@@ -21,19 +21,17 @@ struct tExpansionHole {
   std::size_t argument;  // from 0, or kSpacing: the blanks in front of the use
 };
 
-/// What becomes of a use of a name, worked out when first asked for and valid for one generation of
-/// the tables: of a name without parameters what it finally becomes, of a macro its result.
+/// What the only definition of a name makes of a use, worked out when first asked for and valid for
+/// one generation of the tables.
 struct tNameExpansion {
   std::uint64_t generation = 0;
   bool plain = false;       // false: uses have to be rewritten token by token
-  int rewrites = 0;         // how many rewrites lead to the text
-  std::size_t written = 0;  // bytes that these rewrites write
-  tString text;             // without the spacing in front
-  bool spaced = true;       // false: the blanks in front of a use go with a token that vanishes
-  bool nests = false;       // brackets and quotes are closed in it, and it holds no "@" and no ";"
-  // Of a macro; the text has no spacing in front of its first literal.
-  std::size_t parameters = 0;
+  int rewrites = 0;         // how many lead to the text
+  std::size_t written = 0;  // bytes that they write
+  bool final = false;       // it takes no arguments, and no token of the text starts a rule
+  tString text;             // of the result, without the spacing in front of its first literal
   std::vector<tExpansionHole> holes;  // in the order of their places
+  std::size_t parameters = 0;
 };
 
 /// What a table of defines knows of one name.

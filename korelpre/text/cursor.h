@@ -74,6 +74,11 @@ inline const char* behindWord(const char* p) {
   return p;
 }
 
+inline const char* behindDigits(const char* p) {
+  while (isDigit(*p)) ++p;
+  return p;
+}
+
 /// The next line feed at or behind `p`; `end` when there is none.
 inline const char* lineFeedFrom(const char* p, const char* end) {
   const void* found = std::memchr(p, '\n', static_cast<std::size_t>(end - p));

@@ -163,7 +163,8 @@ std::vector<std::string> shortTexts(const std::vector<std::string>& tokens, std:
 void compareCalls(const std::string* text, std::size_t count) {
   std::string source =
       "#define One 1 + Two\n#define Nothing\n#define F(x) f(x) - x.x\n#define G(x, y) y-x\n"
-      "#define H(x, X) x\n#define E(x)\n#define L(x) x G\n#define T t\n#translate { z => "
+      "#define H(x, X) x\n#define E(x)\n#define L(x) x G\n#define T t\n#define C(x) x\\/* "
+      "x\n#translate { z => "
       "{zz\nFunction f()\n";
   for (std::size_t i = 0; i < count; ++i) {
     source += "r :=  F(" + text[i] + ") + G(1," + text[i] + ")\n";
@@ -179,6 +180,8 @@ void compareCalls(const std::string* text, std::size_t count) {
 }
 
 TEST(PlainLines, ReplaceCallsWithAnyArguments) {
+  const std::string glued = "#define F(x) next\n#define C(x) x\\/* x\nx := C(1)\nF(1)One\n";
+  EXPECT_EQ(throughBoth(glued, false), throughBoth(glued, true));
   const std::vector<std::string> kAll = {
       "a",  "One", "Nothing", "F(b)", "F", "Left", "M", "T",  "1", "1.5",    ".5",
       "1a", "'s'", "\"\"",    "+",    "-", "*",    "/", ",",  "(", ")",      "[",
