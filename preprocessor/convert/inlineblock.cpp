@@ -181,5 +181,6 @@ eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name, int& r
   tString text;
   if (!readSourceText(files, name, text, reason)) return nothing();
   const eConversion result = BCParse(text);
-  return result == eConversion::kDone ? keepConverted(files, name, text) : result;
+  if (result == eConversion::kDone) keepConverted(files, name, text);
+  return result;
 }

@@ -225,5 +225,6 @@ eConversion DoKRHPreprocessor(tDiskManOverlay& files, const tString& name, bool 
   SplitPath(name, parts);
   const eConversion result =
       HTMLParse(text, {pageFunctionName(parts.base), debugInfo, httpSend}, error);
-  return result == eConversion::kDone ? keepConverted(files, name, text) : result;
+  if (result == eConversion::kDone) keepConverted(files, name, text);
+  return result;
 }

@@ -16,9 +16,7 @@ bool readSourceText(tDiskMan& disk, const tString& name, tString& text, int& err
   return true;
 }
 
-eConversion keepConverted(tDiskManOverlay& files, const tString& name, const tString& text) {
+void keepConverted(tDiskManOverlay& files, const tString& name, const tString& text) {
   files.keepInMemory(name);
-  const std::unique_ptr<tFile> copy = files.create(name.c_str());
-  const bool written = copy && copy->write(text) && copy->close();
-  return written ? eConversion::kDone : eConversion::kTooLarge;
+  files.create(name.c_str())->write(text);  // which takes whatever a tString holds
 }

@@ -18,4 +18,4 @@ enum class eConversion {
 bool readSourceText(tDiskMan& disk, const tString& name, tString& text, int& error);
 
 /// Makes `files` serve `text` under `name` from memory, in front of the file on disk.
-eConversion keepConverted(tDiskManOverlay& files, const tString& name, const tString& text);
+void keepConverted(tDiskManOverlay& files, const tString& name, const tString& text);
