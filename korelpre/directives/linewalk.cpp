@@ -32,12 +32,6 @@ void removeTrailingLineFeeds(tString& output) {
 // Steps that the matcher may take for the statements of one program.
 constexpr std::uint64_t kMostStepsInAll = 400'000'000;
 
-tString openingName(const tProgramFileNames& names) {
-  tString name = names.shown;
-  if (name.find(names.directory) == tString::npos) name.insert(0, names.directory);
-  return name;
-}
-
 }  // namespace
 
 tLineWalk::tLineWalk(tProgramFile& file)
@@ -83,7 +77,7 @@ void tLineWalk::begin(tString& output) {
   }
   if (file_.isIncluded) {
     removeTrailingLineFeeds(output);
-    appendMarker(1, openingName(file_.names), output);
+    appendMarker(1, file_.names.shown, output);
   }
 }
 
@@ -103,7 +97,7 @@ void tLineWalk::writeMarkers(const tHeaderImage& image, tString& output) {
 
 bool noteMarkers(tProgramFile& file, tHeaderRecorder& recorder) {
   if (file.lines.hasStatements()) return false;
-  recorder.marker(1, openingName(file.names));
+  recorder.marker(1, file.names.shown);
   for (const tHeaderStop& stop : file.lines.headerStops()) {
     if (stop.behindInclude) recorder.marker(stop.line, file.names.requested);
     if (stop.include != nullptr && !noteMarkers(stop.include->file(), recorder)) return false;

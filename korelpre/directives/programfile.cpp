@@ -62,9 +62,7 @@ bool tProgramFile::read(const tString& name) {
     if (!readFrom(path)) return false;
     names.shown = joinPath(directory, bareName(spelt));
     names.opened = path;
-    if (directory.empty()) return true;
-    names.directory = directory;
-    if (isMain()) shared_.finder.setMainDirectory(directory);
+    if (isMain() && !directory.empty()) shared_.finder.setMainDirectory(directory);
     return true;
   };
   return shared_.finder.search(isIncluded, name, read);

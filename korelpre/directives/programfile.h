@@ -57,7 +57,6 @@ struct tProgramFileNames {
   tString requested;  // as a directive or the host names it
   tString shown;      // in messages: its name without directories, behind where it was found
   tString opened;     // with its whole path, as found
-  tString directory;  // in which it was found; empty when it was found as it is named
   tString resolved;   // its path without links
 };
 
