@@ -249,7 +249,6 @@ bool KorelPreYaccClass::parseOn() {
 
 void KorelPreYaccClass::finishText() {
   if (!file_.conditionals.empty()) {
-    errCol() = 0;
     file_.raise(eSourceError::kUnclosedConditional, file_.conditionals.innermostLine());
   }
   if (!file_.isMain()) file_.releaseText();

@@ -228,7 +228,6 @@ tKorelPreStackElement* tGrammarValues::makeSqlCall() {
   tSpcString& token = result->token();
   token.setText(sql_.call(expression));
   token.setKind(kKindSql);
-  token.setAux(kTokBeginSql);
   token.setLine(static_cast<std::uint32_t>(sql_.line));
   sql_ = {};
   return result.release();

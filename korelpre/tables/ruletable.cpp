@@ -271,7 +271,6 @@ void tXChgArray::removeRule(int index) {
 }
 
 tBaseXChg* tXChgArray::takeRule(int index) {
-  arrange();
   tBaseXChg* rule = get(index);
   takeAt(index);
   placed_ = count();

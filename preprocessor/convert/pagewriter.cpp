@@ -166,7 +166,6 @@ void tPageWriter::endValue() {
   openLine();
   put(")");
   holdsCode_ = true;
-  newStatement_ = true;
 }
 
 void tPageWriter::endText() {
