@@ -9,6 +9,7 @@
 #include <string>
 
 #include "tests/support/childprocess.h"
+#include "tests/support/maxsizescope.h"
 #include "tests/support/memorydisk.h"
 
 namespace {
@@ -111,8 +112,7 @@ class tLyingFile : public tFile {
 };
 
 TEST(File, ReadsToTheEndWhateverItsSizeSays) {
-  const std::size_t before = tString::maxSize();
-  tString::setMaxSize(20000);
+  const tMaxSizeScope scope(20000);
   struct tCase {
     std::int64_t stated;
     std::size_t bytes;
@@ -137,7 +137,6 @@ TEST(File, ReadsToTheEndWhateverItsSizeSays) {
     EXPECT_EQ(file.readAll(text), c.readable) << c.stated << ' ' << c.bytes;
     EXPECT_EQ(text.view(), c.readable ? "ab" + bytes : "ab") << c.stated << ' ' << c.bytes;
   }
-  tString::setMaxSize(before);
 }
 
 TEST(OverlayDisk, KeepsSomeNamesInMemoryAndPassesTheOthersOn) {

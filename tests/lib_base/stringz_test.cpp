@@ -12,24 +12,13 @@
 
 #include "lib_base/misc.h"
 #include "tests/lib_base/fatalof.h"
+#include "tests/support/maxsizescope.h"
 
 namespace {
 
 constexpr char kConstantText[] = "Cannot update a constant string";
 constexpr char kIndexText[] = "string index out of bounds";
 constexpr char kLongText[] = "string too long";
-
-/// Sets the largest size for one test.
-class tMaxSizeScope {
- public:
-  explicit tMaxSizeScope(std::size_t bytes) { tString::setMaxSize(bytes); }
-  ~tMaxSizeScope() { tString::setMaxSize(before_); }
-  tMaxSizeScope(const tMaxSizeScope&) = delete;
-  tMaxSizeScope& operator=(const tMaxSizeScope&) = delete;
-
- private:
-  const std::size_t before_ = tString::maxSize();
-};
 
 std::string replacedAll(std::string text, const std::string& what, const std::string& with) {
   for (std::size_t at = 0; !what.empty() && (at = text.find(what, at)) != std::string::npos;) {

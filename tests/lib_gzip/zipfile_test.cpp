@@ -5,6 +5,7 @@
 #include <string>
 
 #include "lib_gzip/zipsource.h"
+#include "tests/support/maxsizescope.h"
 #include "tests/support/memorydisk.h"
 
 namespace {
@@ -79,8 +80,6 @@ TEST(ZipFile, LargestSourceFits) {
   EXPECT_EQ(bytesOf(disk, "b"), bytesOf(disk, "a"));
 
   // In a host that has run the preprocessor, and packed to more than the text was.
-  const std::size_t before = tString::maxSize();
-  tString::setMaxSize(kLargestSource);
+  const tMaxSizeScope scope(kLargestSource);
   EXPECT_EQ(packFile(disk, "a", "b"), eFileResult::kTooLarge);
-  tString::setMaxSize(before);
 }

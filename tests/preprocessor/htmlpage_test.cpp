@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "testrun.h"
+#include "tests/support/maxsizescope.h"
 
 namespace {
 
@@ -106,7 +107,7 @@ TEST(Page, FunctionIsNamedAfterTheFile) {
 }
 
 TEST(Page, SizeIsLimited) {
-  tString::setMaxSize(1 << 20);
+  const tMaxSizeScope scope(1 << 20);
   std::string quotes;
   while (quotes.size() < 400000) quotes += "\"'";
   for (const std::string& page : {std::string(600000, '\n'), quotes}) {
@@ -114,5 +115,4 @@ TEST(Page, SizeIsLimited) {
     tPageError error;
     EXPECT_EQ(HTMLParse(text, {tString("P")}, error), eConversion::kTooLarge);
   }
-  tString::setMaxSize(16 << 20);
 }

@@ -6,6 +6,7 @@
 
 #include "lib_gzip/zipsource.h"
 #include "testrun.h"
+#include "tests/support/maxsizescope.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ TEST(InlineBlock, MustBeWhole) {
 }
 
 TEST(InlineBlock, TextThatGrowsTooLargeIsAResult) {
-  tString::setMaxSize(1 << 20);
+  const tMaxSizeScope scope(1 << 20);
   std::string lines;
   for (int i = 0; i < 1000; ++i) lines += std::string(100, '\'') + "\n";
   for (const std::string& content : {lines, std::string(200000, '\'')}) {
@@ -43,7 +44,6 @@ TEST(InlineBlock, TextThatGrowsTooLargeIsAResult) {
     EXPECT_EQ(BCParse(text), eConversion::kTooLarge);
     EXPECT_EQ(text, block(content));
   }
-  tString::setMaxSize(16 << 20);
 }
 
 TEST(InlineBlock, IsConvertedInPrograms) {
