@@ -34,8 +34,8 @@ std::vector<int> runsOf(tXChgArray& table, const std::string& word) {
 // show.
 TEST(RuleTable, HasOneOrderHoweverOftenItIsLookedInto) {
   const std::vector<std::string> kKeys = {"DISP", "DISPL", "disPLAY", "DISPATCH", "ABCD", "abcde",
-                                          "ABC",  "A{BC",  "A[BC",    "A[BCD",    "X",    "x_y",
-                                          "X1",   "XA",    "xa",      "DISPLAYS"};
+                                          "ABC",  "X",     "x_y",     "X1",       "XA",   "xa",
+                                          "A{BC", "A[BC",  "A[BCD",   "DISPLAYS"};
   std::mt19937 random(3);
   for (int round = 0; round < 2000; ++round) {
     const int rules = round == 0 ? 5000 : 30;
@@ -69,6 +69,17 @@ TEST(RuleTable, HasOneOrderHoweverOftenItIsLookedInto) {
       }
     }
   }
+}
+
+TEST(RuleTable, InsertsOneByOneOnceAnAbbreviationHasBeenPassed) {
+  tXChgArray table;
+  for (const char* key : {"DISP", "DISPLAY", "DISP"}) {
+    table.Add(rule(key, {key[4] != '\0', false}));
+    table.arrange();
+  }
+  for (int i = 0; i < 8; ++i) table.Add(rule("DISPLAY", kWhole));
+  table.arrange();
+  EXPECT_EQ(table.get(10)->key(), "DISP");
 }
 
 std::uint32_t stepsOf(tMemoryProcessor& processor, std::string text) {
@@ -118,6 +129,24 @@ TEST(RuleTable, AppliesTheSameRuleHoweverManyShareItsKey) {
   expectSameRules(200, true);
   expectSameRules(200, false);
   expectSameRules(14, false);
+}
+
+// Operations of the interface that statements are not rewritten by.
+TEST(RuleTable, AnswersHostsAsStatementsAreRewritten) {
+  tMemoryProcessor processor;
+  processor.run("a", "#command MACRO <x> => f(<x>)\nMACRO &a.\n");
+  tXChgArray& rules = *processor->commands();
+  int first = 0;
+  int last = 0;
+  EXPECT_EQ(rules.Find(tString("macr"), first, last, 0), 1);
+  EXPECT_EQ(rules.Find(tString("macr"), first, last, 1), 0);
+  EXPECT_TRUE(rules.get(0)->firstMatch()->next()->isMacroWithDot());
+  for (const std::string text : {"MACRO b\r\n", "OTHER b\r\n"}) {
+    tTknString statement(1);
+    tokenisePlain(text.data(), text.data() + text.size(), 1, statement);
+    EXPECT_EQ(rules.get(0)->replace(&*processor, -1, &statement), text[0] == 'M');
+    EXPECT_EQ(statement.getToken(0), text[0] == 'M' ? "f" : "OTHER");
+  }
 }
 
 }  // namespace
