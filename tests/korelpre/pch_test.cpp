@@ -103,6 +103,12 @@ TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
          p.options[0] = "-Iother";
        }},
       {"the saved file", [](tProgram& p) { p.disk.put("inc/std.pch", p.saved() + "x"); }},
+      {"nothing of one byte, the last that is read",
+       [](tProgram& p) {
+         p.disk.put("inc/std.ch", "\n");
+         EXPECT_EQ(p.reused(), 0);
+       },
+       1},
       {"names, but it stands beside those for others",
        [](tProgram& p) {
          p.options.emplace_back("-DOTHER");
@@ -217,19 +223,25 @@ TEST(IncludedHeader, IsCompiledAgainWhereItGivesSomethingElse) {
 
 TEST(SharedHeader, IsCompiledOnceForAllThreads) {
   tHeaderCache cache;
-  const std::string expected = tProgram().run(nullptr);
+  const auto run = [](tHeaderCache* headers) {
+    tProgram program;
+    program.disk.put("main.prw", "#include \"app.ch\"\nAPP\n7 x\n");
+    program.disk.put("inc/std.ch", "#command 7 <x> => seven(<x>)\n");
+    program.disk.put("inc/app.ch", repeated("#command APP => app()\n", 300));
+    return program.run(headers);
+  };
+  const std::string expected = run(nullptr);
   std::vector<std::thread> threads;
   std::vector<std::string> results(8);
   for (std::string& result : results) {
     threads.emplace_back([&] {
-      for (int i = 0; i < 10 && (i == 0 || result == expected); ++i)
-        result = tProgram().run(&cache);
+      for (int i = 0; i < 10 && (i == 0 || result == expected); ++i) result = run(&cache);
     });
   }
   for (std::thread& thread : threads) thread.join();
   for (const std::string& result : results) EXPECT_EQ(result, expected);
-  EXPECT_EQ(cache.compiled(), 1);
-  EXPECT_EQ(cache.reused(), 79);
+  EXPECT_EQ(cache.compiled(), 2);
+  EXPECT_EQ(cache.reused(), 158);
 
   cache.giveUp("a.ch");
   EXPECT_FALSE(tHeaderCache::tTurn(cache, "a.ch").wanted()) << "nobody waits in vain";

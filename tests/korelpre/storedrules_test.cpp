@@ -57,6 +57,9 @@ TEST(StoredNumbers, KeepTheirValuesAndRefuseLargerOnes) {
   EXPECT_EQ(reading.name().data(), first.data());
   EXPECT_EQ(reading.byte(), 0);
   EXPECT_TRUE(reading.failed());
+  tPCHStream cut(std::string_view("\x02x"), 0);
+  EXPECT_EQ(cut.text(), "");
+  EXPECT_TRUE(cut.failed());
 }
 
 }  // namespace
