@@ -93,6 +93,8 @@ TEST(Diagnosis, ListsTheRulesThatMadeTheStatement) {
             "2027 endif-without-if main.prw:4:1 [STOP] =STOP@main.prw:1 =DONE@main.prw:2");
   EXPECT_EQ(diagnose("#define WHEN If\nWHEN x ;\n > 1\n\nx := 2\n"),
             "2024 unclosed-structure main.prw:2:1 [WHEN x ;] =WHEN@main.prw:1");
+  EXPECT_EQ(diagnose("#define WHEN If\nWHEN x\n#define OTHER 1\n"),
+            "2024 unclosed-structure main.prw:2:1 [WHEN x] =WHEN@main.prw:1");
   EXPECT_EQ(diagnose("#define ONE 1\nx := ONE\nEndIf\n"),
             "2027 endif-without-if main.prw:3:1 [EndIf]");
   // A parenthesis that came from the source keeps its place, one of a rule has none.

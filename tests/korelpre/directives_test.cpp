@@ -18,6 +18,11 @@ TEST(Includes, TakeBackslashesForSlashesUnlessAFileBearsTheName) {
       {"a.ch", "-Iw\\inc;z", {{"w/inc/a.ch", "1"}, {"z/a.ch", "2"}}, "#line 1 \"w/inc/a.ch\"\n1\n"},
       {"a.ch", "-Iw\\i", {{"w/i/a.ch", "1"}, {"w\\i/a.ch", "2"}}, "#line 1 \"w\\i/a.ch\"\n2\n"},
       {"s\\a.ch", "-Ix;z", {{"x/s/a.ch", "1"}, {"z/s\\a.ch", "2"}}, "#line 1 \"z/s\\a.ch\"\n2\n"},
+      // Headers are not looked for where another one was found.
+      {"a.ch\"\n#include \"b.ch",
+       "-Iy;x",
+       {{"x/a.ch", "1"}, {"x/b.ch", "2"}, {"y/b.ch", "3"}},
+       "#line 1 \"x/a.ch\"\n1\n#line 2 \"main.prw\"\n#line 1 \"y/b.ch\"\n3\n"},
   };
   for (const auto& row : kCases) {
     tDiskManMemory disk;
@@ -33,6 +38,14 @@ TEST(Includes, TakeBackslashesForSlashesUnlessAFileBearsTheName) {
 TEST(Includes, WithAZeroByteInTheirNameAreNotThoseThatEndThere) {
   EXPECT_EQ(preprocessFiles({{"main.prw", {"#include \"a\0b.ch\"\n", 18}}, {"a", "x"}}).error,
             "main.prw(1) Error C2090  File not found a\\x00b.ch\n");
+}
+
+TEST(Includes, AtTheEndAreFollowedByAMarkerBehindAllLines) {
+  EXPECT_EQ(preprocessFiles({{"main.prw", "#include \"a.ch\"\n\n"},
+                             {"a.ch", "x\n#include \"b.ch\"\n"},
+                             {"b.ch", "y"}})
+                .text,
+            "#line 1 \"a.ch\"\nx\n#line 1 \"b.ch\"\ny\n#line 4 \"a.ch\"\n\n#line 4 \"main.prw\"");
 }
 
 TEST(StandardHeader, ComesFirstAndIsNeverWritten) {
@@ -88,6 +101,8 @@ TEST(Session, KeepsItsErrorAndForgetsEverythingWhenItIsCleared) {
   processor.clear();
   EXPECT_EQ(processor.errString(), "");
   EXPECT_EQ(processor.GetCurDir(), "");
+  EXPECT_EQ(processor.doIfDef(nullptr, 1), 1);
+  EXPECT_THROW(processor.exception(2001, nullptr, nullptr), SSException);
   // Only an extended source may do without its standard header.
   disk.remove("std.ch");
   EXPECT_THROW(processor.compileStr("c", "x := 1\n", text), SSException);
@@ -151,6 +166,7 @@ TEST(Session, CutsEveryValueButTheFileOfTheRun) {
 
 TEST(Defines, OfTheCommandLineAreReplacedByTheirText) {
   EXPECT_EQ(preprocess("A B", {"/DA=B + 2", "-dB"}).text, "B + 2");
+  EXPECT_EQ(preprocess("x := .T. + T", {"/DT=u"}).text, "x := .T. + u");
   // A later one stands behind the earlier and wins.
   EXPECT_EQ(preprocess("A", {"/DA=1", "/DA=2"}).text, "2");
   EXPECT_EQ(preprocess("b A c A", {"/DA=1 "}).text, "b 1  c 1 ");
@@ -164,6 +180,26 @@ TEST(Defines, OfATextThatFailedAreForgotten) {
   EXPECT_EQ(processor.run("b", "#ifdef A\nx\n#endif\n#define A 2\nA"), "\n\n\n\n2");
   EXPECT_THROW(processor.run("c", "\n#else"), SSException);
   EXPECT_EQ(processor->errLine(), 2);
+  EXPECT_THROW(processor.run("d", "If x\n"), SSException);
+  EXPECT_EQ(processor.run("e", "y"), "y");
+}
+
+TEST(Defines, OfTheRunBeforeAreForgotten) {
+  tDiskManMemory disk;
+  disk.put("std.ch", "");
+  disk.put("main.prw", "AB ABC");
+  precomp::KorelPre16 session(disk);
+  EXPECT_NE(runSession(session, {"-DAB=1", "-Fnone.prw"}).error, "");
+  EXPECT_EQ(runSession(session, {"-DABC=2", "-Fmain.prw"}).text, "AB 2");
+  EXPECT_EQ(session.errorCount(), 0);
+}
+
+// Neither a header that replaces one nor an include that comes to nothing touches the others.
+TEST(Defines, OfTheMainFileStayForItsConditionals) {
+  const char* const source = "#define A 1\n#define B 2\n#include \"a.ch\"\n#ifdef A\nA B\n#endif";
+  EXPECT_EQ(
+      preprocessFiles({{"main.prw", source}, {"a.ch", "#define B 3\n#include \"./a.ch\"\n"}}).text,
+      "#line 1 \"a.ch\"\n#line 4 \"main.prw\"\n\n1 3");
 }
 
 std::string withoutHeaders(tFiles files) {

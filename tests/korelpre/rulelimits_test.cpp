@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "tests/support/maxsizescope.h"
 #include "tests/support/preprocess.h"
 
 namespace {
@@ -25,6 +26,7 @@ TEST(RuleLimits, AreThoseOfTheStatementWhateverStandsWhere) {
       {"#define N\n" + many.substr(0, 90000) + "N", false},
       {"#define N " + text + "\n" + repeated("N ", 34), false},
       {"#define N " + text + "\n" + repeated("N ", 36), true},
+      {"#define N " + many.substr(0, 8000) + "a\n" + repeated("+N", 30), true},
       // What a name becomes on the way counts, and so do rules that need no trial.
       {"#define N " + name + name + "\n#define " + name + name + " 1\nN", true},
       {rules + repeated("A ", 26000), true},
@@ -35,6 +37,13 @@ TEST(RuleLimits, AreThoseOfTheStatementWhateverStandsWhere) {
     const std::string error = preprocess(row.source).error;
     EXPECT_EQ(error.find("C2078") != std::string::npos, row.ends) << row.source.substr(0, 30);
   }
+}
+
+TEST(RuleLimits, HoldForTheColumnsOfEmbeddedSql) {
+  const tMaxSizeScope scope(1 << 20);
+  const std::string column = "column " + std::string(250, 'c') + " as logical\n";
+  EXPECT_EQ(preprocess("BeginSql alias x\n" + repeated(column, 2100) + "EndSql\n").error,
+            "main.prw(1) Error C9999  ERRO generico: statement size\n");
 }
 
 TEST(RuleLimits, AllowLongPatternsAndStatements) {

@@ -47,6 +47,7 @@ TEST(StatementChecks, MatchStructures) {
       // What a conditional leaves out is no statement, but it has lines and must end.
       {"#ifdef NO\nx ;\n#endif", "1) Error C2068  #ifdef/#ifndef without #endif\n"},
       {"#ifdef NO\nx ;", "1) Error C2068"},
+      {"#ifdef BeginSql \nx\n#endif", "1) Error C2001"},
       {"#ifdef NO\n/* a ;\n#endif\nz", "1) Error C2068"},
       {"#ifdef NO\n\"\n#else\n'\n#endif\nz", "4) Error C2002"},
       {"#ifdef NO\nx ;\n/*\n*/ y\n#endif\nEndIf", "6) Error C2027"},
@@ -139,6 +140,7 @@ TEST(StatementChecks, JudgeTheFinalForm) {
   EXPECT_EQ(errorOf("#define Wenn If\n#define Ende EndIf\nWenn (a)\nEnde"), "");
   EXPECT_EQ(errorOf("#define SET :=\n#define MY x\nIf SET 1\nMY SET 2"), "");
   EXPECT_EQ(errorOf("#define P +\nnext P+"), "main.prw(2) Error C2029  NEXT does not match FOR\n");
+  EXPECT_EQ(errorOf("1(2)\n3 := x\nFunction A()"), "");  // a number is no name
   EXPECT_EQ(errorOf("START y\nSTOP", {"/DSTART=While x", "/DSTOP=EndDo"}), "");
   EXPECT_EQ(errorOf("x := SUM + (1", {"/DSUM=f(2"}),
             "main.prw(1) Error C2002  Statement unterminated at end of line/unbalanced "
