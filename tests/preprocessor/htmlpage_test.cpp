@@ -50,6 +50,7 @@ TEST(Page, LocalsReachTheHeadAndBareReturnsTheText) {
        ", b; Static s := 1\nLocal a\nx()\nA := 2; y(); "},
       {".<% Local a %>\n<% Local a %>", ", a; __cPage += \".\" + Chr(10)\n"},
       {".<% local := 1\nx(local) %>", "; __cPage += \".\"; local := 1\nx(local); "},
+      {"<%\n* it's\nx() // 5 % 'a %>", "\n\nx(); "},
       {"<% Return %>", "; Return __cPage; "},
       {"<% Return // c\nRetu; Return ; \n 1; return := 2 %>",
        "; Return __cPage\nRetu __cPage; Return ; \n 1; return := 2; "},

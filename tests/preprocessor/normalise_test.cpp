@@ -4,6 +4,7 @@
 
 #include "preprocessor/copy/linemarkers.h"
 #include "testrun.h"
+#include "tests/support/maxsizescope.h"
 
 namespace {
 
@@ -62,6 +63,10 @@ TEST(Normalise, LinesAreLimited) {
   EXPECT_EQ(normalised(lines + longest + "\r\nb").size(), 2 * lines.size() + longest.size() + 5);
   // The line runs over several slices of the copy.
   EXPECT_EQ(normalised("a\n" + std::string(100000, 'x')), "(2) a\r\n");
+  // It is a line of the source, where a block is one.
+  const std::string blocks = dialog("A()\r\nB()\r\n") + "b\n" + dialog("C()\r\n") + "d\n";
+  EXPECT_TRUE(normalised(blocks + longest + "x").starts_with("(5) "));
+  EXPECT_TRUE(normalised(blocks + dialog("A()\r\n" + longest + "x\r\n")).starts_with("(5) "));
 }
 
 TEST(Normalise, TimeStampCountsMonthsFromZero) {
@@ -96,7 +101,7 @@ TEST(Normalise, DialogBlocksAreExpanded) {
     EXPECT_EQ(rewritten(incomplete), incomplete);
   }
   // Lower-case digits are no encoding, and the block right behind is not seen.
-  const std::string broken = "//$BEGINDIALOGDEF_//$DIALOGCODE=4a//$ENDDIALOGDEF_\r\n";
+  const std::string broken = "//$BEGINDIALOGDEF_//$DIALOGCODE=4a0D0A//$ENDDIALOGDEF_\r\n";
   EXPECT_EQ(rewritten(broken + dialog(code) + broken, true), dialog(code));
 }
 
@@ -124,4 +129,14 @@ TEST(LineMarkers, MarkersNameTheSource) {
     finishLineMarkers(text, tString("out/krpre0.pw_"), tString("src/a.prw"));
     EXPECT_EQ(text, row.expected);
   }
+}
+
+TEST(Normalise, TextThatGrowsTooLargeIsRefused) {
+  const tMaxSizeScope scope(37);
+  tAutoChar buffer;
+  unsigned char dialogFound = 0;
+  buffer.setText("\n__COMPTIMESTAMP__\n__COMPTIMESTAMP__");
+  EXPECT_EQ(BeforePreProcessor(buffer, dialogFound, januaryThird).tooBigAt, 3);
+  tString named("krpre0.pw_, and this is behind it.");
+  EXPECT_FALSE(finishLineMarkers(named, tString("krpre0.pw_"), tString("src/more/a.prw")));
 }

@@ -129,6 +129,11 @@ TEST_F(RichHost, MayNameTheOutputButNeverASource) {
   EXPECT_FALSE(fs::exists(path("out/b.ch")) || fs::is_symlink(link));
 }
 
+TEST_F(RichHost, TakesNoSourceOfMoreThanSixteenMegabytes) {
+  directory_.write("a.prw", std::string((16 << 20) + 1, '\n'));
+  EXPECT_EQ(run(), KRPRE_BAD_SOURCE);
+}
+
 TEST_F(RichHost, GivesATextForATextThatHasANameAndIsNotTooLong) {
   directory_.write("a.prw", "another\n");
   const std::string name = path("a.prw");
@@ -177,7 +182,8 @@ TEST_F(RichHost, MayWaitForAnotherWriter) {
 
 TEST_F(RichHost, OfAnUnknownSizeIsRefusedBeforeAnythingHappens) {
   host_.defineCount = 1;  // of no defines: a fault, unless the host does not have the field
-  for (const std::size_t size : {std::size_t{0}, sizeof(krpre_host) + 8}) {
+  for (const std::size_t size :
+       {std::size_t{0}, offsetof(krpre_host, step), sizeof(krpre_host) + 8}) {
     host_.size = size;
     EXPECT_EQ(run(), KRPRE_OUTPUT_FAILED);
   }
