@@ -18,12 +18,16 @@ constexpr bool kFromSystem = true;
 constexpr std::size_t kLarge = std::size_t{1} << 20;
 
 // Faulting in small pages takes a tenth of the run time of a large source; huge pages avoid that.
-// Below this size they would waste memory.
-constexpr std::size_t kVeryLarge = std::size_t{4} << 20;
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
+
+// A block of whole huge pages begins with one.
+std::size_t mappedSize(std::size_t bytes) {
+  return bytes < kHugePage ? bytes : (bytes + kHugePage - 1) & ~(kHugePage - 1);
+}
 
 // Only a hint, so the result is ignored.
-void* preferringLargePages(void* block, std::size_t bytes) {
-  if (block != nullptr && bytes >= kVeryLarge) madvise(block, bytes, MADV_HUGEPAGE);
+void* preferringHugePages(void* block, std::size_t size) {
+  if (block != nullptr && size >= kHugePage) madvise(block, size, MADV_HUGEPAGE);
   return block;
 }
 
@@ -40,14 +44,17 @@ void* valid(void* mapped) {
 void* allocateTextBlock(std::size_t bytes) noexcept {
   if (!isLarge(bytes)) return std::malloc(bytes);
   constexpr int kPages = MAP_PRIVATE | MAP_ANONYMOUS;
-  void* const block = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, kPages, -1, 0);
-  return preferringLargePages(valid(block), bytes);
+  const std::size_t size = mappedSize(bytes);
+  void* const block = mmap(nullptr, size, PROT_READ | PROT_WRITE, kPages, -1, 0);
+  return preferringHugePages(valid(block), size);
 }
 
 void* resizeTextBlock(void* block, std::size_t oldBytes, std::size_t bytes) noexcept {
   if (!isLarge(oldBytes) && !isLarge(bytes)) return std::realloc(block, bytes);
   if (isLarge(oldBytes) && isLarge(bytes)) {
-    return preferringLargePages(valid(mremap(block, oldBytes, bytes, MREMAP_MAYMOVE)), bytes);
+    const std::size_t size = mappedSize(bytes);
+    void* const other = mremap(block, mappedSize(oldBytes), size, MREMAP_MAYMOVE);
+    return preferringHugePages(valid(other), size);
   }
   void* other = allocateTextBlock(bytes);
   if (other == nullptr) return nullptr;
@@ -58,7 +65,7 @@ void* resizeTextBlock(void* block, std::size_t oldBytes, std::size_t bytes) noex
 
 void releaseTextBlock(void* block, std::size_t bytes) noexcept {
   if (isLarge(bytes)) {
-    munmap(block, bytes);
+    munmap(block, mappedSize(bytes));
   } else {
     std::free(block);
   }
