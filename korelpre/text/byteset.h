@@ -38,8 +38,8 @@ class tByteSet {
 
 inline constexpr tByteSet kWordByteSet(bytekinds::kWordBytes);
 
-/// Finds the bytes of a text that a scan has to look at, a block at a time: the members of a set
-/// and, when `words` is true, the first byte of each word.
+/// Finds the bytes of a text that a scan has to look at, a block at a time: the members of a set,
+/// the end of the text and, when `words` is true, the first byte of each word.
 template <bool words>
 class tStops {
  public:
@@ -48,14 +48,14 @@ class tStops {
     load(start, false);
   }
 
-  /// The next stop. There must be one.
+  /// The next stop; not to be called behind the end.
   const char* next() {
     while (bits_ == 0) goTo(block_ + tByteSet::kBlock);
     const char* const stop = block_ + __builtin_ctzll(bits_);
     bits_ &= bits_ - 1;
     return stop;
   }
-  /// Leaves out the stops in front of `p`, which lies behind the last stop.
+  /// Leaves out the stops in front of `p`, which lies behind the last stop and not behind the end.
   void goTo(const char* p) {
     const auto at = static_cast<std::size_t>(p - block_);
     if (at < tByteSet::kBlock) {
@@ -80,7 +80,7 @@ class tStops {
     if (size >= tByteSet::kBlock) return set.among(block_);
     std::array<char, tByteSet::kBlock> last{};
     std::memcpy(last.data(), block_, size);
-    return set.among(last.data());
+    return set.among(last.data()) | std::uint64_t{1} << size;
   }
 
   const tByteSet& set_;
