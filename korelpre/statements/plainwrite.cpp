@@ -209,7 +209,7 @@ bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
       case kWordStart:
         if (!mayBeInTables(at.p)) break;
         passed = passed && passWord(at);
-        stops.goTo(at.p);
+        if (passed) stops.goTo(at.p);
         break;
       case kLineEnd:
         return true;
@@ -217,7 +217,7 @@ bool tPlainWriter::mayStartCommand(const char* start, const char* end) {
         return false;
       default:
         passed = passSpecial(at);
-        stops.goTo(at.p);
+        if (passed) stops.goTo(at.p);
     }
   }
   return false;
