@@ -167,6 +167,8 @@ TEST(Session, CutsEveryValueButTheFileOfTheRun) {
 TEST(Defines, OfTheCommandLineAreReplacedByTheirText) {
   EXPECT_EQ(preprocess("A B", {"/DA=B + 2", "-dB"}).text, "B + 2");
   EXPECT_EQ(preprocess("x := .T. + T", {"/DT=u"}).text, "x := .T. + u");
+  // The nameless define of "-D=1" is no name for the empty text of A.
+  EXPECT_EQ(preprocess("x A", {"/DA=", "-D=1"}).text, "x ");
   // A later one stands behind the earlier and wins.
   EXPECT_EQ(preprocess("A", {"/DA=1", "/DA=2"}).text, "2");
   EXPECT_EQ(preprocess("b A c A", {"/DA=1 "}).text, "b 1  c 1 ");
