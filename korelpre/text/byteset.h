@@ -15,7 +15,7 @@ class tByteSet {
 
   constexpr tByteSet() = default;
   /// Holds the bytes that are true in `members`.
-  explicit constexpr tByteSet(const std::array<bool, 256>& members) {
+  explicit constexpr tByteSet(const std::array<bool, 256>& members) : members_(members) {
     for (unsigned c = 0; c < members.size(); ++c) {
       if (members[c]) rows_[c / 128][c % 16] |= static_cast<std::uint8_t>(1U << (c / 16 % 8));
     }
@@ -23,15 +23,19 @@ class tByteSet {
 
   /// Looks up the kBlock bytes from `p` on: bit i of the result tells whether p[i] is a member.
   std::uint64_t among(const char* p) const { return kLookUp(*this, p); }
-  /// The same, with instructions that every processor has.
-  static std::uint64_t amongPlainly(const tByteSet& set, const char* p);
+
+  using tLookUp = std::uint64_t (*)(const tByteSet& set, const char* p);
+  /// The ways to look up, the fastest first. In the place of one that this processor does not have
+  /// stands the next; the last is a plain loop.
+  static std::array<tLookUp, 3> ways();
 
  private:
-  using tLookUp = std::uint64_t (*)(const tByteSet& set, const char* p);
   static const tLookUp kLookUp;
-  static tLookUp fastest();
-  static std::uint64_t amongByVectors(const tByteSet& set, const char* p);
+  static std::uint64_t amongBy32(const tByteSet& set, const char* p);
+  static std::uint64_t amongBy16(const tByteSet& set, const char* p);
+  static std::uint64_t amongPlainly(const tByteSet& set, const char* p);
 
+  std::array<bool, 256> members_{};
   // For each low half of a byte, a bit for each high half; first those of ASCII.
   std::array<std::array<std::uint8_t, 16>, 2> rows_{};
 };
