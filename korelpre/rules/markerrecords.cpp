@@ -34,8 +34,8 @@ void loadToken(tPCHStream* stream, tSpcString& token, std::uint8_t first) {
     token.setSpacing(tString::borrow(stream->text()));
     token.setLine(stream->number32());
   }
-  token.setKind(stream->number32());
-  token.setAux(stream->number32());
+  token.setKind(stream->number16());
+  token.setAux(stream->number16());
   token.setText(tString::borrow(stream->text()));
 }
 

@@ -1,7 +1,5 @@
 #include "korelpre/rules/rulestream.h"
 
-#include <limits>
-
 #include "korelpre/korelpreobjs.h"
 
 namespace precomp {
@@ -47,9 +45,9 @@ std::uint64_t tPCHStream::number() {
   return 0;
 }
 
-std::uint32_t tPCHStream::number32() {
+std::uint32_t tPCHStream::numberUpTo(std::uint32_t most) {
   const std::uint64_t value = number();
-  if (value > std::numeric_limits<std::uint32_t>::max()) {
+  if (value > most) {
     failed_ = true;
     return 0;
   }

@@ -33,7 +33,9 @@ class tPCHStream {
   std::uint8_t byte();
   std::uint64_t number();
   /// A number of 32 bits; fails the stream when there is a larger one.
-  std::uint32_t number32();
+  std::uint32_t number32() { return numberUpTo(0xFFFFFFFFu); }
+  /// The same for 16 bits.
+  std::uint16_t number16() { return static_cast<std::uint16_t>(numberUpTo(0xFFFFu)); }
   std::string_view text();
   std::string_view name();
 
@@ -46,6 +48,8 @@ class tPCHStream {
   void leave() { --depth_; }
 
  private:
+  std::uint32_t numberUpTo(std::uint32_t most);
+
   std::string written_;
   std::size_t origin_ = 0;
   std::map<std::string, std::size_t, std::less<>> names_;  // where each was written

@@ -19,7 +19,11 @@ class tSpcString : public tString {
   /// A token that refers to its text, which must outlive it.
   tSpcString(std::string_view text, tString&& spacing, std::uint32_t kind, std::uint32_t aux,
              std::uint32_t line) noexcept
-      : tString(borrow(text)), spacing_(std::move(spacing)), kind_(kind), aux_(aux), line_(line) {}
+      : tString(borrow(text)),
+        spacing_(std::move(spacing)),
+        kind_(static_cast<std::uint16_t>(kind)),
+        aux_(static_cast<std::uint16_t>(aux)),
+        line_(line) {}
   /// A copy with another spacing; aux is not copied.
   tSpcString(const tSpcString& other, const tString& spacing) noexcept
       : tString(other), spacing_(spacing), kind_(other.kind_), line_(other.line_) {}
@@ -28,7 +32,6 @@ class tSpcString : public tString {
   tSpcString(const tSpcString& other)
       : tString(other), spacing_(other.spacing_), kind_(other.kind_), line_(other.line_) {}
   tSpcString& operator=(const tSpcString& other) = default;
-  virtual ~tSpcString() = default;
 
   const tString& spacing() const { return spacing_; }
   void setSpacing(const tString& spacing) { spacing_ = spacing; }
@@ -36,10 +39,10 @@ class tSpcString : public tString {
 
   /// The production that made the token (see tokenkinds.h); 0 for a token made from bare text.
   std::uint32_t kind() const { return kind_; }
-  void setKind(std::uint32_t kind) { kind_ = kind; }
+  void setKind(std::uint32_t kind) { kind_ = static_cast<std::uint16_t>(kind); }
   /// The scanner's number of the token.
   std::uint32_t aux() const { return aux_; }
-  void setAux(std::uint32_t aux) { aux_ = aux; }
+  void setAux(std::uint32_t aux) { aux_ = static_cast<std::uint16_t>(aux); }
   /// The line of its source on which the token stood, from 1; 0 when a rule made it.
   std::uint32_t line() const { return line_; }
   void setLine(std::uint32_t line) { line_ = line; }
@@ -57,9 +60,10 @@ class tSpcString : public tString {
   /// Lack of memory for a token is a fatal error, which names its size.
   static void* allocate(std::size_t size);
 
+  // Rules keep tokens by the hundred thousand: both numbers are small.
   tString spacing_;
-  std::uint32_t kind_ = 0;
-  std::uint32_t aux_ = 0;
+  std::uint16_t kind_ = 0;
+  std::uint16_t aux_ = 0;
   std::uint32_t line_ = 0;
 };
 
