@@ -179,7 +179,7 @@ class tExpressionScan {
 // pattern begins with a literal, so there is none.
 bool tMatchMarker::match(tTknString* t, tMatchMarker* parent) {
   clearIsMacro();
-  return tExpressionScan(*this, *t, parent).run() && first_ != 0;
+  return tExpressionScan(*this, *t, parent).run() && first() != 0;
 }
 
 }  // namespace precomp

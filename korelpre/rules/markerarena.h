@@ -72,4 +72,13 @@ class tMarkerArena {
   std::size_t size_ = 0;
 };
 
+/// A new marker of the class, in `arena` or on its own when that is null.
+template <class Marker, class... Arguments>
+Marker* makeMarker(tMarkerArena* arena, const Arguments&... arguments) {
+  if (arena == nullptr) return new Marker(arguments...);
+  Marker* const marker = new (*arena) Marker(arguments...);
+  marker->setInArena();
+  return marker;
+}
+
 }  // namespace precomp

@@ -16,7 +16,13 @@ void tMatchInfo::restore(tMatchMarker& marker) const {
   marker.macroDot_ = macroDot;
 }
 
-tMatchMarker::tMatchMarker(const tSpcString& token, eRuleType kind) : token_(token), kind_(kind) {
+tMatchMarker::tMatchMarker(const tSpcString& token, eRuleType kind)
+    : token_(token), kind_(kind), state_() {
+  token_.setAux(token.aux());
+}
+
+tMatchMarker::tMatchMarker(const tSpcString& token, eRuleType kind, const tResultLinks& links)
+    : token_(token), kind_(kind), result_(true), links_(links) {
   token_.setAux(token.aux());
 }
 
@@ -37,7 +43,12 @@ tMatchMarker::~tMatchMarker() {
     marker = following;
   }
   destroyList(groups_);
-  if (!inArena_) tArenaList<tMatchInfo>::release(infos_);
+  if (inArena_) return;
+  if (result_) {
+    tMarkerList::release(links_.more);
+  } else {
+    tArenaList<tMatchInfo>::release(state_.infos);
+  }
 }
 
 void tMatchMarker::destroyList(tMarkerList* list) const noexcept {
@@ -67,7 +78,7 @@ void tMatchMarker::resetMatch(unsigned char deep) {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
     marker->repetitions_ = 0;
     marker->macro_ = marker->macroDot_ = false;
-    marker->first_ = marker->last_ = -1;
+    marker->setCapture(-1, -1);
     marker->matched_ = false;
     if (deep == 0 || !marker->hasGroups()) continue;
     for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i]->resetMatch(deep);
@@ -78,11 +89,18 @@ void tMatchMarker::resetAll() {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
     marker->repetitions_ = 0;
     marker->macro_ = marker->macroDot_ = false;
-    marker->first_ = marker->last_ = -1;
+    marker->setCapture(-1, -1);
     marker->matched_ = false;
-    if (marker->infos_ != nullptr) marker->infos_->clear();
+    if (marker->state_.infos != nullptr) marker->state_.infos->clear();
     if (!marker->hasGroups()) continue;
     for (int i = 0; i < marker->groups().count(); ++i) marker->groups()[i]->resetAll();
+  }
+}
+
+void tMatchMarker::resetRepetitions(tMatchMarker* head) {
+  for (tMatchMarker* marker = head; marker != nullptr; marker = marker->next_) {
+    marker->repetitions_ = 0;
+    for (tMatchMarker* clause : marker->groups()) resetRepetitions(clause);
   }
 }
 
@@ -90,12 +108,12 @@ void tMatchMarker::setRecMatch(const tTknString& t) {
   for (tMatchMarker* marker = this; marker != nullptr; marker = marker->next_) {
     if (marker->kind_ != kMatchIdentifier) {
       tArenaList<tMatchInfo>::add(
-          marker->infos_,
-          {marker->first_, marker->last_, marker->macro_, marker->macroDot_, t.steps()},
-          marker->rule_->arena());
+          marker->state_.infos,
+          {marker->first(), marker->last(), marker->macro_, marker->macroDot_, t.steps()},
+          marker->rule()->arena());
     }
     marker->matched_ = false;
-    marker->first_ = -1;
+    marker->state_.first = -1;
     marker->clearIsMacro();
   }
 }
@@ -105,7 +123,7 @@ void tMatchMarker::forgetSince(std::uint32_t step) {
     for (int i = 0; i < marker->groups().count(); ++i) {
       for (tMatchMarker* inner = marker->groups()[i]; inner != nullptr; inner = inner->next_) {
         while (!inner->infos().empty() && inner->infos().end()[-1].step > step) {
-          inner->infos_->removeLast();
+          inner->state_.infos->removeLast();
         }
       }
       marker->groups()[i]->forgetSince(step);
@@ -116,9 +134,9 @@ void tMatchMarker::forgetSince(std::uint32_t step) {
 void tMatchMarker::setIsMacro(tTknString* t) {
   macro_ = true;
   if (t == nullptr) return;
-  macroDot_ = last_ == first_ + 2 && t->getToken(first_).kind() == kKindAmpersand &&
-              t->getToken(first_ + 1).kind() == kKindIdentifier &&
-              t->getToken(first_ + 2).kind() == kKindDot;
+  macroDot_ = last() == first() + 2 && t->getToken(first()).kind() == kKindAmpersand &&
+              t->getToken(first() + 1).kind() == kKindIdentifier &&
+              t->getToken(first() + 2).kind() == kKindDot;
 }
 
 void tMatchMarker::replay(int level) {
@@ -132,8 +150,8 @@ void tMatchMarker::replay(int level) {
 }
 
 bool tMatchMarker::copyCapture(tTknString* t) const {
-  if (!t->addNew(new tSpcString(t->getToken(first_), token_.spacing()))) return false;
-  for (int i = first_ + 1; i <= last_; ++i) {
+  if (!t->addNew(new tSpcString(t->getToken(first()), token_.spacing()))) return false;
+  for (int i = first() + 1; i <= last(); ++i) {
     if (!t->addNew(new tSpcString(t->getToken(i)))) return false;
   }
   return true;

@@ -27,6 +27,13 @@ struct tMatchInfo {
 /// First markers of chains, in the order in which they were added.
 using tMarkerList = tArenaList<tMatchMarker*>;
 
+/// What a marker of a result is linked with.
+struct tResultLinks {
+  tMatchMarker* first = nullptr;  // nearly always the only one
+  tMarkerList* more = nullptr;    // null when there are none
+  const tResultMarker* driver = nullptr;
+};
+
 /// A marker of a rule's pattern, and the base of those of its result. This class itself is the
 /// regular marker, `<id>`.
 ///
@@ -40,6 +47,9 @@ class tMatchMarker {
   tMatchMarker(const tMatchMarker&) = delete;
   tMatchMarker& operator=(const tMatchMarker&) = delete;
 
+  /// Whether it is a marker of a result. Those have no part in a match: what is said of one below
+  /// is for markers of patterns.
+  bool isResult() const { return result_; }
   /// Whether the marker took part in the match. One whose group was repeated did, although the flag
   /// is cleared at the end of each repetition.
   virtual bool isMatchOk() const { return matched_ || !infos().empty(); }
@@ -98,8 +108,8 @@ class tMatchMarker {
   const tSpcString& token() const { return token_; }
   tSpcString& token() { return token_; }
   /// The rule that owns the marker.
-  tRuleHome* rule() const { return rule_; }
-  void setRule(tRuleHome* rule) { rule_ = rule; }
+  tRuleHome* rule() const { return state_.rule; }
+  void setRule(tRuleHome* rule) { state_.rule = rule; }
   /// Whether the marker is the first of a group, or of a clause of a result.
   bool isGroupHead() const { return groupHead_; }
   void setGroupHead(bool head) { groupHead_ = head; }
@@ -119,26 +129,34 @@ class tMatchMarker {
 
   /// The tokens taken, as indexes; `first` is -1 when there are none. A restricted marker keeps the
   /// index of the alternative in `last`.
-  int first() const { return first_; }
-  int last() const { return last_; }
+  int first() const { return state_.first; }
+  int last() const { return state_.last; }
   void setCapture(int first, int last) {
-    first_ = first;
-    last_ = last;
+    state_.first = first;
+    state_.last = last;
   }
-  const tArenaList<tMatchInfo>& infos() const { return infos_ != nullptr ? *infos_ : kNoInfos; }
+  const tArenaList<tMatchInfo>& infos() const {
+    return state_.infos != nullptr ? *state_.infos : kNoInfos;
+  }
 
   /// Counts the writing of the result clause that begins here. False when it was written `count`
   /// times already in this replacement.
   // Kept on purpose: the counter has 8 bits.
   bool countRepetition(int count) { return repetitions_++ < count; }
+  /// Forgets how often clauses were written, along the chain of a result and in its clauses.
+  static void resetRepetitions(tMatchMarker* head);
 
  protected:
+  /// For markers of results.
+  tMatchMarker(const tSpcString& token, eRuleType kind, const tResultLinks& links);
+  const tResultLinks& links() const { return links_; }
+  tResultLinks& links() { return links_; }
   /// Makes record `level` the current capture, or none when there is no such record. A marker
   /// without records keeps what it has.
   void replay(int level);
   /// Copies the captured tokens; the first has this marker's spacing.
   bool copyCapture(tTknString* t) const;
-  bool takesNothing() const { return first_ < 0 || last_ < first_; }
+  bool takesNothing() const { return first() < 0 || last() < first(); }
   /// Prints as prefix, name and suffix.
   void printForm(tString* out, const char* prefix, const char* suffix) const;
   /// Destroys the chains of a list of this marker, and the list.
@@ -149,34 +167,34 @@ class tMatchMarker {
   friend class tExpressionScan;
   friend struct tMatchInfo;
 
+  struct tMatchState {
+    tRuleHome* rule = nullptr;
+    int first = -1;
+    int last = -1;
+    tArenaList<tMatchInfo>* infos = nullptr;  // null while there were none
+  };
+
   static const tArenaList<tMatchInfo> kNoInfos;
 
   tMatchMarker* next_ = nullptr;
   tMarkerList* groups_ = nullptr;  // null when there are none
   tSpcString token_;
-  tRuleHome* rule_ = nullptr;
   eRuleType kind_;
   bool groupHead_ = false;
-  bool mayBeEmpty_ = false;
-  bool inArena_ = false;
+  bool result_ : 1 = false;
+  bool mayBeEmpty_ : 1 = false;
+  bool inArena_ : 1 = false;
 
   // The current match.
   bool matched_ = false;
   bool macro_ = false;
   bool macroDot_ = false;
   std::uint8_t repetitions_ = 0;
-  int first_ = -1;
-  int last_ = -1;
-  tArenaList<tMatchInfo>* infos_ = nullptr;  // null while there were none
+  // A marker needs one of the two, and the less memory a rule takes the sooner it is there.
+  union {
+    tMatchState state_;
+    tResultLinks links_;
+  };
 };
-
-/// A new marker of the class, in `arena` or on its own when that is null.
-template <class Marker, class... Arguments>
-Marker* makeMarker(tMarkerArena* arena, const Arguments&... arguments) {
-  if (arena == nullptr) return new Marker(arguments...);
-  Marker* const marker = new (*arena) Marker(arguments...);
-  marker->setInArena();
-  return marker;
-}
 
 }  // namespace precomp

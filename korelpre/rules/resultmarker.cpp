@@ -12,33 +12,31 @@ bool tResultMarker::match(tTknString* /*t*/, tMatchMarker* /*parent*/) {
 
 void tResultMarker::link(tRuleHome* rule, tMatchMarker& marker) {
   if (!equalNoCase(token(), marker.token())) return;
-  if (firstLink_ == nullptr) {
-    firstLink_ = &marker;
-    return;
+  if (links().first == nullptr) {
+    links().first = &marker;
+  } else {
+    tMarkerList::add(links().more, &marker, rule->arena());
   }
-  if (moreLinks_ == nullptr) {
-    moreLinks_ = std::make_unique<tArray<tMatchMarker>>();
-    rule->setNeedsDestructors();
-  }
-  moreLinks_->add(&marker);
 }
 
 int tResultMarker::getRecurLevel() const {
-  if (!driver_->isLinked()) return 1;
-  int level = driver_->firstLink_->getRecurLevel();
-  if (driver_->moreLinks_ == nullptr) return level;
-  const tArray<tMatchMarker>& more = *driver_->moreLinks_;
-  for (int i = 0; i < more.count(); ++i) level = std::max(level, more[i].getRecurLevel());
+  const tResultLinks& followed = links().driver->links();
+  if (followed.first == nullptr) return 1;
+  int level = followed.first->getRecurLevel();
+  if (followed.more == nullptr) return level;
+  for (const tMatchMarker* marker : *followed.more) {
+    level = std::max(level, marker->getRecurLevel());
+  }
   return level;
 }
 
 bool tResultMarker::copyLinks(tTknString* t, int level) {
-  if (firstLink_ == nullptr) return true;
-  firstLink_->token().setSpacing(token().spacing());
-  if (!copyLink(*firstLink_, t, level)) return false;
-  if (moreLinks_ == nullptr) return true;
-  for (int i = 0; i < moreLinks_->count(); ++i) {
-    if (!copyLink((*moreLinks_)[i], t, level)) return false;
+  if (links().first == nullptr) return true;
+  links().first->token().setSpacing(token().spacing());
+  if (!copyLink(*links().first, t, level)) return false;
+  if (links().more == nullptr) return true;
+  for (tMatchMarker* marker : *links().more) {
+    if (!copyLink(*marker, t, level)) return false;
   }
   return true;
 }

@@ -9,11 +9,11 @@ namespace precomp {
 class tResultMarker : public tMatchMarker {
  public:
   explicit tResultMarker(const tSpcString& token, eRuleType kind = kResultMarker)
-      : tMatchMarker(token, kind) {}
+      : tMatchMarker(token, kind, tResultLinks{.driver = this}) {}
 
   /// For the first marker of a clause: whether the marker that the clause follows took part in the
   /// match.
-  bool isMatchOk() const override { return driver_->firstLinkMatched(); }
+  bool isMatchOk() const override { return links().driver->firstLinkMatched(); }
   /// For the first marker of a clause: how often the clause is written; 1 when it follows none.
   int getRecurLevel() const override;
   bool match(tTknString* t, tMatchMarker* parent) override;
@@ -21,23 +21,17 @@ class tResultMarker : public tMatchMarker {
   /// Adds `marker` to the linked ones when the names are equal, whatever their case.
   void link(tRuleHome* rule, tMatchMarker& marker) override;
 
-  bool isLinked() const { return firstLink_ != nullptr; }
   /// Makes the clause that begins here follow what `driver` is linked with.
-  void setDriver(const tResultMarker* driver) { driver_ = driver; }
+  void setDriver(const tResultMarker* driver) { links().driver = driver; }
 
  protected:
-  bool firstLinkMatched() const { return firstLink_ != nullptr && firstLink_->isMatchOk(); }
-  bool firstLinkIsMacro() const { return firstLink_ != nullptr && firstLink_->isMacro(); }
+  bool firstLinkMatched() const { return links().first != nullptr && links().first->isMatchOk(); }
+  bool firstLinkIsMacro() const { return links().first != nullptr && links().first->isMacro(); }
   /// The regular replacement.
   bool copyLinks(tTknString* t, int level);
 
  private:
   bool copyLink(tMatchMarker& marker, tTknString* t, int level);
-
-  // The linked match markers; nearly always there is one.
-  tMatchMarker* firstLink_ = nullptr;
-  std::unique_ptr<tArray<tMatchMarker>> moreLinks_;
-  const tResultMarker* driver_ = this;
 };
 
 /// A literal word: writes a copy of itself. The first literal of a replacement takes the spacing of

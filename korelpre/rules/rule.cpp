@@ -132,8 +132,8 @@ std::unique_ptr<tMatchMarker> defineResult(const tAutoArray<tSpcString>& paramet
 }  // namespace
 
 tBaseXChg::tBaseXChg(tRuleContext* context, tWordRule wordRule, tMatchMarker* firstMatch,
-                     tMatchMarker* firstResult, const tString& key)
-    : tRuleHome(context, wordRule), key_(key) {
+                     tMatchMarker* firstResult, const tString& key, tMarkerArena* arena)
+    : tRuleHome(context, wordRule, arena), key_(key) {
   setChains(std::unique_ptr<tMatchMarker>(firstMatch), std::unique_ptr<tMatchMarker>(firstResult));
 }
 
@@ -141,7 +141,7 @@ tBaseXChg::~tBaseXChg() = default;
 
 void tBaseXChg::operator delete(tBaseXChg* rule, std::destroying_delete_t) noexcept {
   const bool inArena = rule->arena() != nullptr;
-  if (inArena && !rule->needsDestructors()) {
+  if (inArena) {
     static_cast<void>(rule->firstMatch_.release());
     static_cast<void>(rule->firstResult_.release());
   }
@@ -189,7 +189,7 @@ void tBaseXChg::setChains(std::unique_ptr<tMatchMarker> pattern,
 void tBaseXChg::resetMatch() {
   if (!matchLeft_) return;
   firstMatch_->resetAll();
-  if (hasClauses_) firstResult_->resetAll();
+  if (hasClauses_) tMatchMarker::resetRepetitions(firstResult_.get());
   matchLeft_ = false;
 }
 
@@ -261,8 +261,7 @@ bool tBaseXChg::buildReplacement(int start, tTknString* t) {
 
 tTranslate::tTranslate(tRuleContext* context, const tSpcString& name,
                        const tAutoArray<tSpcString>& value, tMarkerArena* arena)
-    : tBaseXChg(context, {.abbreviate = false, .caseSensitive = true}, name) {
-  setArena(arena);
+    : tBaseXChg(context, {.abbreviate = false, .caseSensitive = true}, name, arena) {
   setChains(std::unique_ptr<tMatchMarker>(makeMarker<tMatchIdentifier>(arena, name)),
             defineResult({}, value, arena));
 }
@@ -271,8 +270,7 @@ tTranslate::tTranslate(tRuleContext* context, const tSpcString& name,
                        const tAutoArray<tSpcString>& parameters,
                        const tAutoArray<tSpcString>& value, tMarkerArena* arena)
     : tBaseXChg(context, {.abbreviate = false, .caseSensitive = true},
-                name.substr(0, name.size() - (name.view().ends_with('(') ? 1 : 0))) {
-  setArena(arena);
+                name.substr(0, name.size() - (name.view().ends_with('(') ? 1 : 0)), arena) {
   setChains(definePattern(name, key(), parameters, arena), defineResult(parameters, value, arena));
 }
 

@@ -17,13 +17,15 @@ struct tSourceLine;
 class tBaseXChg : public tRuleHome {
  public:
   /// Takes ownership of both chains; `firstResult` may be null, the matched text is then replaced
-  /// by nothing. `context` (may be null) must outlive the rule.
+  /// by nothing. `context` (may be null) must outlive the rule. `arena` is where the rule and its
+  /// markers lie, which then own nothing outside of it and are never destroyed; null when they lie
+  /// in none.
   tBaseXChg(tRuleContext* context, tWordRule wordRule, tMatchMarker* firstMatch,
-            tMatchMarker* firstResult, const tString& key);
+            tMatchMarker* firstResult, const tString& key, tMarkerArena* arena = nullptr);
   ~tBaseXChg() override;
 
   static void* operator new(std::size_t size) { return ::operator new(size); }
-  /// In front of its markers, in their arena; setArena() must follow.
+  /// In front of its markers, in their arena.
   static void* operator new(std::size_t /*size*/, void* place) { return place; }
   // For constructors that throw.
   static void operator delete(void* storage) { ::operator delete(storage); }
@@ -96,7 +98,7 @@ class tBaseXChg : public tRuleHome {
   /// thousands. Fetching them all at once costs little more than waiting for the first.
   static void fetch(const tBaseXChg* rule) {
     constexpr std::size_t kLine = 64;
-    constexpr std::size_t kLines = 28;
+    constexpr std::size_t kLines = 34;
     const char* const begin = reinterpret_cast<const char*>(rule);
     for (std::size_t i = 0; i < kLines; ++i) __builtin_prefetch(begin + i * kLine);
   }
@@ -105,8 +107,8 @@ class tBaseXChg : public tRuleHome {
 
  protected:
   /// For rules that build their chains themselves.
-  tBaseXChg(tRuleContext* context, tWordRule wordRule, const tString& key)
-      : tBaseXChg(context, wordRule, nullptr, nullptr, key) {}
+  tBaseXChg(tRuleContext* context, tWordRule wordRule, const tString& key, tMarkerArena* arena)
+      : tBaseXChg(context, wordRule, nullptr, nullptr, key, arena) {}
   void setChains(std::unique_ptr<tMatchMarker> pattern, std::unique_ptr<tMatchMarker> result);
 
  private:
@@ -146,7 +148,7 @@ class tTranslate : public tBaseXChg {
  public:
   using tBaseXChg::tBaseXChg;
   /// A #define without parameters: `name` is replaced by copies of `value`. The key is the name.
-  /// Where `arena` is not null the rule and its markers lie there, so no text may be owned.
+  /// No text may be owned where there is an `arena`.
   tTranslate(tRuleContext* context, const tSpcString& name, const tAutoArray<tSpcString>& value,
              tMarkerArena* arena = nullptr);
   /// A #define with parameters: `name`, of which a "(" at its end is no part, and arguments in

@@ -21,20 +21,15 @@ class tRuleHome {
   tRuleContext* context() const { return context_; }
   /// Null when neither the rule nor its markers lie in one.
   tMarkerArena* arena() const { return arena_; }
-  void setArena(tMarkerArena* arena) { arena_ = arena; }
-  /// Tells that a marker of the rule owns something outside of the arena. Otherwise the markers of
-  /// a rule in an arena are forgotten with it and not destroyed.
-  void setNeedsDestructors() { needsDestructors_ = true; }
-  bool needsDestructors() const { return needsDestructors_; }
 
  protected:
-  tRuleHome(tRuleContext* context, tWordRule wordRule) : wordRule_(wordRule), context_(context) {}
+  tRuleHome(tRuleContext* context, tWordRule wordRule, tMarkerArena* arena)
+      : wordRule_(wordRule), arena_(arena), context_(context) {}
   void setWordRule(tWordRule wordRule) { wordRule_ = wordRule; }
 
  private:
   tWordRule wordRule_;
-  bool needsDestructors_ = false;
-  tMarkerArena* arena_ = nullptr;
+  tMarkerArena* arena_;
   tRuleContext* context_;
 };
 

@@ -45,9 +45,11 @@ std::unique_ptr<tBaseXChg> makePatternRule(const tRuleDirective& directive, tRul
   const tWordRule wordRule{.abbreviate = abbreviates(directive.directive),
                            .caseSensitive = directive.directive == eDirective::kDefine};
   if (isCommand(directive.directive)) {
-    return construct<tCommand>(storage.place, context, wordRule, pattern, result, key);
+    return construct<tCommand>(storage.place, context, wordRule, pattern, result, key,
+                               storage.arena);
   }
-  return construct<tTranslate>(storage.place, context, wordRule, pattern, result, key);
+  return construct<tTranslate>(storage.place, context, wordRule, pattern, result, key,
+                               storage.arena);
 }
 
 }  // namespace
@@ -65,7 +67,6 @@ std::unique_ptr<tBaseXChg> makeRule(const tRuleDirective& directive, tRuleContex
     return makeDefine(directive, context, storage.arena);
   }
   std::unique_ptr<tBaseXChg> rule = makePatternRule(directive, context, storage);
-  rule->setArena(storage.arena);
   if (storage.unread) rule->readLater();
   return rule;
 }

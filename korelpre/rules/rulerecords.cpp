@@ -70,8 +70,7 @@ void tMatchMarker::save(tPCHStream* stream) const {
 bool tMatchMarker::load(tPCHStream* stream, std::uint8_t first) {
   loadToken(stream, token_, first);
   if ((first & kHasGroups) == 0) return !stream->failed();
-  const eMarkerSide side =
-      dynamic_cast<tResultMarker*>(this) != nullptr ? eMarkerSide::kResult : eMarkerSide::kPattern;
+  const eMarkerSide side = isResult() ? eMarkerSide::kResult : eMarkerSide::kPattern;
   const std::uint64_t count = stream->number();
   if (count == 0) stream->fail();
   for (std::uint64_t i = 0; i < count && !stream->failed(); ++i) {
