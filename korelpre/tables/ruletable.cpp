@@ -182,16 +182,20 @@ bool tXChgArray::foreseePassed(std::string_view word, std::string_view behind) {
   return true;
 }
 
-// [prefetch] Of several rules only those whose second word may be the one that follows in the text.
-// In long runs there are too many of them, and a stored rule would have to be made.
+// [prefetch] Of several rules only those whose second word may be the one that follows in the text,
+// of a long run one of them. A stored rule would have to be made.
 void tXChgArray::fetchLikely(int first, int last, std::string_view behind) {
-  if (last - first >= kLongRun) return;
   std::uint32_t wanted = tSecondTags::kUnknown;
   if (first < last) {
     const std::size_t begin = skipBlanks(behind, 0);
     std::size_t end = begin;
     while (end < behind.size() && isWordByte(behind[end])) ++end;
     wanted = secondTag(behind.substr(begin, end - begin), false);
+  }
+  if (last - first >= kLongRun) {
+    first = isRun(first, last) && run_.words != nullptr ? run_.words->likely(wanted) : -1;
+    if (first >= 0 && storedIn(slot(first)) == nullptr) fetched(first);
+    return;
   }
   for (int i = first; i <= last; ++i) {
     const std::uint32_t tag = first == last ? wanted : tags_.at(i, lookup_.generation());
@@ -323,7 +327,7 @@ void tXChgArray::dropRules() {
 // [narrow] Worth the trouble only when the run is asked for again before the table changes.
 const tSecondWords* tXChgArray::secondWordsOf(int first, int last) {
   if (last - first < kLongRun) return nullptr;
-  if (run_.generation != lookup_.generation() || run_.first != first || run_.last != last) {
+  if (!isRun(first, last)) {
     run_ = {lookup_.generation(), first, last, false, nullptr};
   }
   if (run_.words == nullptr && run_.asked) {

@@ -128,6 +128,9 @@ class tXChgArray : public tRuleSlots, private tRuleSource {
   bool placeTogether();
   void learnKeys(const std::vector<tHead>& rules);
   void forgetRules();
+  bool isRun(int first, int last) const {
+    return run_.generation == lookup_.generation() && run_.first == first && run_.last == last;
+  }
   const tSecondWords* secondWordsOf(int first, int last);
 
   std::vector<tHead> waiting_;  // the rules behind placed_, or some of them

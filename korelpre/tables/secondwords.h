@@ -59,6 +59,11 @@ class tSecondWords {
     visit(secondTag(word, false), take);
     visit(secondTag(word, true), take);
   }
+  /// One of the rules that may match where a word of `tag` stands second, or -1.
+  int likely(std::uint32_t tag) const {
+    const int latest = slots_[slotOf(tag)].latest;
+    return latest < 0 ? -1 : first_ + latest;
+  }
 
  private:
   struct tSlot {
