@@ -12,7 +12,6 @@ namespace precomp {
 namespace {
 
 constexpr char kDouble = '"';
-constexpr char kSingle = '\'';
 
 // The copied tokens of one capture, from the opening token on.
 class tDressing {
@@ -26,19 +25,20 @@ class tDressing {
   int count() const { return t_.newTokens().count() - opening_ - 1; }
   bool contains(char c) const {
     for (int i = opening_; i < t_.newTokens().count(); ++i) {
-      if (t_.newTokens()[i].find(std::string_view(&c, 1)) != tString::npos) return true;
+      if (t_.newTokens()[i].view().find(c) != std::string_view::npos) return true;
     }
     return false;
   }
+  /// Both texts must last.
   bool enclose(std::string_view before, std::string_view after) {
-    opening().append(before);
-    return t_.addNew(new tSpcString(tString(after)));
+    opening().setText(tString::borrow(before));
+    return t_.addNew(new tSpcString(tString::borrow(after)));
   }
   /// The blanks in front of the capture are not written.
   bool quote() {
     copied(0).setSpacing(tString());
-    const char mark = contains(kDouble) ? kSingle : kDouble;
-    return enclose({&mark, 1}, {&mark, 1});
+    const std::string_view mark = contains(kDouble) ? "'" : "\"";
+    return enclose(mark, mark);
   }
   tSpcString& opening() { return t_.newTokens()[opening_]; }
 

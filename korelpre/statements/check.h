@@ -59,7 +59,8 @@ class tStatementCheck {
     const tSpcString* token;
     int line;
   };
-  std::vector<tOpenBracket> brackets_;  // of a part
+  std::vector<tOpenBracket> brackets_;     // of a part
+  std::vector<const tSpcString*> tokens_;  // of the last statement that was given by them
 };
 
 inline bool tStatementCheck::checkPlain(std::string_view text, std::size_t untouched,

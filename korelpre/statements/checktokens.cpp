@@ -39,7 +39,10 @@ bool isUnclosed(const tSpcString& token) {
 // name on the command line, may hold several; it is taken apart.
 class tTokenList {
  public:
-  explicit tTokenList(const tTknString& statement) {
+  /// `tokens` becomes the list.
+  tTokenList(const tTknString& statement, std::vector<const tSpcString*>& tokens)
+      : tokens_(tokens) {
+    tokens_.clear();
     tokens_.reserve(static_cast<std::size_t>(statement.count()));
     for (int i = 0; i < statement.count(); ++i) {
       const tSpcString& token = statement.tokens()[i];
@@ -58,6 +61,9 @@ class tTokenList {
 
   bool takeApart(const tSpcString& token) {
     if (token.kind() != 0 || token.size() == 1 || isName(token)) return false;
+    // Behind an opening only brackets, quotes, "@" and ";" have a bearing: not ".T." or "{|| ".
+    const std::string_view bearing = "()[]\"'@;";
+    if (!inOpening() && token.view().find_first_of(bearing) == std::string_view::npos) return false;
     auto bare = std::make_unique<tBareText>();
     bare->text.append(token).append("\r\n");
     const char* const start = bare->text.data();
@@ -70,7 +76,15 @@ class tTokenList {
     return true;
   }
 
-  std::vector<const tSpcString*> tokens_;
+  // Whether the next token is one of the first three of its part.
+  bool inOpening() const {
+    constexpr std::size_t kOpening = 3;
+    if (tokens_.size() < kOpening) return true;
+    return std::any_of(tokens_.end() - kOpening, tokens_.end(),
+                       [](const tSpcString* token) { return *token == ";"; });
+  }
+
+  std::vector<const tSpcString*>& tokens_;
   std::vector<std::unique_ptr<tBareText>> bareTexts_;
 };
 
@@ -138,7 +152,7 @@ bool tStatementCheck::tPart::passString(const tSpcString& quote) {
 }
 
 void tStatementCheck::check(const tTknString& statement, tSourceFile& file) {
-  const tTokenList tokens(statement);
+  const tTokenList tokens(statement, tokens_);
   int line = statement.origin();
   for (std::size_t at = 0; at < tokens.size();) {
     tPart part{.tokens = tokens, .at = at, .line = line};

@@ -46,6 +46,7 @@ bool tRewriter::rewriteOnce() {
     return true;
   }
   for (; next_ < statement_.count(); ++next_) {
+    if (!mayStart(statement_.getToken(next_))) continue;
     switch (applyAt(next_)) {
       case kApplied:
         return true;
@@ -62,9 +63,13 @@ bool tRewriter::rewriteOnce() {
   return true;
 }
 
+// Most words start nothing, which their first bytes tell.
+inline bool tRewriter::mayStart(std::string_view word) const {
+  return rules_.defines.index().gate().passes(word) || rules_.translates.lookup().passes(word);
+}
+
 tRewriter::eOutcome tRewriter::applyAt(int index) {
   const tString& word = statement_.getToken(index);
-  if (word.empty()) return kNoRule;
   const eOutcome defined = applyDefine(word, index);
   if (defined == kApplied) return kApplied;
   tXChgArray& translates = rules_.translates;
@@ -79,9 +84,7 @@ tRewriter::eOutcome tRewriter::applyAt(int index) {
 
 tRewriter::eOutcome tRewriter::applyDefine(const tString& word, int index) {
   tXChgArray& defines = rules_.defines;
-  if (!defines.index().gate().passes(word.data()[0], word.size() > 1 ? word.data()[1] : '\0')) {
-    return kNoRule;
-  }
+  if (!defines.index().gate().passes(word)) return kNoRule;
   const tIndexedName* name = defines.index().find(word);
   if (name == nullptr) return kNoRule;
   if (name->rules == 1) {

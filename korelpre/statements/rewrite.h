@@ -27,6 +27,7 @@ class tRewriter {
   enum eOutcome { kNoRule, kFailed, kApplied };
 
   bool rewriteOnce();
+  bool mayStart(std::string_view word) const;
   eOutcome applyAt(int index);
   eOutcome applyDefine(const tString& word, int index);
   bool applyCommand();

@@ -28,6 +28,9 @@ class tWordGate {
     const unsigned pair = pairOf(first, second);
     return ((bits_[pair >> 6] >> (pair & 63)) & 1) != 0;
   }
+  bool passes(std::string_view word) const {
+    return !word.empty() && passes(word[0], word.size() > 1 ? word[1] : '\0');
+  }
 
  private:
   static unsigned pairOf(char first, char second) {

@@ -141,7 +141,7 @@ TEST(StatementChecks, JudgeTheFinalForm) {
   EXPECT_EQ(errorOf("#define SET :=\n#define MY x\nIf SET 1\nMY SET 2"), "");
   EXPECT_EQ(errorOf("#define P +\nnext P+"), "main.prw(2) Error C2029  NEXT does not match FOR\n");
   EXPECT_EQ(errorOf("1(2)\n3 := x\nFunction A()"), "");  // a number is no name
-  EXPECT_EQ(errorOf("START y\nSTOP", {"/DSTART=While x", "/DSTOP=EndDo"}), "");
+  EXPECT_EQ(errorOf("a := b + 1; START y\nSTOP", {"/DSTART=While x", "/DSTOP=EndDo"}), "");
   EXPECT_EQ(errorOf("x := SUM + (1", {"/DSUM=f(2"}),
             "main.prw(1) Error C2002  Statement unterminated at end of line/unbalanced "
             "parentesis/brackets\n");
