@@ -122,7 +122,8 @@ class tListener {
     require(gccLines(report).empty() == (report.severity == KRPRE_SEVERITY_RESULT), "errors show");
     const auto same = [](const char* text) { return std::string(text); };
     const std::string details = longDetails(report, paint_, same);
-    require(error || details.empty(), "only errors have details");
+    const bool warning = report.severity == KRPRE_SEVERITY_WARNING;
+    require(error || warning || details.empty(), "only errors and warnings have details");
     require(report.line >= 0 && report.column >= 0, "a place is none below 0");
     require(
         report.column == 0 || static_cast<std::size_t>(report.column) <= report.sourceLength + 1,

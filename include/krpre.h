@@ -217,6 +217,15 @@ struct krpre_host {
   const char* dependencyName;
   /* The targets of its rule, as they are to stand in it. Default: the output. */
   const char* dependencyTargets;
+
+  /* Which warnings the callback `diagnostic` hears of: "all", or slugs separated by commas. A slug
+   * with "no-" before it is left out again, and "error=SLUG" makes an error of a warning. A later
+   * word counts more than an earlier one. Default: none. */
+  const char* warnings;
+  /* How many errors of a source are told at most. With 0 or 1 the run of a source ends at its first
+   * error; with more it goes on behind it, to tell of others, and still fails. Less than 0 is
+   * refused. */
+  int mostErrors;
 };
 
 /* doPreProc with callbacks.
@@ -311,8 +320,21 @@ struct krpre_place {
 /* Severities of diagnostics. */
 enum {
   KRPRE_SEVERITY_ERROR = 1,
-  KRPRE_SEVERITY_TRACE = 2, /* a step of the run; only with the argument -T */
-  KRPRE_SEVERITY_RESULT = 3 /* the last word on a source */
+  KRPRE_SEVERITY_TRACE = 2,  /* a step of the run; only with the argument -T */
+  KRPRE_SEVERITY_RESULT = 3, /* the last word on a source */
+  KRPRE_SEVERITY_WARNING = 4
+};
+
+/* What is told beside a message: another place that it is about, or what to do. */
+struct krpre_note {
+  const char* message; /* in English */
+  const char* file;    /* empty if the note has no place */
+  int line;            /* from 1; 0 if it is not about a line */
+  int column;          /* in bytes, from 1; 0 if unknown */
+  int endColumn;       /* one behind the last byte; 0 if unknown */
+  const char* source;  /* the line, without its line end; empty if unknown */
+  size_t sourceLength;
+  const char* translated; /* `message` in the language of the run, or itself */
 };
 
 /* What is known of one message. File names are as a user knows them, relative to the current
@@ -336,6 +358,12 @@ struct krpre_diagnostic {
    * is 0. */
   int ruleCount;
   const struct krpre_rule* rules;
+
+  int endColumn; /* one behind the last byte of what `column` points at; 0 if unknown */
+  /* Null if the count is 0. */
+  int noteCount;
+  const struct krpre_note* notes;
+  const char* translated; /* of a warning: `message` in the language of the run */
 };
 
 /* --- 5. Questions ------------------------------------------------------------------------ */

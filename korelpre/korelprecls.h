@@ -70,11 +70,11 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   tXChgArray* xtranslates() { return translates(); }
   AYaccClass* KorelYacc() override { return shared_.rules.KorelYacc(); }
 
-  // The last error.
   tString& errString() { return shared_.error.text; }
   int& errLine() { return shared_.error.line; }
   int& errCol() { return shared_.error.column; }
   const tDiagnosis& lastDiagnosis() const { return shared_.error.diagnosis; }
+  std::string_view sourceLine(int line) const { return file_.lineText(line); }  // from 1
 
   bool hasExtLoadFile() override { return false; }
   bool extLoadFile(const tString& /*name*/, tString& /*text*/) override { return false; }

@@ -167,6 +167,14 @@
         <source>xCommand </source>
         <translation>xCommand </translation>
     </message>
+    <message>
+        <source>Warning</source>
+        <translation>Aviso</translation>
+    </message>
+    <message>
+        <source>note:</source>
+        <translation>nota:</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

@@ -129,6 +129,8 @@ class tProgramFile final : public tSourceFile {
   bool isExtendedSource() const override { return shared_.extendedSource; }
   /// The column, from 1, of the byte at `offset` of the text.
   int columnAt(std::size_t offset) const;
+  /// A line of the text, from 1, without its line end; empty when there is none.
+  std::string_view lineText(int line) const;
 
   tProgramFileNames names;
   tString text;

@@ -20,19 +20,6 @@ bool takesExtra(eSourceError error) {
          error == eSourceError::kLimitExceeded;
 }
 
-// A line of a text, from 1, without its line end; empty when there is none.
-std::string_view lineOfText(std::string_view text, int line) {
-  if (line < 1) return {};
-  while (--line > 0) {
-    const std::size_t end = text.find('\n');
-    if (end == std::string_view::npos) return {};
-    text.remove_prefix(end + 1);
-  }
-  text = text.substr(0, text.find('\n'));
-  if (text.ends_with('\r')) text.remove_suffix(1);
-  return text;
-}
-
 int firstColumn(std::string_view line) {
   const std::size_t at = line.find_first_not_of(" \t");
   return at == std::string_view::npos ? 0 : static_cast<int>(at) + 1;
@@ -131,7 +118,7 @@ void tProgramFile::diagnose(int code, const char* slug, const tString& message, 
   diagnosis.message = message;
   diagnosis.file = names.opened;
   diagnosis.line = line;
-  diagnosis.sourceLine = tString(lineOfText(text, line));
+  diagnosis.sourceLine = tString(lineText(line));
   diagnosis.column = column > 0 ? column : firstColumn(diagnosis.sourceLine);
   for (const tProgramFile* file = this; file->includer_ != nullptr; file = file->includer_) {
     diagnosis.includedFrom.push_back({file->includer_->names.opened, file->includedAt_});
@@ -142,8 +129,21 @@ void tProgramFile::diagnose(int code, const char* slug, const tString& message, 
 // What is wrong with a whole file is told of the directive that includes it.
 void tProgramFile::diagnoseInclude(int code, const char* slug, const tString& message) {
   if (includer_ == nullptr) return diagnose(code, slug, message, 0, 0);
-  const std::string_view directive = lineOfText(includer_->text, includedAt_);
+  const std::string_view directive = includer_->lineText(includedAt_);
   includer_->diagnose(code, slug, message, includedAt_, columnOfName(directive, names.requested));
+}
+
+std::string_view tProgramFile::lineText(int line) const {
+  std::string_view rest = text;
+  if (line < 1) return {};
+  while (--line > 0) {
+    const std::size_t end = rest.find('\n');
+    if (end == std::string_view::npos) return {};
+    rest.remove_prefix(end + 1);
+  }
+  rest = rest.substr(0, rest.find('\n'));
+  if (rest.ends_with('\r')) rest.remove_suffix(1);
+  return rest;
 }
 
 int tProgramFile::columnOf(const tSpcString& token) const {

@@ -21,5 +21,6 @@ class tDiagnosticReport {
   std::vector<krpre_place> places_;
   std::deque<tRuleReport> reports_;
   std::vector<krpre_rule> rules_;
+  std::vector<krpre_note> notes_;
   krpre_diagnostic diagnostic_{};
 };

@@ -51,6 +51,7 @@ tString tHostBridge::fault() const {
       return tString::borrow("an include directory is null");
     }
   }
+  if (host_.mostErrors < 0) return tString::borrow("the number of errors is negative");
   if (host_.defineCount > 0 && host_.defines == nullptr) {
     return tString::borrow("the array of defines is null");
   }
@@ -140,6 +141,7 @@ void tHostBridge::diagnosedInBrief(int code) noexcept {
   brief.code = code;
   brief.slug = code == 0 ? "internal-error" : "failed";
   brief.message = "Memory Allocation Failure";
+  brief.translated = brief.message;
   brief.file = brief.source = "";
   host_.diagnostic(host_.context, &brief);
 }

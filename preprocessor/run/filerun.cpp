@@ -250,7 +250,7 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   session.doIt(text, errorText);
   const bool failed = session.errorCount() > 0 || !errorText.empty();
   if (failed) {
-    host_.diagnosed(session.diagnosis());
+    report_.pass(session.diagnosis(), session, names_.copy, files);
     trace(eMessage::kTraceError, {trimmedRight(errorText)});
     return kSessionError;
   }

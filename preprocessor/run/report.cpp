@@ -66,6 +66,17 @@ void tRunReport::tell(eMessage message, tMessageArguments arguments, const tShow
   host_.diagnosed(diagnosis);
 }
 
+void tRunReport::pass(precomp::tDiagnosis diagnosis, const precomp::KorelPre16& session,
+                      const tString& copy, tDiskMan& files) {
+  if (!host_.wantsDiagnoses()) return;
+  for (precomp::tNote& note : diagnosis.notes) {
+    if (note.file.empty() || note.line == 0 || !note.sourceLine.empty()) continue;
+    note.sourceLine = note.file == copy ? tString(session.sourceLine(note.line))
+                                        : textOf({files, note.file, note.line});
+  }
+  host_.diagnosed(diagnosis);
+}
+
 void tRunReport::tellFailure(eMessage message, tMessageArguments arguments, int code) noexcept {
   try {
     tell(message, arguments, code);

@@ -20,6 +20,10 @@ class tRunReport {
 
   void tell(eMessage message, tMessageArguments arguments = {}, int code = 0);
   void tell(eMessage message, tMessageArguments arguments, const tShownLine& shown, int code = 0);
+  /// Passes on what a session tells of its source, which it reads under the name `copy`, and adds
+  /// the lines that notes point at.
+  void pass(precomp::tDiagnosis diagnosis, const precomp::KorelPre16& session, const tString& copy,
+            tDiskMan& files);
   /// Reports the exception that is being handled. To be called in a catch clause. It works without
   /// memory.
   void tellException() noexcept;

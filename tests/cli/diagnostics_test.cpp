@@ -44,6 +44,50 @@ TEST(SourceQuote, ShowsTheMiddleOfALongLine) {
   EXPECT_NE(caret.find("\xE2\x82\xACx\n    | " + std::string(53, ' ') + "^\n"), std::string::npos);
 }
 
+TEST(Messages, ShowWarningsAndNotesInEachForm) {
+  const krpre_place includer = {"main.prw", 4};
+  const krpre_note notes[] = {
+      {"here", "a.ch", 1, 3, 5, "  If x", 6, "hier"},
+      {"of a rule \x1B", "b.ch", 7, 0, 0, "", 0, "of a rule \x1B"},
+      {"take another", "", 0, 0, 0, "", 0, "take another"},
+  };
+  krpre_diagnostic warning{};
+  warning.severity = KRPRE_SEVERITY_WARNING;
+  warning.slug = "some-slug";
+  warning.message = warning.translated = "something: is odd:";
+  warning.file = "a.ch";
+  warning.line = 2;
+  warning.column = 1;
+  warning.endColumn = 4;
+  warning.source = "Odd";
+  warning.sourceLength = 3;
+  warning.includeCount = 1;
+  warning.includedFrom = &includer;
+  warning.noteCount = 3;
+  warning.notes = notes;
+  const auto german = [](const char* text) { return "<" + std::string(text) + ">"; };
+  EXPECT_EQ(longDetails(warning, tPaint(false), german),
+            "a.ch(2) <Warning> something: is odd: [some-slug]\n"
+            "  2 | Odd\n    | ^\n"
+            "  <included from> main.prw:4\n"
+            "  <note:> hier\n  1 |   If x\n    |   ^\n"
+            "  <note:> of a rule \\x1b (b.ch:7)\n"
+            "  <note:> take another\n");
+  EXPECT_EQ(gccLines(warning),
+            "a.ch:2:1: warning: something: is odd [some-slug]\n"
+            "main.prw:4: note: included from here\n"
+            "a.ch:1:3: note: here\n"
+            "b.ch:7: note: of a rule \\x1b\n"
+            "a.ch:2:1: note: take another\n");
+  const std::string json = jsonLine(warning);
+  EXPECT_NE(json.find("\"column\":1,\"endColumn\":4,\"code\":0"), std::string::npos) << json;
+  EXPECT_NE(json.find("\"severity\":\"warning\""), std::string::npos) << json;
+  EXPECT_NE(json.find("\"notes\":[{\"file\":\"a.ch\",\"line\":1,\"column\":3,\"endColumn\":5,"
+                      "\"message\":\"here\"},"),
+            std::string::npos)
+      << json;
+}
+
 TEST(Messages, OnATerminalAreLongAndColouredUnlessThatIsUnwanted) {
   const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
   if (terminal < 0) GTEST_SKIP() << "no terminals to be had";

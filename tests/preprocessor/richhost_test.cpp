@@ -223,13 +223,14 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
   const char* const kNoDirectory[] = {nullptr};
   const krpre_define kDefines[] = {{nullptr, "1"},    {"", "1"},     {"A B", "1"}, {"A(x)", "x"},
                                    {"\xE9", nullptr}, {"A", "1\n2"}, {"A", "\r"}};
-  std::vector<krpre_host> hosts(3 + std::size(kDefines), host_);
+  std::vector<krpre_host> hosts(4 + std::size(kDefines), host_);
   hosts[0].includeDirectoryCount = hosts[1].includeDirectoryCount = hosts[2].defineCount = 1;
   hosts[0].includeDirectories = kNoDirectory;
   for (std::size_t i = 0; i < std::size(kDefines); ++i) {
     hosts[3 + i].defineCount = 1;
     hosts[3 + i].defines = &kDefines[i];
   }
+  hosts.back().mostErrors = -1;
   for (const krpre_host& host : hosts) {
     host_ = host;
     heard_ = {};
