@@ -62,7 +62,9 @@ std::string longDetails(const krpre_diagnostic& diagnostic, const tPaint& paint,
     const krpre_note& told = diagnostic.notes[i];
     const std::string place = placeBehind(told, diagnostic);
     note(translated("note:"), shownText(told.translated, told.message) + place);
-    if (told.sourceLength == 0) continue;
+    const bool shownAbove =
+        told.line == diagnostic.line && std::string_view(told.file) == diagnostic.file;
+    if (told.sourceLength == 0 || shownAbove) continue;
     text += quoted({told.source, told.sourceLength}, told.line, told.column, paint);
   }
   return text;

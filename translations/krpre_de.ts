@@ -175,6 +175,26 @@
         <source>note:</source>
         <translation>Hinweis:</translation>
     </message>
+    <message>
+        <source>opened by %1, line %2</source>
+        <translation>geöffnet von %1, Zeile %2</translation>
+    </message>
+    <message>
+        <source>still open at the end of the file</source>
+        <translation>am Ende der Datei noch offen</translation>
+    </message>
+    <message>
+        <source>still open where a function begins, line %2</source>
+        <translation>noch offen, wo eine Funktion beginnt, Zeile %2</translation>
+    </message>
+    <message>
+        <source>no control structure is open</source>
+        <translation>keine Kontrollstruktur ist offen</translation>
+    </message>
+    <message>
+        <source>it has an Else already</source>
+        <translation>es hat schon ein Else</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

@@ -175,6 +175,26 @@
         <source>note:</source>
         <translation>nota:</translation>
     </message>
+    <message>
+        <source>opened by %1, line %2</source>
+        <translation>aberto por %1, linha %2</translation>
+    </message>
+    <message>
+        <source>still open at the end of the file</source>
+        <translation>ainda aberto no fim do arquivo</translation>
+    </message>
+    <message>
+        <source>still open where a function begins, line %2</source>
+        <translation>ainda aberto onde começa uma função, linha %2</translation>
+    </message>
+    <message>
+        <source>no control structure is open</source>
+        <translation>nenhuma estrutura de controle está aberta</translation>
+    </message>
+    <message>
+        <source>it has an Else already</source>
+        <translation>já tem um Else</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

@@ -110,9 +110,10 @@ class tProgramFile final : public tSourceFile {
 
   // What is raised (raise.cpp). Everything leaves as SSException with the number of the error.
   /// At a line of this file, from 1, and a column, 0 for that of the line's first character that is
-  /// no blank. `extra` (may be null) completes the text of some errors.
-  [[noreturn]] void raise(eSourceError error, int line, const char* extra = nullptr,
-                          int column = 0);
+  /// no blank. `extra` (may be null) completes the text of some errors, and `notes` are told with
+  /// it.
+  [[noreturn]] void raise(eSourceError error, int line, const char* extra = nullptr, int column = 0,
+                          std::vector<tNote> notes = {});
   using tSourceFile::raise;
   /// The file exceeds a limit, or is damaged.
   [[noreturn]] void raiseLimit(const char* limit);
@@ -125,6 +126,7 @@ class tProgramFile final : public tSourceFile {
   /// Returns when it has one already. `line` is that which the scanner has reached.
   void raiseAgain(const SSException& failure, int line);
   tStatementPlace placeOf(int line) override { return {this, line, main_->currentLine, 0}; }
+  tNote noteAt(const tStatementPlace& place, tNote note) const override;
   int columnOf(const tSpcString& token) const override;
   bool isExtendedSource() const override { return shared_.extendedSource; }
   /// The column, from 1, of the byte at `offset` of the text.
@@ -141,13 +143,15 @@ class tProgramFile final : public tSourceFile {
   bool isIncluded = false;  // rules enter the tables at once
 
  private:
-  void throwError(eSourceError error, const tStatementPlace& place, const char* extra) override;
+  void throwError(eSourceError error, const tStatementPlace& place, const char* extra,
+                  std::vector<tNote> notes) override;
   bool readFrom(const tString& path);
   bool readByHost(const tString& path);
   bool readByPath(const tString& path);
   void enter(std::int64_t bytes);
   void unpackText();
-  void diagnose(int code, const char* slug, const tString& message, int line, int column);
+  void diagnose(int code, const char* slug, const tString& message, int line, int column,
+                std::vector<tNote> notes = {});
   [[noreturn]] void raiseOfInclude(const char* slug, std::string_view what);
   void diagnoseInclude(int code, const char* slug, const tString& message);
   void placeError(int line, int column, tString& message);

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "korelpre/directives/programfile.h"
 #include "korelpre/errors/errortexts.h"
+#include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenise.h"
 #include "lib_base/diskman.h"
 #include "lib_base/translate.h"
@@ -25,6 +27,22 @@ int firstColumn(std::string_view line) {
   return at == std::string_view::npos ? 0 : static_cast<int>(at) + 1;
 }
 
+// One behind the last byte of the token at a column, from 1; 0 when there is none.
+int endOfToken(std::string_view line, int column) {
+  const std::size_t begin = static_cast<std::size_t>(column) - 1;
+  if (column < 1 || begin >= line.size()) return 0;
+  const auto isInName = [](char c) {
+    return isWordByte(c) || static_cast<unsigned char>(c) >= 0x80;
+  };
+  std::size_t end = begin + 1;
+  if (line[begin] == '"' || line[begin] == '\'') {
+    end = std::min(line.find(line[begin], end), line.size() - 1) + 1;
+  } else if (isInName(line[begin]) || line[begin] == '#') {
+    while (end < line.size() && isInName(line[end])) ++end;
+  }
+  return static_cast<int>(end) + 1;
+}
+
 // The column of a file's name in the directive that includes it, that of its quote when it has one.
 int columnOfName(std::string_view line, std::string_view name) {
   const std::size_t at = line.find(name);
@@ -36,7 +54,8 @@ int columnOfName(std::string_view line, std::string_view name) {
 
 }  // namespace
 
-void tProgramFile::raise(eSourceError error, int line, const char* extra, int column) {
+void tProgramFile::raise(eSourceError error, int line, const char* extra, int column,
+                         std::vector<tNote> notes) {
   const tErrorText& entry = errorTextOf(error);
   tString message(entry.text);
   if (extra != nullptr && takesExtra(error)) message.append(extra);
@@ -46,15 +65,26 @@ void tProgramFile::raise(eSourceError error, int line, const char* extra, int co
     shared_.error.placed = true;
     shared_.error.line = main_->currentLine;
   } else {
-    diagnose(entry.code, entry.slug, message, line, column);
+    diagnose(entry.code, entry.slug, message, line, column, std::move(notes));
     placeError(line, column, message);
   }
   throw SSException(entry.code, message.c_str());
 }
 
-void tProgramFile::throwError(eSourceError error, const tStatementPlace& place, const char* extra) {
+void tProgramFile::throwError(eSourceError error, const tStatementPlace& place, const char* extra,
+                              std::vector<tNote> notes) {
   main_->currentLine = place.mainLine;
-  static_cast<tProgramFile*>(place.file)->raise(error, place.line, extra, place.column);
+  static_cast<tProgramFile*>(place.file)
+      ->raise(error, place.line, extra, place.column, std::move(notes));
+}
+
+tNote tProgramFile::noteAt(const tStatementPlace& place, tNote note) const {
+  note.file = names.opened;
+  note.line = place.line;
+  note.sourceLine = tString(lineText(place.line));
+  note.column = place.column > 0 ? place.column : firstColumn(note.sourceLine);
+  note.endColumn = endOfToken(note.sourceLine, note.column);
+  return note;
 }
 
 // The line of a message is a line of the file that the message names, the main file. What happened
@@ -109,7 +139,7 @@ void tProgramFile::raiseAgain(const SSException& failure, int line) {
 }
 
 void tProgramFile::diagnose(int code, const char* slug, const tString& message, int line,
-                            int column) {
+                            int column, std::vector<tNote> notes) {
   if (shared_.error.placed) return;
   tDiagnosis& diagnosis = shared_.error.diagnosis;
   diagnosis = {};
@@ -120,6 +150,8 @@ void tProgramFile::diagnose(int code, const char* slug, const tString& message, 
   diagnosis.line = line;
   diagnosis.sourceLine = tString(lineText(line));
   diagnosis.column = column > 0 ? column : firstColumn(diagnosis.sourceLine);
+  diagnosis.endColumn = endOfToken(diagnosis.sourceLine, diagnosis.column);
+  diagnosis.notes = std::move(notes);
   for (const tProgramFile* file = this; file->includer_ != nullptr; file = file->includer_) {
     diagnosis.includedFrom.push_back({file->includer_->names.opened, file->includedAt_});
   }

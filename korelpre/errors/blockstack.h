@@ -35,7 +35,9 @@ class tBlockCmd {
   /// `around` is the block around it, or null.
   tBlockCmd(eBlock block, const tStatementPlace& place, const tBlockCmd* around);
 
+  eBlock block() const { return block_; }
   const tStatementPlace& place() const { return place_; }
+  bool elseSeen() const { return elseSeen_; }
   /// kNone when `word` may continue or end this block, otherwise the error.
   eSourceError checkEnd(eBlockWord word) const;
   /// kNone when a statement directly in this block may leave it by `word`, otherwise the error.
@@ -67,6 +69,7 @@ class tPrgStack {
   bool empty() const { return open_.empty(); }
   /// The innermost block; there must be one.
   const tBlockCmd& top() const { return open_.back(); }
+  const std::vector<tBlockCmd>& open() const { return open_; }
 
   /// Lets `word` continue or end the innermost block. Returns kNone, or the error when it does not
   /// fit there; nothing has changed then.

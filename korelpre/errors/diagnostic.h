@@ -16,9 +16,9 @@ struct tIncludePlace {
 
 /// What is told beside a message: where something else stands that it is about, or what to do.
 struct tNote {
-  tString message;     // in English
-  tString file;        // as it was opened; empty: no place
-  int line = 0;        // as in tDiagnosis, and so are the columns
+  tString message;  // in English
+  tString file;     // as it was opened; empty: no place
+  int line = 0;     // as in tDiagnosis, and so are the columns
   int column = 0;
   int endColumn = 0;
   tString sourceLine;  // without its line end; empty: not known
@@ -39,7 +39,7 @@ struct tDiagnosis {
   tString sourceLine;  // without its line end; empty where `line` is 0
   std::vector<tIncludePlace> includedFrom;  // innermost first
   std::vector<const tBaseXChg*> rules;      // applied to the statement in this order; borrowed
-  int endColumn = 0;    // one behind the last byte; 0 when it is not known
+  int endColumn = 0;                        // one behind the last byte; 0 when it is not known
   std::vector<tNote> notes;
   tString translated;  // as in tNote; of warnings
 };

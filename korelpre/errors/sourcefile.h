@@ -1,7 +1,10 @@
 #pragma once
 
 #include <exception>
+#include <utility>
+#include <vector>
 
+#include "korelpre/errors/diagnostic.h"
 #include "korelpre/errors/errortexts.h"
 
 namespace precomp {
@@ -23,13 +26,16 @@ class tSourceFile {
   virtual ~tSourceFile() = default;
 
   /// Raises `error` at a place of any file of the program. `extra` (may be null) completes the text
-  /// of some errors.
-  [[noreturn]] void raise(eSourceError error, const tStatementPlace& place, const char* extra) {
-    throwError(error, place, extra);
+  /// of some errors, and `notes` are told with it.
+  [[noreturn]] void raise(eSourceError error, const tStatementPlace& place, const char* extra,
+                          std::vector<tNote> notes = {}) {
+    throwError(error, place, extra, std::move(notes));
     std::terminate();
   }
   /// The place of a statement on a line of this file, from 1.
   virtual tStatementPlace placeOf(int line) = 0;
+  /// The note with the place of a statement of this file.
+  virtual tNote noteAt(const tStatementPlace& place, tNote note) const = 0;
   /// The column, from 1, of a token in this file's text; 0 when the token is not taken from it.
   virtual int columnOf(const tSpcString& token) const = 0;
   /// Whether the main source is written in the extended language.
@@ -37,7 +43,8 @@ class tSourceFile {
 
  protected:
   /// What raise() does. Never returns; the compiler is not told that of a virtual operation.
-  virtual void throwError(eSourceError error, const tStatementPlace& place, const char* extra) = 0;
+  virtual void throwError(eSourceError error, const tStatementPlace& place, const char* extra,
+                          std::vector<tNote> notes) = 0;
 };
 
 }  // namespace precomp

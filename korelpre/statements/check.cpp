@@ -5,9 +5,12 @@
 
 #include "korelpre/statements/check.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
+#include "korelpre/errors/notes.h"
 namespace precomp {
 
 using enum eStatementWord;
@@ -159,6 +162,16 @@ bool isNoName(std::string_view token) {
   place.file->raise(error, place, std::string(extra).c_str());
 }
 
+tNote placed(const tStatementPlace& place, const char* text, const char* word = "") {
+  return place.file->noteAt(place, noted(text, {word, std::to_string(place.line)}));
+}
+
+tNote openedBy(const tBlockCmd& block) {
+  constexpr const char* kWords[] = {"If", "Do Case", "While", "For", "Begin Sequence", "Try"};
+  return placed(block.place(), "opened by %1, line %2",
+                kWords[static_cast<std::size_t>(block.block())]);
+}
+
 }  // namespace
 
 void tStatementCheck::begin() {
@@ -169,11 +182,43 @@ void tStatementCheck::begin() {
 }
 
 void tStatementCheck::finish() {
-  raiseUnclosed();
+  raiseUnclosed(nullptr);
 }
 
-void tStatementCheck::raiseUnclosed() const {
-  if (!structures_.empty()) raise(eSourceError::kUnclosedStructure, structures_.top().place());
+// The innermost one first, with what stands around it.
+void tStatementCheck::raiseUnclosed(const tStatementPlace* next) const {
+  constexpr std::size_t kShown = 4;
+  if (structures_.empty()) return;
+  const std::vector<tBlockCmd>& open = structures_.open();
+  std::vector<tNote> notes;
+  for (std::size_t i = open.size(); i > 0 && notes.size() < kShown; --i) {
+    notes.push_back(openedBy(open[i - 1]));
+  }
+  notes.push_back(next == nullptr ? noted("still open at the end of the file")
+                                  : placed(*next, "still open where a function begins, line %2"));
+  const tStatementPlace& place = open.back().place();
+  place.file->raise(eSourceError::kUnclosedStructure, place, nullptr, std::move(notes));
+}
+
+// A word that continues, ends or leaves a structure stands where it cannot.
+void tStatementCheck::raiseMisfit(eSourceError error, bool leaves,
+                                  const tStatementPlace& place) const {
+  std::vector<tNote> notes;
+  const std::vector<tBlockCmd>& open = structures_.open();
+  const auto sequence = std::find_if(open.rbegin(), open.rend(), [](const tBlockCmd& block) {
+    return block.block() == eBlock::kSequence;
+  });
+  if (leaves && sequence != open.rend()) {
+    notes.push_back(openedBy(*sequence));
+  } else if (!leaves && open.empty()) {
+    notes.push_back(noted("no control structure is open"));
+  } else if (!leaves) {
+    notes.push_back(openedBy(open.back()));
+    const bool second =
+        error == eSourceError::kElseWithoutIf || error == eSourceError::kElseIfWithoutIf;
+    if (second && open.back().elseSeen()) notes.push_back(noted("it has an Else already"));
+  }
+  place.file->raise(error, place, nullptr, std::move(notes));
 }
 
 bool tStatementCheck::judgePlain(std::string_view text, const char* first, std::size_t untouched,
@@ -251,7 +296,7 @@ bool tStatementCheck::startsBody(eStatementWord word, const tOpening& opening,
 
 void tStatementCheck::openBody(const tStatementPlace& place) {
   if (bodies_.empty() && misplaced_.line > 0) raise(eSourceError::kOutsideFunction, misplaced_);
-  raiseUnclosed();
+  raiseUnclosed(&place);
   bodies_.clear();
   bodies_.push(eBlock::kBody, place);
   executableSeen_ = false;
@@ -300,7 +345,7 @@ bool tStatementCheck::useStructures(eStatementWord word, const tOpening& opening
       error = structures_.checkErr(static_cast<eLeaving>(use.what));
       break;
   }
-  if (error != eSourceError::kNone) raise(error, place);
+  if (error != eSourceError::kNone) raiseMisfit(error, use.use == eUse::kLeaves, place);
   return true;
 }
 

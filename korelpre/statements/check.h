@@ -42,7 +42,10 @@ class tStatementCheck {
   bool useStructures(eStatementWord word, const tOpening& opening, const tStatementPlace& place);
   void noteExecutable(bool needsBody, const tStatementPlace& place);
   void openBody(const tStatementPlace& place);
-  void raiseUnclosed() const;
+  // `next`: the function in front of which all must be closed; null: there is none.
+  void raiseUnclosed(const tStatementPlace* next) const;
+  [[noreturn]] void raiseMisfit(eSourceError error, bool leaves,
+                                const tStatementPlace& place) const;
 
   // One part of a statement that is given by its tokens.
   struct tPart;

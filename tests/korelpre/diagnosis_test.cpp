@@ -13,17 +13,19 @@
 
 namespace {
 
-// "code slug file:line:column", then what the caret points at, then "<" and the including
-// directives, then "=" and the key of each rule with its place.
+std::string pointedAt(std::string_view line, int column, int endColumn) {
+  if (column == 0) return {};
+  const std::size_t size = endColumn > 0 ? static_cast<std::size_t>(endColumn - column) : 0;
+  return " [" + std::string(line.substr(static_cast<std::size_t>(column) - 1, size)) + "]";
+}
+
+// "code slug file:line:column", then what is pointed at, then "<" and the including directives,
+// then "=" and the key of each rule with its place.
 std::string shown(const precomp::tDiagnosis& diagnosis) {
   std::string text = std::to_string(diagnosis.code) + " " + diagnosis.slug.c_str() + " " +
                      diagnosis.file.c_str() + ":" + std::to_string(diagnosis.line) + ":" +
                      std::to_string(diagnosis.column);
-  if (diagnosis.column > 0) {
-    text += " [";
-    text += diagnosis.sourceLine.view().substr(static_cast<std::size_t>(diagnosis.column) - 1);
-    text += "]";
-  }
+  text += pointedAt(diagnosis.sourceLine, diagnosis.column, diagnosis.endColumn);
   for (const precomp::tIncludePlace& place : diagnosis.includedFrom) {
     text += std::string(" <") + place.file.c_str() + ":" + std::to_string(place.line);
   }
@@ -34,37 +36,62 @@ std::string shown(const precomp::tDiagnosis& diagnosis) {
   return text;
 }
 
-std::string diagnose(tFiles files) {
+// The notes, each behind "~", with place and what they point at.
+std::string shownNotes(const precomp::tDiagnosis& diagnosis) {
+  std::string text;
+  for (const precomp::tNote& note : diagnosis.notes) {
+    text += std::string(text.empty() ? "~" : " ~") + note.message.c_str();
+    if (!note.file.empty()) {
+      text += std::string(" ") + note.file.c_str() + ":" + std::to_string(note.line);
+    }
+    text += pointedAt(note.sourceLine, note.column, note.endColumn);
+  }
+  return text;
+}
+
+std::string tell(tFiles files, std::string (*show)(const precomp::tDiagnosis&)) {
   tDiskManMemory disk;
   disk.put("std.ch", "");
   for (const auto& [name, text] : files) disk.put(name, text);
   precomp::KorelPre16 session(disk);
   const tPreprocessed result = runSession(session, {"-Fmain.prw"});
-  return result.error.empty() ? "none" : shown(session.diagnosis());
+  return result.error.empty() ? "none" : show(session.diagnosis());
+}
+
+std::string diagnose(tFiles files) {
+  return tell(files, shown);
 }
 
 std::string diagnose(std::string_view source) {
   return diagnose({{"main.prw", source}});
 }
 
+std::string notesOf(tFiles files) {
+  return tell(files, shownNotes);
+}
+
+std::string notesOf(std::string_view source) {
+  return notesOf({{"main.prw", source}});
+}
+
 TEST(Diagnosis, PointsAtWhatIsWrong) {
   const std::pair<std::string_view, std::string_view> kCases[] = {
       {"x\n\t#define\n", "2001 syntax-error main.prw:2:9 []"},
-      {"  #ifdef  7 // no name\n", "2001 syntax-error main.prw:1:11 [7 // no name]"},
-      {"#include // where?\n// nothing\n", "2001 syntax-error main.prw:1:9 [ // where?]"},
-      {"#command A => \"x\" [\n", "2001 syntax-error main.prw:1:1 [#command A => \"x\" []"},
+      {"  #ifdef  7 // no name\n", "2001 syntax-error main.prw:1:11 [7]"},
+      {"#include // where?\n// nothing\n", "2001 syntax-error main.prw:1:9 [ ]"},
+      {"#command A => \"x\" [\n", "2001 syntax-error main.prw:1:1 [#command]"},
       {"#ifdef 'x'\n", "2001 syntax-error main.prw:1:8 ['x']"},
       {"x := 1 ;\n  + \"open\n", "2002 unterminated-statement main.prw:2:5 [\"open]"},
       {"\tx := (a + [b)\n", "2002 unterminated-statement main.prw:1:14 [)]"},
-      {"\tx := f(a, (b)\n", "2002 unterminated-statement main.prw:1:8 [(a, (b)]"},
-      {"x := 1 + ;\n", "2002 unterminated-statement main.prw:1:9 [ ;]"},
-      {"x := y @ z\n", "2009 invalid-reference main.prw:1:8 [@ z]"},
-      {"f()\nx := y\x7Fz\n", "5 invalid-character main.prw:2:7 [\x7Fz]"},
+      {"\tx := f(a, (b)\n", "2002 unterminated-statement main.prw:1:8 [(]"},
+      {"x := 1 + ;\n", "2002 unterminated-statement main.prw:1:9 [ ]"},
+      {"x := y @ z\n", "2009 invalid-reference main.prw:1:8 [@]"},
+      {"f()\nx := y\x7Fz\n", "5 invalid-character main.prw:2:7 [\x7F]"},
       {"x := 1\n  EndIf\n", "2027 endif-without-if main.prw:2:3 [EndIf]"},
       {"x := 1 ; f(x) ; Loop\n", "2012 loop-without-loop main.prw:1:17 [Loop]"},
       {"  #else\n", "2070 else-without-ifdef main.prw:1:3 [#else]"},
-      {"  #ifdef X\n\n", "2069 unclosed-conditional main.prw:1:3 [#ifdef X]"},
-      {"While .T.\n  If x\n", "2024 unclosed-structure main.prw:2:3 [If x]"},
+      {"  #ifdef X\n\n", "2069 unclosed-conditional main.prw:1:3 [#ifdef]"},
+      {"While .T.\n  If x\n", "2024 unclosed-structure main.prw:2:3 [If]"},
   };
   for (const auto& [source, expected] : kCases) EXPECT_EQ(diagnose(source), expected) << source;
 }
@@ -78,7 +105,7 @@ TEST(Diagnosis, NamesTheFileOfTheErrorAndTheDirectivesThatLedThere) {
             "2090 include-not-found a.ch:2:12 [\"no.ch\"] <main.prw:2");
   // Found when the lines are walked over, and only after the last of them.
   EXPECT_EQ(diagnose({{"main.prw", "\n#include \"a.ch\"\nx := 1\n"}, {"a.ch", "x := 1\nIf x\n"}}),
-            "2024 unclosed-structure a.ch:2:1 [If x] <main.prw:2");
+            "2024 unclosed-structure a.ch:2:1 [If] <main.prw:2");
   EXPECT_EQ(diagnose({{"main.prw", "x\n"}, {"std.ch", "#else\n"}}),
             "2070 else-without-ifdef std.ch:1:1 [#else] <main.prw:0");
   EXPECT_EQ(diagnose({{"std.ch", ""}}), "0 file-not-found main.prw:0:0");
@@ -88,29 +115,52 @@ TEST(Diagnosis, ListsTheRulesThatMadeTheStatement) {
   // Token by token, and by the plain writer, whose work is done once more to find out.
   EXPECT_EQ(diagnose({{"main.prw", "#include \"a.ch\"\nx := 1\n  CLOSE a IT\n"},
                       {"a.ch", "#define IT It()\n\n#command CLOSE <x> <y> => EndIf ; <y>\n"}}),
-            "2027 endif-without-if main.prw:3:3 [CLOSE a IT] =IT@a.ch:1 =CLOSE@a.ch:3");
+            "2027 endif-without-if main.prw:3:3 [CLOSE] =IT@a.ch:1 =CLOSE@a.ch:3");
   EXPECT_EQ(diagnose("#define STOP DONE\n#define DONE EndIf\n\nSTOP\n"),
             "2027 endif-without-if main.prw:4:1 [STOP] =STOP@main.prw:1 =DONE@main.prw:2");
   EXPECT_EQ(diagnose("#define WHEN If\nWHEN x ;\n > 1\n\nx := 2\n"),
-            "2024 unclosed-structure main.prw:2:1 [WHEN x ;] =WHEN@main.prw:1");
+            "2024 unclosed-structure main.prw:2:1 [WHEN] =WHEN@main.prw:1");
   EXPECT_EQ(diagnose("#define WHEN If\nWHEN x\n#define OTHER 1\n"),
-            "2024 unclosed-structure main.prw:2:1 [WHEN x] =WHEN@main.prw:1");
+            "2024 unclosed-structure main.prw:2:1 [WHEN] =WHEN@main.prw:1");
   EXPECT_EQ(diagnose("#define ONE 1\nx := ONE\nEndIf\n"),
             "2027 endif-without-if main.prw:3:1 [EndIf]");
   // A parenthesis that came from the source keeps its place, one of a rule has none.
   EXPECT_EQ(diagnose("#command SAY <x> => Put(<x>\n\tSAY hello\n"),
-            "2002 unterminated-statement main.prw:2:2 [SAY hello] =SAY@main.prw:1");
+            "2002 unterminated-statement main.prw:2:2 [SAY] =SAY@main.prw:1");
   EXPECT_EQ(diagnose("#command SAY <*x*> => Put(1 <x>)\n\tSAY @ (\n"),
-            "2009 invalid-reference main.prw:2:6 [@ (] =SAY@main.prw:1");
+            "2009 invalid-reference main.prw:2:6 [@] =SAY@main.prw:1");
 }
 
 // Neither a rule that is gone when the error is found nor one that came later is told of.
 TEST(Diagnosis, TellsNoOtherRulesThanThoseOfThatTime) {
   EXPECT_EQ(diagnose("#define WHEN If\n#xtranslate X => y\nWHEN X\n#define WHEN While\n"),
-            "2024 unclosed-structure main.prw:3:1 [WHEN X]");
+            "2024 unclosed-structure main.prw:3:1 [WHEN]");
   EXPECT_EQ(diagnose("#define A B\n#define A C\n#define STOP EndIf\nSTOP\n"),
             "2027 endif-without-if main.prw:4:1 [STOP] =STOP@main.prw:3");
-  EXPECT_EQ(diagnose("If x\nz()\n#define x y\n"), "2024 unclosed-structure main.prw:1:1 [If x]");
+  EXPECT_EQ(diagnose("If x\nz()\n#define x y\n"), "2024 unclosed-structure main.prw:1:1 [If]");
+}
+
+TEST(Diagnosis, NotesSayWhatOpenedAStructure) {
+  const std::pair<std::string_view, std::string_view> kCases[] = {
+      {"EndIf\n", "~no control structure is open"},
+      {"If x\n While y\nEndIf\n", "~opened by While, line 2 main.prw:2 [While]"},
+      {"If x\nElse\nElseIf y\n", "~opened by If, line 1 main.prw:1 [If] ~it has an Else already"},
+      {"If x\nElse\nEndDo\n", "~opened by If, line 1 main.prw:1 [If]"},
+      {"While x ; Begin Sequence ; If y\nExit\n",
+       "~opened by Begin Sequence, line 1 main.prw:1 [Begin]"},
+      {"Exit\n", ""},
+      {"#command WHEN <x> => If <x>\n  WHEN x\nNext\n", "~opened by If, line 2 main.prw:2 [WHEN]"},
+      {"Function a()\nFor i := 1 to 2\nIf x\nFunction b()\n",
+       "~opened by If, line 3 main.prw:3 [If] ~opened by For, line 2 main.prw:2 [For] "
+       "~still open where a function begins, line 4 main.prw:4 [Function]"},
+      {"Try\nDo Case\nTry\nTry\nTry\n",
+       "~opened by Try, line 5 main.prw:5 [Try] ~opened by Try, line 4 main.prw:4 [Try] "
+       "~opened by Try, line 3 main.prw:3 [Try] ~opened by Do Case, line 2 main.prw:2 [Do] "
+       "~still open at the end of the file"},
+  };
+  for (const auto& [source, expected] : kCases) EXPECT_EQ(notesOf(source), expected) << source;
+  EXPECT_EQ(notesOf({{"main.prw", "#include \"a.ch\"\nNext\n"}, {"a.ch", "\n If x\n"}}),
+            "~opened by If, line 2 a.ch:2 [If]");
 }
 
 TEST(Diagnosis, OfACircleHasEveryRound) {
