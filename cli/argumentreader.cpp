@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "cli/optiontable.h"
-#include "cli/suggestion.h"
+#include "lib_base/nearest.h"
 
 namespace {
 

@@ -17,7 +17,7 @@
 #include "cli/query.h"
 #include "cli/shippedheaders.h"
 #include "cli/sourcequote.h"
-#include "cli/suggestion.h"
+#include "lib_base/nearest.h"
 #include "include/krpre.h"
 
 namespace {

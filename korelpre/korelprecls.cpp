@@ -159,7 +159,7 @@ bool KorelPreYaccClass::begin(const char* name, const char* directory, tString& 
   tString scratch;
   const bool found = loadfile(name, directory, passedOn, scratch);
   if (!found && (file_.isMain() || !shared_.extendedSource || !isOptionalHeader(scratch))) {
-    file_.raise(eSourceError::kIncludeNotFound, file_.currentLine, name);
+    file_.raiseMissing(tString(name));
   }
   if (!found) shared_.headerMissing = true;
   if (!found || file_.inCycle()) {

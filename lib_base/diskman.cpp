@@ -1,5 +1,6 @@
 #include "lib_base/diskman.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -279,4 +280,19 @@ tString tDiskManLocal::resolve(const char* name) {
   if (!path) return {};
   const std::unique_ptr<char, decltype(&std::free)> owner(path, &std::free);
   return {path};
+}
+
+std::vector<std::string> tDiskManLocal::namesIn(const char* directory) {
+  constexpr std::size_t kMost = 10'000;
+  std::vector<std::string> names;
+  const auto close = [](DIR* stream) { ::closedir(stream); };
+  const std::unique_ptr<DIR, decltype(close)> open(::opendir(directory), close);
+  if (open == nullptr) return names;
+  while (names.size() < kMost) {
+    const dirent* const entry = ::readdir(open.get());
+    if (entry == nullptr) break;
+    names.emplace_back(entry->d_name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
 }

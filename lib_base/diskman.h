@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "lib_base/stringz.h"
 
@@ -84,6 +85,9 @@ class tDiskMan {
   virtual tString follow(const char* name) { return tString(name); }
   /// The canonical name of an existing file, with links resolved; empty if there is no such file.
   virtual tString resolve(const char* name) = 0;
+  /// The names in a directory in order, of a very large one only some. Empty if there is no such
+  /// directory, or it cannot be read.
+  virtual std::vector<std::string> namesIn(const char* /*directory*/) { return {}; }
 };
 
 /// The local file system.
@@ -100,6 +104,7 @@ class tDiskManLocal : public tDiskMan {
   std::unique_ptr<tFile> openSpecial(const char* name) override;
   tString follow(const char* name) override;
   tString resolve(const char* name) override;
+  std::vector<std::string> namesIn(const char* directory) override;
 };
 
 /// Keeps selected files in memory and forwards all other names to another file system. A run keeps
@@ -124,6 +129,9 @@ class tDiskManOverlay : public tDiskMan {
   bool rename(const char* from, const char* to) override;
   std::unique_ptr<tFile> openSpecial(const char* name) override { return below_.openSpecial(name); }
   tString follow(const char* name) override { return below_.follow(name); }
+  std::vector<std::string> namesIn(const char* directory) override {
+    return below_.namesIn(directory);
+  }
   tString resolve(const char* name) override;
 
  private:

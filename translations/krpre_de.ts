@@ -195,6 +195,22 @@
         <source>it has an Else already</source>
         <translation>es hat schon ein Else</translation>
     </message>
+    <message>
+        <source>searched in: %1</source>
+        <translation>gesucht in: %1</translation>
+    </message>
+    <message>
+        <source>upper and lower case differ in %1</source>
+        <translation>Groß- und Kleinschreibung weichen ab: %1</translation>
+    </message>
+    <message>
+        <source>did you mean %1?</source>
+        <translation>ist %1 gemeint?</translation>
+    </message>
+    <message>
+        <source>the caller names the directory of the shipped headers, as include directory</source>
+        <translation>das Verzeichnis der mitgelieferten Header nennt der Aufrufer, als Include-Verzeichnis</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

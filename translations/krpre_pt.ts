@@ -195,6 +195,22 @@
         <source>it has an Else already</source>
         <translation>já tem um Else</translation>
     </message>
+    <message>
+        <source>searched in: %1</source>
+        <translation>procurado em: %1</translation>
+    </message>
+    <message>
+        <source>upper and lower case differ in %1</source>
+        <translation>maiúsculas e minúsculas diferem em %1</translation>
+    </message>
+    <message>
+        <source>did you mean %1?</source>
+        <translation>quis dizer %1?</translation>
+    </message>
+    <message>
+        <source>the caller names the directory of the shipped headers, as include directory</source>
+        <translation>quem chama indica o diretório dos headers fornecidos, como diretório de inclusão</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

@@ -115,6 +115,8 @@ class tProgramFile final : public tSourceFile {
   [[noreturn]] void raise(eSourceError error, int line, const char* extra = nullptr, int column = 0,
                           std::vector<tNote> notes = {});
   using tSourceFile::raise;
+  /// The included file `name` is not there.
+  [[noreturn]] void raiseMissing(const tString& name);
   /// The file exceeds a limit, or is damaged.
   [[noreturn]] void raiseLimit(const char* limit);
   /// The same for what begins at a line of it.
@@ -153,7 +155,8 @@ class tProgramFile final : public tSourceFile {
   void diagnose(int code, const char* slug, const tString& message, int line, int column,
                 std::vector<tNote> notes = {});
   [[noreturn]] void raiseOfInclude(const char* slug, std::string_view what);
-  void diagnoseInclude(int code, const char* slug, const tString& message);
+  void diagnoseInclude(int code, const char* slug, const tString& message,
+                       std::vector<tNote> notes = {});
   void placeError(int line, int column, tString& message);
   std::vector<const tBaseXChg*> rulesAppliedTo(int line);
   std::vector<const tBaseXChg*> rulesOfPlain(int line);

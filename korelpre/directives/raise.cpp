@@ -6,11 +6,14 @@
 #include <cstdint>
 #include <utility>
 
+#include "korelpre/directives/missingfile.h"
 #include "korelpre/directives/programfile.h"
 #include "korelpre/errors/errortexts.h"
+#include "korelpre/errors/notes.h"
 #include "korelpre/text/cursor.h"
 #include "korelpre/text/tokenise.h"
 #include "lib_base/diskman.h"
+#include "lib_base/pathname.h"
 #include "lib_base/translate.h"
 
 namespace precomp {
@@ -61,7 +64,7 @@ void tProgramFile::raise(eSourceError error, int line, const char* extra, int co
   if (extra != nullptr && takesExtra(error)) message.append(extra);
   // A file that is not there has no line: the error belongs to the directive of the main file.
   if (error == eSourceError::kIncludeNotFound) {
-    diagnoseInclude(entry.code, entry.slug, message);
+    diagnoseInclude(entry.code, entry.slug, message, std::move(notes));
     shared_.error.placed = true;
     shared_.error.line = main_->currentLine;
   } else {
@@ -102,6 +105,16 @@ void tProgramFile::placeError(int line, int column, tString& message) {
   error.column = 0;
   message.insert(
       0, tString::format("%s(%d) %s ", names.shown.c_str(), line, translate("Error").c_str()));
+}
+
+void tProgramFile::raiseMissing(const tString& name) {
+  std::vector<tNote> notes;
+  if (!isMain()) notes = notesOfMissing(shared_.finder, name);
+  if (bareName(name) == bareName(shared_.standardHeader)) {
+    notes.push_back(
+        noted("the caller names the directory of the shipped headers, as include directory"));
+  }
+  raise(eSourceError::kIncludeNotFound, currentLine, name.c_str(), 0, std::move(notes));
 }
 
 void tProgramFile::raiseLimit(const char* limit) {
@@ -159,10 +172,12 @@ void tProgramFile::diagnose(int code, const char* slug, const tString& message, 
 }
 
 // What is wrong with a whole file is told of the directive that includes it.
-void tProgramFile::diagnoseInclude(int code, const char* slug, const tString& message) {
-  if (includer_ == nullptr) return diagnose(code, slug, message, 0, 0);
+void tProgramFile::diagnoseInclude(int code, const char* slug, const tString& message,
+                                   std::vector<tNote> notes) {
+  if (includer_ == nullptr) return diagnose(code, slug, message, 0, 0, std::move(notes));
   const std::string_view directive = includer_->lineText(includedAt_);
-  includer_->diagnose(code, slug, message, includedAt_, columnOfName(directive, names.requested));
+  includer_->diagnose(code, slug, message, includedAt_, columnOfName(directive, names.requested),
+                      std::move(notes));
 }
 
 std::string_view tProgramFile::lineText(int line) const {

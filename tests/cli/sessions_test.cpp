@@ -1,13 +1,14 @@
 // Sessions at a shell: sessions/NAME.txt holds commands, each behind "$ ", and what they must
 // print, standard error behind "! ", and "[status]" unless that is 0. The commands run in one
 // directory; `lines` prints a file without the carriage returns of its line ends, and $program,
-// $sources and $python are what their names say.
+// $sources and $python are what their names say. The folder of the build is printed as $build.
 //
 // With KRPRE_ACCEPT=1 in the environment the sessions are written instead. Read the difference.
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <regex>
 #include <sstream>
 
 #include "tests/support/childprocess.h"
@@ -19,6 +20,8 @@ namespace {
 const std::string kPrelude =
     "program='" KRPRE_PROGRAM "'; PATH=${program%/*}:$PATH; sources='" KRPRE_SOURCES
     "'; python='" KRPRE_PYTHON "'; lines() { tr -d '\\r' <\"$1\"; }; ";
+
+const std::regex kBuild(fs::path(KRPRE_PROGRAM).parent_path().parent_path().string());
 
 class Session : public testing::TestWithParam<fs::path> {};
 
@@ -38,7 +41,8 @@ TEST_P(Session, ComesOutAsItStands) {
     if (!line.starts_with("$ ")) continue;
     const tChildResult result =
         runChild({"/bin/sh", "-c", kPrelude + line.substr(2)}, directory.path());
-    found += line + '\n' + withPrefix("", result.output) + withPrefix("! ", result.errors);
+    const std::string output = std::regex_replace(result.output, kBuild, "$$build");
+    found += line + '\n' + withPrefix("", output) + withPrefix("! ", result.errors);
     if (result.status != 0) found += '[' + std::to_string(result.status) + "]\n";
   }
   if (std::getenv("KRPRE_ACCEPT") != nullptr) return writeBytes(GetParam(), found);

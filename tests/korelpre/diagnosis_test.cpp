@@ -163,6 +163,24 @@ TEST(Diagnosis, NotesSayWhatOpenedAStructure) {
             "~opened by If, line 2 a.ch:2 [If]");
 }
 
+TEST(Diagnosis, NotesSayWhereAFileWasSearchedAndWhatIsNearIt) {
+  const std::pair<std::string_view, std::string_view> kCases[] = {
+      {"inc\\oRder.ch", " ~upper and lower case differ in Inc/Order.ch"},
+      {"Inc/ordre.ch", " ~did you mean Inc/Order.ch?"},
+      {"TAXSE.CH", " ~did you mean taxes.ch?"},
+      {"tax.prw", ""},
+      {"b.ch", ""},
+      {"old/std.ch",
+       " ~the caller names the directory of the shipped headers, as include directory"},
+  };
+  for (const auto& [name, expected] : kCases) {
+    const std::string source = "#include \"" + std::string(name) + "\"\n";
+    EXPECT_EQ(notesOf({{"main.prw", source}, {"Inc/Order.ch", ""}, {"taxes.ch", ""}, {"a.ch", ""}}),
+              "~searched in: ." + std::string(expected))
+        << name;
+  }
+}
+
 TEST(Diagnosis, OfACircleHasEveryRound) {
   const std::string told = diagnose("#xtranslate A => B\n#xtranslate B => A\nA\n");
   EXPECT_EQ(told.substr(0, 60), "2078 circular-rule main.prw:3:1 [A] =A@main.prw:1 =B@main.pr");

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "lib_base/diskman.h"
 #include "lib_base/pathname.h"
@@ -70,6 +71,15 @@ class tDiskManMemory : public tDiskMan {
   tString resolve(const char* name) override {
     const std::string key = plainPath(name);
     return files_.contains(key) ? tString(key) : tString();
+  }
+  std::vector<std::string> namesIn(const char* directory) override {
+    const std::string above = plainPath(directory) == "" ? "" : plainPath(directory) + "/";
+    std::set<std::string> names;
+    for (const auto& [name, bytes] : files_) {
+      if (name.starts_with(above))
+        names.insert(name.substr(above.size(), name.find('/', above.size()) - above.size()));
+    }
+    return {names.begin(), names.end()};
   }
 
   /// Puts a file there, replacing any.

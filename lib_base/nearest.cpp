@@ -1,4 +1,4 @@
-#include "cli/suggestion.h"
+#include "lib_base/nearest.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -31,6 +31,7 @@ std::string nearestTo(const std::string& word, const std::vector<std::string>& w
   std::string nearest;
   std::size_t least = 0;
   for (const std::string& candidate : words) {
+    if (candidate.size() > kLongest) continue;
     const std::size_t found = distance(word, candidate);
     // A third of the letters may be wrong.
     if (found * 3 > std::max(word.size(), candidate.size())) continue;
