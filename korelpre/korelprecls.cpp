@@ -6,6 +6,7 @@
 #include "korelpre/directives/conditional.h"
 #include "korelpre/directives/include.h"
 #include "korelpre/directives/linewalk.h"
+#include "korelpre/directives/syntaxnotes.h"
 #include "korelpre/rules/ruleobserver.h"
 #include "lib_base/misc.h"
 #include "lib_base/output.h"
@@ -254,8 +255,10 @@ void KorelPreYaccClass::finishText() {
   if (!file_.isMain()) file_.releaseText();
 }
 
-int KorelPreYaccClass::error(unsigned /*state*/, SSLexLexeme& lookahead) {
-  feed_->raiseSyntax(lookahead);
+// The first that is heard of a syntax error, when the parser still has its stack.
+void KorelPreYaccClass::ClearprintCmdList() {
+  const auto takes = [this](unsigned token) { return wouldTake(token); };
+  feed_->raiseSyntax(*lookahead(), notesOfLookaheads(takes, lookahead()->token()));
 }
 
 void KorelPreYaccClass::exception(int code, const tSpcString* token, const char* extra) {

@@ -115,7 +115,7 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   SSLexLexeme* nextLexeme() override { return feed_->next(); }
   SSYaccStackElement* stackElement() override { return new tKorelPreStackElement; }
   SSYaccStackElement* reduce(unsigned production, unsigned size) override;
-  int error(unsigned state, SSLexLexeme& lookahead) override;
+  void ClearprintCmdList() override;
   bool compileInclude(tProgramFile& file, const tString& name) override;
 
  protected:

@@ -214,6 +214,23 @@ unsigned* SSYacc::validLookaheads(unsigned state, unsigned& count) {
   return tokens;
 }
 
+bool SSYacc::wouldTake(unsigned token) {
+  std::vector<unsigned> states;
+  for (std::size_t depth = stack_.depth(); depth > 0; --depth) {
+    states.push_back(stateOf(*stack_.fromTop(depth - 1)));
+  }
+  for (unsigned reductions = 0; reductions < table_->stateCount(); ++reductions) {
+    if (states.empty() || states.back() >= table_->stateCount()) return false;
+    const std::uint32_t action = table_->action(states.back(), token);
+    if ((action & sstable::kActionReduce) == 0) return action != 0;
+    const SSYaccProduction production = table_->production(action & sstable::kActionOperand);
+    if (production.size >= states.size()) return false;
+    states.resize(states.size() - production.size);
+    states.push_back(table_->gotoState(states.back(), production.left));
+  }
+  return false;
+}
+
 bool SSYacc::pushStackElement(SSYaccStackElement* element) {
   SSRef<SSYaccStackElement> adopted(element);
   if (!adopted) return false;

@@ -54,6 +54,10 @@ class SSYacc : public SSObject, public SSExceptionPresent {
   /// state. An invalid state raises SSErrorState, or returns null with exceptions disabled.
   unsigned* validLookaheads(unsigned state, unsigned& count);
 
+  /// Whether the parser, as its stack stands, could go on with a token: a state may have an action
+  /// for one that fails only after the next reductions.
+  bool wouldTake(unsigned token);
+
   /// Pushes an element, adopting its reference; its state becomes the current one.
   bool pushStackElement(SSYaccStackElement* element);
   /// Pops and releases the top element; the state of the next one becomes the current one. If there

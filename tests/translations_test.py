@@ -9,7 +9,7 @@ import sys
 import xml.etree.ElementTree as ElementTree
 
 FOLDERS = ("lib_base", "lib_gzip", "ssvp40xpf", "korelpre", "preprocessor", "cli")
-CALL = re.compile(r'\b(?:translated?|noted)\(\s*"((?:[^"\\]|\\.)*)"')
+CALL = re.compile(r'\b(?:translated?|noted|choice\.add)\(\s*"((?:[^"\\]|\\.)*)"')
 WORDS = re.compile(r"\{([^{}]+)\}")  # of a table of messages
 
 

@@ -211,6 +211,50 @@
         <source>the caller names the directory of the shipped headers, as include directory</source>
         <translation>das Verzeichnis der mitgelieferten Header nennt der Aufrufer, als Include-Verzeichnis</translation>
     </message>
+    <message>
+        <source>a directive stands at the beginning of its line</source>
+        <translation>eine Direktive steht am Anfang ihrer Zeile</translation>
+    </message>
+    <message>
+        <source>expected %1</source>
+        <translation>erwartet: %1</translation>
+    </message>
+    <message>
+        <source>or</source>
+        <translation>oder</translation>
+    </message>
+    <message>
+        <source>a word</source>
+        <translation>ein Wort</translation>
+    </message>
+    <message>
+        <source>a name</source>
+        <translation>ein Name</translation>
+    </message>
+    <message>
+        <source>a name in quotes</source>
+        <translation>ein Name in Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>the end of the line</source>
+        <translation>das Ende der Zeile</translation>
+    </message>
+    <message>
+        <source>a pattern begins with a word</source>
+        <translation>ein Muster beginnt mit einem Wort</translation>
+    </message>
+    <message>
+        <source>expected ']' for the '[' in column %1</source>
+        <translation>erwartet: ']' für das '[' in Spalte %1</translation>
+    </message>
+    <message>
+        <source>the ']' in column %1 has no '['</source>
+        <translation>das ']' in Spalte %1 hat kein '['</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

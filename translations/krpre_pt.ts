@@ -211,6 +211,50 @@
         <source>the caller names the directory of the shipped headers, as include directory</source>
         <translation>quem chama indica o diretório dos headers fornecidos, como diretório de inclusão</translation>
     </message>
+    <message>
+        <source>a directive stands at the beginning of its line</source>
+        <translation>uma diretiva fica no início da sua linha</translation>
+    </message>
+    <message>
+        <source>expected %1</source>
+        <translation>esperado: %1</translation>
+    </message>
+    <message>
+        <source>or</source>
+        <translation>ou</translation>
+    </message>
+    <message>
+        <source>a word</source>
+        <translation>uma palavra</translation>
+    </message>
+    <message>
+        <source>a name</source>
+        <translation>um nome</translation>
+    </message>
+    <message>
+        <source>a name in quotes</source>
+        <translation>um nome entre aspas</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>um número</translation>
+    </message>
+    <message>
+        <source>the end of the line</source>
+        <translation>o fim da linha</translation>
+    </message>
+    <message>
+        <source>a pattern begins with a word</source>
+        <translation>um padrão começa com uma palavra</translation>
+    </message>
+    <message>
+        <source>expected ']' for the '[' in column %1</source>
+        <translation>esperado: ']' para o '[' na coluna %1</translation>
+    </message>
+    <message>
+        <source>the ']' in column %1 has no '['</source>
+        <translation>o ']' na coluna %1 não tem '['</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

@@ -191,18 +191,19 @@ int tLexemeFeed::ownLineCount() const {
   return lineAdded ? lineCount() - 1 : lineCount();
 }
 
-void tLexemeFeed::raiseSyntax(const SSLexLexeme& lookahead) {
+void tLexemeFeed::raiseSyntax(const SSLexLexeme& lookahead, std::vector<tNote> notes) {
   const bool atEnd = lookahead.token() == sstable::kTokenEof;
   if (atEnd && inSql_) file_.raise(eSourceError::kUnterminated, sql_.line);
-  if (atEnd) file_.raise(eSourceError::kSyntax, ownLineCount());
+  if (atEnd) file_.raise(eSourceError::kSyntax, ownLineCount(), nullptr, 0, std::move(notes));
   // A line feed may stand behind comment lines; what is wrong stands before it.
   if (lookahead.token() == kTokLineFeed && lastTokenLine_ > 0) {
-    file_.raise(eSourceError::kSyntax, lastTokenLine_, nullptr, file_.columnAt(lastTokenEnd_));
+    file_.raise(eSourceError::kSyntax, lastTokenLine_, nullptr, file_.columnAt(lastTokenEnd_),
+                std::move(notes));
   }
   // The quote of a string is not part of its lexeme.
   const bool quoted = lookahead.token() == kTokString || lookahead.token() == kTokSqString;
   file_.raise(eSourceError::kSyntax, static_cast<int>(lookahead.line()), nullptr,
-              static_cast<int>(lookahead.offset()) - (quoted ? 1 : 0));
+              static_cast<int>(lookahead.offset()) - (quoted ? 1 : 0), std::move(notes));
 }
 
 void tLexemeFeed::passPlainLines() {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "korelpre/directives/quickreader.h"
 #include "korelpre/directives/sqlblock.h"
+#include "korelpre/errors/diagnostic.h"
 #include "ssvp40xpf/directivescanner.h"
 #include "ssvp40xpf/sslexconsumer.h"
 #include "ssvp40xpf/sslexlexeme.h"
@@ -27,7 +29,7 @@ class tLexemeFeed {
   /// The next lexeme, with one reference; null at the end of the text.
   SSLexLexeme* next();
   /// Raises the syntax error at a lookahead that the grammar cannot take.
-  [[noreturn]] void raiseSyntax(const SSLexLexeme& lookahead);
+  [[noreturn]] void raiseSyntax(const SSLexLexeme& lookahead, std::vector<tNote> notes);
 
   /// Behind the last token that was delivered, in bytes from the start of the text; blanks and line
   /// feeds are none.

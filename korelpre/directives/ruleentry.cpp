@@ -1,6 +1,7 @@
 #include "korelpre/directives/ruleentry.h"
 
 #include "korelpre/directives/programfile.h"
+#include "korelpre/directives/syntaxnotes.h"
 #include "korelpre/headers/headerrecorder.h"
 
 namespace precomp {
@@ -78,7 +79,7 @@ void takePatternRule(tProgramFile& file, std::unique_ptr<tBaseXChg> rule, int li
 
 void carryOutRule(tProgramFile& file, const tRuleDirective& directive,
                   const tRuleStorage& storage) {
-  if (!directive.isSound()) file.raise(eSourceError::kSyntax, directive.line);
+  if (!directive.isSound()) raiseUnsound(file, directive);
   if (storage.unread && !entersAtOnce(file)) return leaveUnread(file, directive);
   std::unique_ptr<tBaseXChg> rule = makeRule(directive, &file.shared().rules, storage);
   rule->setOrigin(file.names.opened, directive.line);

@@ -79,7 +79,7 @@ TEST(Diagnosis, PointsAtWhatIsWrong) {
       {"x\n\t#define\n", "2001 syntax-error main.prw:2:9 []"},
       {"  #ifdef  7 // no name\n", "2001 syntax-error main.prw:1:11 [7]"},
       {"#include // where?\n// nothing\n", "2001 syntax-error main.prw:1:9 [ ]"},
-      {"#command A => \"x\" [\n", "2001 syntax-error main.prw:1:1 [#command]"},
+      {"#command A => \"x\" [\n", "2001 syntax-error main.prw:1:19 [[]"},
       {"#ifdef 'x'\n", "2001 syntax-error main.prw:1:8 ['x']"},
       {"x := 1 ;\n  + \"open\n", "2002 unterminated-statement main.prw:2:5 [\"open]"},
       {"\tx := (a + [b)\n", "2002 unterminated-statement main.prw:1:14 [)]"},
@@ -179,6 +179,30 @@ TEST(Diagnosis, NotesSayWhereAFileWasSearchedAndWhatIsNearIt) {
               "~searched in: ." + std::string(expected))
         << name;
   }
+}
+
+TEST(Diagnosis, NotesSayWhatADirectiveExpects) {
+  const std::pair<std::string_view, std::string_view> kCases[] = {
+      {"#define\n", "~expected a name"},
+      {"#include order.ch\n", "~expected a name in quotes"},
+      {"#undef\n", "~expected a word"},
+      {"#endif x\n", "~expected the end of the line"},
+      {"x := 1 #else\n", "~a directive stands at the beginning of its line"},
+      {"#define A(b c\n", "~expected ',' or ')'"},
+      // The grammar alone would take any token here, for the sake of other places.
+      {"#command SAY <x => Put(<x>)\n", "~expected ':', ',' or '>'"},
+      {"#command SAY <x:A,B => Put(<x>)\n", "~expected a name, ',' or '>'"},
+      {"#command SAY <x,...> => Put(<{x>)\n", "~expected '}'"},
+      {"#command SAY <x> Put(<x>)\n", "~expected '=>'"},
+      {"#xtranslate <x> => y\n", "~a pattern begins with a word"},
+      {"BEGINSQL x\n", "~expected 'alias'"},
+      {"#command SAY \"[\" \\] [AT <x> [,<y>] => Put(<x>)\n",
+       "~expected ']' for the '[' in column 21 main.prw:1 [[]"},
+      {"#command SAY <x> => Put(<x> ;\n   [, <y>)\n",
+       "~expected ']' for the '[' in column 4 main.prw:2 [[]"},
+      {"#command SAY [a] ] => Put(]\n", "~the ']' in column 18 has no '[' main.prw:1 []]"},
+  };
+  for (const auto& [source, expected] : kCases) EXPECT_EQ(notesOf(source), expected) << source;
 }
 
 TEST(Diagnosis, OfACircleHasEveryRound) {
