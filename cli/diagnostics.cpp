@@ -1,5 +1,8 @@
 #include "cli/diagnostics.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "cli/diagnosticparts.h"
 #include "cli/sourcequote.h"
 
@@ -14,13 +17,12 @@ std::string shownText(const char* translated, const char* message) {
   return std::string_view(translated) == message ? printable(message) : translated;
 }
 
-std::string warningLine(const krpre_diagnostic& diagnostic, const tPaint& paint,
-                        const tWords& translated) {
-  const std::string line =
-      diagnostic.line > 0 ? "(" + std::to_string(diagnostic.line) + ")" : std::string();
-  return printable(diagnostic.file) + line + " " + paint(tPaint::kYellow, translated("Warning")) +
-         " " + shownText(diagnostic.translated, diagnostic.message) + " [" + diagnostic.slug +
-         "]\n";
+// These lines of the library name the copy that it makes of a source.
+bool namesCopy(const krpre_diagnostic& diagnostic) {
+  constexpr std::string_view kSlugs[] = {"file-not-found", "cannot-read", "output-is-source",
+                                         "same-file"};
+  return diagnostic.severity == KRPRE_SEVERITY_ERROR && diagnostic.code == 0 &&
+         std::find(std::begin(kSlugs), std::end(kSlugs), diagnostic.slug) != std::end(kSlugs);
 }
 
 // Unless the line that is quoted below the note says it.
@@ -32,12 +34,22 @@ std::string placeBehind(const krpre_note& note, const krpre_diagnostic& diagnost
 
 }  // namespace
 
+std::string longHead(const krpre_diagnostic& diagnostic, const tPaint& paint,
+                     const tWords& translated) {
+  const bool warning = diagnostic.severity == KRPRE_SEVERITY_WARNING;
+  if (!warning && !namesCopy(diagnostic)) return {};
+  std::string text = printable(diagnostic.file);
+  if (diagnostic.line > 0) text += "(" + std::to_string(diagnostic.line) + ")";
+  text += " " + (warning ? paint(tPaint::kYellow, translated("Warning")) : translated("Error"));
+  text += " " + shownText(diagnostic.translated, diagnostic.message);
+  return text + (warning ? std::string(" [") + diagnostic.slug + "]\n" : "\n");
+}
+
 std::string longDetails(const krpre_diagnostic& diagnostic, const tPaint& paint,
                         const tWords& translated) {
   const bool warning = diagnostic.severity == KRPRE_SEVERITY_WARNING;
   if (!warning && diagnostic.severity != KRPRE_SEVERITY_ERROR) return {};
-  // The library prints no line for a warning.
-  std::string text = warning ? warningLine(diagnostic, paint, translated) : "";
+  std::string text;
   const auto note = [&](const std::string& words, const std::string& what) {
     text += "  " + paint(tPaint::kCyan, words) + " " + what + "\n";
   };

@@ -19,8 +19,14 @@ enum class eDiagnosticForm {
 /// Translates words of the details.
 using tWords = std::function<std::string(const char* text)>;
 
-/// What stands below the classic line of an error: the line of the source with a caret, the
-/// including directives, the rules that were applied. Empty for other diagnostics.
+/// The line that the long form has in place of the library's: of a warning, which the library does
+/// not print, and of a source that cannot be read, where the library names its copy. Otherwise
+/// empty.
+std::string longHead(const krpre_diagnostic& diagnostic, const tPaint& paint,
+                     const tWords& translated);
+
+/// What stands below the first line of an error or a warning: the line of the source with a caret,
+/// the including directives, the rules that were applied, the notes. Empty for other diagnostics.
 std::string longDetails(const krpre_diagnostic& diagnostic, const tPaint& paint,
                         const tWords& translated);
 

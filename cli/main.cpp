@@ -17,8 +17,8 @@
 #include "cli/query.h"
 #include "cli/shippedheaders.h"
 #include "cli/sourcequote.h"
-#include "lib_base/nearest.h"
 #include "include/krpre.h"
+#include "lib_base/nearest.h"
 
 namespace {
 

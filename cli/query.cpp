@@ -3,8 +3,10 @@
 #include <strings.h>
 #include <unistd.h>
 
+#include <cstddef>
 #include <cstdio>
 
+#include "cli/diagnostics.h"
 #include "cli/exitstatus.h"
 #include "cli/explain.h"
 #include "cli/librarycall.h"
@@ -20,6 +22,7 @@ struct tAnswer {
   tRuleStory* story = nullptr;
   std::vector<tRuleInfo>* rules = nullptr;
   std::string messages;
+  std::size_t told = 0;  // the messages up to the last diagnostic
   tCallbackGuard guard;
 };
 
@@ -29,6 +32,20 @@ tAnswer& answer(void* context) {
 
 void takeMessage(void* context, const char* text, std::size_t length) {
   answer(context).guard.run([&] { answer(context).messages.append(text, length); });
+}
+
+void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
+  tAnswer& answers = answer(context);
+  answers.guard.run([&] {
+    const tPaint plain(false);
+    const auto words = [](const char* text) { return std::string(text); };
+    const std::string head = longHead(*diagnostic, plain, words);
+    if (!head.empty()) {
+      answers.messages.resize(answers.told);
+      answers.messages += head + longDetails(*diagnostic, plain, words);
+    }
+    answers.told = answers.messages.size();
+  });
 }
 
 void takeStep(void* context, const krpre_step* step) {
@@ -48,6 +65,7 @@ int ask(const tCommandLine& line, tAnswer& answers) {
   host.context = &answers;
   host.flags = KRPRE_NO_OUTPUT;
   host.message = takeMessage;
+  host.diagnostic = takeDiagnostic;
   if (answers.story != nullptr) host.step = takeStep;
   if (answers.rules != nullptr) host.rule = takeRule;
   call.prepare(host);

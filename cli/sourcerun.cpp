@@ -20,6 +20,7 @@ struct tTold {
   tSourceResult& result;
   tCallbackGuard guard;
   const tMessageStyle* style = nullptr;
+  std::size_t told = 0;  // the messages up to the last diagnostic
 };
 
 tTold& told(void* context) {
@@ -37,25 +38,32 @@ std::string translated(const std::string& language, const char* text) {
   return words.empty() ? text : words;  // without memory they stay English
 }
 
-void addDiagnostic(const tMessageStyle& style, const krpre_diagnostic* diagnostic,
-                   std::string& messages) {
-  switch (style.form) {
-    case eDiagnosticForm::kJson:
-      messages += jsonLine(*diagnostic);
-      break;
-    case eDiagnosticForm::kGcc:
-      messages += gccLines(*diagnostic);
-      break;
-    default:
-      messages += longDetails(*diagnostic, tPaint(style.colour),
-                              [&](const char* text) { return translated(style.language, text); });
-      break;
-  }
+void addLong(const tMessageStyle& style, const krpre_diagnostic& diagnostic, tTold& heard) {
+  const tPaint paint(style.colour);
+  const auto words = [&](const char* text) { return translated(style.language, text); };
+  std::string& messages = heard.result.messages;
+  const std::string head = longHead(diagnostic, paint, words);
+  if (!head.empty()) messages.resize(heard.told);
+  messages += head + longDetails(diagnostic, paint, words);
 }
 
 void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
   tTold& heard = told(context);
-  heard.guard.run([&] { addDiagnostic(*heard.style, diagnostic, heard.result.messages); });
+  heard.guard.run([&] {
+    std::string& messages = heard.result.messages;
+    switch (heard.style->form) {
+      case eDiagnosticForm::kJson:
+        messages += jsonLine(*diagnostic);
+        break;
+      case eDiagnosticForm::kGcc:
+        messages += gccLines(*diagnostic);
+        break;
+      default:
+        addLong(*heard.style, *diagnostic, heard);
+        break;
+    }
+    heard.told = messages.size();
+  });
 }
 
 // Forms for machines replace the lines of the library.

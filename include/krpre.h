@@ -363,7 +363,7 @@ struct krpre_diagnostic {
   /* Null if the count is 0. */
   int noteCount;
   const struct krpre_note* notes;
-  const char* translated; /* of a warning: `message` in the language of the run */
+  const char* translated; /* `message` in the language of the run, or itself */
 };
 
 /* --- 5. Questions ------------------------------------------------------------------------ */

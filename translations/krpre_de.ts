@@ -255,6 +255,26 @@
         <source>the ']' in column %1 has no '['</source>
         <translation>das ']' in Spalte %1 hat kein '['</translation>
     </message>
+    <message>
+        <source>Cannot read the source</source>
+        <translation>Die Quelle ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>The source is too big</source>
+        <translation>Die Quelle ist zu groß</translation>
+    </message>
+    <message>
+        <source>The converted source is too big</source>
+        <translation>Die umgewandelte Quelle ist zu groß</translation>
+    </message>
+    <message>
+        <source>The output would take the source's place</source>
+        <translation>Die Ausgabe käme an die Stelle der Quelle</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>es ist keine gewöhnliche Datei</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

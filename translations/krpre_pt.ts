@@ -255,6 +255,26 @@
         <source>the ']' in column %1 has no '['</source>
         <translation>o ']' na coluna %1 não tem '['</translation>
     </message>
+    <message>
+        <source>Cannot read the source</source>
+        <translation>Não é possível ler a fonte</translation>
+    </message>
+    <message>
+        <source>The source is too big</source>
+        <translation>A fonte é grande demais</translation>
+    </message>
+    <message>
+        <source>The converted source is too big</source>
+        <translation>A fonte convertida é grande demais</translation>
+    </message>
+    <message>
+        <source>The output would take the source's place</source>
+        <translation>A saída tomaria o lugar da fonte</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>não é um arquivo comum</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

@@ -1,12 +1,11 @@
 #include "korelpre/directives/missingfile.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "korelpre/errors/notes.h"
+#include "lib_base/misc.h"
 #include "lib_base/nearest.h"
 
 namespace precomp {
@@ -49,7 +48,7 @@ std::string inOtherCase(tDiskMan& files, const std::string& path) {
     }
     const std::vector<std::string> names = files.namesIn(orHere(found));
     const auto same = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
-      return strcasecmp(name.c_str(), part.c_str()) == 0;
+      return equalNoCase(name, part);
     });
     if (same == names.end()) return {};
     found = joinPath(found, *same).c_str();
@@ -80,6 +79,22 @@ std::string nearPath(tDiskMan& files, const std::string& path) {
 
 }  // namespace
 
+void noteNearFile(std::vector<tNote>& notes, tDiskMan& files,
+                  const std::vector<std::string>& paths) {
+  for (const std::string& path : paths) {
+    const std::string found = inOtherCase(files, path);
+    if (found.empty()) continue;
+    notes.push_back(noted("upper and lower case differ in %1", {found}));
+    return;
+  }
+  for (const std::string& path : paths) {
+    const std::string found = nearPath(files, path);
+    if (found.empty()) continue;
+    notes.push_back(noted("did you mean %1?", {found}));
+    return;
+  }
+}
+
 std::vector<tNote> notesOfMissing(tFileFinder& finder, const tString& name) {
   std::vector<std::string> paths;
   std::vector<std::string> directories;
@@ -98,19 +113,7 @@ std::vector<tNote> notesOfMissing(tFileFinder& finder, const tString& name) {
   if (directories.size() > kMostShown) list += ", ...";
   std::vector<tNote> notes = {noted("searched in: %1", {list})};
 
-  tDiskMan& files = finder.files();
-  for (const std::string& path : paths) {
-    const std::string found = inOtherCase(files, path);
-    if (found.empty()) continue;
-    notes.push_back(noted("upper and lower case differ in %1", {found}));
-    return notes;
-  }
-  for (const std::string& path : paths) {
-    const std::string found = nearPath(files, path);
-    if (found.empty()) continue;
-    notes.push_back(noted("did you mean %1?", {found}));
-    return notes;
-  }
+  noteNearFile(notes, finder.files(), paths);
   return notes;
 }
 

@@ -41,7 +41,7 @@ struct tDiagnosis {
   std::vector<const tBaseXChg*> rules;      // applied to the statement in this order; borrowed
   int endColumn = 0;                        // one behind the last byte; 0 when it is not known
   std::vector<tNote> notes;
-  tString translated;  // as in tNote; of warnings
+  tString translated;  // as in tNote
 };
 
 }  // namespace precomp

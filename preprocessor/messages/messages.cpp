@@ -110,9 +110,12 @@ void printMessage(eMessage message, tMessageArguments arguments) {
 }
 
 tDiagnosis diagnosisOf(eMessage message, tMessageArguments arguments) {
-  const tLanguageScope english((tLanguage()));
   const tRow& row = rowOf(message);
   tDiagnosis diagnosis;
+  tTold translated;
+  compose(row.told, row, arguments, translated);
+  diagnosis.translated = visibleControls(translated.text);
+  const tLanguageScope english((tLanguage()));
   diagnosis.severity = row.severity;
   diagnosis.slug = tString::borrow(row.slug);
   tTold told;

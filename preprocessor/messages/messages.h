@@ -21,5 +21,6 @@ using tMessageArguments = std::initializer_list<std::string_view>;
 /// any the message is in English.
 void printMessage(eMessage message, tMessageArguments arguments = {});
 
-/// Severity, slug and text of a message for a host, in English. The caller adds file and place.
+/// Severity, slug and text of a message for a host, in English and in the language of the run. The
+/// caller adds file and place.
 precomp::tDiagnosis diagnosisOf(eMessage message, tMessageArguments arguments = {});

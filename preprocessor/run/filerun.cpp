@@ -1,12 +1,17 @@
 #include "preprocessor/run/filerun.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "korelpre/directives/missingfile.h"
 #include "korelpre/errors/errortexts.h"
+#include "korelpre/errors/notes.h"
 #include "korelpre/korelpre.h"
 #include "lib_base/misc.h"
 #include "lib_base/replacement.h"
@@ -87,6 +92,7 @@ class tFileRun {
   }
   int failNormalising(tDiskManOverlay& files, const tNormaliseFailure& failure);
   int failReading(eMessage message, int reason);
+  std::vector<precomp::tNote> notesOfMissing();
   void trace(eMessage message, tMessageArguments arguments = {}) {
     if (options_.trace) report_.tell(message, arguments);
   }
@@ -228,7 +234,20 @@ int tFileRun::failNormalising(tDiskManOverlay& files, const tNormaliseFailure& f
 }
 
 int tFileRun::failReading(eMessage message, int reason) {
-  return fail(kNotNormalised, message, {names_.source, names_.copy, reasonOf(reason)});
+  std::vector<precomp::tNote> notes;
+  if (message == eMessage::kSourceNotFound && host_.wantsDiagnoses()) notes = notesOfMissing();
+  report_.tell(message, {names_.source, names_.copy, reasonOf(reason)}, 0, std::move(notes));
+  return kNotNormalised;
+}
+
+std::vector<precomp::tNote> tFileRun::notesOfMissing() {
+  if (disk_.look(readName_.c_str()) != eStanding::kNothing) {
+    return {precomp::noted("it is no regular file")};
+  }
+  std::vector<precomp::tNote> notes;
+  notes.emplace_back().message = tString(reasonOf(ENOENT));
+  precomp::noteNearFile(notes, disk_, {readName_.c_str()});
+  return notes;
 }
 
 int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {

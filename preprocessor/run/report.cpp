@@ -4,6 +4,7 @@
 #include <exception>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "lib_base/fatal.h"
 #include "lib_gzip/zipsource.h"
@@ -42,10 +43,12 @@ class tDigits {
 
 }  // namespace
 
-void tRunReport::tell(eMessage message, tMessageArguments arguments, int code) {
+void tRunReport::tell(eMessage message, tMessageArguments arguments, int code,
+                      std::vector<precomp::tNote> notes) {
   printMessage(message, arguments);
   if (!host_.wantsDiagnoses()) return;
   precomp::tDiagnosis diagnosis = diagnosisOf(message, arguments);
+  diagnosis.notes = std::move(notes);
   diagnosis.file = source_;
   diagnosis.code = code;
   host_.diagnosed(diagnosis);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "lib_base/diskman.h"
 #include "preprocessor/messages/messages.h"
 #include "preprocessor/run/runhost.h"
@@ -18,7 +20,8 @@ class tRunReport {
   /// An empty `source` means the run as a whole. Both must outlive this object.
   tRunReport(tRunHost& host, const tString& source) : host_(host), source_(source) {}
 
-  void tell(eMessage message, tMessageArguments arguments = {}, int code = 0);
+  void tell(eMessage message, tMessageArguments arguments = {}, int code = 0,
+            std::vector<precomp::tNote> notes = {});
   void tell(eMessage message, tMessageArguments arguments, const tShownLine& shown, int code = 0);
   /// Passes on what a session tells of its source, which it reads under the name `copy`, and adds
   /// the lines that notes point at.

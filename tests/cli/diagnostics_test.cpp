@@ -66,7 +66,7 @@ TEST(Messages, ShowWarningsAndNotesInEachForm) {
   warning.noteCount = 3;
   warning.notes = notes;
   const auto german = [](const char* text) { return "<" + std::string(text) + ">"; };
-  EXPECT_EQ(longDetails(warning, tPaint(false), german),
+  EXPECT_EQ(longHead(warning, tPaint(false), german) + longDetails(warning, tPaint(false), german),
             "a.ch(2) <Warning> something: is odd: [some-slug]\n"
             "  2 | Odd\n    | ^\n"
             "  <included from> main.prw:4\n"
