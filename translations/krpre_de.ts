@@ -275,6 +275,14 @@
         <source>it is no regular file</source>
         <translation>es ist keine gewöhnliche Datei</translation>
     </message>
+    <message>
+        <source>in the result of %1 %2 the '%3' has no partner</source>
+        <translation>im Ergebnis von %1 %2 fehlt das Gegenstück zu '%3'</translation>
+    </message>
+    <message>
+        <source>the '%1' has no partner</source>
+        <translation>zu '%1' fehlt das Gegenstück</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

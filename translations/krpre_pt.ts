@@ -275,6 +275,14 @@
         <source>it is no regular file</source>
         <translation>não é um arquivo comum</translation>
     </message>
+    <message>
+        <source>in the result of %1 %2 the '%3' has no partner</source>
+        <translation>no resultado de %1 %2, '%3' não tem par</translation>
+    </message>
+    <message>
+        <source>the '%1' has no partner</source>
+        <translation>'%1' não tem par</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>

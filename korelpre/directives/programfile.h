@@ -158,6 +158,7 @@ class tProgramFile final : public tSourceFile {
   void diagnoseInclude(int code, const char* slug, const tString& message,
                        std::vector<tNote> notes = {});
   void placeError(int line, int column, tString& message);
+  void pointAtOpen(int line);
   std::vector<const tBaseXChg*> rulesAppliedTo(int line);
   std::vector<const tBaseXChg*> rulesOfPlain(int line);
   bool appliesTo(const tBaseXChg& rule, int mainLine) const;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "korelpre/directives/missingfile.h"
+#include "korelpre/directives/openbracket.h"
 #include "korelpre/directives/programfile.h"
 #include "korelpre/errors/errortexts.h"
 #include "korelpre/errors/notes.h"
@@ -69,6 +70,7 @@ void tProgramFile::raise(eSourceError error, int line, const char* extra, int co
     shared_.error.line = main_->currentLine;
   } else {
     diagnose(entry.code, entry.slug, message, line, column, std::move(notes));
+    if (error == eSourceError::kUnterminated && column == 0) pointAtOpen(line);
     placeError(line, column, message);
   }
   throw SSException(entry.code, message.c_str());
@@ -169,6 +171,32 @@ void tProgramFile::diagnose(int code, const char* slug, const tString& message, 
     diagnosis.includedFrom.push_back({file->includer_->names.opened, file->includedAt_});
   }
   diagnosis.rules = rulesAppliedTo(line);
+}
+
+// A rule has written the bracket that is left open, but the one that lacks its partner may stand in
+// the source, or in the result of a rule.
+void tProgramFile::pointAtOpen(int line) {
+  if (shared_.error.placed) return;
+  tDiagnosis& diagnosis = shared_.error.diagnosis;
+  while (line > 1 && lines.kind(line) == tSourceCode::kNothing) --line;
+  tTknString statement(line);
+  const tSpcString* bracket = nullptr;
+  if (line <= lines.count() && lines.kind(line) == tSourceCode::kPlain) {
+    tokenisePlain(text.data() + lines.offset(line), text.data() + text.size(), line, statement);
+    bracket = loneBracketOf(statement);
+  }
+  if (bracket == nullptr) {
+    diagnosis.notes = notesOfUnbalanced(diagnosis.rules);
+    return;
+  }
+  tStatementPlace place = placeOf(static_cast<int>(bracket->line()));
+  place.column = columnOf(*bracket);
+  if (place.line == diagnosis.line) {
+    diagnosis.column = place.column;
+    diagnosis.endColumn = place.column + 1;
+  } else {
+    diagnosis.notes = {noteAt(place, noted("the '%1' has no partner", {*bracket}))};
+  }
 }
 
 // What is wrong with a whole file is told of the directive that includes it.

@@ -205,6 +205,16 @@ TEST(Diagnosis, NotesSayWhatADirectiveExpects) {
   for (const auto& [source, expected] : kCases) EXPECT_EQ(notesOf(source), expected) << source;
 }
 
+TEST(Diagnosis, OfWhatARuleLeftOpenPointsAtTheCause) {
+  EXPECT_EQ(diagnose("#command TELL <*x*> => Told(<x>)\n  TELL f(a\n"),
+            "2002 unterminated-statement main.prw:2:9 [(] =TELL@main.prw:1");
+  EXPECT_EQ(notesOf("#command TELL <*x*> => <x> Told(\\])\nTELL f(a, ;\n  b\n"),
+            "~the '(' has no partner main.prw:2 [(]");
+  EXPECT_EQ(notesOf({{"main.prw", "#include \"a.ch\"\nTELL IT\n"},
+                     {"a.ch", "#define IT Its(1)\n\n#command TELL <x> => Told(<x>[, <x>]))\n"}}),
+            "~in the result of #command TELL the ')' has no partner a.ch:3");
+}
+
 TEST(Diagnosis, OfACircleHasEveryRound) {
   const std::string told = diagnose("#xtranslate A => B\n#xtranslate B => A\nA\n");
   EXPECT_EQ(told.substr(0, 60), "2078 circular-rule main.prw:3:1 [A] =A@main.prw:1 =B@main.pr");
