@@ -29,7 +29,7 @@ struct tDependencyOptions {
 /// What the arguments of the program, or of one of its subcommands, ask for. Options that a
 /// subcommand does not have keep their defaults.
 struct tCommandLine {
-  enum eRequest { kCarryOut, kShowHelp, kShowVersion, kShowCompletions };
+  enum eRequest { kCarryOut, kShowHelp, kShowVersion, kShowCompletions, kShowChapter };
 
   eRequest request = kCarryOut;
   /// What is wrong with the usage; otherwise empty. A request for help comes before it.
@@ -58,6 +58,8 @@ struct tCommandLine {
   std::optional<bool> colour;
   std::string key;
   std::string completions;
+  /// The number or slug that --explain names.
+  std::string chapter;
 
   bool readsStandardInput() const;
   /// Whether the output of the source, of which there is one then, goes there.

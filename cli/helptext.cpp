@@ -17,23 +17,6 @@ constexpr const char* kNotes =
 constexpr std::size_t kWidth = 79;
 constexpr std::size_t kHelpColumn = 29;
 
-// Appends `words`, wrapped at kWidth; continuation lines are indented.
-void appendWrapped(std::string& text, std::string_view words, std::size_t indent) {
-  std::size_t column = text.size() - (text.rfind('\n') + 1);
-  for (const std::string& word : wordsOf(words)) {
-    if (column > indent && column + 1 + word.size() > kWidth) {
-      text += '\n' + std::string(indent, ' ');
-      column = indent;
-    } else if (column > indent) {
-      text += ' ';
-      ++column;
-    }
-    text += word;
-    column += word.size();
-  }
-  text += '\n';
-}
-
 // The forms of one option: "  -o, --output=DIR", "      --help", "  -MF FILE".
 std::string forms(const tOption& option) {
   const std::string letters = option.shortForm();
@@ -56,6 +39,22 @@ void describe(std::string& text, const tOption& option) {
 }
 
 }  // namespace
+
+void appendWrapped(std::string& text, std::string_view words, std::size_t indent) {
+  std::size_t column = text.size() - (text.rfind('\n') + 1);
+  for (const std::string& word : wordsOf(words)) {
+    if (column > indent && column + 1 + word.size() > kWidth) {
+      text += '\n' + std::string(indent, ' ');
+      column = indent;
+    } else if (column > indent) {
+      text += ' ';
+      ++column;
+    }
+    text += word;
+    column += word.size();
+  }
+  text += '\n';
+}
 
 std::string helpText(const tCommand& command) {
   const bool program = command.isProgram();

@@ -9,6 +9,7 @@
 
 #include "cli/argumentreader.h"
 #include "cli/build.h"
+#include "cli/chapters.h"
 #include "cli/commandline.h"
 #include "cli/exitstatus.h"
 #include "cli/optiontexts.h"
@@ -98,6 +99,10 @@ int run(int count, char** arguments) try {
     case tCommandLine::kShowCompletions:
       return printText(line.completions == "man" ? manualSections()
                                                  : completionsFor(line.completions));
+    case tCommandLine::kShowChapter: {
+      const std::string text = chapterText(line.chapter);
+      return text.empty() ? refuseUsage(unknownChapter(line.chapter)) : printText(text);
+    }
     case tCommandLine::kCarryOut:
       break;
   }

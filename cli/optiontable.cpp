@@ -40,6 +40,7 @@ constexpr tValue kOutput = {"NAME", "output name", tValue::kFiles, ""};
 constexpr tValue kSource = {"NAME", "source name", tValue::kFiles, ""};
 constexpr tValue kTarget = {"TARGET", "target", tValue::kText, ""};
 constexpr tValue kNumber = {"N", nullptr, tValue::kText, ""};
+constexpr tValue kCode = {"CODE", "code", tValue::kText, ""};
 constexpr tValue kWord = {"WORD", nullptr, tValue::kText, ""};
 constexpr tValue kFormat = {"FORMAT", "format", tValue::kWords, kFormats};
 constexpr tValue kWhen = {"WHEN", "colour mode", tValue::kWords, kColourModes};
@@ -173,6 +174,12 @@ const tOption kOptions[] = {
      "pass all further arguments to the library unchanged; must be the first argument",
      [](tCommandLine& line, const tGivenOption& given) {
        line.complain(given.spelling + " must be the first argument");
+     }},
+    {"", "explain", &kCode, kPreprocess, kOthers,
+     "explain an error or another message, by its number or slug, and exit",
+     [](tCommandLine& line, const tGivenOption& given) {
+       line.request = tCommandLine::kShowChapter;
+       line.chapter = given.value;
      }},
     {"", "completions", &kCompletions, kPreprocess, kOthers,
      "print the completions for bash or zsh, or the option sections of the manual page (man), and "

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "cli/optiontable.h"
 
 // Texts made from the table of options.
+
+/// Appends `words` to the last line of `text`, wrapped for a terminal; further lines are indented.
+void appendWrapped(std::string& text, std::string_view words, std::size_t indent);
 
 /// The text of `--help` of a command.
 std::string helpText(const tCommand& command);

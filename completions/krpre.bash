@@ -16,6 +16,7 @@ _krpre() {
     --color) _krpre_words -W 'always never auto'; return ;;
     --diagnostics) _krpre_words -W 'auto classic long json gcc'; return ;;
     -j|--jobs) return ;;
+    --explain) return ;;
     --completions) _krpre_words -W 'bash zsh man'; return ;;
   esac
   if [[ $cur == -* ]]; then
@@ -24,7 +25,7 @@ _krpre() {
       rules) _krpre_words -W '-I --include -D --define --key --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
       unpack) _krpre_words -W '-o --output --help' ;;
-      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP --diagnostics -T --trace -q --quiet -j --jobs --classic --completions --help --version' ;;
+      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --help --version' ;;
     esac
     return
   fi

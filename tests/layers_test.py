@@ -25,6 +25,7 @@ FOLDERS = {
 EXCEPTIONS = {
     "ssvp40xpf/languageparser": ("lib_base/",),
     "cli/argumentreader": ("lib_base/nearest.h",),
+    "cli/chapters": ("lib_base/nearest.h",),
     "cli/main": ("lib_base/nearest.h",),
 }
 
