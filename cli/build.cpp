@@ -185,7 +185,7 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
     runs.emplace_back(line, job, shippedHeaders, style, headers.get());
   }
 
-  tPrinter printer(line.quiet, messages);
+  tPrinter printer(line.quiet, messages, style.form == eDiagnosticForm::kSarif);
   if (input || output) return buildStandardFiles(runs.front(), input, printer);
   const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
   const bool done = tBuild(runs, printer, terminal).run(threadsFor(line));

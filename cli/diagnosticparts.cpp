@@ -4,7 +4,7 @@
 
 #include "cli/sourcequote.h"
 
-const char* severityOf(const krpre_diagnostic& diagnostic) {
+std::string severityOf(const krpre_diagnostic& diagnostic) {
   constexpr const char* kSeverities[] = {"", "error", "trace", "result", "warning"};
   return kSeverities[diagnostic.severity];
 }

@@ -8,7 +8,7 @@
 // What the forms of messages are made of.
 
 /// "error", "trace", "result" or "warning".
-const char* severityOf(const krpre_diagnostic& diagnostic);
+std::string severityOf(const krpre_diagnostic& diagnostic);
 /// The number of an error, or its slug if it has none.
 std::string codeOf(const krpre_diagnostic& diagnostic);
 /// The text without its leading number, which is shown elsewhere, and without a colon at its end.

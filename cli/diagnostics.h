@@ -14,6 +14,8 @@ enum class eDiagnosticForm {
   kLong,     // the same, with details below each error
   kJson,     // one object per line
   kGcc,      // "file:line:column: error: text [code]"
+  kMsvc,     // "file(line,column,line,end): error code: text"
+  kSarif,    // one document of SARIF 2.1.0
 };
 
 /// Translates words of the details.
@@ -35,3 +37,4 @@ std::string jsonLine(const krpre_diagnostic& diagnostic);
 
 /// The line of an error with its notes, as compilers print them; nothing for a result.
 std::string gccLines(const krpre_diagnostic& diagnostic);
+std::string msvcLines(const krpre_diagnostic& diagnostic);

@@ -29,7 +29,8 @@ constexpr tCommand kCommands[] = {
      "Restore packed sources and headers in place. A file that is not packed is left alone."},
 };
 
-constexpr const char* kFormats = "auto classic long json gcc";  // in the order of eDiagnosticForm
+constexpr const char* kFormats =
+    "auto classic long json gcc msvc sarif";  // in the order of eDiagnosticForm
 constexpr const char* kColourModes = "always never auto";
 constexpr const char* kCompletionFormats = "bash zsh man";
 
@@ -159,8 +160,8 @@ const tOption kOptions[] = {
      }},
     {"", "diagnostics", &kFormat, kPreprocess, kMessages,
      "print messages as classic lines, long (with the source line, the includes and the rules "
-     "behind an error), json or gcc; auto (the default) means long on a terminal and classic "
-     "elsewhere",
+     "behind an error), json, gcc, msvc or sarif; auto (the default) means long on a terminal and "
+     "classic elsewhere",
      [](tCommandLine& line, const tGivenOption& given) {
        line.diagnostics = static_cast<eDiagnosticForm>(given.word);
      }},

@@ -6,8 +6,10 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "cli/exitstatus.h"
+#include "cli/sarif.h"
 #include "cli/sourcequote.h"
 
 namespace {
@@ -22,13 +24,11 @@ bool reportOutput(int error) {
 }  // namespace
 
 void tPrinter::print(const tSourceResult& result) {
-  if (quiet_ && result.done) {
-    held_ += result.messages;
-    return;
-  }
+  allDone_ = allDone_ && result.done;
+  held_ += result.messages;
+  if (quiet_ && result.done) return;
   quiet_ = false;
-  write(held_ + result.messages);
-  held_.clear();
+  if (!sarif_) write(std::exchange(held_, {}));
   if (!result.complaint.empty()) complainAbout(result.complaint);
   if (result.outOfMemory) complainOfMemory();
 }
@@ -37,7 +37,8 @@ void tPrinter::write(const std::string& text) {
   if (error_ == 0) error_ = writeAll(descriptor_, text);
 }
 
-bool tPrinter::finish() const {
+bool tPrinter::finish() {
+  if (sarif_) write(sarifDocument(std::exchange(held_, {}), allDone_));
   return reportOutput(error_);
 }
 

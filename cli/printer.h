@@ -7,20 +7,24 @@
 /// Prints the outcome of the sources.
 class tPrinter {
  public:
-  /// `quiet`: messages are held back until a source has failed. `messages` is a descriptor.
-  tPrinter(bool quiet, int messages) : quiet_(quiet), descriptor_(messages) {}
+  /// `quiet`: messages are held back until a source has failed. `messages` is a descriptor. With
+  /// `sarif` the messages are results of one document, which is printed at the end.
+  tPrinter(bool quiet, int messages, bool sarif)
+      : quiet_(quiet), descriptor_(messages), sarif_(sarif) {}
 
   /// Prints the messages and the complaint of one source at once, unless they are held back.
   void print(const tSourceResult& result);
-  /// Whether everything was printed. A reader that has gone away is no failure; any other is
-  /// reported on standard error.
-  bool finish() const;
+  /// To be called behind the last source. Whether everything was printed. A reader that has gone
+  /// away is no failure; any other is reported on standard error.
+  bool finish();
 
  private:
   void write(const std::string& text);
 
   bool quiet_;
   int descriptor_;
+  bool sarif_;
+  bool allDone_ = true;
   std::string held_;
   int error_ = 0;  // of the first write that failed
 };

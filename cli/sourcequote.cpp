@@ -95,6 +95,12 @@ std::string printable(std::string_view text) {
   return shown;
 }
 
+int characterColumn(std::string_view source, int column) {
+  auto at = static_cast<std::size_t>(column) - 1;
+  charactersOf(source, at, false);
+  return static_cast<int>(at) + 1;
+}
+
 std::string quoted(std::string_view source, int line, int column, const tPaint& paint) {
   // Enough bytes for all characters that are shown. One cut at the front is not among them.
   constexpr std::size_t kBytes = 4 * kWidest;

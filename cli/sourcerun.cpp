@@ -9,6 +9,7 @@
 #include "cli/librarycall.h"
 #include "cli/messagelanguage.h"
 #include "cli/paint.h"
+#include "cli/sarif.h"
 #include "include/krpre.h"
 
 namespace {
@@ -58,6 +59,12 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
       case eDiagnosticForm::kGcc:
         messages += gccLines(*diagnostic);
         break;
+      case eDiagnosticForm::kMsvc:
+        messages += msvcLines(*diagnostic);
+        break;
+      case eDiagnosticForm::kSarif:
+        messages += sarifResult(*diagnostic);
+        break;
       default:
         addLong(*heard.style, *diagnostic, heard);
         break;
@@ -70,7 +77,7 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
 void dropMessage(void* /*context*/, const char* /*text*/, std::size_t /*length*/) {}
 
 bool isForMachines(eDiagnosticForm form) {
-  return form == eDiagnosticForm::kJson || form == eDiagnosticForm::kGcc;
+  return form >= eDiagnosticForm::kJson;
 }
 
 void takeOutput(void* context, const char* /*source*/, const char* text, std::size_t length) {

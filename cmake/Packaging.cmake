@@ -26,6 +26,7 @@ install(FILES ${package_build}/krpre.pc DESTINATION ${pc_directory})
 # For readers and typists: a manual page and completions as soon as there are any.
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES docs/krpre.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/krpre)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 foreach(extra

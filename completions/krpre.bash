@@ -14,7 +14,7 @@ _krpre() {
     -MT) return ;;
     --key) return ;;
     --color) _krpre_words -W 'always never auto'; return ;;
-    --diagnostics) _krpre_words -W 'auto classic long json gcc'; return ;;
+    --diagnostics) _krpre_words -W 'auto classic long json gcc msvc sarif'; return ;;
     -j|--jobs) return ;;
     --explain) return ;;
     --completions) _krpre_words -W 'bash zsh man'; return ;;

@@ -70,11 +70,11 @@ U=disp | displ | DISPLAY  | Three a | stor  | tran( | TRAN | transl  | transx | 
 const tGrammar kCommandGrammar(
     R"(C=$F | $B$/$C | $F$/$C | $F$/$F$/$C | explain$/$Q$/$F:$J | rules$/$Q$/$F | pack$/$Q$/$F | unpack$/$Q$/$F | --classic$/$G | -q$/$C | explain$/--json$/a.prw:$J | rules$/--json$/a.prw | $Q$/$B | $W$/$C
 Q=--json | --json$/$Q | --color=$W | --key=$W | --key$/$N | -I$/. | -DOne=$W | -o$/$F | --help | $B | 
-B=-o$/out | -o$/$F | -oout | --output=$F | -I. | -Iout | -I$/$W | --include=$F | -DOne | -DOne=1 + Two | -D$/$N=$W | --define=$W | -T | -q | -j2 | -j$/$J | --jobs=$J | -MD | -MF$/$F | -MFx.d | -MT$/$W | -MP | -M$W | --diagnostics=$V | --diagnostics=json | --diagnostics=gcc | --diagnostics=long | --diagnostics$/$V | --always-write | --precompiled | --stdin-name=$F | --stdin-name$/b.prw | - | -- | --help | --version | --completions=$V | --quiet | --trace | --color=$V | --json | --key=$W | --$W | -$W | -qT | --dia=json | 
+B=-o$/out | -o$/$F | -oout | --output=$F | -I. | -Iout | -I$/$W | --include=$F | -DOne | -DOne=1 + Two | -D$/$N=$W | --define=$W | -T | -q | -j2 | -j$/$J | --jobs=$J | -MD | -MF$/$F | -MFx.d | -MT$/$W | -MP | -M$W | --diagnostics=$V | --diagnostics=json | --diagnostics=gcc | --diagnostics=sarif | --diagnostics=long | --diagnostics$/$V | --always-write | --precompiled | --stdin-name=$F | --stdin-name$/b.prw | - | -- | --help | --version | --completions=$V | --quiet | --trace | --color=$V | --json | --key=$W | --$W | -$W | -qT | --dia=json | 
 G=@Fa.prw | $G$/$G | @F$F | @Fa.prw$/@Oout | @O$W | @Llist | @I$W | -T | -v | /DOne=$W | -D$N | /KRH_DEBUGINFO | /DHTTPSEND | @@DEBUG | @@PRECOMPILED | @@NOCAPTFATAL | -Iout;. | /I $W | -F$F | -U$W | /N$W | "@F$F" | @F"$F" | -DA /DB=2 @F$W | 
 F=a.prw | b.prw | c.zorb | page.krh | h.ch | std.ch | packed.prw | none.prw | dir | link.prw | out | loop | - | a.ppo | $W | a.ppx | a.apl | x.4gl | ./a.prw | out/../a.prw | a.prw  | "a.prw"
 N=One | Two | F | DISPLAY | disp | tran | x
 J=0 | 1 | 2 | 3 | 4 | 5 | 7 | 9 | 12 | -1 | 4096 | 99999999999 | x | 
-V=json | gcc | long | classic | auto | always | never | bash | zsh | man | $W
+V=json | gcc | msvc | sarif | long | classic | auto | always | never | bash | zsh | man | $W
 W= | x | One | a.prw | help | rule | explian | packs | 1 | $W$W | é |  | , | = |   | : | ; | " | ' | \ | $$x | # | % | .
 )");

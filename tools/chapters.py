@@ -55,7 +55,7 @@ def chapter_of(row):
              if name not in KEYS + TITLES and plain(cell) not in ("", "—")]
     slugs = [key for key in keys if not key.lstrip("-").isdigit()]
     if slugs:
-        title += " [%s]" % ", ".join(slugs)
+        title = (title + " [%s]" % ", ".join(slugs)).strip()
     return " ".join(dict.fromkeys(keys)), title, parts
 
 

@@ -94,6 +94,7 @@ class InstalledPackage : public testing::Test {
 TEST_F(InstalledPackage, HoldsAProgramThatFindsItsLibraryAndItsHeaders) {
   EXPECT_EQ(runChild({prefix() / "bin/krpre", "-q", "good.prw"}, path()).status, 0);
   EXPECT_EQ(readBytes(path() / "good.ppo"), "x := 9\r\n");
+  EXPECT_TRUE(fs::exists(prefix() / "share/krpre/krpre.schema.json"));
 }
 
 TEST_F(InstalledPackage, IsFoundByCMake) {
