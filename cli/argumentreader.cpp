@@ -1,6 +1,7 @@
 #include "cli/argumentreader.h"
 
 #include <getopt.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
@@ -39,6 +40,13 @@ struct tGetoptTables {
     names.push_back({nullptr, 0, nullptr, 0});
   }
 };
+
+// Of digits only; 0 if it is none above that.
+int numberOf(std::string_view digits) {
+  int number = 0;
+  const auto [stop, fault] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  return fault == std::errc() && stop == digits.data() + digits.size() ? std::max(number, 0) : 0;
+}
 
 /// Reads the arguments in order and applies each option to the command line.
 class tArgumentReader {
@@ -195,14 +203,24 @@ void tArgumentReader::checkFiles() {
   }
 }
 
-// Takes ":LINE" from the end of the name.
+// Takes the place from the end of the name, as any message writes it: ":LINE", ":LINE:COLUMN",
+// "(LINE)", "(LINE,COLUMN)" and so on.
 void tArgumentReader::splitLineNumber(std::string& file) {
-  const std::size_t colon = file.rfind(':');
-  const char* const end = file.data() + file.size();
-  if (colon != std::string::npos) {
-    const char* const digits = file.data() + colon + 1;
-    const auto [stop, fault] = std::from_chars(digits, end, line_.lineNumber);
-    if (fault == std::errc() && stop == end && line_.lineNumber > 0) return file.resize(colon);
+  std::string_view rest = file;
+  const bool brackets = rest.ends_with(')');
+  if (brackets) rest.remove_suffix(1);
+  const std::size_t before = brackets ? rest.rfind('(') : rest.rfind(':');
+  if (before != std::string_view::npos) {
+    const int last =
+        numberOf(brackets ? rest.substr(before + 1, rest.find(',', before) - before - 1)
+                          : rest.substr(before + 1));
+    const std::string_view name = rest.substr(0, before);
+    const std::size_t colon = brackets ? std::string_view::npos : name.rfind(':');
+    const int line = colon == std::string_view::npos ? 0 : numberOf(name.substr(colon + 1));
+    // "a:1:2" is line 2 of a file "a:1" if there is one.
+    const bool column = line > 0 && access(std::string(name).c_str(), F_OK) != 0;
+    line_.lineNumber = column ? line : last;
+    if (last > 0) return file.resize(column ? colon : before);
   }
   line_.complain(file + ": expected FILE:LINE, with lines counted from 1");
 }

@@ -54,6 +54,7 @@ struct tCommandLine {
   bool trace = false;
   bool quiet = false;
   bool json = false;
+  bool listing = false;
   /// Not set: only on a terminal.
   std::optional<bool> colour;
   std::string key;

@@ -10,6 +10,7 @@ namespace {
 constexpr std::size_t kLongestText = 2000;  // bytes of a statement or of what a marker took
 constexpr std::size_t kFirstShown = 20;     // of many rewrites
 constexpr std::size_t kLastShown = 3;
+constexpr std::size_t kTrialsShown = 8;  // rules that did not apply
 
 std::string clipped(std::string_view text) {
   if (text.size() <= kLongestText) return std::string(text);
@@ -42,9 +43,14 @@ std::string changed(const std::string& before, const std::string& after, const t
          after.substr(after.size() - back);
 }
 
-// The rule as its header writes it.
+// The rule as its header writes it, or could.
 std::string shown(const tRuleInfo& rule) {
-  return rule.directive.empty() ? "#define " + rule.listing : rule.directive;
+  constexpr std::string_view kArrow = "  => ";
+  if (!rule.directive.empty()) return rule.directive;
+  std::string listing = rule.listing;
+  const std::size_t arrow = listing.find(kArrow);
+  if (arrow != std::string::npos) listing.replace(arrow, kArrow.size(), " ");
+  return "#define " + listing;
 }
 
 std::string ruleLine(const tRuleInfo& rule, const tPaint& paint) {
@@ -68,10 +74,23 @@ std::string whyLost(const tTrialInfo& trial, int winner) {
   return "fails at " + trial.failedMarker + ": found " + met;
 }
 
+std::string countOf(std::size_t count, const char* what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
 void appendTrials(std::string& text, const std::vector<tTrialInfo>& trials, int winner,
                   const tPaint& paint) {
+  // The rule that came closest in full, of the others where they failed, of very many the number.
+  std::size_t shownTrials = 0;
   for (const tTrialInfo& trial : trials) {
-    text += "      " + clipped(shown(*trial.rule)) + "\n";
+    if (shownTrials++ == 0) {
+      text += "      " + clipped(shown(*trial.rule)) + "\n";
+    } else if (shownTrials > kTrialsShown) {
+      text += "        " +
+              paint(tPaint::kDim, "... " + countOf(trials.size() - kTrialsShown, "other rule")) +
+              "\n";
+      return;
+    }
     text += "        " + paint(tPaint::kDim, placeOf(*trial.rule)) + "  " +
             paint(trial.score > 0 ? tPaint::kGreen : tPaint::kRed, whyLost(trial, winner)) + "\n";
   }
@@ -104,10 +123,6 @@ void appendRewrite(std::string& text, const tRewriteInfo& rewrite, std::size_t n
   if (rewrite.lost.empty()) return;
   text += "    " + paint(tPaint::kDim, "not taken:") + "\n";
   appendTrials(text, rewrite.lost, rewrite.score, paint);
-}
-
-std::string countOf(std::size_t count, const char* what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 void appendOutcome(std::string& text, const tRuleStory& story, const tPaint& paint) {
@@ -148,11 +163,13 @@ std::string explainedText(const tRuleStory& story, const std::string& file, cons
   return text;
 }
 
-std::string listedText(const std::vector<tRuleInfo>& rules, const tPaint& paint) {
+std::string listedText(const std::vector<tRuleInfo>& rules, bool asListed, const tPaint& paint) {
   std::string text;
   for (const tRuleInfo& rule : rules) {
-    text += paint(tPaint::kDim, placeOf(rule) + ":") + " " +
-            paint(tPaint::kYellow, kindName(rule)) + ": " + rule.listing + "\n";
+    text += paint(tPaint::kDim, placeOf(rule) + ":") + " ";
+    text += asListed ? paint(tPaint::kYellow, kindName(rule)) + ": " + rule.listing
+                     : paint(tPaint::kYellow, printable(shown(rule)));
+    text += '\n';
   }
   return text;
 }

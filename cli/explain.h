@@ -11,7 +11,8 @@ std::string explainedText(const tRuleStory& story, const std::string& file, cons
 /// The same as one JSON object. Bytes that are not valid UTF-8 are replaced.
 std::string explainedJson(const tRuleStory& story, const std::string& file);
 
-/// The rules, one to a line, with the place of each in front as compilers write it.
-std::string listedText(const std::vector<tRuleInfo>& rules, const tPaint& paint);
+/// The rules as they are written, or `asListed` by the library, one to a line, with the place of
+/// each in front as compilers write it.
+std::string listedText(const std::vector<tRuleInfo>& rules, bool asListed, const tPaint& paint);
 /// The same as one JSON array.
 std::string listedJson(const std::vector<tRuleInfo>& rules);

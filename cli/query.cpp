@@ -121,5 +121,5 @@ int listRules(const tCommandLine& line) {
   if (!line.key.empty()) {
     std::erase_if(rules, [&](const tRuleInfo& rule) { return !isFoundBy(rule, line.key); });
   }
-  return printText(line.json ? listedJson(rules) : listedText(rules, paintFor(line)));
+  return printText(line.json ? listedJson(rules) : listedText(rules, line.listing, paintFor(line)));
 }

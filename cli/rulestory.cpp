@@ -1,5 +1,7 @@
 #include "cli/rulestory.h"
 
+#include <algorithm>
+
 tRuleInfo infoOf(const krpre_rule& rule) {
   return {rule.kind, rule.key,  rule.listing,         rule.directive,
           rule.file, rule.line, rule.abbreviates != 0};
@@ -28,6 +30,7 @@ void tRuleStory::meet(const krpre_step& step) {
       rewrites_.back().after = step.statement;
       return;
     default:
+      closestFirst(trials_);
       inside_ = false;
       finished_ = true;
   }
@@ -45,7 +48,8 @@ void tRuleStory::begin(const krpre_step& step) {
 // A rule may be tried again at the same place after each rewrite.
 void tRuleStory::keepTrial(const krpre_step& step) {
   const tRuleInfo& rule = *rules_.insert(infoOf(*step.rule)).first;
-  const tTrialInfo trial{&rule, step.token, step.score, step.failedMarker, step.failedToken};
+  const tTrialInfo trial{
+      &rule, step.token, step.score, step.failedMarker, step.failedToken, step.failedIndex};
   if (known_.insert(trial).second) trials_.push_back(trial);
 }
 
@@ -65,7 +69,17 @@ void tRuleStory::beginRewrite(const krpre_step& step) {
       rewrite.lost.push_back(std::move(trial));
     }
   }
+  closestFirst(rewrite.lost);
   trials_.clear();
   known_.clear();
   rewrites_.push_back(std::move(rewrite));
+}
+
+// Those that matched, by their scores, then those that did not, by how far they got.
+void tRuleStory::closestFirst(std::vector<tTrialInfo>& trials) {
+  std::stable_sort(trials.begin(), trials.end(),
+                   [](const tTrialInfo& one, const tTrialInfo& other) {
+                     if (one.score != other.score) return one.score > other.score;
+                     return one.score == 0 && one.reach() > other.reach();
+                   });
 }

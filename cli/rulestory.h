@@ -36,7 +36,10 @@ struct tTrialInfo {
   int score = 0;  // 0: it did not match
   std::string failedMarker;
   std::string failedToken;
+  int failedIndex = -1;  // of that token, from 0
 
+  /// How many tokens the pattern went along with.
+  int reach() const { return failedIndex - token; }
   auto operator<=>(const tTrialInfo&) const = default;
 };
 
@@ -46,7 +49,7 @@ struct tRewriteInfo {
   int token = 0;
   int score = 0;
   std::vector<tMarkerInfo> markers;
-  std::vector<tTrialInfo> lost;  // rules that were tried at the same place
+  std::vector<tTrialInfo> lost;  // rules that were tried at the same place, the closest first
   std::string after;
 };
 
@@ -65,7 +68,7 @@ class tRuleStory {
   int lastLine() const { return lastLine_; }
   const std::string& before() const { return before_; }
   const std::vector<tRewriteInfo>& rewrites() const { return rewrites_; }
-  /// The rules that were tried on the final form.
+  /// The rules that were tried on the final form, the closest first.
   const std::vector<tTrialInfo>& inVain() const { return trials_; }
   /// False when an error ended the rewriting.
   bool finished() const { return finished_; }
@@ -75,6 +78,7 @@ class tRuleStory {
   void begin(const krpre_step& step);
   void keepTrial(const krpre_step& step);
   void beginRewrite(const krpre_step& step);
+  static void closestFirst(std::vector<tTrialInfo>& trials);
 
   std::string file_;
   int line_;

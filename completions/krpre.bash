@@ -22,7 +22,7 @@ _krpre() {
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
       explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
-      rules) _krpre_words -W '-I --include -D --define --key --json --color --help' ;;
+      rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
       unpack) _krpre_words -W '-o --output --help' ;;
       *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --help --version' ;;

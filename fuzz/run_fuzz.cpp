@@ -99,7 +99,7 @@ class tListener {
   }
   void finish() const {
     checkJson(listedJson(rules_));
-    listedText(rules_, paint_);
+    listedText(rules_, false, paint_);
     checkJson(explainedJson(story_, source_));
     require(explainedText(story_, source_, paint_).ends_with('\n'), "a story ends its last line");
   }

@@ -309,6 +309,10 @@ struct krpre_step {
   /* In MATCHED: what the markers matched, in the order of the pattern. */
   int captureCount;
   const struct krpre_capture* captures;
+
+  /* In TRIED, if the pattern did not match: the index of failedToken, from 0, that of the end being
+   * the number of tokens. Otherwise -1. */
+  int failedIndex;
 };
 
 /* A directive that includes a file. */

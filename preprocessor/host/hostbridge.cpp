@@ -170,6 +170,7 @@ void tHostBridge::ruleTried(const precomp::tRuleTrial& trial) {
   const tString marker = failed ? listedMarker(trial.failedMarker) : tString();
   step.failedMarker = marker.c_str();
   const int at = failed ? trial.failedToken : -1;
+  step.failedIndex = at;
   const bool known = at >= 0 && at < trial.statement.count();
   step.failedToken = known ? trial.statement.tokens()[at].c_str() : "";
   sendWithRule(step, KRPRE_STEP_TRIED, trial.rule, trial.start, trial.statement);
@@ -215,6 +216,7 @@ void tHostBridge::send(krpre_step step, int kind, const precomp::tTknString& sta
   step.line = statement.origin();
   step.lastLine = lastLine_;
   step.statement = text_.c_str();
+  if (kind != KRPRE_STEP_TRIED) step.failedIndex = -1;
   if (step.failedMarker == nullptr) step.failedMarker = "";
   if (step.failedToken == nullptr) step.failedToken = "";
   host_.step(host_.context, &step);
