@@ -31,10 +31,11 @@ std::string nearestTo(const std::string& word, const std::vector<std::string>& w
   std::string nearest;
   std::size_t least = 0;
   for (const std::string& candidate : words) {
-    if (candidate.size() > kLongest) continue;
-    const std::size_t found = distance(word, candidate);
+    const auto [shorter, longer] = std::minmax({word.size(), candidate.size()});
     // A third of the letters may be wrong.
-    if (found * 3 > std::max(word.size(), candidate.size())) continue;
+    if (longer > kLongest || (longer - shorter) * 3 > longer) continue;
+    const std::size_t found = distance(word, candidate);
+    if (found * 3 > longer) continue;
     if (!nearest.empty() && found >= least) continue;
     nearest = candidate;
     least = found;

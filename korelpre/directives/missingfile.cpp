@@ -12,7 +12,8 @@ namespace precomp {
 
 namespace {
 
-constexpr std::size_t kMostShown = 20;  // directories
+constexpr std::size_t kMostShown = 20;     // directories
+constexpr std::size_t kMostLookedIn = 50;  // for a file of nearly that name
 
 const char* orHere(const std::string& directory) {
   return directory.empty() ? "." : directory.c_str();
@@ -99,7 +100,7 @@ std::vector<tNote> notesOfMissing(tFileFinder& finder, const tString& name) {
   std::vector<std::string> paths;
   std::vector<std::string> directories;
   finder.search(true, name, [&](const tString& directory, const tString& spelt) {
-    paths.emplace_back(joinPath(directory, spelt).c_str());
+    if (paths.size() < kMostLookedIn) paths.emplace_back(joinPath(directory, spelt).c_str());
     const std::string shown = orHere(directory.c_str());
     const bool isNew =
         std::find(directories.begin(), directories.end(), shown) == directories.end();
