@@ -17,6 +17,7 @@
 
 #include "cli/diagnostics.h"
 #include "cli/explain.h"
+#include "cli/sarif.h"
 #include "fuzz/check.h"
 #include "fuzz/program.h"
 #include "lib_base/language.h"
@@ -98,6 +99,7 @@ class tListener {
     host.diagnostic = [](void* me, const krpre_diagnostic* report) { of(me).show(*report); };
   }
   void finish() const {
+    checkJson(sarifDocument(results_, errors_ == 0));
     checkJson(listedJson(rules_));
     listedText(rules_, false, paint_);
     checkJson(explainedJson(story_, source_));
@@ -119,7 +121,10 @@ class tListener {
     const bool error = report.severity == KRPRE_SEVERITY_ERROR;
     if (error) ++errors_;
     checkJson(jsonLine(report));
-    require(gccLines(report).empty() == (report.severity == KRPRE_SEVERITY_RESULT), "errors show");
+    const bool result = report.severity == KRPRE_SEVERITY_RESULT;
+    require(gccLines(report).empty() == result, "errors show");
+    require(msvcLines(report).empty() == result, "errors show");
+    results_ += sarifResult(report);
     const auto same = [](const char* text) { return std::string(text); };
     const std::string details = longDetails(report, paint_, same);
     const bool warning = report.severity == KRPRE_SEVERITY_WARNING;
@@ -128,12 +133,22 @@ class tListener {
     require(
         report.column == 0 || static_cast<std::size_t>(report.column) <= report.sourceLength + 1,
         "a column is one of the line");
+    require(report.endColumn == 0 || report.endColumn > report.column, "an end is behind");
+    for (int i = 0; i < report.noteCount; ++i) {
+      const krpre_note& note = report.notes[i];
+      require(*note.message != '\0', "a note says something");
+      require(note.line == 0 || *note.file != '\0', "a line is one of a file");
+      require(
+          note.sourceLength == 0 || static_cast<std::size_t>(note.column) <= note.sourceLength + 1,
+          "a note's column is one of its line");
+    }
   }
 
   const std::string& source_;
   const tPaint paint_;
   tRuleStory story_;
   std::vector<tRuleInfo> rules_;
+  std::string results_;  // of SARIF
   int errors_ = 0;
 };
 

@@ -208,8 +208,8 @@
         <translation>ist %1 gemeint?</translation>
     </message>
     <message>
-        <source>the caller names the directory of the shipped headers, as include directory</source>
-        <translation>das Verzeichnis der mitgelieferten Header nennt der Aufrufer, als Include-Verzeichnis</translation>
+        <source>add the directory of the shipped headers to the include directories</source>
+        <translation>das Verzeichnis der mitgelieferten Header gehört zu den Include-Verzeichnissen</translation>
     </message>
     <message>
         <source>a directive stands at the beginning of its line</source>

@@ -208,8 +208,8 @@
         <translation>quis dizer %1?</translation>
     </message>
     <message>
-        <source>the caller names the directory of the shipped headers, as include directory</source>
-        <translation>quem chama indica o diretório dos headers fornecidos, como diretório de inclusão</translation>
+        <source>add the directory of the shipped headers to the include directories</source>
+        <translation>acrescente o diretório dos headers fornecidos aos diretórios de inclusão</translation>
     </message>
     <message>
         <source>a directive stands at the beginning of its line</source>

@@ -113,8 +113,7 @@ void tProgramFile::raiseMissing(const tString& name) {
   std::vector<tNote> notes;
   if (!isMain()) notes = notesOfMissing(shared_.finder, name);
   if (bareName(name) == bareName(shared_.standardHeader)) {
-    notes.push_back(
-        noted("the caller names the directory of the shipped headers, as include directory"));
+    notes.push_back(noted("add the directory of the shipped headers to the include directories"));
   }
   raise(eSourceError::kIncludeNotFound, currentLine, name.c_str(), 0, std::move(notes));
 }

@@ -314,6 +314,8 @@ TEST(Faults, OfTheProgramAreTold) {
       {{"krpre", "explain", "a.prw:7"}},
       {{"krpre", "pack", "-o", "b.ppo", "a.prw"}},
       {{"krpre", "unpack", "-o", "a.ppo", "b.prw"}},
+      {{"krpre", "--diagnostics=sarif", "bad.prw", "none.prw"}, 1},
+      {{"krpre", "--explain", "C2027"}},
       {{"krpre", "--help"}},
       {{"krpre", "--version"}},
       {{"krpre", "--completions=bash"}},

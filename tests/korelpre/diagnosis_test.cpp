@@ -170,8 +170,7 @@ TEST(Diagnosis, NotesSayWhereAFileWasSearchedAndWhatIsNearIt) {
       {"TAXSE.CH", " ~did you mean taxes.ch?"},
       {"tax.prw", ""},
       {"b.ch", ""},
-      {"old/std.ch",
-       " ~the caller names the directory of the shipped headers, as include directory"},
+      {"old/std.ch", " ~add the directory of the shipped headers to the include directories"},
   };
   for (const auto& [name, expected] : kCases) {
     const std::string source = "#include \"" + std::string(name) + "\"\n";

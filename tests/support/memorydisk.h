@@ -73,7 +73,8 @@ class tDiskManMemory : public tDiskMan {
     return files_.contains(key) ? tString(key) : tString();
   }
   std::vector<std::string> namesIn(const char* directory) override {
-    const std::string above = plainPath(directory) == "" ? "" : plainPath(directory) + "/";
+    std::string above = plainPath(directory);
+    if (!above.empty()) above += '/';
     std::set<std::string> names;
     for (const auto& [name, bytes] : files_) {
       if (name.starts_with(above))
