@@ -184,8 +184,8 @@
         <translation>am Ende der Datei noch offen</translation>
     </message>
     <message>
-        <source>still open where a function begins, line %2</source>
-        <translation>noch offen, wo eine Funktion beginnt, Zeile %2</translation>
+        <source>still open where a function begins, line %1</source>
+        <translation>noch offen, wo eine Funktion beginnt, Zeile %1</translation>
     </message>
     <message>
         <source>no control structure is open</source>

@@ -184,8 +184,8 @@
         <translation>ainda aberto no fim do arquivo</translation>
     </message>
     <message>
-        <source>still open where a function begins, line %2</source>
-        <translation>ainda aberto onde começa uma função, linha %2</translation>
+        <source>still open where a function begins, line %1</source>
+        <translation>ainda aberto onde começa uma função, linha %1</translation>
     </message>
     <message>
         <source>no control structure is open</source>

@@ -175,12 +175,12 @@ void tProgramFile::diagnose(int code, const char* slug, const tString& message, 
 // A rule has written the bracket that is left open, but the one that lacks its partner may stand in
 // the source, or in the result of a rule.
 void tProgramFile::pointAtOpen(int line) {
-  if (shared_.error.placed) return;
+  if (shared_.error.placed || !shared_.walking || line < 1 || line > lines.count()) return;
   tDiagnosis& diagnosis = shared_.error.diagnosis;
   while (line > 1 && lines.kind(line) == tSourceCode::kNothing) --line;
   tTknString statement(line);
   const tSpcString* bracket = nullptr;
-  if (line <= lines.count() && lines.kind(line) == tSourceCode::kPlain) {
+  if (lines.kind(line) == tSourceCode::kPlain) {
     tokenisePlain(text.data() + lines.offset(line), text.data() + text.size(), line, statement);
     bracket = loneBracketOf(statement);
   }

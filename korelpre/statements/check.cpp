@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "korelpre/errors/notes.h"
+
 namespace precomp {
 
 using enum eStatementWord;
@@ -162,14 +163,12 @@ bool isNoName(std::string_view token) {
   place.file->raise(error, place, std::string(extra).c_str());
 }
 
-tNote placed(const tStatementPlace& place, const char* text, const char* word = "") {
-  return place.file->noteAt(place, noted(text, {word, std::to_string(place.line)}));
-}
-
 tNote openedBy(const tBlockCmd& block) {
   constexpr const char* kWords[] = {"If", "Do Case", "While", "For", "Begin Sequence", "Try"};
-  return placed(block.place(), "opened by %1, line %2",
-                kWords[static_cast<std::size_t>(block.block())]);
+  const tStatementPlace& place = block.place();
+  const char* const word = kWords[static_cast<std::size_t>(block.block())];
+  return place.file->noteAt(place,
+                            noted("opened by %1, line %2", {word, std::to_string(place.line)}));
 }
 
 }  // namespace
@@ -194,8 +193,12 @@ void tStatementCheck::raiseUnclosed(const tStatementPlace* next) const {
   for (std::size_t i = open.size(); i > 0 && notes.size() < kShown; --i) {
     notes.push_back(openedBy(open[i - 1]));
   }
-  notes.push_back(next == nullptr ? noted("still open at the end of the file")
-                                  : placed(*next, "still open where a function begins, line %2"));
+  if (next == nullptr) {
+    notes.push_back(noted("still open at the end of the file"));
+  } else {
+    notes.push_back(next->file->noteAt(
+        *next, noted("still open where a function begins, line %1", {std::to_string(next->line)})));
+  }
   const tStatementPlace& place = open.back().place();
   place.file->raise(eSourceError::kUnclosedStructure, place, nullptr, std::move(notes));
 }

@@ -85,6 +85,8 @@ TEST(Diagnosis, PointsAtWhatIsWrong) {
       {"\tx := (a + [b)\n", "2002 unterminated-statement main.prw:1:14 [)]"},
       {"\tx := f(a, (b)\n", "2002 unterminated-statement main.prw:1:8 [(]"},
       {"x := 1 + ;\n", "2002 unterminated-statement main.prw:1:9 [ ]"},
+      {"x := 1\nBeginSql alias T\nselect 1\n",
+       "2002 unterminated-statement main.prw:2:1 [BeginSql]"},
       {"x := y @ z\n", "2009 invalid-reference main.prw:1:8 [@]"},
       {"f()\nx := y\x7Fz\n", "5 invalid-character main.prw:2:7 [\x7F]"},
       {"x := 1\n  EndIf\n", "2027 endif-without-if main.prw:2:3 [EndIf]"},
