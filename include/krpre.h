@@ -23,7 +23,7 @@
  *   2. Simple hosts      doPreProc, executeKrpreDll, redirectOutPut, restoreOutPut
  *   3. Hosts             krpre_host, krpre_run, krpre_text
  *   4. Reports           what the callbacks of a host are given
- *   5. Questions         krpre_output_name, krpre_is_source, krpre_translate
+ *   5. Questions         krpre_output_name, krpre_is_source, krpre_warning_at, krpre_translate
  *   6. Shared headers    krpre_headers_new and its companions
  *   7. Packed files      krpre_pack, krpre_unpack
  *   8. Java              the native methods of the class Krpre
@@ -219,8 +219,9 @@ struct krpre_host {
   const char* dependencyTargets;
 
   /* Which warnings the callback `diagnostic` hears of: "all", or slugs separated by commas. A slug
-   * with "no-" before it is left out again, and "error=SLUG" makes an error of a warning. A later
-   * word counts more than an earlier one. Default: none. */
+   * with "no-" before it is left out again, "error=SLUG" makes an error of a warning, and "error"
+   * makes errors of all that are wanted; then the source has failed. A later word counts more than
+   * an earlier one. An unknown one is refused. Default: none. */
   const char* warnings;
   /* How many errors of a source are told at most. With 0 or 1 the run of a source ends at its first
    * error; with more it goes on behind it, to tell of others, and still fails. Less than 0 is
@@ -388,6 +389,16 @@ KRPRE_API size_t krpre_output_name(const char* source, const char* directory, ch
 /* Returns 1 if `name` has the extension of a source or a header, so that no output should be
  * written there; otherwise 0. There need not be such a file. */
 KRPRE_API int krpre_is_source(const char* name);
+
+/* A warning, for krpre_host.warnings. */
+struct krpre_warning {
+  const char* slug;
+  const char* text; /* "%1" and so on stand for what a place gives it */
+};
+
+/* Returns the warning with that index, from 0, in the order of docs/warnings.md; null behind the
+ * last. */
+KRPRE_API const struct krpre_warning* krpre_warning_at(size_t index);
 
 /* The translation of words of a message.
  *

@@ -116,6 +116,15 @@ void KorelPre16::define(std::string_view name, std::optional<std::string_view> v
   defines()->enter(std::make_unique<tTranslate>(this, key, tokens));
 }
 
+void KorelPre16::setWarnings(const tWarningSet& wanted) {
+  lint_ = wanted.empty() ? nullptr : std::make_unique<tLint>(wanted);
+  setSourceWatcher(lint_.get());
+}
+
+std::vector<tDiagnosis> KorelPre16::takeWarnings() {
+  return lint_ == nullptr ? std::vector<tDiagnosis>() : lint_->take();
+}
+
 void KorelPre16::doIt(tString& output, tString& errorText) {
   try {
     for (int i = 0; i < fileList_.count(); ++i) {

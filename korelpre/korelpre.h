@@ -1,9 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "korelpre/korelprecls.h"
+#include "korelpre/lint/lint.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
 
@@ -29,6 +32,12 @@ class KorelPre16 : public KorelPreYaccClass {
   /// damaged: a new session gives the output, after tHeaderCache::setTryAgain().
   void doIt(tString& output, tString& errorText);
 
+  /// Looks for these warnings while files are preprocessed. Headers are then read from their text
+  /// each time.
+  void setWarnings(const tWarningSet& wanted);
+  /// Those of the last doIt().
+  std::vector<tDiagnosis> takeWarnings();
+
   /// The name that messages show instead of that of the file that is read.
   void setShownName(const tString& name) { shownName_ = name; }
   /// What the last failure was.
@@ -53,6 +62,7 @@ class KorelPre16 : public KorelPreYaccClass {
   tString currentFile_;
   int errorCount_ = 0;
   tDiagnosis diagnosis_;
+  std::unique_ptr<tLint> lint_;  // null unless warnings are wanted
 };
 
 }  // namespace precomp

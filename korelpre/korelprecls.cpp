@@ -252,6 +252,7 @@ void KorelPreYaccClass::finishText() {
   if (!file_.conditionals.empty()) {
     file_.raise(eSourceError::kUnclosedConditional, file_.conditionals.innermostLine());
   }
+  if (shared_.watcher != nullptr) shared_.watcher->fileCompiled(file_);
   if (!file_.isMain()) file_.releaseText();
 }
 

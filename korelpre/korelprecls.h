@@ -110,7 +110,6 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   /// `element`, emptied in a skipped region.
   tKorelPreStackElement* ifValid(tKorelPreStackElement* element);
   bool skipping() const { return file_.conditionals.skipping(); }
-
   // The parser's operations.
   SSLexLexeme* nextLexeme() override { return feed_->next(); }
   SSYaccStackElement* stackElement() override { return new tKorelPreStackElement; }
@@ -120,6 +119,7 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
 
  protected:
   tDiskMan& files() { return shared_.finder.files(); }
+  void setSourceWatcher(tSourceWatcher* watcher) { shared_.watcher = watcher; }
   tString toldOf(const SSException& failure, const tString& name);
 
  private:

@@ -82,6 +82,9 @@ void KorelPreYaccClass::reduceDirective(unsigned production, int line) {
       return carryOutConditional(file_, directive, {}, line);
     default:
       // #undef, #error and #stdout have no effect. Kept on purpose: #undef removes no rule.
+      if (shared_.watcher != nullptr) {
+        shared_.watcher->directiveIgnored(file_, directive, line, directiveText());
+      }
       return;
   }
 }

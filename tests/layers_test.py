@@ -41,6 +41,7 @@ ROOMS = {
         "statements": ("tables", "rules", "text", "errors"),
         "headers": ("tables", "rules", "text", "errors"),
         "directives": ("headers", "statements", "tables", "rules", "text", "errors"),
+        "lint": ("directives", "headers", "statements", "tables", "rules", "text", "errors"),
     },
     "preprocessor": {
         "messages": (),

@@ -11,6 +11,8 @@ import xml.etree.ElementTree as ElementTree
 FOLDERS = ("lib_base", "lib_gzip", "ssvp40xpf", "korelpre", "preprocessor", "cli")
 CALL = re.compile(r'\b(?:translated?|noted|choice\.add)\(\s*"((?:[^"\\]|\\.)*)"')
 WORDS = re.compile(r"\{([^{}]+)\}")  # of a table of messages
+TEXTS = re.compile(r'(?<=[ (])"([^"\n]* [^"\n]*)"')  # of a table of warnings: all but slugs
+TABLES = {"messages.def": WORDS, "warnings.def": TEXTS}
 
 
 def texts_of(root):
@@ -19,7 +21,7 @@ def texts_of(root):
         for path in sorted((root / folder).rglob("*.*")):
             if path.name == "translateqt.cpp":  # names the context
                 continue
-            pattern = WORDS if path.name == "messages.def" else CALL if path.suffix == ".cpp" else None
+            pattern = TABLES.get(path.name, CALL if path.suffix == ".cpp" else None)
             for text in pattern.findall(path.read_text(encoding="utf-8")) if pattern else ():
                 found.setdefault(text, path.name)
     return found

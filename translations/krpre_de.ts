@@ -283,6 +283,206 @@
         <source>the '%1' has no partner</source>
         <translation>zu '%1' fehlt das Gegenstück</translation>
     </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>keine Regel nimmt diese Anweisung %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>die Anweisung so berichtigen, dass eine Regel sie ganz nimmt</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 wird oberhalb seines #define benutzt</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>das #define nach oben setzen: es gilt erst ab seiner Zeile</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 wird nicht ersetzt: das #define heißt %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>bei Namen von #define zählen Groß- und Kleinbuchstaben: an beiden Stellen gleich schreiben</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 wird nicht ersetzt: Argumente: %2, erwartet: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>dem Aufruf so viele Argumente geben, wie das #define Parameter hat</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 ist keine Direktive</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>die Zeile gilt als Anweisung; docs/directives.md nennt die Direktiven</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>hinter dem # darf kein Leerzeichen stehen: %1 schreiben</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 verliert Bytes und wird zu %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>außerhalb von Zeichenketten und Kommentaren nur ASCII-Buchstaben benutzen</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>dieses #error wird erreicht und ist wirkungslos: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>das #error entfernen, oder die Bedingung, unter der es erreicht wird</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef ist für %1 wirkungslos</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>ein #define gilt bis zum Ende der Quelle oder bis zum nächsten #define seines Namens</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>der Name bleibt definiert</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>der Name ist hier nicht definiert</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 ist keine Marke für eingebettetes SQL</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>es gibt Exp, NotDel, NoParser, Order, Table, Temp-Table und xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>hier definiert</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>diese Regel kam am weitesten und endet vor %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>diese Regel kam am weitesten und verlangt %1, wo %2 steht</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
+    </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>keine Regel nimmt diese Anweisung %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>die Anweisung so berichtigen, dass eine Regel sie ganz nimmt</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 wird oberhalb seines #define benutzt</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>das #define nach oben setzen: es gilt erst ab seiner Zeile</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 wird nicht ersetzt: das #define heißt %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>bei Namen von #define zählen Groß- und Kleinbuchstaben: an beiden Stellen gleich schreiben</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 wird nicht ersetzt: Argumente: %2, erwartet: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>dem Aufruf so viele Argumente geben, wie das #define Parameter hat</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 ist keine Direktive</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>die Zeile gilt als Anweisung; docs/directives.md nennt die Direktiven</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>hinter dem # darf kein Leerzeichen stehen: %1 schreiben</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 verliert Bytes und wird zu %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>außerhalb von Zeichenketten und Kommentaren nur ASCII-Buchstaben benutzen</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>dieses #error wird erreicht und ist wirkungslos: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>das #error entfernen, oder die Bedingung, unter der es erreicht wird</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef ist für %1 wirkungslos</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>ein #define gilt bis zum Ende der Quelle oder bis zum nächsten #define seines Namens</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>der Name bleibt definiert</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>der Name ist hier nicht definiert</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 ist keine Marke für eingebettetes SQL</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>es gibt Exp, NotDel, NoParser, Order, Table, Temp-Table und xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>hier definiert</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>diese Regel kam am weitesten und endet vor %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>diese Regel kam am weitesten und verlangt %1, wo %2 steht</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>
@@ -305,6 +505,206 @@
     <message>
         <source>a file name with a line break cannot be written to a dependency file</source>
         <translation>ein Dateiname mit einem Zeilenumbruch kann nicht in eine Abhängigkeitsdatei geschrieben werden</translation>
+    </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>keine Regel nimmt diese Anweisung %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>die Anweisung so berichtigen, dass eine Regel sie ganz nimmt</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 wird oberhalb seines #define benutzt</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>das #define nach oben setzen: es gilt erst ab seiner Zeile</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 wird nicht ersetzt: das #define heißt %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>bei Namen von #define zählen Groß- und Kleinbuchstaben: an beiden Stellen gleich schreiben</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 wird nicht ersetzt: Argumente: %2, erwartet: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>dem Aufruf so viele Argumente geben, wie das #define Parameter hat</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 ist keine Direktive</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>die Zeile gilt als Anweisung; docs/directives.md nennt die Direktiven</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>hinter dem # darf kein Leerzeichen stehen: %1 schreiben</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 verliert Bytes und wird zu %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>außerhalb von Zeichenketten und Kommentaren nur ASCII-Buchstaben benutzen</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>dieses #error wird erreicht und ist wirkungslos: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>das #error entfernen, oder die Bedingung, unter der es erreicht wird</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef ist für %1 wirkungslos</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>ein #define gilt bis zum Ende der Quelle oder bis zum nächsten #define seines Namens</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>der Name bleibt definiert</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>der Name ist hier nicht definiert</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 ist keine Marke für eingebettetes SQL</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>es gibt Exp, NotDel, NoParser, Order, Table, Temp-Table und xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>hier definiert</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>diese Regel kam am weitesten und endet vor %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>diese Regel kam am weitesten und verlangt %1, wo %2 steht</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
+    </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>keine Regel nimmt diese Anweisung %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>die Anweisung so berichtigen, dass eine Regel sie ganz nimmt</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 wird oberhalb seines #define benutzt</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>das #define nach oben setzen: es gilt erst ab seiner Zeile</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 wird nicht ersetzt: das #define heißt %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>bei Namen von #define zählen Groß- und Kleinbuchstaben: an beiden Stellen gleich schreiben</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 wird nicht ersetzt: Argumente: %2, erwartet: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>dem Aufruf so viele Argumente geben, wie das #define Parameter hat</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 ist keine Direktive</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>die Zeile gilt als Anweisung; docs/directives.md nennt die Direktiven</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>hinter dem # darf kein Leerzeichen stehen: %1 schreiben</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 verliert Bytes und wird zu %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>außerhalb von Zeichenketten und Kommentaren nur ASCII-Buchstaben benutzen</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>dieses #error wird erreicht und ist wirkungslos: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>das #error entfernen, oder die Bedingung, unter der es erreicht wird</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef ist für %1 wirkungslos</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>ein #define gilt bis zum Ende der Quelle oder bis zum nächsten #define seines Namens</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>der Name bleibt definiert</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>der Name ist hier nicht definiert</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 ist keine Marke für eingebettetes SQL</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>es gibt Exp, NotDel, NoParser, Order, Table, Temp-Table und xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>hier definiert</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>diese Regel kam am weitesten und endet vor %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>diese Regel kam am weitesten und verlangt %1, wo %2 steht</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
     </message>
 </context>
 </TS>

@@ -283,6 +283,206 @@
         <source>the '%1' has no partner</source>
         <translation>'%1' não tem par</translation>
     </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>nenhuma regra aceita esta instrução %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>corrija a instrução para que uma regra a aceite por inteiro</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 é usado acima do seu #define</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>mova o #define para cima: ele vale a partir da sua própria linha</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 não é substituído: o #define se escreve %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>nomes de #define diferenciam maiúsculas de minúsculas: use a mesma grafia nos dois lugares</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 não é substituído: argumentos dados: %2, esperados: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>passe tantos argumentos quantos parâmetros o #define tem</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 não é uma diretiva</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>a linha é tratada como instrução; docs/directives.md lista as diretivas</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>não pode haver espaço depois do #: escreva %1</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 perde bytes e passa a ser %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>use apenas letras ASCII fora de strings e comentários</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>este #error é alcançado e não tem efeito: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>remova o #error, ou a condição em que ele é alcançado</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef não tem efeito sobre %1</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>um #define vale até o fim do fonte, ou até o próximo #define do mesmo nome</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>o nome continua definido</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>o nome não está definido aqui</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 não é um marcador de SQL embutido</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>existem Exp, NotDel, NoParser, Order, Table, Temp-Table e xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>definido aqui</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>esta regra chegou mais longe, e termina antes de %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>esta regra chegou mais longe, e exige %1 onde está %2</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
+    </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>nenhuma regra aceita esta instrução %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>corrija a instrução para que uma regra a aceite por inteiro</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 é usado acima do seu #define</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>mova o #define para cima: ele vale a partir da sua própria linha</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 não é substituído: o #define se escreve %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>nomes de #define diferenciam maiúsculas de minúsculas: use a mesma grafia nos dois lugares</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 não é substituído: argumentos dados: %2, esperados: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>passe tantos argumentos quantos parâmetros o #define tem</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 não é uma diretiva</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>a linha é tratada como instrução; docs/directives.md lista as diretivas</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>não pode haver espaço depois do #: escreva %1</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 perde bytes e passa a ser %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>use apenas letras ASCII fora de strings e comentários</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>este #error é alcançado e não tem efeito: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>remova o #error, ou a condição em que ele é alcançado</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef não tem efeito sobre %1</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>um #define vale até o fim do fonte, ou até o próximo #define do mesmo nome</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>o nome continua definido</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>o nome não está definido aqui</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 não é um marcador de SQL embutido</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>existem Exp, NotDel, NoParser, Order, Table, Temp-Table e xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>definido aqui</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>esta regra chegou mais longe, e termina antes de %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>esta regra chegou mais longe, e exige %1 onde está %2</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>
@@ -305,6 +505,206 @@
     <message>
         <source>a file name with a line break cannot be written to a dependency file</source>
         <translation>um nome de arquivo com quebra de linha não pode ser escrito em um arquivo de dependências</translation>
+    </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>nenhuma regra aceita esta instrução %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>corrija a instrução para que uma regra a aceite por inteiro</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 é usado acima do seu #define</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>mova o #define para cima: ele vale a partir da sua própria linha</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 não é substituído: o #define se escreve %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>nomes de #define diferenciam maiúsculas de minúsculas: use a mesma grafia nos dois lugares</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 não é substituído: argumentos dados: %2, esperados: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>passe tantos argumentos quantos parâmetros o #define tem</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 não é uma diretiva</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>a linha é tratada como instrução; docs/directives.md lista as diretivas</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>não pode haver espaço depois do #: escreva %1</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 perde bytes e passa a ser %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>use apenas letras ASCII fora de strings e comentários</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>este #error é alcançado e não tem efeito: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>remova o #error, ou a condição em que ele é alcançado</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef não tem efeito sobre %1</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>um #define vale até o fim do fonte, ou até o próximo #define do mesmo nome</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>o nome continua definido</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>o nome não está definido aqui</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 não é um marcador de SQL embutido</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>existem Exp, NotDel, NoParser, Order, Table, Temp-Table e xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>definido aqui</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>esta regra chegou mais longe, e termina antes de %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>esta regra chegou mais longe, e exige %1 onde está %2</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
+    </message>
+    <message>
+        <source>no rule takes this %1 statement</source>
+        <translation>nenhuma regra aceita esta instrução %1</translation>
+    </message>
+    <message>
+        <source>correct the statement so that a rule takes it whole</source>
+        <translation>corrija a instrução para que uma regra a aceite por inteiro</translation>
+    </message>
+    <message>
+        <source>%1 is used above its #define</source>
+        <translation>%1 é usado acima do seu #define</translation>
+    </message>
+    <message>
+        <source>move the #define up: it holds from its own line on</source>
+        <translation>mova o #define para cima: ele vale a partir da sua própria linha</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: the #define is spelt %2</source>
+        <translation>%1 não é substituído: o #define se escreve %2</translation>
+    </message>
+    <message>
+        <source>names of defines are case-sensitive: use the same spelling in both places</source>
+        <translation>nomes de #define diferenciam maiúsculas de minúsculas: use a mesma grafia nos dois lugares</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
+        <translation>%1 não é substituído: argumentos dados: %2, esperados: %3</translation>
+    </message>
+    <message>
+        <source>give the call as many arguments as its #define has parameters</source>
+        <translation>passe tantos argumentos quantos parâmetros o #define tem</translation>
+    </message>
+    <message>
+        <source>%1 is no directive</source>
+        <translation>%1 não é uma diretiva</translation>
+    </message>
+    <message>
+        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
+        <translation>a linha é tratada como instrução; docs/directives.md lista as diretivas</translation>
+    </message>
+    <message>
+        <source>no blank may stand behind the #: write %1</source>
+        <translation>não pode haver espaço depois do #: escreva %1</translation>
+    </message>
+    <message>
+        <source>%1 loses bytes and becomes %2</source>
+        <translation>%1 perde bytes e passa a ser %2</translation>
+    </message>
+    <message>
+        <source>use ASCII letters only outside of strings and comments</source>
+        <translation>use apenas letras ASCII fora de strings e comentários</translation>
+    </message>
+    <message>
+        <source>this #error is reached, and has no effect: %1</source>
+        <translation>este #error é alcançado e não tem efeito: %1</translation>
+    </message>
+    <message>
+        <source>remove the #error, or the condition under which it is reached</source>
+        <translation>remova o #error, ou a condição em que ele é alcançado</translation>
+    </message>
+    <message>
+        <source>#undef has no effect on %1</source>
+        <translation>#undef não tem efeito sobre %1</translation>
+    </message>
+    <message>
+        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
+        <translation>um #define vale até o fim do fonte, ou até o próximo #define do mesmo nome</translation>
+    </message>
+    <message>
+        <source>it stays defined</source>
+        <translation>o nome continua definido</translation>
+    </message>
+    <message>
+        <source>it is not defined here</source>
+        <translation>o nome não está definido aqui</translation>
+    </message>
+    <message>
+        <source>%1 is no marker of embedded SQL</source>
+        <translation>%1 não é um marcador de SQL embutido</translation>
+    </message>
+    <message>
+        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
+        <translation>existem Exp, NotDel, NoParser, Order, Table, Temp-Table e xFilial</translation>
+    </message>
+    <message>
+        <source>defined here</source>
+        <translation>definido aqui</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and ends before %1</source>
+        <translation>esta regra chegou mais longe, e termina antes de %1</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 where %2 stands</source>
+        <translation>esta regra chegou mais longe, e exige %1 onde está %2</translation>
+    </message>
+    <message>
+        <source>this rule got farthest, and wants %1 behind the statement</source>
+        <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
     </message>
 </context>
 </TS>

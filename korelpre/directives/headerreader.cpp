@@ -120,7 +120,9 @@ tHeaderReader::tHeaderReader(tProgramFile& file)
 
 // A host that supplies texts itself may supply others the next time.
 tHeaderCache* tHeaderReader::cache() const {
-  return shared_.root.hasExtLoadFile() ? nullptr : shared_.headerCache;
+  // A watcher wants to see the text.
+  const bool may = !shared_.root.hasExtLoadFile() && shared_.watcher == nullptr;
+  return may ? shared_.headerCache : nullptr;
 }
 
 void tHeaderReader::includeStandard() {

@@ -8,7 +8,11 @@
 namespace precomp {
 
 tInclude* beginInclude(tProgramFile& file, const tString& name, int line) {
-  if (file.hasIncluded(name)) return nullptr;
+  if (file.hasIncluded(name)) {
+    tSourceWatcher* const watcher = file.shared().watcher;
+    if (watcher != nullptr) watcher->includeSkipped(file, name, line);
+    return nullptr;
+  }
   file.currentLine = std::max(line, 1);
   auto* const record = new tInclude(line, name, file);
   file.includes.add(record);

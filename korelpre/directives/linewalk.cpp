@@ -224,6 +224,7 @@ void tLineWalk::rewrite(tTknString& statement, tString& output) {
   shared_.matcherSteps += statement.steps();
   if (shared_.matcherSteps > kMostStepsInAll) file_.raiseLimit("matcher steps", statement.origin());
   if (observer != nullptr) observer->statementEnds(statement);
+  if (shared_.watcher != nullptr) shared_.watcher->statementRewritten(file_, statement);
   if (!statement.appendWithin(tString::maxSize(), output)) {
     file_.raiseLimit("output size", statement.origin());
   }

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "korelpre/directives/filefinder.h"
+#include "korelpre/directives/sourcewatcher.h"
 #include "korelpre/errors/diagnostic.h"
 #include "korelpre/errors/fileobserver.h"
 #include "korelpre/statements/check.h"
@@ -71,6 +72,7 @@ struct tSharedState {
   bool plainLines = true;
   tRuleObserver* observer = nullptr;
   tFileObserver* fileObserver = nullptr;
+  tSourceWatcher* watcher = nullptr;
   tHeaderCache* headerCache = nullptr;
 
   tHeaderRecorder* recorder = nullptr;  // while a header is read to make an image of it

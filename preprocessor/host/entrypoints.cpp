@@ -181,6 +181,15 @@ extern "C" int krpre_is_source(const char* name) {
   return name != nullptr && isSourceExtension(extensionOf(name)) ? 1 : 0;
 }
 
+extern "C" const krpre_warning* krpre_warning_at(std::size_t index) {
+  static constexpr krpre_warning kWarnings[] = {
+#define WARNING(name, slug, text, advice) {slug, text},
+#include "korelpre/lint/warnings.def"
+#undef WARNING
+  };
+  return index < std::size(kWarnings) ? &kWarnings[index] : nullptr;
+}
+
 extern "C" std::size_t krpre_translate(const char* language, const char* text, char* translation,
                                        std::size_t size) {
   if (text == nullptr) return copyCut({}, translation, size);

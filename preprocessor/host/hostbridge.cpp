@@ -61,7 +61,7 @@ tString tHostBridge::fault() const {
     if (fault == nullptr) continue;
     return tString::format("define \"%s\": %s", define.name == nullptr ? "" : define.name, fault);
   }
-  return {};
+  return host_.warnings == nullptr ? tString() : precomp::tWarningSet().take(host_.warnings);
 }
 
 void tHostBridge::refuse(const tString& fault) {
@@ -73,6 +73,7 @@ void tHostBridge::addOptions(tRunOptions& options) const {
   for (std::size_t i = 0; i < host_.includeDirectoryCount; ++i) {
     options.includePath.add(new tString(host_.includeDirectories[i]));
   }
+  if (host_.warnings != nullptr) options.warnings.take(host_.warnings);
   for (std::size_t i = 0; i < host_.defineCount; ++i) {
     const krpre_define& define = host_.defines[i];
     options.defines.push_back({tString(define.name), std::nullopt});

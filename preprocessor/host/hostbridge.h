@@ -54,9 +54,6 @@ class tHostBridge : public tRunHost,
   void sourceRead(const tString& source) override;
   void outputDone(const tString& source, const tString& name, bool written) override;
   bool wantsDiagnoses() const override { return host_.diagnostic != nullptr; }
-  std::string_view warnings() const override {
-    return host_.warnings == nullptr ? std::string_view() : host_.warnings;
-  }
   int mostErrors() const override { return host_.mostErrors; }
   void diagnosed(const precomp::tDiagnosis& diagnosis) override;
   void diagnosedInBrief(int code) noexcept override;

@@ -77,6 +77,7 @@ class tFileRun {
   int normalise(tDiskManOverlay& files);
   int preprocess(tDiskManOverlay& files, tString& text);
   void addIncludePaths(precomp::KorelPre16& session);
+  bool tellWarnings(precomp::KorelPre16& session, tDiskManOverlay& files);
   int write(const tString& text);
   bool prepare(tReplacement& file, const tString& name);
   bool publish(tReplacement& file, const tString& name);
@@ -261,21 +262,39 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   session.Init(sessionOptions, 0);
   session.setShownName(names_.source);
   session.setHeaderCache(headers_);
+  session.setWarnings(options_.warnings);
   addIncludePaths(session);
   for (const tOptionDefine& define : options_.defines) session.define(define.name, define.value);
   host_.sessionBegins(session, names_.copy, names_.source);
   trace(eMessage::kTraceSession, {names_.source});
   tString errorText;
   session.doIt(text, errorText);
+  const bool refused = tellWarnings(session, files);
   const bool failed = session.errorCount() > 0 || !errorText.empty();
   if (failed) {
     report_.pass(session.diagnosis(), session, names_.copy, files);
     trace(eMessage::kTraceError, {trimmedRight(errorText)});
     return kSessionError;
   }
+  if (refused) return kSessionError;
   traceLines(text);
   host_.sessionDone(session);
   return kDone;
+}
+
+/// Whether one of them is an error.
+bool tFileRun::tellWarnings(precomp::KorelPre16& session, tDiskManOverlay& files) {
+  bool refused = false;
+  for (const precomp::tDiagnosis& warning : session.takeWarnings()) {
+    if (warning.severity == precomp::tDiagnosis::kError) {
+      refused = true;
+      const tString& name = warning.file == names_.copy ? names_.source : warning.file;
+      printMessage(eMessage::kWarningAsError,
+                   {name, tString::format("%d", warning.line), warning.translated, warning.slug});
+    }
+    report_.pass(warning, session, names_.copy, files);
+  }
+  return refused;
 }
 
 void tFileRun::traceLines(std::string_view text) {

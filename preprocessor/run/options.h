@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "korelpre/lint/warnings.h"
 #include "lib_base/diskman.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
@@ -29,6 +30,8 @@ struct tRunOptions {
   /// In search order; an empty one names no directory.
   tAutoArray<tString> includePath;
   std::vector<tOptionDefine> defines;
+  /// What is looked for beside errors.
+  precomp::tWarningSet warnings;
   bool trace = false;
   /// The standard header is saved in a form that the next run can use at once.
   bool precompiled = false;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string_view>
-
 #include "korelpre/headers/headercache.h"
 #include "korelpre/korelpre.h"
 #include "lib_base/stringz.h"
@@ -49,8 +47,6 @@ class tRunHost {
   virtual void outputDone(const tString& source, const tString& name, bool written);
   /// False: nobody listens to diagnosed().
   virtual bool wantsDiagnoses() const { return false; }
-  /// The warnings that diagnosed() shall hear of, as krpre_host names them; empty: none.
-  virtual std::string_view warnings() const { return {}; }
   /// How many errors of a source to tell at most; 0 or 1: the run ends at the first.
   virtual int mostErrors() const { return 0; }
   /// A message has been printed; this is what is known of it.

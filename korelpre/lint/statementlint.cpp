@@ -1,0 +1,153 @@
+#include "korelpre/lint/statementlint.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "korelpre/directives/programfile.h"
+#include "korelpre/errors/notes.h"
+#include "korelpre/tables/nameexpansion.h"
+#include "korelpre/text/cursor.h"
+#include "korelpre/text/statementopening.h"
+#include "korelpre/text/words.h"
+
+namespace precomp {
+
+namespace {
+
+int parametersOf(const tBaseXChg& macro) {
+  int count = 0;
+  for (const tMatchMarker* part = macro.firstMatch(); part != nullptr; part = part->next()) {
+    if (!part->isIdentifier()) ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+struct tStatementLint::tTrial {
+  const tBaseXChg* rule = nullptr;
+  int token = -1;  // where it stopped; the number of tokens for the end of the statement
+  tString expected;
+};
+
+tStatementLint::tStatementLint(tFindings& findings, tProgramFile& file, tTknString& statement)
+    : findings_(findings), file_(file), statement_(statement) {}
+
+void tStatementLint::run() {
+  if (statement_.count() == 0) return;
+  if (findings_.wants(eWarning::kUnmatchedCommand)) judgeCommand();
+  if (!findings_.wants(eWarning::kArgumentCount)) return;
+  for (int i = 0; i + 1 < statement_.count(); ++i) {
+    if (statement_.tokens()[i + 1] == "(") judgeCall(i);
+  }
+}
+
+void tStatementLint::judgeCommand() {
+  // What a rule has made is the rule's affair.
+  if (file_.columnOf(statement_.tokens()[0]) == 0 || isOwnStatement()) return;
+  const tTrial farthest = farthestRule();
+  if (farthest.rule != nullptr) tellCommand(farthest);
+}
+
+// A statement of the language, a call, or one that begins with a variable.
+bool tStatementLint::isOwnStatement() const {
+  const tAutoArray<tSpcString>& tokens = statement_.tokens();
+  const std::string_view word = tokens[0];
+  if (!isNameStart(word[0])) return false;
+  if (statementWord(word) != eStatementWord::kNone) return true;
+  tOpening opening{word, {}, {}};
+  if (statement_.count() > 1) opening.next = tokens[1];
+  if (statement_.count() > 2) opening.third = tokens[2];
+  if (opening.next == "(" || opening.next == "." || opening.next == ":") return true;
+  return opening.wordIsName();
+}
+
+// No rule is returned when none has that key, or one takes the statement after all.
+tStatementLint::tTrial tStatementLint::farthestRule() const {
+  tTrial best;
+  tXChgArray& commands = file_.shared().rules.commands;
+  const tFoundRules* const found = commands.lookUp(statement_.tokens()[0]);
+  if (found == nullptr) return best;
+  const tFoundRules runs = *found;
+  const auto tryRun = [&](int first, int last) {
+    for (int i = first; i <= last; ++i) {
+      tBaseXChg& rule = *commands.get(i);
+      if (rule.matchCount(-1, &statement_) > 0) return false;
+      const int failed = statement_.failedToken();
+      const int at = failed < 0 ? statement_.count() : failed;
+      if (at <= best.token) continue;
+      best = {&rule, at, {}};
+      const tMatchMarker* const marker = statement_.failedMarker();
+      if (marker != nullptr) marker->print(&best.expected);
+      best.expected.trim();
+    }
+    return true;
+  };
+  const bool whole = tryRun(runs.wholeFirst, runs.wholeLast);
+  const bool same = runs.first == runs.wholeFirst && runs.last == runs.wholeLast;
+  if (!whole || (!same && !tryRun(runs.first, runs.last)) || statement_.overrun()) return {};
+  return best;
+}
+
+void tStatementLint::tellCommand(const tTrial& farthest) {
+  const tBaseXChg& rule = *farthest.rule;
+  const bool atEnd = farthest.token >= statement_.count();
+  std::vector<tNote> notes;
+  if (!atEnd) {
+    const std::string_view stopped = statement_.tokens()[farthest.token];
+    notes.push_back(farthest.expected.empty()
+                        ? noted("this rule got farthest, and ends before %1", {stopped})
+                        : noted("this rule got farthest, and wants %1 where %2 stands",
+                                {farthest.expected, stopped}));
+  } else {
+    notes.push_back(
+        noted("this rule got farthest, and wants %1 behind the statement", {farthest.expected}));
+  }
+  notes.back().file = rule.originFile();
+  notes.back().line = rule.originLine();
+  const tLintPlace first = placeOf(0);
+  const tLintPlace stopped = atEnd ? tLintPlace{} : placeOf(farthest.token);
+  findings_.tell(eWarning::kUnmatchedCommand, stopped.column > 0 ? stopped : first,
+                 {statement_.tokens()[0]}, std::move(notes));
+}
+
+void tStatementLint::judgeCall(int name) {
+  const tSpcString& word = statement_.tokens()[name];
+  if (word.empty() || !isNameStart(word.data()[0])) return;
+  const tIndexedName* const found = file_.shared().rules.defines.index().find(word);
+  if (found == nullptr || found->rules != 1 || !isMacro(*found)) return;
+  const int given = argumentsAt(name + 1);
+  const int expected = parametersOf(*found->rule);
+  if (given < 0 || given == expected) return;
+  std::vector<tNote> notes = {noted("defined here")};
+  notes.back().file = found->rule->originFile();
+  notes.back().line = found->rule->originLine();
+  findings_.tell(eWarning::kArgumentCount, placeOf(name),
+                 {word, tString::format("%d", given), tString::format("%d", expected)},
+                 std::move(notes));
+}
+
+// The arguments between the bracket at that token and its partner; -1 when it has none.
+int tStatementLint::argumentsAt(int bracket) const {
+  const tAutoArray<tSpcString>& tokens = statement_.tokens();
+  int depth = 0;
+  int commas = 0;
+  for (int i = bracket; i < tokens.count(); ++i) {
+    const tSpcString& token = tokens[i];
+    if (token == "(" || token == "[" || token == "{") ++depth;
+    if (token == ")" || token == "]" || token == "}") --depth;
+    if (depth == 0) return i == bracket + 1 ? 0 : commas + 1;
+    if (depth == 1 && token == ",") ++commas;
+  }
+  return -1;
+}
+
+// A token that a rule has made stands where its statement does.
+tLintPlace tStatementLint::placeOf(int token) const {
+  const tSpcString& at = statement_.tokens()[token];
+  const int column = file_.columnOf(at);
+  if (column == 0) return {file_.names.opened, statement_.origin(), 0, 0};
+  return {file_.names.opened, static_cast<int>(at.line()), column, at.size()};
+}
+
+}  // namespace precomp

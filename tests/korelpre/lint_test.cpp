@@ -1,0 +1,196 @@
+// What is told of sources that are allowed and hardly meant.
+
+#include "korelpre/lint/lint.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "tests/support/preprocess.h"
+
+namespace {
+
+// Of each warning "slug file:line:column [what the caret is below]", then its message.
+std::string lint(tFiles files, const char* wanted = "all") {
+  tDiskManMemory disk;
+  disk.put("std.ch", "");
+  for (const auto& [name, text] : files) disk.put(name, text);
+  precomp::KorelPre16 session(disk);
+  precomp::tWarningSet set;
+  EXPECT_EQ(set.take(wanted), "");
+  session.setWarnings(set);
+  runSession(session, {"-Fmain.prw"});
+  std::string text;
+  for (const precomp::tDiagnosis& told : session.takeWarnings()) {
+    const bool error = told.severity == precomp::tDiagnosis::kError;
+    const auto size =
+        static_cast<std::size_t>(told.endColumn > 0 ? told.endColumn - told.column : 0);
+    text += std::string(error ? "error " : "") + told.slug.c_str() + " " + told.file.c_str() + ":" +
+            std::to_string(told.line) + ":" + std::to_string(told.column) + " [";
+    text += told.sourceLine.view().substr(static_cast<std::size_t>(told.column) - 1, size);
+    text += std::string("] ") + told.message.c_str() + "\n";
+  }
+  return text;
+}
+
+std::string lint(std::string_view source, const char* wanted = "all") {
+  return lint({{"main.prw", source}}, wanted);
+}
+
+struct tCase {
+  std::string_view source;
+  std::string_view told;
+};
+
+template <std::size_t count>
+void expectTold(const tCase (&cases)[count]) {
+  for (const tCase& row : cases) EXPECT_EQ(lint(row.source), row.told) << row.source;
+}
+
+#define FORM "#command DEFINE FORM <o> TITLE <t> => <o> := Form(<t>)\n"
+#define NO_RULE(place, caret, word) \
+  "unmatched-command main.prw:" place " [" caret "] no rule takes this " word " statement\n"
+
+TEST(Lint, TellsOfCommandsThatNoRuleTakes) {
+  expectTold({
+      {FORM "  DEFINE FORM o TITEL \"x\"\n", NO_RULE("2:17", "TITEL", "DEFINE")},
+      {FORM "DEFI FROM o TITLE 1\n", NO_RULE("2:6", "FROM", "DEFI")},
+      {FORM "DEFINE FORM o\n", NO_RULE("2:1", "DEFINE", "DEFINE")},
+      {FORM "DEFINE FORM o TITLE 1 x\n", ""},
+      {"#xcommand PUT <x> ON\t=> P(<x>)\nPUT a OF\n", NO_RULE("2:7", "OF", "PUT")},
+      // Another rule of the key goes further.
+      {"#command SET A TO <x> => A(<x>)\n#command SET BELL ON => B()\nSET BELL OF\n",
+       NO_RULE("3:10", "OF", "SET")},
+      // Variables, calls, statements of the language, what a rule makes.
+      {FORM "DEFINE := 1\nDEFINE(2)\nDefine[1] := 3\nDEFINE->x := 1\nDEFINE:Run()\nDefine++\n", ""},
+      {"#command RETURN VALUE <x> => Return <x>\nFunction A()\nReturn 1\n", ""},
+      {"#command GO <x> => MOVE <x>\n#command MOVE <x> TO <y> => M(<x>, <y>)\nGO up\n", ""},
+      {"#ifdef NO\n" FORM "DEFINE FORM\n#endif\nDEFINE FORM\n", ""},
+  });
+}
+
+#define BELOW(place, word) \
+  "define-below-use main.prw:" place " [" word "] " word " is used above its #define\n"
+#define CASE(place, word, name)                                                                    \
+  "define-case main.prw:" place " [" word "] " word " is not replaced: the #define is spelt " name \
+  "\n"
+
+TEST(Lint, TellsOfNamesThatNoDefineReplaces) {
+  expectTold({
+      {"x := MAX\n#define MAX 3\ny := MAX\n", BELOW("1:6", "MAX")},
+      {"x := 1 + ;\n  MAX\ny := MAX\n#define MAX 3\n", BELOW("2:3", "MAX")},
+      {"x := \"MAX\" // MAX\n#ifdef NO\nx := MAX\n#endif\n/* MAX */\n#define MAX 3\n", ""},
+      {"#define MAX 1\nx := MAX\n#define MAX 3\n", ""},
+      {"x := AREA(1) + AREA\n#define AREA(a) a\n", BELOW("1:6", "AREA")},
+      {"#define MaxLines 1\nx := MAXLINES + maxlines + MAXLINES\n",
+       CASE("2:6", "MAXLINES", "MaxLines") CASE("2:17", "maxlines", "MaxLines")},
+      // The program's own words.
+      {"#define TOTAL 1\nFunction A(x, Total)\nReturn Total\n", ""},
+      {"#define TOTAL 1\nLocal a, total := 2\nx := total\n", ""},
+      {"#define TOTAL 1\nx := Total(1) + o:Total + Total->x + a->Total\n", ""},
+      {"#define TOTAL 1\nFor Total := 1 To 2\nx := Total\nNext\n", ""},
+      {"#define TITLE 1\n#command SHOW <x> TITLE <t> => S(<x>, <t>)\nSHOW a Title b\n", ""},
+      {"max := 3\nx := max\n#define max 3\n", ""},
+  });
+}
+
+TEST(Lint, TellsOfCallsWithAnotherNumberOfArguments) {
+  constexpr const char* kMessage = "is not replaced: arguments given: ";
+  EXPECT_EQ(
+      lint("#define LAST(a, b) a + b\nx := 1 + LAST( 2 )\n"),
+      std::string("argument-count main.prw:2:10 [LAST] LAST ") + kMessage + "1, expected: 2\n");
+  EXPECT_EQ(
+      lint("#define LAST(a, b) a + b\n#define PAIR 1, 2\nx := LAST(PAIR) + LAST({1,2}, f(3,4))\n"),
+      "");
+  EXPECT_EQ(lint({{"main.prw", "#include \"h.ch\"\nx := M()\nRUN 7\n"},
+                  {"h.ch", "#define M(a) a\n#command RUN <x> => M(<x>, <x>)\n"}}),
+            std::string("argument-count main.prw:2:6 [M] M ") + kMessage +
+                "0, expected: 1\nargument-count main.prw:3:1 [] M " + kMessage +
+                "2, expected: 1\n");
+}
+
+#define UNKNOWN(place, word) \
+  "unknown-directive main.prw:" place " [" word "] " word " is no directive\n"
+
+TEST(Lint, TellsOfWhatLooksLikeDirectives) {
+  expectTold({
+      {"#defin A 1\n", UNKNOWN("1:1", "#defin")},
+      {"  # define A 1\n#if A\n#pragma\n",
+       UNKNOWN("1:3", "# define") UNKNOWN("2:1", "#if") UNKNOWN("3:1", "#pragma")},
+      {"#ifdef A\n#if B\n# define\n#endif\nIf x # y\nEndIf\n/*\n#if\n*/\n* #if\n", ""},
+      {"#error give up; now\n#ifdef A\n#error\n#endif\n",
+       "error-directive main.prw:1:1 [] this #error is reached, and has no effect: give up; now\n"},
+      {"#define A 1\n#undef A\n",
+       "undef-without-effect main.prw:2:1 [] #undef has no effect on A\n"},
+      {"#undef A // gone\n#undef B\n#define B\n",
+       "undef-without-effect main.prw:1:1 [] #undef has no effect on A\n"},
+  });
+}
+
+#define LOSES(place, word, left) \
+  "dropped-bytes main.prw:" place " [" word "] " word " loses bytes and becomes " left "\n"
+
+TEST(Lint, TellsOfBytesThatVanish) {
+  expectTold({
+      {"x := nPre\xE7o + 1\n", LOSES("1:6", "nPre\xE7o", "nPreo")},
+      {"x := 1 \xC2\xA0+ ;\n `a`\n", LOSES("1:8", "\xC2\xA0", "nothing") LOSES("2:2", "`a`", "a")},
+      {"#define \xE7 1\n", LOSES("1:9", "\xE7", "nothing")},
+      {"\xEF\xBB\xBFx := '\xE7' // \xE7\n\x1A\n", ""},
+  });
+}
+
+TEST(Lint, TellsOfMarkersThatSqlDoesNotHave) {
+  expectTold({
+      {"BeginSql alias X\n  SELECT %Exp:a% FROM %Tabel:ORD%\n WHERE %notdel% AND %xfilial:A%\n"
+       " AND A LIKE '%a:b%' AND %Temp-Table:T% %Order:A,1% %Table:A% %NoParser%\nEndSql\n",
+       "unknown-sql-marker main.prw:2:23 [%Tabel:ORD%] %Tabel:ORD% is no marker of embedded SQL\n"},
+      {"x := a %b: c% d\n", ""},
+  });
+}
+
+TEST(Lint, IsSwitchedByWordsAndComments) {
+  const std::string source = "#if\nx := nPre\xE7o\n";
+  const std::string both = lint(source);
+  const std::string first = both.substr(0, both.find('\n') + 1);
+  EXPECT_EQ(lint(source, "unknown-directive"), first);
+  EXPECT_EQ(lint(source, "all,no-dropped-bytes"), first);
+  EXPECT_EQ(lint(source, "all,no-all"), "");
+  EXPECT_EQ(lint(source, "error=unknown-directive"), "error " + first);
+  EXPECT_EQ(lint(source, "unknown-directive,error"), "error " + first);
+  EXPECT_EQ(lint(source, "all,error,no-error=unknown-directive,no-dropped-bytes"), first);
+  for (const char* word : {"al", "error=", "no-", "error-directives", "error=no-if"}) {
+    EXPECT_NE(precomp::tWarningSet().take(word), "") << word;
+  }
+  expectTold({
+      {"#if // krpre: no-unknown-directive\n#if\n", UNKNOWN("2:1", "#if")},
+      {"// krpre: no-dropped-bytes, no-unknown-directive\n#if\n#if\n", UNKNOWN("3:1", "#if")},
+      {"#if\n&& krpre: file no-all\n", ""},
+      {"#if // krpre: no-dropped-bytes\n", UNKNOWN("1:1", "#if")},
+      {"x := \"krpre: file no-all\"\n#if\n", UNKNOWN("2:1", "#if")},
+  });
+}
+
+TEST(Lint, TellsOfHeadersWhereTheyAreRead) {
+  EXPECT_EQ(lint({{"main.prw", "x := `1\n#include \"a.ch\"\nx := `2\n"}, {"a.ch", "#if\n"}}),
+            LOSES("1:6", "`1", "1") "unknown-directive a.ch:1:1 [#if] #if is no directive\n" LOSES(
+                "3:6", "`2", "2"));
+}
+
+TEST(Lint, StandsInTheManual) {
+  std::ifstream file(KRPRE_SOURCES "/docs/warnings.md");
+  std::string rows;
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with("| `") && line[3] != '-')
+      rows += line.substr(0, line.find(" | ", line.find(" | ") + 3)) + "\n";
+  }
+  std::string expected;
+  for (const precomp::tWarningText& text : precomp::warningTexts()) {
+    expected += std::string("| `") + text.slug + "` | `" + text.text + "`\n";
+  }
+  EXPECT_EQ(rows, expected);
+}
+
+}  // namespace
