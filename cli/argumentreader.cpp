@@ -229,6 +229,8 @@ void tArgumentReader::splitLineNumber(std::string& file) {
 
 tCommandLine readCommandLine(const tCommand& command, int count, char** arguments) {
   tCommandLine line;
+  line.checks = command.set == kCheck;
+  if (line.checks) line.warnings = "all";
   tArgumentReader(command, count, arguments, line).read();
   return line;
 }

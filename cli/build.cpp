@@ -175,7 +175,8 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   }
   const bool input = line.readsStandardInput();
   const bool output = line.writesStandardOutput();
-  const bool keptClear = input || output || namesStandardOutput(line.dependencies.file);
+  const bool keptClear =
+      !line.checks && (input || output || namesStandardOutput(line.dependencies.file));
   const int messages = keptClear ? STDERR_FILENO : STDOUT_FILENO;
   const tMessageStyle style = messageStyle(line, messages);
   const bool share = plan.jobs.size() > 1 || line.precompiled;
@@ -185,7 +186,8 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
     runs.emplace_back(line, job, shippedHeaders, style, headers.get());
   }
 
-  tPrinter printer(line.quiet, messages, style.form == eDiagnosticForm::kSarif);
+  tPrinter printer(line.quiet && line.warnings.empty(), messages,
+                   style.form == eDiagnosticForm::kSarif);
   if (input || output) return buildStandardFiles(runs.front(), input, printer);
   const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
   const bool done = tBuild(runs, printer, terminal).run(threadsFor(line));

@@ -169,7 +169,7 @@ void tPlanner::addJob(const std::string& name) {
   if (!outputFile_.empty()) {
     job.output = outputFile_;
     job.outputIsChosen = true;
-  } else if (!line_.writesStandardOutput()) {
+  } else if (!line_.checks && !line_.writesStandardOutput()) {
     job.output = outputName(job.source, outputDirectory_);
   }
   const std::string& rule = line_.dependencies.file;
@@ -178,7 +178,7 @@ void tPlanner::addJob(const std::string& name) {
                        : namesStandardOutput(rule) ? kStandardOutput
                                                    : rule;
   }
-  job.tag = tagOf(job.output);
+  job.tag = tagOf(line_.checks ? job.source : job.output);
   plan_.jobs.push_back(std::move(job));
 }
 
@@ -193,6 +193,7 @@ bool tPlanner::checkNames() {
   }
   plan_.jobs = std::move(jobs);
   for (const tBuildJob& job : plan_.jobs) {
+    if (line_.checks) continue;  // nothing is written
     if (!checkTarget(job, job.output)) return false;
     if (!job.dependencies.empty() && !checkTarget(job, job.dependencies)) return false;
   }

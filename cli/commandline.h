@@ -29,7 +29,14 @@ struct tDependencyOptions {
 /// What the arguments of the program, or of one of its subcommands, ask for. Options that a
 /// subcommand does not have keep their defaults.
 struct tCommandLine {
-  enum eRequest { kCarryOut, kShowHelp, kShowVersion, kShowCompletions, kShowChapter };
+  enum eRequest {
+    kCarryOut,
+    kShowHelp,
+    kShowVersion,
+    kShowCompletions,
+    kShowChapter,
+    kListWarnings
+  };
 
   eRequest request = kCarryOut;
   /// What is wrong with the usage; otherwise empty. A request for help comes before it.
@@ -49,6 +56,10 @@ struct tCommandLine {
   /// The name given to the file "-"; may be empty.
   std::string standardInputName;
   eDiagnosticForm diagnostics = eDiagnosticForm::kAuto;
+  /// For krpre_host; empty: none.
+  std::string warnings;
+  /// Write nothing, and say nothing of sources without findings.
+  bool checks = false;
   bool alwaysWrite = false;
   bool precompiled = false;
   bool trace = false;

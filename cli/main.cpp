@@ -18,6 +18,7 @@
 #include "cli/query.h"
 #include "cli/shippedheaders.h"
 #include "cli/sourcequote.h"
+#include "cli/warninglist.h"
 #include "include/krpre.h"
 #include "lib_base/nearest.h"
 
@@ -103,6 +104,8 @@ int run(int count, char** arguments) try {
       const std::string text = chapterText(line.chapter);
       return text.empty() ? refuseUsage(unknownChapter(line.chapter)) : printText(text);
     }
+    case tCommandLine::kListWarnings:
+      return printText(warningList());
     case tCommandLine::kCarryOut:
       break;
   }

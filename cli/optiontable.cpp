@@ -7,6 +7,8 @@
 #include <system_error>
 #include <utility>
 
+#include "cli/warninglist.h"
+
 namespace {
 
 constexpr tCommand kCommands[] = {
@@ -14,6 +16,10 @@ constexpr tCommand kCommands[] = {
      "Preprocess Korel sources: each FILE becomes a .ppo file. If FILE is -, read standard input "
      "and "
      "write standard output."},
+    {kCheck, "check", "FILE", false, false,
+     "Look for what is wrong or hardly meant in sources: errors, and all warnings. Writes no file, "
+     "and prints nothing for a source without findings. Fails if a source has an error, or a "
+     "warning that -Werror makes one."},
     {kExplain, "explain", "FILE:LINE", true, false,
      "Show how the statement on a line of a source is rewritten: every rewrite in order, the rule "
      "behind it, where that rule is defined and what each of its markers matched, and which other "
@@ -42,6 +48,7 @@ constexpr tValue kSource = {"NAME", "source name", tValue::kFiles, ""};
 constexpr tValue kTarget = {"TARGET", "target", tValue::kText, ""};
 constexpr tValue kNumber = {"N", nullptr, tValue::kText, ""};
 constexpr tValue kCode = {"CODE", "code", tValue::kText, ""};
+constexpr tValue kWarning = {"SLUG", "warning", tValue::kText, ""};
 constexpr tValue kWord = {"WORD", nullptr, tValue::kText, ""};
 constexpr tValue kFormat = {"FORMAT", "format", tValue::kWords, kFormats};
 constexpr tValue kWhen = {"WHEN", "colour mode", tValue::kWords, kColourModes};
@@ -49,7 +56,8 @@ constexpr tValue kCompletions = {"FORMAT", "format", tValue::kWords, kCompletion
 
 constexpr unsigned kQueries = kExplain | kRules;
 constexpr unsigned kPackers = kPack | kUnpack;
-constexpr unsigned kEvery = kPreprocess | kQueries | kPackers;
+constexpr unsigned kRuns = kPreprocess | kCheck;
+constexpr unsigned kEvery = kRuns | kQueries | kPackers;
 
 constexpr const char* kInputs = "Input";
 constexpr const char* kOutputs = "Output";
@@ -99,6 +107,14 @@ void takeDefine(tCommandLine& line, const tGivenOption& given) {
   line.defines.push_back(std::move(define));
 }
 
+// Each word is checked by itself, so that the complaint can name what was meant.
+void takeWarning(tCommandLine& line, const tGivenOption& given) {
+  const std::string word = given.value;
+  const std::string reason = faultOfWarning(word);
+  if (!reason.empty()) return line.complain(given.spelling + " " + word + ": " + reason);
+  line.warnings.append(line.warnings.empty() ? "" : ",").append(word);
+}
+
 void takeJobs(tCommandLine& line, const tGivenOption& given) {
   constexpr unsigned kMost = 4096;
   const char* end = given.value + std::strlen(given.value);
@@ -111,14 +127,14 @@ void takeJobs(tCommandLine& line, const tGivenOption& given) {
 }
 
 const tOption kOptions[] = {
-    {"I", "include", &kDirectory, kPreprocess | kQueries, kInputs,
+    {"I", "include", &kDirectory, kRuns | kQueries, kInputs,
      "search DIR for include files; may be repeated",
      [](tCommandLine& line, const tGivenOption& given) {
        line.includeDirectories.emplace_back(given.value);
      }},
-    {"D", "define", &kDefinition, kPreprocess | kQueries, kInputs,
+    {"D", "define", &kDefinition, kRuns | kQueries, kInputs,
      "define NAME before the first line of each source; may be repeated", takeDefine},
-    {"", "stdin-name", &kSource, kPreprocess, kInputs,
+    {"", "stdin-name", &kSource, kRuns, kInputs,
      "treat standard input as a source called NAME (default: stdin.prw)",
      setText<&tCommandLine::standardInputName>},
     {"", "precompiled", nullptr, kPreprocess, kInputs,
@@ -161,7 +177,11 @@ const tOption kOptions[] = {
      [](tCommandLine& line, const tGivenOption& given) {
        line.colour = given.word == 2 ? std::nullopt : std::optional(given.word == 0);
      }},
-    {"", "diagnostics", &kFormat, kPreprocess, kMessages,
+    {"W", "warn", &kWarning, kRuns, kMessages,
+     "look for what a warning is about, or for all; no-SLUG switches it off again, and error=SLUG, "
+     "or error for all that are on, makes it an error; may be repeated",
+     takeWarning},
+    {"", "diagnostics", &kFormat, kRuns, kMessages,
      "print messages as classic lines, long (with the source line, the includes and the rules "
      "behind an error), json, gcc, msvc or sarif; auto (the default) means long on a terminal and "
      "classic elsewhere",
@@ -172,7 +192,7 @@ const tOption kOptions[] = {
      setFlag<&tCommandLine::trace>},
     {"q", "quiet", nullptr, kPreprocess, kMessages, "print no messages unless a source fails",
      setFlag<&tCommandLine::quiet>},
-    {"j", "jobs", &kNumber, kPreprocess, kOthers,
+    {"j", "jobs", &kNumber, kRuns, kOthers,
      "run N jobs in parallel; 0 (the default) means one per core", takeJobs},
     {"", "classic", nullptr, kPreprocess, kOthers,
      "pass all further arguments to the library unchanged; must be the first argument",
@@ -189,6 +209,8 @@ const tOption kOptions[] = {
      "print the completions for bash or zsh, or the option sections of the manual page (man), and "
      "exit",
      request<tCommandLine::kShowCompletions>},
+    {"", "list-warnings", nullptr, kRuns, kOthers, "print the warnings and exit",
+     request<tCommandLine::kListWarnings>},
     {"", "help", nullptr, kEvery, kOthers, "print this help and exit",
      request<tCommandLine::kShowHelp>},
     {"", "version", nullptr, kPreprocess, kOthers, "print the version and exit",

@@ -14,6 +14,7 @@ enum eCommand : unsigned {
   kRules = 4,
   kPack = 8,
   kUnpack = 16,
+  kCheck = 32,
 };
 
 struct tCommand {

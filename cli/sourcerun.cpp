@@ -21,6 +21,7 @@ struct tTold {
   tSourceResult& result;
   tCallbackGuard guard;
   const tMessageStyle* style = nullptr;
+  bool wantsResults = true;
   std::size_t told = 0;  // the messages up to the last diagnostic
 };
 
@@ -48,27 +49,42 @@ void addLong(const tMessageStyle& style, const krpre_diagnostic& diagnostic, tTo
   messages += head + longDetails(diagnostic, paint, words);
 }
 
+void addDiagnostic(const krpre_diagnostic& diagnostic, tTold& heard) {
+  std::string& messages = heard.result.messages;
+  switch (heard.style->form) {
+    case eDiagnosticForm::kJson:
+      messages += jsonLine(diagnostic);
+      break;
+    case eDiagnosticForm::kGcc:
+      messages += gccLines(diagnostic);
+      break;
+    case eDiagnosticForm::kMsvc:
+      messages += msvcLines(diagnostic);
+      break;
+    case eDiagnosticForm::kSarif:
+      messages += sarifResult(diagnostic);
+      break;
+    case eDiagnosticForm::kClassic:
+      // The library prints all lines but those of warnings.
+      if (diagnostic.severity == KRPRE_SEVERITY_WARNING) {
+        messages += longHead(diagnostic, tPaint(false), [&](const char* text) {
+          return translated(heard.style->language, text);
+        });
+      }
+      break;
+    default:
+      addLong(*heard.style, diagnostic, heard);
+      break;
+  }
+}
+
 void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
   tTold& heard = told(context);
   heard.guard.run([&] {
     std::string& messages = heard.result.messages;
-    switch (heard.style->form) {
-      case eDiagnosticForm::kJson:
-        messages += jsonLine(*diagnostic);
-        break;
-      case eDiagnosticForm::kGcc:
-        messages += gccLines(*diagnostic);
-        break;
-      case eDiagnosticForm::kMsvc:
-        messages += msvcLines(*diagnostic);
-        break;
-      case eDiagnosticForm::kSarif:
-        messages += sarifResult(*diagnostic);
-        break;
-      default:
-        addLong(*heard.style, *diagnostic, heard);
-        break;
-    }
+    const bool result = diagnostic->severity == KRPRE_SEVERITY_RESULT;
+    if (result && !heard.wantsResults) messages.resize(heard.told);
+    if (!result || heard.wantsResults) addDiagnostic(*diagnostic, heard);
     heard.told = messages.size();
   });
 }
@@ -93,8 +109,15 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
   if (!line.alwaysWrite) host.flags |= KRPRE_KEEP_UNCHANGED;
   heard.style = &style;
   host.message = isForMachines(style.form) ? dropMessage : takeMessage;
-  if (style.form != eDiagnosticForm::kClassic) host.diagnostic = takeDiagnostic;
+  const bool warns = !line.warnings.empty();
+  if (warns) host.warnings = line.warnings.c_str();
+  if (warns || style.form != eDiagnosticForm::kClassic) host.diagnostic = takeDiagnostic;
   if (!style.language.empty()) host.language = style.language.c_str();
+  heard.wantsResults = !line.checks && !(line.quiet && warns);
+  if (line.checks) {
+    host.flags |= KRPRE_NO_OUTPUT;
+    return host;
+  }
   if (job.output.empty()) {
     host.output = takeOutput;
   } else {

@@ -14,18 +14,19 @@ _krpre() {
     -MT) return ;;
     --key) return ;;
     --color) _krpre_words -W 'always never auto'; return ;;
-    --diagnostics) _krpre_words -W 'auto classic long json gcc msvc sarif'; return ;;
+    -W|--warn) return ;;
+    --diagnostics) _krpre_words -W 'auto classic long json gcc'; return ;;
     -j|--jobs) return ;;
-    --explain) return ;;
     --completions) _krpre_words -W 'bash zsh man'; return ;;
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
+      check) _krpre_words -W '-I --include -D --define --stdin-name -W --warn --diagnostics -j --jobs --list-warnings --help' ;;
       explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
-      rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
+      rules) _krpre_words -W '-I --include -D --define --key --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
       unpack) _krpre_words -W '-o --output --help' ;;
-      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --help --version' ;;
+      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP -W --warn --diagnostics -T --trace -q --quiet -j --jobs --classic --completions --list-warnings --help --version' ;;
     esac
     return
   fi
@@ -35,7 +36,7 @@ _krpre() {
     esac
   fi
   mapfile -t COMPREPLY < <(
-    ((COMP_CWORD > 1)) || compgen -W 'explain rules pack unpack' -- "$cur"
+    ((COMP_CWORD > 1)) || compgen -W 'check explain rules pack unpack' -- "$cur"
     compgen -d -- "$cur"
     compgen -f -- "$cur" | grep -iE '\.(prw|prg|prx|zorb|krh|khu)$')
 }
