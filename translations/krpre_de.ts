@@ -483,6 +483,110 @@
         <source>this rule got farthest, and wants %1 behind the statement</source>
         <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
     </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>den Namen so schreiben, wie die Datei heißt</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 wird nicht gelesen: unter diesem Namen ist %2 eingebunden</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>den Dateien Namen geben, die sich nicht nur in Groß- und Kleinbuchstaben unterscheiden</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nichts aus %1 wird benutzt</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>das #include entfernen</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 ist schon als %2 eingebunden und wird zweimal gelesen</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>eine Datei überall unter einem Namen einbinden</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>hier schon gelesen</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT ohne ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>ENDCONTENT ergänzen: ohne es wird kein Block der Quelle umgewandelt</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT ohne VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
+    </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>den Namen so schreiben, wie die Datei heißt</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 wird nicht gelesen: unter diesem Namen ist %2 eingebunden</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>den Dateien Namen geben, die sich nicht nur in Groß- und Kleinbuchstaben unterscheiden</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nichts aus %1 wird benutzt</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>das #include entfernen</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 ist schon als %2 eingebunden und wird zweimal gelesen</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>eine Datei überall unter einem Namen einbinden</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>hier schon gelesen</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT ohne ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>ENDCONTENT ergänzen: ohne es wird kein Block der Quelle umgewandelt</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT ohne VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>
@@ -705,6 +809,110 @@
     <message>
         <source>this rule got farthest, and wants %1 behind the statement</source>
         <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
+    </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>den Namen so schreiben, wie die Datei heißt</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 wird nicht gelesen: unter diesem Namen ist %2 eingebunden</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>den Dateien Namen geben, die sich nicht nur in Groß- und Kleinbuchstaben unterscheiden</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nichts aus %1 wird benutzt</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>das #include entfernen</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 ist schon als %2 eingebunden und wird zweimal gelesen</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>eine Datei überall unter einem Namen einbinden</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>hier schon gelesen</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT ohne ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>ENDCONTENT ergänzen: ohne es wird kein Block der Quelle umgewandelt</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT ohne VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
+    </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>den Namen so schreiben, wie die Datei heißt</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 wird nicht gelesen: unter diesem Namen ist %2 eingebunden</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>den Dateien Namen geben, die sich nicht nur in Groß- und Kleinbuchstaben unterscheiden</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nichts aus %1 wird benutzt</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>das #include entfernen</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 ist schon als %2 eingebunden und wird zweimal gelesen</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>eine Datei überall unter einem Namen einbinden</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>hier schon gelesen</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT ohne ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>ENDCONTENT ergänzen: ohne es wird kein Block der Quelle umgewandelt</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT ohne VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
     </message>
 </context>
 </TS>

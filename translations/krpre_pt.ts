@@ -483,6 +483,110 @@
         <source>this rule got farthest, and wants %1 behind the statement</source>
         <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
     </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>escreva o nome como o arquivo se chama</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 não é lido: %2 foi incluído com esse nome</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>dê aos arquivos nomes que difiram em mais do que maiúsculas e minúsculas</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nada de %1 é usado</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>remova o #include</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 já foi incluído como %2 e é lido duas vezes</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>inclua um arquivo sempre pelo mesmo nome</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>lido aqui antes</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT sem ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>acrescente o ENDCONTENT: sem ele nenhum bloco do fonte é convertido</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT sem VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
+    </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>escreva o nome como o arquivo se chama</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 não é lido: %2 foi incluído com esse nome</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>dê aos arquivos nomes que difiram em mais do que maiúsculas e minúsculas</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nada de %1 é usado</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>remova o #include</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 já foi incluído como %2 e é lido duas vezes</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>inclua um arquivo sempre pelo mesmo nome</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>lido aqui antes</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT sem ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>acrescente o ENDCONTENT: sem ele nenhum bloco do fonte é convertido</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT sem VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>
@@ -705,6 +809,110 @@
     <message>
         <source>this rule got farthest, and wants %1 behind the statement</source>
         <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
+    </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>escreva o nome como o arquivo se chama</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 não é lido: %2 foi incluído com esse nome</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>dê aos arquivos nomes que difiram em mais do que maiúsculas e minúsculas</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nada de %1 é usado</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>remova o #include</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 já foi incluído como %2 e é lido duas vezes</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>inclua um arquivo sempre pelo mesmo nome</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>lido aqui antes</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT sem ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>acrescente o ENDCONTENT: sem ele nenhum bloco do fonte é convertido</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT sem VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
+    </message>
+    <message>
+        <source>%1 differs in case from the name of the file, %2</source>
+        <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
+    </message>
+    <message>
+        <source>write the name as the file is called</source>
+        <translation>escreva o nome como o arquivo se chama</translation>
+    </message>
+    <message>
+        <source>%1 is not read: %2 was included under that name</source>
+        <translation>%1 não é lido: %2 foi incluído com esse nome</translation>
+    </message>
+    <message>
+        <source>give the files names that differ in more than upper and lower case</source>
+        <translation>dê aos arquivos nomes que difiram em mais do que maiúsculas e minúsculas</translation>
+    </message>
+    <message>
+        <source>nothing of %1 is used</source>
+        <translation>nada de %1 é usado</translation>
+    </message>
+    <message>
+        <source>remove the #include</source>
+        <translation>remova o #include</translation>
+    </message>
+    <message>
+        <source>%1 has been included as %2 and is read twice</source>
+        <translation>%1 já foi incluído como %2 e é lido duas vezes</translation>
+    </message>
+    <message>
+        <source>include a file by one name everywhere</source>
+        <translation>inclua um arquivo sempre pelo mesmo nome</translation>
+    </message>
+    <message>
+        <source>read here before</source>
+        <translation>lido aqui antes</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without ENDCONTENT</source>
+        <translation>BEGINCONTENT sem ENDCONTENT</translation>
+    </message>
+    <message>
+        <source>add the ENDCONTENT: without it no block of the source is converted</source>
+        <translation>acrescente o ENDCONTENT: sem ele nenhum bloco do fonte é convertido</translation>
+    </message>
+    <message>
+        <source>BEGINCONTENT without VAR</source>
+        <translation>BEGINCONTENT sem VAR</translation>
+    </message>
+    <message>
+        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
+        <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
     </message>
 </context>
 </TS>

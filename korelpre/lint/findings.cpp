@@ -26,7 +26,7 @@ void tFindings::add(const tProgramFile& file) {
   }
 }
 
-tLintedFile* tFindings::fileNamed(std::string_view name) {
+const tLintedFile* tFindings::fileNamed(std::string_view name) const {
   const auto found = byName_.find(std::string(name));
   return found == byName_.end() ? nullptr : &files_[found->second];
 }
@@ -46,7 +46,7 @@ void tFindings::tell(eWarning warning, const tLintPlace& place,
 // False for what a comment switches off.
 bool tFindings::complete(tFinding& finding) {
   tDiagnosis& diagnosis = finding.diagnosis;
-  tLintedFile* const file = fileNamed(diagnosis.file);
+  const tLintedFile* const file = fileNamed(diagnosis.file);
   if (file == nullptr) return true;
   if (file->suppressions.covers(diagnosis.slug, diagnosis.line)) return false;
   diagnosis.sourceLine = tString(lineOf(*file, diagnosis.line));
@@ -70,7 +70,7 @@ std::vector<tDiagnosis> tFindings::take() {
   return all;
 }
 
-std::string_view lineOf(tLintedFile& file, int line) {
+std::string_view lineOf(const tLintedFile& file, int line) {
   const std::string_view text = file.text;
   if (line < 1) return {};
   if (file.lineStarts.empty()) {

@@ -21,7 +21,7 @@ struct tLintedFile {
   tString text;
   std::vector<tIncludePlace> includedFrom;  // innermost first
   tSuppressions suppressions;
-  std::vector<std::size_t> lineStarts;  // of the lines asked for so far
+  mutable std::vector<std::size_t> lineStarts;  // made when a line is asked for
 
   int mainLine() const { return includedFrom.empty() ? 0 : includedFrom.back().line; }
 };
@@ -42,7 +42,9 @@ class tFindings {
   bool wants(eWarning warning) const { return wanted_.has(warning); }
   /// A file whose lines warnings may be about; they may come before it.
   void add(const tProgramFile& file);
-  /// The files, in the order in which they were read to their ends.
+  /// Null for a file that was not added.
+  const tLintedFile* fileNamed(std::string_view name) const;
+  /// The files, in the order in which they were read to their ends; the main file is the last.
   const std::deque<tLintedFile>& files() const { return files_; }
 
   /// Tells of something unless it is not wanted. `notes` come in front of the advice.
@@ -58,7 +60,6 @@ class tFindings {
     tDiagnosis diagnosis;
   };
 
-  tLintedFile* fileNamed(std::string_view name);
   bool complete(tFinding& finding);
 
   tWarningSet wanted_;
@@ -68,6 +69,6 @@ class tFindings {
 };
 
 /// A line of a file, from 1, without its line end.
-std::string_view lineOf(tLintedFile& file, int line);
+std::string_view lineOf(const tLintedFile& file, int line);
 
 }  // namespace precomp

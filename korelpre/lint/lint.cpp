@@ -14,6 +14,7 @@ namespace precomp {
 
 void tLint::fileCompiled(tProgramFile& file) {
   findings_.add(file);
+  includes_.fileCompiled(file);
   const std::vector<tDirectiveLine> directives = directiveLinesOf(file.text);
   judgeUndefs(file, directives);
   const bool named =
@@ -54,13 +55,16 @@ void tLint::judgeUndefs(const tProgramFile& file, const std::vector<tDirectiveLi
   undefs_.erase(found);
 }
 
-void tLint::includeSkipped(tProgramFile& /*file*/, const tString& /*name*/, int /*line*/) {}
+void tLint::includeSkipped(tProgramFile& file, const tString& name, int line) {
+  includes_.includeSkipped(file, name, line);
+}
 
 void tLint::statementRewritten(tProgramFile& file, tTknString& statement) {
   tStatementLint(findings_, file, statement).run();
 }
 
 std::vector<tDiagnosis> tLint::take() {
+  includes_.finish();
   return findings_.take();
 }
 

@@ -7,6 +7,7 @@
 #include "korelpre/directives/sourcewatcher.h"
 #include "korelpre/lint/directivelines.h"
 #include "korelpre/lint/findings.h"
+#include "korelpre/lint/includelint.h"
 
 namespace precomp {
 
@@ -35,6 +36,7 @@ class tLint final : public tSourceWatcher {
   void judgeUndefs(const tProgramFile& file, const std::vector<tDirectiveLine>& directives);
 
   tFindings findings_;
+  tIncludeLint includes_{findings_};
   std::unordered_map<std::string, std::vector<tUndef>> undefs_;  // by the file they stand in
 };
 

@@ -24,12 +24,6 @@ namespace precomp {
 
 namespace {
 
-std::string foldedName(std::string_view name) {
-  std::string folded(name);
-  std::transform(folded.begin(), folded.end(), folded.begin(), upperAscii);
-  return folded;
-}
-
 bool isDeclaration(eStatementWord word) {
   using enum eStatementWord;
   return word == kLocal || word == kStatic || word == kDeclaration || word == kFunction ||
@@ -38,7 +32,7 @@ bool isDeclaration(eStatementWord word) {
 
 void addWords(const tMatchMarker* head, std::unordered_set<std::string>& words) {
   for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
-    if (marker->isIdentifier()) words.insert(foldedName(marker->token()));
+    if (marker->isIdentifier()) words.insert(foldedWord(marker->token()));
     for (int i = 0; i < marker->groups().count(); ++i) addWords(marker->groups()[i], words);
   }
 }
@@ -64,16 +58,10 @@ void tNameUse::addWaiting() {
   }
 }
 
-std::size_t tNameUse::gateOf(std::string_view word) {
-  const auto low = [](char c) { return static_cast<unsigned char>(upperAscii(c)); };
-  const unsigned second = word.size() > 1 ? low(word[1]) : 0U;
-  return static_cast<std::size_t>(low(word[0])) << 8 | second;
-}
-
 void tNameUse::add(const tDefine& define) {
   if (define.name.empty()) return;
   gate_.set(gateOf(define.name));
-  folded_[foldedName(define.name)].push_back(define);
+  folded_[foldedWord(define.name)].push_back(define);
 }
 
 void tNameUse::statementBegins(std::string_view word) {
@@ -83,7 +71,7 @@ void tNameUse::statementBegins(std::string_view word) {
 
 // [words]
 void tNameUse::passed(std::string_view word, int line) {
-  const auto found = folded_.find(foldedName(word));
+  const auto found = folded_.find(foldedWord(word));
   if (found == folded_.end()) return;
   if (declares(word)) {
     variables_.insert(found->first);
@@ -150,7 +138,7 @@ bool tNameUse::isRuleWord(const std::string& folded) {
 void tNameUse::finish() {
   std::unordered_set<std::string> told;
   for (const tUse& use : uses_) {
-    const std::string folded = foldedName(use.word);
+    const std::string folded = foldedWord(use.word);
     if (variables_.count(folded) > 0 || isRuleWord(folded)) continue;
     if (told.emplace(use.word).second) tellUse(use);
   }

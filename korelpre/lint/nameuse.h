@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "korelpre/lint/findings.h"
+#include "korelpre/lint/foldedword.h"
 #include "korelpre/text/words.h"
 
 namespace precomp {
@@ -47,7 +48,6 @@ class tNameUse {
     const tDefine* define;
   };
 
-  static std::size_t gateOf(std::string_view word);
   void add(const tDefine& define);
   void addWaiting();
   void passed(std::string_view word, int line);

@@ -14,6 +14,7 @@
 #include "korelpre/text/cursor.h"
 #include "korelpre/text/linescan.h"
 #include "lib_base/misc.h"
+#include "lib_base/nearest.h"
 
 namespace precomp {
 
@@ -48,6 +49,17 @@ const char* firstToken(const char* p, const char* end) {
     if (p == end || !startsBlockComment(p)) return p;
     p = behindBlockComment(p, end);
   }
+}
+
+std::string nearestDirective(std::string_view word) {
+  static const std::vector<std::string> words = {
+#define DIRECTIVE(name, word, skipped) word,
+#include "korelpre/text/directives.def"
+#undef DIRECTIVE
+  };
+  std::string low(word);
+  std::transform(low.begin(), low.end(), low.begin(), lowerAscii);
+  return nearestTo(low, words);
 }
 
 constexpr std::string_view kSqlMarkers[] = {
@@ -109,6 +121,8 @@ void tSourceScan::takeHash(const char* start, const char* end) {
   if (word > start + 1 &&
       directiveAt(joined.c_str(), joined.c_str() + joined.size()).directive != eDirective::kNone) {
     notes.push_back(noted("no blank may stand behind the #: write %1", {joined}));
+  } else if (const std::string nearest = nearestDirective(joined); !nearest.empty()) {
+    notes.push_back(noted("did you mean %1?", {nearest}));
   }
   findings_.tell(eWarning::kUnknownDirective, placeOf(start, shown.size()), {shown},
                  std::move(notes));

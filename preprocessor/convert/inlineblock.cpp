@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "korelpre/lint/suppressions.h"
 #include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
 #include "lib_gzip/zipsource.h"
@@ -33,6 +34,8 @@ bool asksForTrimming(std::string_view text) {
 class tBlockWalk {
  public:
   eConversion convert(tString& text);
+  /// What was found to be wrong, in the order of the lines.
+  const tBlockFaults& faults() const { return faults_; }
 
  private:
   void takeOutside(std::string_view line);
@@ -45,11 +48,14 @@ class tBlockWalk {
   tString output_;
   bool tooLarge_ = false;
   bool completed_ = false;
+  int line_ = 0;
+  tBlockFaults faults_;
 
   // The block that is open.
   bool inside_ = false;
   bool firstLine_ = false;
   bool trim_ = false;
+  tBlockFault opening_{precomp::eWarning::kUnclosedContent, 0, {}};
   tString variable_;
   std::size_t indentation_ = 0;
 };
@@ -65,9 +71,11 @@ eConversion tBlockWalk::convert(tString& text) {
   output_.reserve(std::min(text.size() + text.size() / 2 + 64, tString::maxSize()));
   for (std::string_view rest = text; !rest.empty() && !tooLarge_;) {
     const std::string_view line = takeLine(rest);
+    ++line_;
     inside_ ? takeInside(line) : takeOutside(line);
   }
   if (tooLarge_) return eConversion::kTooLarge;
+  if (inside_) faults_.push_back(opening_);
   if (!completed_ || inside_) return eConversion::kNone;
   text = std::move(output_);
   return eConversion::kDone;
@@ -83,7 +91,8 @@ void tBlockWalk::takeOutside(std::string_view line) {
   tString declaration(trimmed(statement.substr(kBegin.size())));
   declaration.replaceAll("\t", "");
   // Kept on purpose: a line that opens a block without VAR leaves no line at all.
-  if (startsWithNoCase(declaration, kVariable)) open(line, declaration);
+  if (startsWithNoCase(declaration, kVariable)) return open(line, declaration);
+  faults_.push_back({precomp::eWarning::kContentWithoutVariable, line_, tString(line)});
 }
 
 void tBlockWalk::open(std::string_view line, std::string_view declaration) {
@@ -94,6 +103,8 @@ void tBlockWalk::open(std::string_view line, std::string_view declaration) {
   put("\n");
   trim_ = asksForTrimming(trimmed(named.substr(variable_.size())));
   inside_ = true;
+  opening_.line = line_;
+  opening_.text = tString(line);
   firstLine_ = true;
 }
 
@@ -167,11 +178,21 @@ void ReplaceExp(tString& line) {
   line = std::move(output);
 }
 
-eConversion BCParse(tString& text) {
-  return tBlockWalk().convert(text);
+eConversion BCParse(tString& text, tBlockFaults* faults) {
+  tBlockWalk walk;
+  const tString source = text;
+  const eConversion result = walk.convert(text);
+  if (faults == nullptr || walk.faults().empty()) return result;
+  const precomp::tSuppressions suppressions(source);
+  for (const tBlockFault& fault : walk.faults()) {
+    const char* const slug = precomp::warningTextOf(fault.what).slug;
+    if (!suppressions.covers(slug, fault.line)) faults->push_back(fault);
+  }
+  return result;
 }
 
-eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name, int& reason) {
+eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name, int& reason,
+                             tBlockFaults* faults) {
   if (sourceKindOf(name).converter != eConverter::kInlineBlocks) return eConversion::kNone;
   const auto nothing = [&] { return reason == 0 ? eConversion::kNone : eConversion::kUnreadable; };
   {
@@ -180,7 +201,7 @@ eConversion DoBCPreprocessor(tDiskManOverlay& files, const tString& name, int& r
   }
   tString text;
   if (!readSourceText(files, name, text, reason)) return nothing();
-  const eConversion result = BCParse(text);
+  const eConversion result = BCParse(text, faults);
   if (result == eConversion::kDone) keepConverted(files, name, text);
   return result;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -77,6 +78,7 @@ class tFileRun {
   int normalise(tDiskManOverlay& files);
   int preprocess(tDiskManOverlay& files, tString& text);
   void addIncludePaths(precomp::KorelPre16& session);
+  std::vector<precomp::tDiagnosis> warningsOfBlocks();
   bool tellWarnings(precomp::KorelPre16& session, tDiskManOverlay& files);
   int write(const tString& text);
   bool prepare(tReplacement& file, const tString& name);
@@ -108,6 +110,7 @@ class tFileRun {
   const bool isForeign_;
   tRunReport report_;
   tForeignConversion foreign_;
+  tBlockFaults blockFaults_;
   std::size_t longestLine_ = kLongestLine;  // of what is normalised
   bool outputIsOurs_ = false;               // and may be removed after a failure
 };
@@ -196,7 +199,7 @@ int tFileRun::convert(tDiskManOverlay& files) {
   eConversion done =
       DoKRHPreprocessor(files, readName_, options_.pageDebugInfo, options_.httpSend, error, reason);
   if (done == eConversion::kDone) longestLine_ = tLineWriter::kAnyLength;
-  if (done == eConversion::kNone) done = DoBCPreprocessor(files, readName_, reason);
+  if (done == eConversion::kNone) done = DoBCPreprocessor(files, readName_, reason, &blockFaults_);
   if (done == eConversion::kUnreadable) return failReading(eMessage::kSourceUnreadable, reason);
   if (done == eConversion::kError) {
     const tString line = tString::format("%d", error.line);
@@ -269,10 +272,10 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   trace(eMessage::kTraceSession, {names_.source});
   tString errorText;
   session.doIt(text, errorText);
-  const bool refused = tellWarnings(session, files);
   const bool failed = session.errorCount() > 0 || !errorText.empty();
+  if (failed) report_.pass(session.diagnosis(), session, names_.copy, files);
+  const bool refused = tellWarnings(session, files);
   if (failed) {
-    report_.pass(session.diagnosis(), session, names_.copy, files);
     trace(eMessage::kTraceError, {trimmedRight(errorText)});
     return kSessionError;
   }
@@ -282,10 +285,30 @@ int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
   return kDone;
 }
 
+std::vector<precomp::tDiagnosis> tFileRun::warningsOfBlocks() {
+  std::vector<precomp::tDiagnosis> warnings;
+  const precomp::tWarningSet& wanted = options_.warnings;
+  for (const tBlockFault& fault : blockFaults_) {
+    if (!wanted.has(fault.what)) continue;
+    warnings.push_back(precomp::diagnosisOf(fault.what, wanted.isError(fault.what), {}));
+    precomp::tDiagnosis& warning = warnings.back();
+    warning.file = names_.source;
+    warning.line = fault.line;
+    warning.sourceLine = fault.text;
+    const std::size_t first = fault.text.view().find_first_not_of(" \t");
+    warning.column = static_cast<int>(first) + 1;
+  }
+  return warnings;
+}
+
 /// Whether one of them is an error.
 bool tFileRun::tellWarnings(precomp::KorelPre16& session, tDiskManOverlay& files) {
   bool refused = false;
-  for (const precomp::tDiagnosis& warning : session.takeWarnings()) {
+  std::vector<precomp::tDiagnosis> blocks = warningsOfBlocks();
+  std::vector<precomp::tDiagnosis> warnings = session.takeWarnings();
+  warnings.insert(warnings.begin(), std::make_move_iterator(blocks.begin()),
+                  std::make_move_iterator(blocks.end()));
+  for (const precomp::tDiagnosis& warning : warnings) {
     if (warning.severity == precomp::tDiagnosis::kError) {
       refused = true;
       const tString& name = warning.file == names_.copy ? names_.source : warning.file;

@@ -151,6 +151,48 @@ TEST(Lint, TellsOfMarkersThatSqlDoesNotHave) {
   });
 }
 
+TEST(Lint, TellsOfIncludesThatDoNotReadWhatTheyName) {
+  EXPECT_EQ(
+      lint({{"main.prw",
+             "#include \"a.ch\"\n#include \"A.ch\"\n#include \"a.ch\"\n#include \"B.CH\"\n"
+             "#include \"b.ch\"\n#include \"d/../a.ch\"\nx := A + B\n"},
+            {"a.ch", "#define A 1\n"},
+            {"B.CH", "#define B 2\n"},
+            {"b.ch", ""},
+            {"d/../a.ch", "#define A 1\n"}}),
+      "include-case main.prw:2:1 [] A.ch differs in case from the name of the file, a.ch\n"
+      "shadowed-include main.prw:5:1 [] b.ch is not read: B.CH was included under that name\n");
+}
+
+TEST(Lint, TellsOfIncludesThatNothingNeeds) {
+  const auto unneeded = [](const char* line, const std::string& name) {
+    return std::string("unneeded-include main.prw:") + line + ":11 [" + name + "] nothing of " +
+           name + " is used\n";
+  };
+  EXPECT_EQ(
+      lint({{"main.prw",
+             "#include \"a.ch\"\n#include \"b.ch\"\n#include \"c.ch\"\n"
+             "#include \"empty.ch\"\nx := 'A_ONE' // B_ONE\nSHOUT x\n"},
+            {"a.ch", "#ifndef A_CH\n#define A_CH\n#define A_ONE 1\n#include \"deep.ch\"\n#endif\n"},
+            {"b.ch", "#define B_ONE A_CHX\n#command SHOUTING <x> => S(<x>)\n"},
+            {"c.ch", "#include \"code.ch\"\n"},
+            {"deep.ch", "#define DEEP A_ONE\n"},
+            {"code.ch", "Call()\n"},
+            {"empty.ch", ""}}),
+      unneeded("1", "a.ch") + unneeded("4", "empty.ch"));
+  // Used by the condition of a conditional, by another header, as anything, in another case.
+  EXPECT_EQ(lint({{"main.prw",
+                   "#include \"a.ch\"\n#include \"b.ch\"\n#include \"c.ch\"\n#include \"d.ch\"\n"
+                   "#ifdef A_ONE\n#endif\nb := d_one + D_ONE\n"},
+                  {"a.ch", "#define A_ONE 1\n"},
+                  {"b.ch", "#define B E_ONE\n"},
+                  {"c.ch", "#translate <x> AND SO ON => <x>\n"},
+                  {"d.ch", "#define D_ONE 1\n#include \"e.ch\"\n"},
+                  {"e.ch", "#define E_ONE 1\n"}},
+                 "unneeded-include"),
+            "");
+}
+
 TEST(Lint, IsSwitchedByWordsAndComments) {
   const std::string source = "#if\nx := nPre\xE7o\n";
   const std::string both = lint(source);
