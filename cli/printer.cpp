@@ -23,9 +23,20 @@ bool reportOutput(int error) {
 
 }  // namespace
 
+std::string tPrinter::freshMessages(const tSourceResult& result) {
+  std::string fresh;
+  std::size_t copied = 0;
+  for (const tHeaderMessage& message : result.ofHeaders) {
+    if (printed_.insert(message.key).second) continue;
+    fresh += result.messages.substr(copied, message.begin - copied);
+    copied = message.end;
+  }
+  return fresh + result.messages.substr(copied);
+}
+
 void tPrinter::print(const tSourceResult& result) {
   allDone_ = allDone_ && result.done;
-  held_ += result.messages;
+  held_ += freshMessages(result);
   if (quiet_ && result.done) return;
   quiet_ = false;
   if (!sarif_) write(std::exchange(held_, {}));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 
 #include "cli/sourcerun.h"
 
@@ -12,13 +13,15 @@ class tPrinter {
   tPrinter(bool quiet, int messages, bool sarif)
       : quiet_(quiet), descriptor_(messages), sarif_(sarif) {}
 
-  /// Prints the messages and the complaint of one source at once, unless they are held back.
+  /// Prints the messages and the complaint of one source at once, unless they are held back. What
+  /// was printed of a header for a source before it is left out.
   void print(const tSourceResult& result);
   /// To be called behind the last source. Whether everything was printed. A reader that has gone
   /// away is no failure; any other is reported on standard error.
   bool finish();
 
  private:
+  std::string freshMessages(const tSourceResult& result);
   void write(const std::string& text);
 
   bool quiet_;
@@ -26,7 +29,8 @@ class tPrinter {
   bool sarif_;
   bool allDone_ = true;
   std::string held_;
-  int error_ = 0;  // of the first write that failed
+  std::unordered_set<std::string> printed_;  // keys of messages about headers
+  int error_ = 0;                            // of the first write that failed
 };
 
 /// Writes all bytes. Returns 0 or an errno value.

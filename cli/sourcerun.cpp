@@ -5,6 +5,7 @@
 
 #include <cstddef>
 
+#include "cli/diagnosticparts.h"
 #include "cli/diagnostics.h"
 #include "cli/librarycall.h"
 #include "cli/messagelanguage.h"
@@ -78,6 +79,17 @@ void addDiagnostic(const krpre_diagnostic& diagnostic, tTold& heard) {
   }
 }
 
+// Errors without a number end the run of their source, what -Werror makes of warnings aside.
+bool isWarningOfHeader(const krpre_diagnostic& diagnostic) {
+  const bool error = diagnostic.severity == KRPRE_SEVERITY_ERROR && diagnostic.code == 0;
+  return diagnostic.includeCount > 0 && (error || diagnostic.severity == KRPRE_SEVERITY_WARNING);
+}
+
+std::string keyOf(const krpre_diagnostic& diagnostic) {
+  return placed(diagnostic.file, diagnostic.line, diagnostic.column) + " " + diagnostic.slug + " " +
+         diagnostic.message;
+}
+
 void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
   tTold& heard = told(context);
   heard.guard.run([&] {
@@ -85,6 +97,9 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
     const bool result = diagnostic->severity == KRPRE_SEVERITY_RESULT;
     if (result && !heard.wantsResults) messages.resize(heard.told);
     if (!result || heard.wantsResults) addDiagnostic(*diagnostic, heard);
+    if (isWarningOfHeader(*diagnostic)) {
+      heard.result.ofHeaders.push_back({heard.told, messages.size(), keyOf(*diagnostic)});
+    }
     heard.told = messages.size();
   });
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "cli/buildplan.h"
 #include "cli/commandline.h"
@@ -8,11 +10,20 @@
 
 struct krpre_headers;
 
+/// A part of the messages that is the same for every source which includes a header.
+struct tHeaderMessage {
+  std::size_t begin;
+  std::size_t end;
+  std::string key;
+};
+
 /// The outcome of one source.
 struct tSourceResult {
   bool done = false;
   /// For standard output.
   std::string messages;
+  /// In order.
+  std::vector<tHeaderMessage> ofHeaders;
   /// For standard error.
   std::string complaint;
   bool outOfMemory = false;

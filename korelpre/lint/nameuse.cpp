@@ -6,8 +6,9 @@
 //   [words]   A word is compared with the defines of its folded name. The same spelling above the
 //             line of the define is one finding, no define of the spelling another.
 //   [own]     The language knows no case, and a program may have a variable of the name of a
-//             define. What is declared, assigned to, called, or belongs to an object or an alias is
-//             the program's own word, and so is a word that a rule in force has in its pattern.
+//             define, or of a word of the language. What is declared, assigned to, called, or
+//             belongs to an object or an alias is the program's own word, and so is a word that a
+//             rule in force has in its pattern.
 
 #include "korelpre/lint/nameuse.h"
 
@@ -85,7 +86,8 @@ void tNameUse::passed(std::string_view word, int line) {
   if (first != nullptr) {
     const bool isMacro = first->rule->firstMatch()->next() != nullptr;
     if (line < first->line && (called || !isMacro)) uses_.push_back({word, line, first});
-  } else if (!isOwnWord(word) && !called) {
+  } else if (!isOwnWord(word) && !called && statementWord(word) == eStatementWord::kNone &&
+             found->first != "NIL") {
     uses_.push_back({word, line, &found->second.front()});
   }
 }
@@ -97,12 +99,25 @@ bool tNameUse::declares(std::string_view word) const {
   if (rest == ":=" || rest == "++" || rest == "--" ||
       (next[1] == '=' && std::strchr("+-*/", *next)))
     return true;
+  if (isBlockParameter(word)) return true;
   const bool isFirst = word.data() == first_.data();
   if (isFirst) return *next == '=';
   const char* const before = backOverBlanks(word.data(), first_.data());
   const bool follows = before == first_.data() + first_.size();
   if (statement_ == eStatementWord::kFor) return follows;
   return isDeclaration(statement_) && (follows || before[-1] == ',' || before[-1] == '(');
+}
+
+// [own] Of a code block: "{|a, b| a + b}".
+bool tNameUse::isBlockParameter(std::string_view word) const {
+  const char* const start = file_.text.data();
+  const char* before = word.data();
+  while (before > start && (isWordByte(before[-1]) || isBlank(before[-1]) || before[-1] == ',')) {
+    --before;
+  }
+  if (before == start || before[-1] != '|') return false;
+  before = backOverBlanks(before - 1, start);
+  return before > start && before[-1] == '{';
 }
 
 // [own] A property, an alias or a field of one.

@@ -52,6 +52,7 @@ class tNameUse {
   void addWaiting();
   void passed(std::string_view word, int line);
   bool declares(std::string_view word) const;
+  bool isBlockParameter(std::string_view word) const;
   bool isOwnWord(std::string_view word) const;
   bool isRuleWord(const std::string& folded);
   void tellUse(const tUse& use);

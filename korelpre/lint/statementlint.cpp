@@ -53,6 +53,8 @@ void tStatementLint::judgeCommand() {
 bool tStatementLint::isOwnStatement() const {
   const tAutoArray<tSpcString>& tokens = statement_.tokens();
   const std::string_view word = tokens[0];
+  // An annotation of the extended language.
+  if (word == "@" && file_.isExtendedSource()) return true;
   if (!isNameStart(word[0])) return false;
   if (statementWord(word) != eStatementWord::kNone) return true;
   tOpening opening{word, {}, {}};
