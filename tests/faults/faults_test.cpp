@@ -308,6 +308,7 @@ TEST(Faults, OfTheProgramAreTold) {
       {{"krpre", "-q", "--diagnostics=long", "bad.prw", "b.prw"}, 1},
       {{"krpre", "-D", "MORE", "-", "--stdin-name", "a.prw"}},
       {{"krpre", "--classic", "@Fa.prw"}},
+      {{"krpre", "check", "-j2", "--diagnostics=long", "a.prw", "b.prw"}},
       {{"krpre", "rules", "--json", "a.prw"}},
       {{"krpre", "rules", "--key", "PUT", "a.prw"}},
       {{"krpre", "explain", "--json", "a.prw:6"}},
