@@ -587,6 +587,10 @@
         <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
         <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
     </message>
+    <message>
+        <source>not told: %1 more of %2</source>
+        <translation>nicht genannt: %1 weitere von %2</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>
@@ -913,6 +917,10 @@
     <message>
         <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
         <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
+    </message>
+    <message>
+        <source>not told: %1 more of %2</source>
+        <translation>nicht genannt: %1 weitere von %2</translation>
     </message>
 </context>
 </TS>

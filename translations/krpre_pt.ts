@@ -587,6 +587,10 @@
         <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
         <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
     </message>
+    <message>
+        <source>not told: %1 more of %2</source>
+        <translation>não informados: mais %1 de %2</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>
@@ -913,6 +917,10 @@
     <message>
         <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
         <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
+    </message>
+    <message>
+        <source>not told: %1 more of %2</source>
+        <translation>não informados: mais %1 de %2</translation>
     </message>
 </context>
 </TS>

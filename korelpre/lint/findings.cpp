@@ -4,10 +4,19 @@
 #include <tuple>
 
 #include "korelpre/directives/programfile.h"
+#include "korelpre/errors/notes.h"
 
 namespace precomp {
 
 namespace {
+
+constexpr int kMostTold = 1000;  // of one warning
+constexpr std::size_t kMostArguments = 3;
+
+tString shortened(std::string_view text) {
+  constexpr std::size_t kLongest = 100;
+  return tString(text.substr(0, kLongest)).append(text.size() > kLongest ? "..." : "");
+}
 
 // Where a reader meets a line: at the include that leads to it.
 std::tuple<int, int, std::string_view, int, int> orderOf(const tDiagnosis& diagnosis) {
@@ -31,10 +40,28 @@ const tLintedFile* tFindings::fileNamed(std::string_view name) const {
   return found == byName_.end() ? nullptr : &files_[found->second];
 }
 
+bool tFindings::hears(eWarning warning) {
+  if (!wants(warning)) return false;
+  int& told = told_[static_cast<std::size_t>(warning)];
+  if (told < kMostTold) return true;
+  ++told;
+  return false;
+}
+
 void tFindings::tell(eWarning warning, const tLintPlace& place,
                      std::initializer_list<std::string_view> arguments, std::vector<tNote> notes) {
-  if (!wants(warning)) return;
-  tDiagnosis diagnosis = diagnosisOf(warning, wanted_.isError(warning), arguments);
+  if (!hears(warning)) return;
+  ++told_[static_cast<std::size_t>(warning)];
+  std::array<tString, kMostArguments> texts;
+  std::array<std::string_view, kMostArguments> views;
+  std::size_t count = 0;
+  for (const std::string_view argument : arguments) {
+    texts[count] = shortened(argument);
+    views[count] = texts[count];
+    ++count;
+  }
+  tDiagnosis diagnosis =
+      diagnosisOf(warning, wanted_.isError(warning), {views[0], views[1], views[2]});
   diagnosis.notes.insert(diagnosis.notes.begin(), notes.begin(), notes.end());
   diagnosis.file = tString(place.file);
   diagnosis.line = place.line;
@@ -49,7 +76,13 @@ bool tFindings::complete(tFinding& finding) {
   const tLintedFile* const file = fileNamed(diagnosis.file);
   if (file == nullptr) return true;
   if (file->suppressions.covers(diagnosis.slug, diagnosis.line)) return false;
-  diagnosis.sourceLine = tString(lineOf(*file, diagnosis.line));
+  // A line may be long, and much may be told of it.
+  if (lastFile_ != file || lastLine_ != diagnosis.line) {
+    lastFile_ = file;
+    lastLine_ = diagnosis.line;
+    lastText_ = tString(lineOf(*file, diagnosis.line));
+  }
+  diagnosis.sourceLine = lastText_;
   diagnosis.includedFrom = file->includedFrom;
   if (diagnosis.column == 0) {
     const std::size_t first = diagnosis.sourceLine.view().find_first_not_of(" \t");
@@ -63,6 +96,15 @@ std::vector<tDiagnosis> tFindings::take() {
   for (tFinding& finding : found_) {
     if (complete(finding)) all.push_back(std::move(finding.diagnosis));
   }
+  for (const tFinding& finding : found_) {
+    int& told = told_[static_cast<std::size_t>(finding.warning)];
+    if (told <= kMostTold || all.empty()) continue;
+    all.back().notes.push_back(
+        noted("not told: %1 more of %2",
+              {tString::format("%d", told - kMostTold), warningTextOf(finding.warning).slug}));
+    told = 0;
+  }
+  told_ = {};
   found_.clear();
   std::stable_sort(all.begin(), all.end(), [](const tDiagnosis& a, const tDiagnosis& b) {
     return orderOf(a) < orderOf(b);

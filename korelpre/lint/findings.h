@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <deque>
 #include <initializer_list>
 #include <string>
@@ -40,6 +41,9 @@ class tFindings {
   explicit tFindings(const tWarningSet& wanted) : wanted_(wanted) {}
 
   bool wants(eWarning warning) const { return wanted_.has(warning); }
+  /// Whether the next tell() of the warning is heard: it is wanted, and was not told a thousand
+  /// times. Who asks and is refused counts as told.
+  bool hears(eWarning warning);
   /// A file whose lines warnings may be about; they may come before it.
   void add(const tProgramFile& file);
   /// Null for a file that was not added.
@@ -47,7 +51,8 @@ class tFindings {
   /// The files, in the order in which they were read to their ends; the main file is the last.
   const std::deque<tLintedFile>& files() const { return files_; }
 
-  /// Tells of something unless it is not wanted. `notes` come in front of the advice.
+  /// Tells of something that is wanted. Long arguments are cut. `notes` come in front of the
+  /// advice.
   void tell(eWarning warning, const tLintPlace& place,
             std::initializer_list<std::string_view> arguments, std::vector<tNote> notes = {});
   /// All that was told and that no comment switches off, in the order in which a reader of the
@@ -66,6 +71,11 @@ class tFindings {
   std::deque<tLintedFile> files_;
   std::unordered_map<std::string, std::size_t> byName_;
   std::vector<tFinding> found_;
+  std::array<int, kWarningCount> told_{};
+  // The line that was looked up last.
+  const tLintedFile* lastFile_ = nullptr;
+  int lastLine_ = 0;
+  tString lastText_;
 };
 
 /// A line of a file, from 1, without its line end.

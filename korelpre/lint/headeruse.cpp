@@ -1,6 +1,7 @@
 #include "korelpre/lint/headeruse.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "korelpre/lint/directivelines.h"
 #include "korelpre/lint/foldedword.h"
@@ -11,6 +12,7 @@ namespace precomp {
 namespace {
 
 constexpr std::size_t kShortestAbbreviation = 4;
+constexpr std::size_t kMostOwners = 64;
 
 }  // namespace
 
@@ -28,7 +30,7 @@ void tHeaderUse::addInclude(const std::string& includer, const std::string& incl
   const auto from = byName_.find(includer);
   const auto to = byName_.find(included);
   if (from == byName_.end() || to == byName_.end()) return;
-  included_[from->second].push_back(to->second);
+  included_[from->second].insert(to->second);
 }
 
 void tHeaderUse::readTexts() {
@@ -56,7 +58,13 @@ void tHeaderUse::addKey(std::string_view key, bool abbreviates, std::size_t file
   gate_.set(gateOf(key));
   const bool cut = abbreviates && folded.size() > kShortestAbbreviation;
   tOwners& owners = cut ? starts_[folded.substr(0, kShortestAbbreviation)] : keys_[folded];
-  if (owners.empty() || owners.back() != file) owners.push_back(file);
+  if (!owners.files.empty() && owners.files.back() == file) return;
+  // What so many define is used somewhere.
+  if (owners.files.size() < kMostOwners) {
+    owners.files.push_back(file);
+  } else {
+    needed_[file] = true;
+  }
 }
 
 // The words outside of strings and comments.
@@ -86,11 +94,10 @@ void tHeaderUse::readWords(std::size_t file) {
 void tHeaderUse::take(std::string_view word, std::size_t file) {
   if (!gate_[gateOf(word)]) return;
   const std::string folded = foldedWord(word);
-  const auto use = [&](const std::unordered_map<std::string, tOwners>& keys,
-                       const std::string& key) {
+  const auto use = [&](std::unordered_map<std::string, tOwners>& keys, const std::string& key) {
     const auto found = keys.find(key);
-    if (found == keys.end()) return;
-    for (const std::size_t owner : found->second) uses_.emplace(owner, file);
+    if (found == keys.end() || std::exchange(found->second.user, file) == file) return;
+    for (const std::size_t owner : found->second.files) uses_.emplace(owner, file);
   };
   use(keys_, folded);
   if (folded.size() >= kShortestAbbreviation) {

@@ -29,7 +29,11 @@ class tHeaderUse {
   bool isNeeded(const std::string& name) const;
 
  private:
-  using tOwners = std::vector<std::size_t>;
+  /// The files that have a key, and the file that was seen to use it last.
+  struct tOwners {
+    std::vector<std::size_t> files;
+    std::size_t user = std::string_view::npos;
+  };
 
   void learnKeys(std::size_t file);
   void addKey(std::string_view key, bool abbreviates, std::size_t file);
@@ -40,7 +44,7 @@ class tHeaderUse {
   const std::deque<tLintedFile>& files_;
   std::unordered_map<std::string, std::size_t> byName_;
   std::vector<bool> needed_;
-  std::vector<tOwners> included_;
+  std::vector<std::set<std::size_t>> included_;
   std::bitset<65536> gate_;                             // by the first two bytes of keys
   std::unordered_map<std::string, tOwners> keys_;       // folded
   std::unordered_map<std::string, tOwners> starts_;     // of keys that may be abbreviated

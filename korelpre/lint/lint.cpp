@@ -60,7 +60,7 @@ void tLint::includeSkipped(tProgramFile& file, const tString& name, int line) {
 }
 
 void tLint::statementRewritten(tProgramFile& file, tTknString& statement) {
-  tStatementLint(findings_, file, statement).run();
+  tStatementLint(findings_, file, statement, steps_).run();
 }
 
 std::vector<tDiagnosis> tLint::take() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -36,6 +37,7 @@ class tLint final : public tSourceWatcher {
   void judgeUndefs(const tProgramFile& file, const std::vector<tDirectiveLine>& directives);
 
   tFindings findings_;
+  std::uint64_t steps_ = 30'000'000;  // that the matcher may take for statements judged again
   tIncludeLint includes_{findings_};
   std::unordered_map<std::string, std::vector<tUndef>> undefs_;  // by the file they stand in
 };

@@ -110,7 +110,9 @@ bool tNameUse::declares(std::string_view word) const {
 
 // [own] Of a code block: "{|a, b| a + b}".
 bool tNameUse::isBlockParameter(std::string_view word) const {
-  const char* const start = file_.text.data();
+  constexpr std::ptrdiff_t kFarthest = 200;
+  const char* const text = file_.text.data();
+  const char* const start = word.data() - std::min(word.data() - text, kFarthest);
   const char* before = word.data();
   while (before > start && (isWordByte(before[-1]) || isBlank(before[-1]) || before[-1] == ',')) {
     --before;
@@ -161,9 +163,11 @@ void tNameUse::finish() {
 
 // Of each spelling the first use is told.
 void tNameUse::tellUse(const tUse& use) {
+  const bool sameCase = use.define->name == use.word;
+  const eWarning warning = sameCase ? eWarning::kDefineBelowUse : eWarning::kDefineCase;
+  if (!findings_.hears(warning)) return;
   const auto offset = static_cast<std::size_t>(use.word.data() - file_.text.data());
   const tLintPlace place{file_.names.opened, use.line, file_.columnAt(offset), use.word.size()};
-  const bool sameCase = use.define->name == use.word;
   std::vector<tNote> notes;
   const tBaseXChg& rule = *use.define->rule;
   if (rule.originLine() > 0) {
@@ -171,11 +175,7 @@ void tNameUse::tellUse(const tUse& use) {
     notes.back().file = rule.originFile();
     notes.back().line = rule.originLine();
   }
-  if (sameCase) {
-    findings_.tell(eWarning::kDefineBelowUse, place, {use.word}, std::move(notes));
-  } else {
-    findings_.tell(eWarning::kDefineCase, place, {use.word, use.define->name}, std::move(notes));
-  }
+  findings_.tell(warning, place, {use.word, use.define->name}, std::move(notes));
 }
 
 }  // namespace precomp

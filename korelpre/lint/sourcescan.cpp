@@ -65,6 +65,8 @@ std::string nearestDirective(std::string_view word) {
 constexpr std::string_view kSqlMarkers[] = {
     "Exp:", "xFilial:", "Order:", "Table:", "NotDel%", "Temp-Table:", "NoParser%"};
 
+constexpr std::ptrdiff_t kLongestMarker = 1000;
+
 }  // namespace
 
 tSourceScan::tSourceScan(tFindings& findings, tProgramFile& file, tNameUse* names)
@@ -113,6 +115,7 @@ void tSourceScan::takeLine(const char* start, const char* end) {
 
 void tSourceScan::takeHash(const char* start, const char* end) {
   if (directiveAt(start, end).directive != eDirective::kNone) return;
+  if (!findings_.hears(eWarning::kUnknownDirective)) return;
   const char* const word = skipBlanks(start + 1, end);
   const char* const behind = isNameStart(*word) ? behindWord(word) : start + 1;
   const std::string_view shown = textBetween(start, behind);
@@ -169,6 +172,7 @@ const char* tSourceScan::takeDropped(const char* at, const char* start, const ch
   while (behind < end && (isNameByte(*behind) || isDropped(*behind))) ++behind;
   const bool endOfText = *at == '\x1A' && endsText(behind);
   if (endOfText || (at == text_ && textBetween(at, end).starts_with("\xEF\xBB\xBF"))) return behind;
+  if (!findings_.hears(eWarning::kDroppedBytes)) return behind;
   const std::string_view whole = textBetween(begin, behind);
   tString left;
   for (const char c : whole) {
@@ -198,7 +202,8 @@ void tSourceScan::takeSql(const char* start, const char* end) {
     } else if (*p == '\n') {
       ++line_;
     } else if (*p == '%' && isLetter(p[1])) {
-      const std::string_view rest = textBetween(p + 1, lineFeedFrom(p, end));
+      const char* const last = p + std::min<std::ptrdiff_t>(end - p, kLongestMarker);
+      const std::string_view rest = textBetween(p + 1, lineFeedFrom(p, last));
       const std::size_t close = rest.find('%');
       const std::size_t name = rest.find_first_not_of(
           "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-");
@@ -206,7 +211,8 @@ void tSourceScan::takeSql(const char* start, const char* end) {
       if (close == std::string_view::npos || !form) continue;
       const auto known = [&](std::string_view marker) { return startsWithNoCase(rest, marker); };
       const std::string_view marker = textBetween(p, p + close + 2);
-      if (std::none_of(std::begin(kSqlMarkers), std::end(kSqlMarkers), known)) {
+      if (std::none_of(std::begin(kSqlMarkers), std::end(kSqlMarkers), known) &&
+          findings_.hears(eWarning::kUnknownSqlMarker)) {
         findings_.tell(eWarning::kUnknownSqlMarker, placeOf(p, marker.size()), {marker});
       }
       p += close + 1;

@@ -30,8 +30,9 @@ struct tStatementLint::tTrial {
   tString expected;
 };
 
-tStatementLint::tStatementLint(tFindings& findings, tProgramFile& file, tTknString& statement)
-    : findings_(findings), file_(file), statement_(statement) {}
+tStatementLint::tStatementLint(tFindings& findings, tProgramFile& file, tTknString& statement,
+                               std::uint64_t& steps)
+    : findings_(findings), file_(file), statement_(statement), steps_(steps) {}
 
 void tStatementLint::run() {
   if (statement_.count() == 0) return;
@@ -44,9 +45,13 @@ void tStatementLint::run() {
 
 void tStatementLint::judgeCommand() {
   // What a rule has made is the rule's affair.
-  if (file_.columnOf(statement_.tokens()[0]) == 0 || isOwnStatement()) return;
+  if (steps_ == 0 || isOwnStatement() || file_.columnOf(statement_.tokens()[0]) == 0) return;
+  const std::uint32_t before = statement_.steps();
   const tTrial farthest = farthestRule();
-  if (farthest.rule != nullptr) tellCommand(farthest);
+  steps_ -= std::min<std::uint64_t>(steps_, statement_.steps() - before);
+  if (farthest.rule != nullptr && findings_.hears(eWarning::kUnmatchedCommand)) {
+    tellCommand(farthest);
+  }
 }
 
 // A statement of the language, a call, or one that begins with a variable.
@@ -65,7 +70,7 @@ bool tStatementLint::isOwnStatement() const {
 }
 
 // No rule is returned when none has that key, or one takes the statement after all.
-tStatementLint::tTrial tStatementLint::farthestRule() const {
+tStatementLint::tTrial tStatementLint::farthestRule() {
   tTrial best;
   tXChgArray& commands = file_.shared().rules.commands;
   const tFoundRules* const found = commands.lookUp(statement_.tokens()[0]);
@@ -120,7 +125,7 @@ void tStatementLint::judgeCall(int name) {
   if (found == nullptr || found->rules != 1 || !isMacro(*found)) return;
   const int given = argumentsAt(name + 1);
   const int expected = parametersOf(*found->rule);
-  if (given < 0 || given == expected) return;
+  if (given < 0 || given == expected || !findings_.hears(eWarning::kArgumentCount)) return;
   std::vector<tNote> notes = {noted("defined here")};
   notes.back().file = found->rule->originFile();
   notes.back().line = found->rule->originLine();
@@ -130,11 +135,12 @@ void tStatementLint::judgeCall(int name) {
 }
 
 // The arguments between the bracket at that token and its partner; -1 when it has none.
-int tStatementLint::argumentsAt(int bracket) const {
+int tStatementLint::argumentsAt(int bracket) {
+  constexpr int kMostTokensRead = 1'000'000;
   const tAutoArray<tSpcString>& tokens = statement_.tokens();
   int depth = 0;
   int commas = 0;
-  for (int i = bracket; i < tokens.count(); ++i) {
+  for (int i = bracket; i < tokens.count() && ++tokens_ < kMostTokensRead; ++i) {
     const tSpcString& token = tokens[i];
     if (token == "(" || token == "[" || token == "{") ++depth;
     if (token == ")" || token == "]" || token == "}") --depth;

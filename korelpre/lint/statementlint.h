@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "korelpre/lint/findings.h"
 
 namespace precomp {
@@ -11,8 +13,9 @@ class tTknString;
 /// none, and calls of macros with another number of arguments.
 class tStatementLint {
  public:
-  /// All must outlive this object.
-  tStatementLint(tFindings& findings, tProgramFile& file, tTknString& statement);
+  /// All must outlive this object. `steps` is what the matcher may still take for it.
+  tStatementLint(tFindings& findings, tProgramFile& file, tTknString& statement,
+                 std::uint64_t& steps);
 
   void run();
 
@@ -21,15 +24,17 @@ class tStatementLint {
 
   void judgeCommand();
   bool isOwnStatement() const;
-  tTrial farthestRule() const;
+  tTrial farthestRule();
   void tellCommand(const tTrial& farthest);
   void judgeCall(int name);
-  int argumentsAt(int bracket) const;
+  int argumentsAt(int bracket);
   tLintPlace placeOf(int token) const;
 
   tFindings& findings_;
   tProgramFile& file_;
   tTknString& statement_;
+  std::uint64_t& steps_;
+  int tokens_ = 0;  // that were looked at to count arguments
 };
 
 }  // namespace precomp

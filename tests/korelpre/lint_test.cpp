@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -32,6 +33,8 @@ std::string lint(tFiles files, const char* wanted = "all") {
             std::to_string(told.line) + ":" + std::to_string(told.column) + " [";
     text += told.sourceLine.view().substr(static_cast<std::size_t>(told.column) - 1, size);
     text += std::string("] ") + told.message.c_str() + "\n";
+    const std::string last = told.notes.back().message.c_str();
+    if (last.starts_with("not told")) text += "  " + last + "\n";
   }
   return text;
 }
@@ -221,6 +224,15 @@ TEST(Lint, TellsOfHeadersWhereTheyAreRead) {
   EXPECT_EQ(lint({{"main.prw", "x := `1\n#include \"a.ch\"\nx := `2\n"}, {"a.ch", "#if\n"}}),
             LOSES("1:6", "`1", "1") "unknown-directive a.ch:1:1 [#if] #if is no directive\n" LOSES(
                 "3:6", "`2", "2"));
+}
+
+TEST(Lint, TellsAThousandOfOneKindAtMost) {
+  std::string source = repeated("#if\n", 1100) + "x := `1\n";
+  const std::string told = lint(source);
+  EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1002);
+  EXPECT_NE(told.find("dropped-bytes main.prw:1101:6 [`1] `1 loses bytes and becomes 1\n"
+                      "  not told: 100 more of unknown-directive\n"),
+            std::string::npos);
 }
 
 TEST(Lint, StandsInTheManual) {
