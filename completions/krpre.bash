@@ -15,18 +15,19 @@ _krpre() {
     --key) return ;;
     --color) _krpre_words -W 'always never auto'; return ;;
     -W|--warn) return ;;
-    --diagnostics) _krpre_words -W 'auto classic long json gcc'; return ;;
+    --diagnostics) _krpre_words -W 'auto classic long json gcc msvc sarif'; return ;;
     -j|--jobs) return ;;
+    --explain) return ;;
     --completions) _krpre_words -W 'bash zsh man'; return ;;
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
       check) _krpre_words -W '-I --include -D --define --stdin-name -W --warn --diagnostics -j --jobs --list-warnings --help' ;;
       explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
-      rules) _krpre_words -W '-I --include -D --define --key --json --color --help' ;;
+      rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
       unpack) _krpre_words -W '-o --output --help' ;;
-      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP -W --warn --diagnostics -T --trace -q --quiet -j --jobs --classic --completions --list-warnings --help --version' ;;
+      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP -W --warn --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
     esac
     return
   fi
