@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "cli/buildplan.h"
+#include "cli/coverage.h"
 #include "cli/exitstatus.h"
 #include "cli/printer.h"
 #include "cli/progress.h"
@@ -190,6 +191,11 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
                    style.form == eDiagnosticForm::kSarif);
   if (input || output) return buildStandardFiles(runs.front(), input, printer);
   const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
-  const bool done = tBuild(runs, printer, terminal).run(threadsFor(line));
+  bool done = tBuild(runs, printer, terminal).run(threadsFor(line));
+  if (line.unused && done) {
+    const tSourceResult unused = unusedRules(line, style, shippedHeaders);
+    printer.print(unused);
+    done = unused.done;
+  }
   return printer.finish() && done ? kAllDone : kSomeFailed;
 }

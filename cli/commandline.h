@@ -60,6 +60,7 @@ struct tCommandLine {
   std::string warnings;
   /// Write nothing, and say nothing of sources without findings.
   bool checks = false;
+  bool unused = false;
   bool alwaysWrite = false;
   bool precompiled = false;
   bool trace = false;

@@ -11,6 +11,7 @@
 #include "cli/build.h"
 #include "cli/chapters.h"
 #include "cli/commandline.h"
+#include "cli/coverage.h"
 #include "cli/exitstatus.h"
 #include "cli/optiontexts.h"
 #include "cli/pack.h"
@@ -66,6 +67,8 @@ std::string misspeltCommand(const tCommandLine& line) {
 
 int carryOut(const tCommand& command, const tCommandLine& line) {
   switch (command.set) {
+    case kCoverage:
+      return writeCoverage(line);
     case kExplain:
       return explain(line);
     case kRules:

@@ -3,6 +3,9 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "cli/librarycall.h"
+#include "include/krpre.h"
+
 namespace {
 
 std::string_view variable(const char* name) {
@@ -34,4 +37,11 @@ std::string messageLanguage() {
   if (first.empty()) return std::string(locale);
   const std::size_t dot = locale.find('.');
   return std::string(first).append(dot == std::string_view::npos ? "" : locale.substr(dot));
+}
+
+std::string translated(const std::string& language, const char* text) {
+  const std::string words = writtenText([&](char* buffer, std::size_t size) {
+    return krpre_translate(language.c_str(), text, buffer, size);
+  });
+  return words.empty() ? text : words;  // without memory they stay English
 }

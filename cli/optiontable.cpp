@@ -20,6 +20,11 @@ constexpr tCommand kCommands[] = {
      "Look for what is wrong or hardly meant in sources: errors, and all warnings. Writes no file, "
      "and prints nothing for a source without findings. Fails if a source has an error, or a "
      "warning that -Werror makes one."},
+    {kCoverage, "coverage", "FILE", false, false,
+     "Write which rules of their headers the sources use, in the form of lcov, for genhtml: a rule "
+     "is a line of its header, and each of its optional groups a branch. Headers that come with "
+     "the "
+     "program are left out."},
     {kExplain, "explain", "FILE:LINE", true, false,
      "Show how the statement on a line of a source is rewritten: every rewrite in order, the rule "
      "behind it, where that rule is defined and what each of its markers matched, and which other "
@@ -57,7 +62,7 @@ constexpr tValue kCompletions = {"FORMAT", "format", tValue::kWords, kCompletion
 constexpr unsigned kQueries = kExplain | kRules;
 constexpr unsigned kPackers = kPack | kUnpack;
 constexpr unsigned kRuns = kPreprocess | kCheck;
-constexpr unsigned kEvery = kRuns | kQueries | kPackers;
+constexpr unsigned kEvery = kRuns | kCoverage | kQueries | kPackers;
 
 constexpr const char* kInputs = "Input";
 constexpr const char* kOutputs = "Output";
@@ -127,12 +132,12 @@ void takeJobs(tCommandLine& line, const tGivenOption& given) {
 }
 
 const tOption kOptions[] = {
-    {"I", "include", &kDirectory, kRuns | kQueries, kInputs,
+    {"I", "include", &kDirectory, kRuns | kCoverage | kQueries, kInputs,
      "search DIR for include files; may be repeated",
      [](tCommandLine& line, const tGivenOption& given) {
        line.includeDirectories.emplace_back(given.value);
      }},
-    {"D", "define", &kDefinition, kRuns | kQueries, kInputs,
+    {"D", "define", &kDefinition, kRuns | kCoverage | kQueries, kInputs,
      "define NAME before the first line of each source; may be repeated", takeDefine},
     {"", "stdin-name", &kSource, kRuns, kInputs,
      "treat standard input as a source called NAME (default: stdin.prw)",
@@ -147,6 +152,8 @@ const tOption kOptions[] = {
     {"o", "output", &kFile, kPackers, kOutputs,
      "write the result to FILE instead of replacing the input, which must be a single file",
      takeOutput},
+    {"o", "output", &kFile, kCoverage, kOutputs,
+     "write to FILE (- for standard output, the default)", takeOutput},
     {"", "always-write", nullptr, kPreprocess, kOutputs,
      "rewrite outputs even when their content is unchanged", setFlag<&tCommandLine::alwaysWrite>},
     {"MD", nullptr, nullptr, kPreprocess, kDependencies,
@@ -181,6 +188,9 @@ const tOption kOptions[] = {
      "look for what a warning is about, or for all; no-SLUG switches it off again, and error=SLUG, "
      "or error for all that are on, makes it an error; may be repeated",
      takeWarning},
+    {"", "unused", nullptr, kCheck, kMessages,
+     "also name the rules of headers, and their optional groups, that none of the sources uses",
+     setFlag<&tCommandLine::unused>},
     {"", "diagnostics", &kFormat, kRuns, kMessages,
      "print messages as classic lines, long (with the source line, the includes and the rules "
      "behind an error), json, gcc, msvc or sarif; auto (the default) means long on a terminal and "

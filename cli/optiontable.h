@@ -15,6 +15,7 @@ enum eCommand : unsigned {
   kPack = 8,
   kUnpack = 16,
   kCheck = 32,
+  kCoverage = 64,
 };
 
 struct tCommand {

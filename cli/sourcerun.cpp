@@ -34,49 +34,14 @@ void takeMessage(void* context, const char* text, std::size_t length) {
   told(context).guard.run([&] { told(context).result.messages.append(text, length); });
 }
 
-std::string translated(const std::string& language, const char* text) {
-  const std::string words = writtenText([&](char* buffer, std::size_t size) {
-    return krpre_translate(language.c_str(), text, buffer, size);
-  });
-  return words.empty() ? text : words;  // without memory they stay English
-}
-
-void addLong(const tMessageStyle& style, const krpre_diagnostic& diagnostic, tTold& heard) {
-  const tPaint paint(style.colour);
-  const auto words = [&](const char* text) { return translated(style.language, text); };
-  std::string& messages = heard.result.messages;
-  const std::string head = longHead(diagnostic, paint, words);
-  if (!head.empty()) messages.resize(heard.told);
-  messages += head + longDetails(diagnostic, paint, words);
-}
-
 void addDiagnostic(const krpre_diagnostic& diagnostic, tTold& heard) {
+  const tMessageStyle& style = *heard.style;
   std::string& messages = heard.result.messages;
-  switch (heard.style->form) {
-    case eDiagnosticForm::kJson:
-      messages += jsonLine(diagnostic);
-      break;
-    case eDiagnosticForm::kGcc:
-      messages += gccLines(diagnostic);
-      break;
-    case eDiagnosticForm::kMsvc:
-      messages += msvcLines(diagnostic);
-      break;
-    case eDiagnosticForm::kSarif:
-      messages += sarifResult(diagnostic);
-      break;
-    case eDiagnosticForm::kClassic:
-      // The library prints all lines but those of warnings.
-      if (diagnostic.severity == KRPRE_SEVERITY_WARNING) {
-        messages += longHead(diagnostic, tPaint(false), [&](const char* text) {
-          return translated(heard.style->language, text);
-        });
-      }
-      break;
-    default:
-      addLong(*heard.style, diagnostic, heard);
-      break;
-  }
+  const auto words = [&](const char* text) { return translated(style.language, text); };
+  const bool replaced =
+      style.form == eDiagnosticForm::kLong && !longHead(diagnostic, tPaint(false), words).empty();
+  if (replaced) messages.resize(heard.told);
+  messages += shownDiagnostic(diagnostic, style);
 }
 
 // Errors without a number end the run of their source, what -Werror makes of warnings aside.
@@ -149,6 +114,28 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
 }
 
 }  // namespace
+
+std::string shownDiagnostic(const krpre_diagnostic& diagnostic, const tMessageStyle& style) {
+  const auto words = [&](const char* text) { return translated(style.language, text); };
+  const tPaint paint(style.colour);
+  switch (style.form) {
+    case eDiagnosticForm::kJson:
+      return jsonLine(diagnostic);
+    case eDiagnosticForm::kGcc:
+      return gccLines(diagnostic);
+    case eDiagnosticForm::kMsvc:
+      return msvcLines(diagnostic);
+    case eDiagnosticForm::kSarif:
+      return sarifResult(diagnostic);
+    case eDiagnosticForm::kClassic:
+      // The library prints all lines but those of warnings.
+      return diagnostic.severity == KRPRE_SEVERITY_WARNING
+                 ? longHead(diagnostic, tPaint(false), words)
+                 : std::string();
+    default:
+      return longHead(diagnostic, paint, words) + longDetails(diagnostic, paint, words);
+  }
+}
 
 tMessageStyle messageStyle(const tCommandLine& line, int messages) {
   tMessageStyle style{.form = line.diagnostics, .colour = false, .language = {}};

@@ -7,8 +7,7 @@
 #include "cli/buildplan.h"
 #include "cli/commandline.h"
 #include "cli/librarycall.h"
-
-struct krpre_headers;
+#include "include/krpre.h"
 
 /// A part of the messages that is the same for every source which includes a header.
 struct tHeaderMessage {
@@ -40,6 +39,9 @@ struct tMessageStyle {
 
 /// What `line` asks for when messages go to the descriptor `messages`.
 tMessageStyle messageStyle(const tCommandLine& line, int messages);
+
+/// What is printed of a diagnostic beside the lines of the library, or in their place.
+std::string shownDiagnostic(const krpre_diagnostic& diagnostic, const tMessageStyle& style);
 
 /// The run of the library over one source. Several may run at once in several threads.
 class tSourceRun {

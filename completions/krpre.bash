@@ -22,7 +22,8 @@ _krpre() {
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
-      check) _krpre_words -W '-I --include -D --define --stdin-name -W --warn --diagnostics -j --jobs --list-warnings --help' ;;
+      check) _krpre_words -W '-I --include -D --define --stdin-name -W --warn --unused --diagnostics -j --jobs --list-warnings --help' ;;
+      coverage) _krpre_words -W '-I --include -D --define -o --output --help' ;;
       explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
       rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
@@ -37,7 +38,7 @@ _krpre() {
     esac
   fi
   mapfile -t COMPREPLY < <(
-    ((COMP_CWORD > 1)) || compgen -W 'check explain rules pack unpack' -- "$cur"
+    ((COMP_CWORD > 1)) || compgen -W 'check coverage explain rules pack unpack' -- "$cur"
     compgen -d -- "$cur"
     compgen -f -- "$cur" | grep -iE '\.(prw|prg|prx|zorb|krh|khu)$')
 }

@@ -591,6 +591,14 @@
         <source>not told: %1 more of %2</source>
         <translation>nicht genannt: %1 weitere von %2</translation>
     </message>
+    <message>
+        <source>no source uses %1</source>
+        <translation>keine Quelle benutzt %1</translation>
+    </message>
+    <message>
+        <source>no source uses %2 of %1</source>
+        <translation>keine Quelle benutzt %2 von %1</translation>
+    </message>
 </context>
 <context>
     <name>krpre</name>
@@ -921,6 +929,14 @@
     <message>
         <source>not told: %1 more of %2</source>
         <translation>nicht genannt: %1 weitere von %2</translation>
+    </message>
+    <message>
+        <source>no source uses %1</source>
+        <translation>keine Quelle benutzt %1</translation>
+    </message>
+    <message>
+        <source>no source uses %2 of %1</source>
+        <translation>keine Quelle benutzt %2 von %1</translation>
     </message>
 </context>
 </TS>

@@ -309,6 +309,7 @@ TEST(Faults, OfTheProgramAreTold) {
       {{"krpre", "-D", "MORE", "-", "--stdin-name", "a.prw"}},
       {{"krpre", "--classic", "@Fa.prw"}},
       {{"krpre", "check", "-j2", "--diagnostics=long", "a.prw", "b.prw"}},
+      {{"krpre", "coverage", "a.prw"}},
       {{"krpre", "rules", "--json", "a.prw"}},
       {{"krpre", "rules", "--key", "PUT", "a.prw"}},
       {{"krpre", "explain", "--json", "a.prw:6"}},

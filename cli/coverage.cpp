@@ -1,0 +1,134 @@
+#include "cli/coverage.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "cli/exitstatus.h"
+#include "cli/messagelanguage.h"
+#include "cli/printer.h"
+#include "cli/ruleuse.h"
+#include "cli/shippedheaders.h"
+
+namespace {
+
+constexpr const char* kSlug = "unused";
+constexpr const char* kNoRule = "no source uses %1";
+constexpr const char* kNoGroup = "no source uses %2 of %1";
+
+// One file of lcov's form: a rule is a line, and each of its groups a branch of it.
+std::string recordOf(const std::string& file, const std::vector<const tUsedRule*>& rules) {
+  std::string text = "TN:\nSF:" + file + "\n";
+  int branches = 0;
+  int taken = 0;
+  int hit = 0;
+  for (const tUsedRule* rule : rules) {
+    const std::string line = std::to_string(rule->rule.line);
+    for (std::size_t i = 0; i < rule->groups.size(); ++i) {
+      const tGroupUse& group = rule->groups[i];
+      const std::string times = rule->applied == 0 ? "-" : std::to_string(group.taken);
+      text += "BRDA:" + line + ",0," + std::to_string(i) + "," + times + "\n";
+      ++branches;
+      if (group.taken > 0) ++taken;
+    }
+    text += "DA:" + line + "," + std::to_string(rule->applied) + "\n";
+    if (rule->applied > 0) ++hit;
+  }
+  text += "BRF:" + std::to_string(branches) + "\nBRH:" + std::to_string(taken) + "\n";
+  text += "LF:" + std::to_string(rules.size()) + "\nLH:" + std::to_string(hit) + "\n";
+  return text + "end_of_record\n";
+}
+
+std::string lcovText(const tRuleUse& use) {
+  std::map<std::string, std::vector<const tUsedRule*>> byFile;
+  for (const auto& [place, rule] : use.rules()) {
+    if (!rule.isFlag()) byFile[rule.rule.file].push_back(&rule);
+  }
+  std::string text;
+  for (const auto& [file, rules] : byFile) text += recordOf(file, rules);
+  return text;
+}
+
+// The file appears whole or not at all. Returns 0 or an errno value.
+int writeFile(const std::string& name, const std::string& text) {
+  if (name.empty() || namesStandardOutput(name)) return writeAll(STDOUT_FILENO, text);
+  const std::string temporary = name + "~";
+  const int file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (file < 0) return errno;
+  int error = writeAll(file, text);
+  if (close(file) != 0 && error == 0) error = errno;
+  if (error == 0 && std::rename(temporary.c_str(), name.c_str()) != 0) error = errno;
+  if (error != 0) unlink(temporary.c_str());
+  return error;
+}
+
+std::string unusedLine(const tMessageStyle& style, const tUsedRule& rule, const tGroupUse* group) {
+  const std::string& directive = rule.rule.directive;
+  const std::string name = directive.substr(0, directive.find(' ')) + " " + rule.rule.key;
+  const auto fill = [&](std::string words) {
+    const auto put = [&](const char* mark, const std::string& what) {
+      const std::size_t at = words.find(mark);
+      if (at != std::string::npos) words.replace(at, 2, what);
+    };
+    if (group != nullptr) put("%2", group->text);
+    put("%1", name);
+    return words;
+  };
+  const std::string message = fill(group == nullptr ? kNoRule : kNoGroup);
+  const std::string shown =
+      fill(group == nullptr ? translated(style.language, "no source uses %1")
+                            : translated(style.language, "no source uses %2 of %1"));
+  krpre_diagnostic diagnostic{};
+  diagnostic.severity = KRPRE_SEVERITY_WARNING;
+  diagnostic.slug = kSlug;
+  diagnostic.message = message.c_str();
+  diagnostic.translated = shown.c_str();
+  diagnostic.file = rule.rule.file.c_str();
+  diagnostic.line = rule.rule.line;
+  diagnostic.source = directive.c_str();
+  diagnostic.sourceLength = directive.size();
+  return shownDiagnostic(diagnostic, style);
+}
+
+}  // namespace
+
+int writeCoverage(const tCommandLine& line) {
+  const std::string headers = shippedHeaders();
+  tRuleUse use(headers);
+  bool done = true;
+  for (const std::string& source : line.files) {
+    std::string messages;
+    if (use.add(line, source, headers, messages)) continue;
+    std::fputs(messages.c_str(), stderr);
+    done = false;
+  }
+  const int error = writeFile(line.output, lcovText(use));
+  if (error != 0) complainAbout(line.output + ": " + std::strerror(error));
+  return done && error == 0 ? kAllDone : kSomeFailed;
+}
+
+tSourceResult unusedRules(const tCommandLine& line, const tMessageStyle& style,
+                          const std::string& shippedHeaders) {
+  tRuleUse use(shippedHeaders);
+  tSourceResult result;
+  result.done = true;
+  for (const std::string& source : line.files) {
+    std::string messages;
+    if (use.add(line, source, shippedHeaders, messages)) continue;
+    result.complaint = "--unused: what " + source + " uses is not known, since it has an error";
+    result.done = false;
+    return result;
+  }
+  for (const auto& [place, rule] : use.rules()) {
+    if (rule.isFlag()) continue;
+    if (rule.applied == 0) result.messages += unusedLine(style, rule, nullptr);
+    for (const tGroupUse& group : rule.groups) {
+      const bool unused = rule.applied > 0 && group.taken == 0;
+      if (unused) result.messages += unusedLine(style, rule, &group);
+    }
+  }
+  return result;
+}
