@@ -22,7 +22,15 @@ void tLint::fileCompiled(tProgramFile& file) {
   // Statements in headers are rare, and have their defines from whoever includes them.
   const std::unique_ptr<tNameUse> names =
       named && file.isMain() ? std::make_unique<tNameUse>(findings_, file) : nullptr;
-  tSourceScan(findings_, file, names.get()).run();
+  tSourceScan scan(findings_, file, names.get());
+  if (names != nullptr) {
+    for (const tDirectiveLine& line : directives) {
+      const bool asks =
+          line.directive == eDirective::kIfdef || line.directive == eDirective::kIfndef;
+      if (asks && scan.isActive(line.line, 1)) names->conditional(line.name, line.line);
+    }
+  }
+  scan.run();
 }
 
 void tLint::directiveIgnored(tProgramFile& file, eDirective directive, int line,

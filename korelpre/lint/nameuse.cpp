@@ -92,6 +92,13 @@ void tNameUse::passed(std::string_view word, int line) {
   }
 }
 
+// [words] Of these only the spelling counts: a #define below may be meant for what follows.
+void tNameUse::conditional(std::string_view name, int line) {
+  if (name.empty() || file_.shared().rules.isDefined(name)) return;
+  const auto found = folded_.find(foldedWord(name));
+  if (found != folded_.end()) uses_.push_back({name, line, &found->second.front()});
+}
+
 // [own] Whether the word is the name of a variable that comes to be, or to a value, here.
 bool tNameUse::declares(std::string_view word) const {
   const char* const next = skipBlanks(word.data() + word.size());

@@ -33,6 +33,8 @@ class tNameUse {
   void word(std::string_view word, int line) {
     if (gate_[gateOf(word)]) passed(word, line);
   }
+  /// A conditional asks for the name.
+  void conditional(std::string_view name, int line);
   /// Tells what there is to tell.
   void finish();
 

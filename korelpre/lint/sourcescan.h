@@ -18,9 +18,10 @@ class tSourceScan {
   tSourceScan(tFindings& findings, tProgramFile& file, tNameUse* names);
 
   void run();
+  /// Whether one of the lines from `line` on holds something.
+  bool isActive(int line, int lines) const;
 
  private:
-  bool isActive(int line, int lines) const;
   void takeLine(const char* start, const char* end);
   void takeHash(const char* start, const char* end);
   void takeWords(const char* start, const char* end);

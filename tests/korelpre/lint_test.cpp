@@ -97,6 +97,8 @@ TEST(Lint, TellsOfNamesThatNoDefineReplaces) {
       {"#define TOTAL 1\nFor Total := 1 To 2\nx := Total\nNext\n", ""},
       {"#define TITLE 1\n#command SHOW <x> TITLE <t> => S(<x>, <t>)\nSHOW a Title b\n", ""},
       {"max := 3\nx := max\n#define max 3\n", ""},
+      {"#define Debug\n#ifdef DEBUG\n#ifdef debug\n#endif\n#endif\n#ifndef Debug\n#endif\n",
+       CASE("2:8", "DEBUG", "Debug") CASE("3:8", "debug", "Debug")},
       {"#define N 1\nx := {|a, n| a + n}\n", ""},
       {"#define END 1\n#define Nil 0\nBegin Sequence\nx := nil\nend\n", ""},
   });
