@@ -1,8 +1,11 @@
 #include "korelpre/lint/warnings.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 #include "korelpre/errors/notes.h"
+#include "lib_base/nearest.h"
 #include "lib_base/translate.h"
 
 namespace precomp {
@@ -21,6 +24,17 @@ bool takeStart(std::string_view& word, std::string_view start) {
   return true;
 }
 
+tString complaintAbout(std::string_view word) {
+  std::vector<std::string> slugs;
+  for (const tWarningText& text : kTexts) slugs.emplace_back(text.slug);
+  tString complaint = tString("unknown warning '").append(word).append("'");
+  takeStart(word, "no-");
+  takeStart(word, "error=");
+  const std::string nearest = nearestTo(std::string(word), slugs);
+  return nearest.empty() ? complaint
+                         : complaint.append("; did you mean ").append(nearest).append("?");
+}
+
 }  // namespace
 
 std::span<const tWarningText> warningTexts() {
@@ -37,7 +51,7 @@ tString tWarningSet::take(std::string_view words) {
   while (!words.empty()) {
     const std::string_view word = words.substr(0, words.find(','));
     words.remove_prefix(std::min(word.size() + 1, words.size()));
-    if (!takeWord(word)) return tString("unknown warning '").append(word).append("'");
+    if (!takeWord(word)) return complaintAbout(word);
   }
   return {};
 }

@@ -213,6 +213,8 @@ TEST(Lint, IsSwitchedByWordsAndComments) {
   for (const char* word : {"al", "error=", "no-", "error-directives", "error=no-if"}) {
     EXPECT_NE(precomp::tWarningSet().take(word), "") << word;
   }
+  EXPECT_EQ(precomp::tWarningSet().take("all,no-droped-bytes"),
+            "unknown warning 'no-droped-bytes'; did you mean dropped-bytes?");
   expectTold({
       {"#if // krpre: no-unknown-directive\n#if\n", UNKNOWN("2:1", "#if")},
       {"// krpre: no-dropped-bytes, no-unknown-directive\n#if\n#if\n", UNKNOWN("3:1", "#if")},
