@@ -107,7 +107,7 @@ TEST(Lint, TellsOfNamesThatNoDefineReplaces) {
 TEST(Lint, TellsOfCallsWithAnotherNumberOfArguments) {
   constexpr const char* kMessage = "is not replaced: arguments given: ";
   EXPECT_EQ(
-      lint("#define LAST(a, b) a + b\nx := 1 + LAST( 2 )\n"),
+      lint("#define LAST(a, b) a + b\nx := 1 + LAST( f(2, {3, 4}) )\n"),
       std::string("argument-count main.prw:2:10 [LAST] LAST ") + kMessage + "1, expected: 2\n");
   EXPECT_EQ(
       lint("#define LAST(a, b) a + b\n#define PAIR 1, 2\nx := LAST(PAIR) + LAST({1,2}, f(3,4))\n"),
