@@ -239,6 +239,7 @@ bool KorelPreYaccClass::parseOn() {
   try {
     if (parse() == kParsePaused) return false;
   } catch (const SSException& failure) {
+    if (shared_.watcher != nullptr) shared_.watcher->fileFailed(file_, feed_->line());
     file_.raiseAgain(failure, feed_->line());
     throw;
   }
@@ -250,6 +251,7 @@ bool KorelPreYaccClass::parseOn() {
 
 void KorelPreYaccClass::finishText() {
   if (!file_.conditionals.empty()) {
+    if (shared_.watcher != nullptr) shared_.watcher->fileFailed(file_, 0);
     file_.raise(eSourceError::kUnclosedConditional, file_.conditionals.innermostLine());
   }
   if (shared_.watcher != nullptr) shared_.watcher->fileCompiled(file_);

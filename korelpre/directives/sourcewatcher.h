@@ -17,6 +17,9 @@ class tSourceWatcher {
   /// A file has been compiled, those that it includes before it. Its text and its lines are still
   /// at hand, and of the main file no rule has been entered yet.
   virtual void fileCompiled(tProgramFile& file) = 0;
+  /// The same for a file that ends in an error, or includes one that does. Its lines are known up
+  /// to there, but for the last that went through the scanner, which has reached `line`.
+  virtual void fileFailed(tProgramFile& file, int line) = 0;
   /// A directive that has no effect stands on a line that is not skipped; `text` is all of it.
   virtual void directiveIgnored(tProgramFile& file, eDirective directive, int line,
                                 std::string_view text) = 0;

@@ -51,9 +51,8 @@ void tIncludeLint::includeSkipped(tProgramFile& file, const tString& name, int l
 
 void tIncludeLint::finish() {
   judgeSpelling();
-  // Of a main file with an error in its directives nothing is known.
-  const bool whole = !findings_.files().empty() && findings_.files().back().includedFrom.empty();
-  if (whole && findings_.wants(eWarning::kUnneededInclude)) judgeNeed();
+  if (!failed_ && findings_.wants(eWarning::kUnneededInclude)) judgeNeed();
+  failed_ = false;
   reads_.clear();
 }
 

@@ -20,6 +20,8 @@ class tIncludeLint {
   void fileCompiled(const tProgramFile& file);
   /// A file of that name has been included before.
   void includeSkipped(tProgramFile& file, const tString& name, int line);
+  /// Not all of the program will be read, so what it uses is not known.
+  void programFailed() { failed_ = true; }
   /// To be called when the program has been read.
   void finish();
 
@@ -38,6 +40,7 @@ class tIncludeLint {
   tLintPlace placeOf(const tRead& read) const;
 
   tFindings& findings_;
+  bool failed_ = false;
   std::vector<tRead> reads_;
   std::unordered_set<std::string> withCode_;  // headers that hold statements
 };

@@ -12,7 +12,7 @@
 
 namespace precomp {
 
-void tLint::fileCompiled(tProgramFile& file) {
+void tLint::judge(tProgramFile& file, int readTo) {
   findings_.add(file);
   includes_.fileCompiled(file);
   const std::vector<tDirectiveLine> directives = directiveLinesOf(file.text);
@@ -22,7 +22,7 @@ void tLint::fileCompiled(tProgramFile& file) {
   // Statements in headers are rare, and have their defines from whoever includes them.
   const std::unique_ptr<tNameUse> names =
       named && file.isMain() ? std::make_unique<tNameUse>(findings_, file) : nullptr;
-  tSourceScan scan(findings_, file, names.get());
+  tSourceScan scan(findings_, file, names.get(), readTo);
   if (names != nullptr) {
     for (const tDirectiveLine& line : directives) {
       const bool asks =
@@ -31,6 +31,15 @@ void tLint::fileCompiled(tProgramFile& file) {
     }
   }
   scan.run();
+}
+
+void tLint::fileCompiled(tProgramFile& file) {
+  judge(file, 0);
+}
+
+void tLint::fileFailed(tProgramFile& file, int line) {
+  includes_.programFailed();
+  judge(file, line);
 }
 
 void tLint::directiveIgnored(tProgramFile& file, eDirective directive, int line,

@@ -19,6 +19,7 @@ class tLint final : public tSourceWatcher {
   explicit tLint(const tWarningSet& wanted) : findings_(wanted) {}
 
   void fileCompiled(tProgramFile& file) override;
+  void fileFailed(tProgramFile& file, int line) override;
   void directiveIgnored(tProgramFile& file, eDirective directive, int line,
                         std::string_view text) override;
   void includeSkipped(tProgramFile& file, const tString& name, int line) override;
@@ -28,6 +29,8 @@ class tLint final : public tSourceWatcher {
   std::vector<tDiagnosis> take();
 
  private:
+  void judge(tProgramFile& file, int readTo);
+
   struct tUndef {
     std::string name;
     int line;

@@ -69,12 +69,13 @@ constexpr std::ptrdiff_t kLongestMarker = 1000;
 
 }  // namespace
 
-tSourceScan::tSourceScan(tFindings& findings, tProgramFile& file, tNameUse* names)
+tSourceScan::tSourceScan(tFindings& findings, tProgramFile& file, tNameUse* names, int readTo)
     : findings_(findings),
       file_(file),
       names_(names != nullptr && names->any() ? names : nullptr),
       text_(file.text.data()),
-      end_(text_ + file.text.size()) {}
+      end_(text_ + file.text.size()),
+      readTo_(file.conditionals.skipping() ? 0 : readTo) {}
 
 void tSourceScan::run() {
   int line = 1;
@@ -93,16 +94,18 @@ void tSourceScan::run() {
 }
 
 bool tSourceScan::isActive(int line, int lines) const {
-  const int last = std::min(line + lines - 1, file_.lines.count());
-  for (int at = line; at <= last; ++at) {
-    if (file_.lines.kind(at) != tSourceCode::kNothing) return true;
+  const tSourceCode& known = file_.lines;
+  const int last = line + lines - 1;
+  for (int at = line; at <= std::min(last, known.count()); ++at) {
+    if (known.kind(at) != tSourceCode::kNothing) return true;
   }
-  return false;
+  // The grammar takes a line when it has seen what follows.
+  return readTo_ > 0 && line <= readTo_ && last >= readTo_ - 1;
 }
 
 void tSourceScan::takeLine(const char* start, const char* end) {
   const char* const first = firstToken(start, end);
-  if (first == end) return;
+  if (first == end || *first == '*') return;
   line_ += static_cast<int>(std::count(start, first, '\n'));
   inStatement_ = *first != '#';
   begins_ = true;

@@ -15,7 +15,8 @@ class tProgramFile;
 class tSourceScan {
  public:
   /// The file has just been compiled. `names` hears of the words of its statements; may be null.
-  tSourceScan(tFindings& findings, tProgramFile& file, tNameUse* names);
+  /// Of a file with an error, `readTo` is the line that the scanner has reached, otherwise 0.
+  tSourceScan(tFindings& findings, tProgramFile& file, tNameUse* names, int readTo);
 
   void run();
   /// Whether one of the lines from `line` on holds something.
@@ -36,6 +37,7 @@ class tSourceScan {
   tNameUse* names_;
   const char* text_;
   const char* end_;
+  int readTo_;
   int line_ = 1;  // of what is being looked at
   bool inSql_ = false;
   bool inStatement_ = false;  // not in a directive

@@ -200,6 +200,17 @@ TEST(Lint, TellsOfIncludesThatNothingNeeds) {
             "");
 }
 
+TEST(Lint, TellsOfSourcesWithAnErrorUpToThere) {
+  constexpr const char* kUnknown = "unknown-directive main.prw:";
+  EXPECT_EQ(lint({{"main.prw", "#include \"a.ch\"\n#ifdfe A\nx := 1\n#endif\n#if\n"}, {"a.ch", ""}}),
+            std::string(kUnknown) + "2:1 [#ifdfe] #ifdfe is no directive\n");
+  EXPECT_EQ(lint("#ifdef A\n#elif\n#endfi\n#else\n#end\n"),
+            std::string(kUnknown) + "5:1 [#end] #end is no directive\n");
+  EXPECT_EQ(lint({{"main.prw", "#if\n#include \"a.ch\"\n"}, {"a.ch", "#fi\n#define\n\n#if\n"}}),
+            std::string(kUnknown) + "1:1 [#if] #if is no directive\n" +
+                "unknown-directive a.ch:1:1 [#fi] #fi is no directive\n");
+}
+
 TEST(Lint, IsSwitchedByWordsAndComments) {
   const std::string source = "#if\nx := nPre\xE7o\n";
   const std::string both = lint(source);
