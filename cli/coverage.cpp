@@ -30,7 +30,8 @@ std::string recordOf(const std::string& file, const std::vector<const tUsedRule*
     for (std::size_t i = 0; i < rule->groups.size(); ++i) {
       const tGroupUse& group = rule->groups[i];
       const std::string times = rule->applied == 0 ? "-" : std::to_string(group.taken);
-      text += "BRDA:" + line + ",0," + std::to_string(i) + "," + times + "\n";
+      text.append("BRDA:").append(line).append(",0,").append(std::to_string(i));
+      text.append(",").append(times).append("\n");
       ++branches;
       if (group.taken > 0) ++taken;
     }

@@ -202,8 +202,9 @@ TEST(Lint, TellsOfIncludesThatNothingNeeds) {
 
 TEST(Lint, TellsOfSourcesWithAnErrorUpToThere) {
   constexpr const char* kUnknown = "unknown-directive main.prw:";
-  EXPECT_EQ(lint({{"main.prw", "#include \"a.ch\"\n#ifdfe A\nx := 1\n#endif\n#if\n"}, {"a.ch", ""}}),
-            std::string(kUnknown) + "2:1 [#ifdfe] #ifdfe is no directive\n");
+  EXPECT_EQ(
+      lint({{"main.prw", "#include \"a.ch\"\n#ifdfe A\nx := 1\n#endif\n#if\n"}, {"a.ch", ""}}),
+      std::string(kUnknown) + "2:1 [#ifdfe] #ifdfe is no directive\n");
   EXPECT_EQ(lint("#ifdef A\n#elif\n#endfi\n#else\n#end\n"),
             std::string(kUnknown) + "5:1 [#end] #end is no directive\n");
   EXPECT_EQ(lint({{"main.prw", "#if\n#include \"a.ch\"\n"}, {"a.ch", "#fi\n#define\n\n#if\n"}}),
