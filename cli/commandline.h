@@ -26,6 +26,9 @@ struct tDependencyOptions {
   bool phony = false;
 };
 
+/// The errors of a source that are told unless the user gives another number.
+constexpr int kMostErrors = 20;
+
 /// What the arguments of the program, or of one of its subcommands, ask for. Options that a
 /// subcommand does not have keep their defaults.
 struct tCommandLine {
@@ -61,6 +64,8 @@ struct tCommandLine {
   /// Write nothing, and say nothing of sources without findings.
   bool checks = false;
   bool unused = false;
+  /// How many errors of a source to tell at most; 0: one, or kMostErrors when it is checked.
+  int mostErrors = 0;
   bool alwaysWrite = false;
   bool precompiled = false;
   bool trace = false;

@@ -54,6 +54,7 @@ constexpr tValue kTarget = {"TARGET", "target", tValue::kText, ""};
 constexpr tValue kNumber = {"N", nullptr, tValue::kText, ""};
 constexpr tValue kCode = {"CODE", "code", tValue::kText, ""};
 constexpr tValue kWarning = {"SLUG", "warning", tValue::kText, ""};
+constexpr tValue kCount = {"N", "number of errors", tValue::kText, ""};
 constexpr tValue kWord = {"WORD", nullptr, tValue::kText, ""};
 constexpr tValue kFormat = {"FORMAT", "format", tValue::kWords, kFormats};
 constexpr tValue kWhen = {"WHEN", "colour mode", tValue::kWords, kColourModes};
@@ -131,6 +132,17 @@ void takeJobs(tCommandLine& line, const tGivenOption& given) {
   line.jobs = jobs;
 }
 
+void takeMostErrors(tCommandLine& line, const tGivenOption& given) {
+  constexpr int kMost = 1000;
+  const char* end = given.value + std::strlen(given.value);
+  int most = 0;
+  const auto [stop, error] = std::from_chars(given.value, end, most);
+  if (stop != end || error != std::errc() || most < 1 || most > kMost) {
+    return line.complain(given.spelling + ": invalid number of errors '" + given.value + "'");
+  }
+  line.mostErrors = most;
+}
+
 const tOption kOptions[] = {
     {"I", "include", &kDirectory, kRuns | kCoverage | kQueries, kInputs,
      "search DIR for include files; may be repeated",
@@ -191,6 +203,14 @@ const tOption kOptions[] = {
     {"", "unused", nullptr, kCheck, kMessages,
      "also name the rules of headers, and their optional groups, that none of the sources uses",
      setFlag<&tCommandLine::unused>},
+    {"", "all-errors", nullptr, kRuns, kMessages,
+     "go on after an error and tell the others of the source too, 20 at most; krpre check always "
+     "does",
+     [](tCommandLine& line, const tGivenOption&) {
+       if (line.mostErrors == 0) line.mostErrors = kMostErrors;
+     }},
+    {"", "max-errors", &kCount, kRuns, kMessages, "tell at most N errors of each source",
+     takeMostErrors},
     {"", "diagnostics", &kFormat, kRuns, kMessages,
      "print messages as classic lines, long (with the source line, the includes and the rules "
      "behind an error), json, gcc, msvc or sarif; auto (the default) means long on a terminal and "

@@ -91,6 +91,7 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
   host.message = isForMachines(style.form) ? dropMessage : takeMessage;
   const bool warns = !line.warnings.empty();
   if (warns) host.warnings = line.warnings.c_str();
+  host.mostErrors = line.checks && line.mostErrors == 0 ? kMostErrors : line.mostErrors;
   if (warns || style.form != eDiagnosticForm::kClassic) host.diagnostic = takeDiagnostic;
   if (!style.language.empty()) host.language = style.language.c_str();
   heard.wantsResults = !line.checks && !(line.quiet && warns);

@@ -55,7 +55,7 @@ enum eHost : unsigned {
   kShares = 16,
   kGerman = 32,
   kDefines = 64,
-  kColour = 128,  // and warnings
+  kColour = 128,  // and warnings, and several errors
 };
 
 class tFiles : public tDiskManMemory {
@@ -189,7 +189,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   if ((wishes & kTakesOutput) != 0)
     host.output = [](void*, const char*, const char*, std::size_t) {};
   if ((wishes & kShares) != 0) host.headers = &headers;
-  if ((wishes & kColour) != 0) host.warnings = "all";
+  if ((wishes & kColour) != 0) host.warnings = "all", host.mostErrors = 4;
   if ((wishes & kDefines) != 0) host.defineCount = std::size(defines), host.defines = defines;
 
   const tLanguageScope language(languageNamed((wishes & kGerman) != 0 ? "de_DE.ISO-8859-1" : ""));

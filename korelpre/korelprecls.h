@@ -74,6 +74,8 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   int& errLine() { return shared_.error.line; }
   int& errCol() { return shared_.error.column; }
   const tDiagnosis& lastDiagnosis() const { return shared_.error.diagnosis; }
+  /// The structures that are open, or were at the last error; outermost first.
+  const std::vector<tBlockCmd>& openBlocks() const { return shared_.checks.openBlocks(); }
   std::string_view sourceLine(int line) const { return file_.lineText(line); }  // from 1
 
   bool hasExtLoadFile() override { return false; }
@@ -94,15 +96,13 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   /// Lets all processors that share this cache, which must outlive them, read headers once.
   void setHeaderCache(tHeaderCache* cache) { shared_.headerCache = cache; }
 
-  /// Fills the tables from the file that a run has saved of the standard header; false when there
-  /// is none that holds what the text would give.
+  /// Fills the tables from the saved standard header; false when none holds what its text would.
   bool loadPchFile();
   /// Reads a header and saves it as a standard header. False when it was not saved; what is wrong
   /// with the header itself is raised. The cache must be one that saves.
   bool prepch(const char* header);
 
-  // Conditional compilation; see tConditionals. A null name means that the directive lies in a
-  // skipped region.
+  // Conditional compilation; see tConditionals. A null name: in a skipped region.
   std::uint8_t doIfDef(const tSpcString* name, int line);
   std::uint8_t doIfNDef(const tSpcString* name, int line);
   void doElseIF(int line);

@@ -48,7 +48,8 @@ ROOMS = {
         "messages": (),
         "copy": ("messages",),
         "convert": ("copy", "messages"),
-        "run": ("convert", "copy", "messages"),
+        "recovery": ("copy",),
+        "run": ("recovery", "convert", "copy", "messages"),
         "host": ("run", "convert", "copy", "messages"),
     },
 }

@@ -20,6 +20,8 @@ class tStatementCheck {
  public:
   /// Forgets everything; to be called before a program.
   void begin();
+  /// The structures that are open, outermost first.
+  const std::vector<tBlockCmd>& openBlocks() const { return structures_.open(); }
   /// To be called behind the last statement of a program.
   void finish();
 

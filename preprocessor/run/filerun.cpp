@@ -23,8 +23,10 @@
 #include "preprocessor/copy/linemarkers.h"
 #include "preprocessor/copy/linewriter.h"
 #include "preprocessor/copy/normalise.h"
+#include "preprocessor/recovery/errorsearch.h"
 #include "preprocessor/run/filenames.h"
 #include "preprocessor/run/report.h"
+#include "preprocessor/run/textfile.h"
 
 namespace {
 
@@ -34,24 +36,7 @@ tReplacement::eName whose(bool chosen) {
   return chosen ? tReplacement::kChosen : tReplacement::kDerived;
 }
 
-/// Collects what is written. With its line ends an output may be longer than any tString.
-class tTextFile : public tFile {
- public:
-  explicit tTextFile(std::size_t expected) { text_.reserve(expected); }
-
-  std::int64_t size() override { return -1; }
-  std::int64_t read(void* /*bytes*/, std::size_t /*count*/) override { return -1; }
-  bool seek(std::int64_t /*position*/) override { return false; }
-  bool close() override { return true; }
-  bool write(std::string_view bytes) override {
-    text_ += bytes;
-    return true;
-  }
-  const std::string& text() const { return text_; }
-
- private:
-  std::string text_;
-};
+using tWarnings = std::vector<precomp::tDiagnosis>;
 
 /// The run of one file. Each step tells what went wrong in it and returns a result.
 class tFileRun {
@@ -77,9 +62,13 @@ class tFileRun {
   int convert(tDiskManOverlay& files);
   int normalise(tDiskManOverlay& files);
   int preprocess(tDiskManOverlay& files, tString& text);
-  void addIncludePaths(precomp::KorelPre16& session);
-  std::vector<precomp::tDiagnosis> warningsOfBlocks();
-  bool tellWarnings(precomp::KorelPre16& session, tDiskManOverlay& files);
+  void begin(precomp::KorelPre16& session, bool first);
+  int conclude(precomp::KorelPre16& session, tWarnings warnings, const tString& text, bool failed,
+               tDiskManOverlay& files);
+  int searchErrors(tDiskManOverlay& files, tString& text);
+  void addIncludePaths(precomp::KorelPre16& session, bool told);
+  tWarnings warningsOfBlocks();
+  bool tellWarnings(tWarnings warnings, const precomp::KorelPre16& session, tDiskManOverlay& files);
   int write(const tString& text);
   bool prepare(tReplacement& file, const tString& name);
   bool publish(tReplacement& file, const tString& name);
@@ -255,38 +244,47 @@ std::vector<precomp::tNote> tFileRun::notesOfMissing() {
 }
 
 int tFileRun::preprocess(tDiskManOverlay& files, tString& text) {
+  if (host_.mostErrors() > 1) return searchErrors(files, text);
+  precomp::KorelPre16 session(files);
+  begin(session, true);
+  tString errorText;
+  session.doIt(text, errorText);
+  const bool failed = session.errorCount() > 0 || !errorText.empty();
+  if (failed) report_.pass(session.diagnosis(), session, names_.copy, files);
+  return conclude(session, session.takeWarnings(), text, failed, files);
+}
+
+/// Makes a session ready; `first`: it is the first one over this source.
+void tFileRun::begin(precomp::KorelPre16& session, bool first) {
   tAutoArray<tString> sessionOptions;
   for (int i = 0; i < options_.sessionOptions.count(); ++i) {
     sessionOptions.add(new tString(options_.sessionOptions[i]));
   }
   sessionOptions.add(new tString(tString("-F") += names_.copy));
-
-  precomp::KorelPre16 session(files);
   session.Init(sessionOptions, 0);
   session.setShownName(names_.source);
   session.setHeaderCache(headers_);
   session.setWarnings(options_.warnings);
-  addIncludePaths(session);
+  addIncludePaths(session, first);
   for (const tOptionDefine& define : options_.defines) session.define(define.name, define.value);
+  if (!first) return;
   host_.sessionBegins(session, names_.copy, names_.source);
   trace(eMessage::kTraceSession, {names_.source});
-  tString errorText;
-  session.doIt(text, errorText);
-  const bool failed = session.errorCount() > 0 || !errorText.empty();
-  if (failed) report_.pass(session.diagnosis(), session, names_.copy, files);
-  const bool refused = tellWarnings(session, files);
-  if (failed) {
-    trace(eMessage::kTraceError, {trimmedRight(errorText)});
-    return kSessionError;
-  }
-  if (refused) return kSessionError;
+}
+
+/// Tells what else is to be told of a source that the session has been over.
+int tFileRun::conclude(precomp::KorelPre16& session, tWarnings warnings, const tString& text,
+                       bool failed, tDiskManOverlay& files) {
+  const bool refused = tellWarnings(std::move(warnings), session, files);
+  if (failed) trace(eMessage::kTraceError, {trimmedRight(session.errString())});
+  if (failed || refused) return kSessionError;
   traceLines(text);
   host_.sessionDone(session);
   return kDone;
 }
 
-std::vector<precomp::tDiagnosis> tFileRun::warningsOfBlocks() {
-  std::vector<precomp::tDiagnosis> warnings;
+tWarnings tFileRun::warningsOfBlocks() {
+  tWarnings warnings;
   const precomp::tWarningSet& wanted = options_.warnings;
   for (const tBlockFault& fault : blockFaults_) {
     if (!wanted.has(fault.what)) continue;
@@ -302,10 +300,10 @@ std::vector<precomp::tDiagnosis> tFileRun::warningsOfBlocks() {
 }
 
 /// Whether one of them is an error.
-bool tFileRun::tellWarnings(precomp::KorelPre16& session, tDiskManOverlay& files) {
+bool tFileRun::tellWarnings(tWarnings warnings, const precomp::KorelPre16& session,
+                            tDiskManOverlay& files) {
   bool refused = false;
-  std::vector<precomp::tDiagnosis> blocks = warningsOfBlocks();
-  std::vector<precomp::tDiagnosis> warnings = session.takeWarnings();
+  tWarnings blocks = warningsOfBlocks();
   warnings.insert(warnings.begin(), std::make_move_iterator(blocks.begin()),
                   std::make_move_iterator(blocks.end()));
   for (const precomp::tDiagnosis& warning : warnings) {
@@ -320,15 +318,29 @@ bool tFileRun::tellWarnings(precomp::KorelPre16& session, tDiskManOverlay& files
   return refused;
 }
 
+int tFileRun::searchErrors(tDiskManOverlay& files, tString& text) {
+  tErrorSearch search(
+      files, names_.copy,
+      [&](precomp::KorelPre16& session, bool first, bool edited) {
+        begin(session, first);
+        if (edited) session.setHeaderCache(nullptr);
+      },
+      [&](const precomp::tDiagnosis& error, const precomp::KorelPre16& session) {
+        report_.pass(error, session, names_.copy, files);
+      });
+  const bool found = search.run(host_.mostErrors(), text);
+  return conclude(search.session(), search.takeWarnings(), text, found, files);
+}
+
 void tFileRun::traceLines(std::string_view text) {
   if (!options_.trace) return;
   const auto count = std::count(text.begin(), text.end(), '\n') + (text.empty() ? 0 : 1);
   trace(eMessage::kTraceLines, {tString::format("%d", static_cast<int>(count))});
 }
 
-void tFileRun::addIncludePaths(precomp::KorelPre16& session) {
+void tFileRun::addIncludePaths(precomp::KorelPre16& session, bool told) {
   if (options_.includePath.empty()) return;
-  trace(eMessage::kTraceIncludePath);
+  if (told) trace(eMessage::kTraceIncludePath);
   for (int i = 0; i < options_.includePath.count(); ++i) {
     const tString& directory = options_.includePath[i];
     if (!directory.empty()) session.IncludePath().add(new tString(directory));
