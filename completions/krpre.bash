@@ -15,6 +15,7 @@ _krpre() {
     --key) return ;;
     --color) _krpre_words -W 'always never auto'; return ;;
     -W|--warn) return ;;
+    --max-errors) return ;;
     --diagnostics) _krpre_words -W 'auto classic long json gcc msvc sarif'; return ;;
     -j|--jobs) return ;;
     --explain) return ;;
@@ -22,13 +23,13 @@ _krpre() {
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
-      check) _krpre_words -W '-I --include -D --define --stdin-name -W --warn --unused --diagnostics -j --jobs --list-warnings --help' ;;
+      check) _krpre_words -W '-I --include -D --define --stdin-name -W --warn --unused --all-errors --max-errors --diagnostics -j --jobs --list-warnings --help' ;;
       coverage) _krpre_words -W '-I --include -D --define -o --output --help' ;;
       explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
       rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
       unpack) _krpre_words -W '-o --output --help' ;;
-      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP -W --warn --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
+      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
     esac
     return
   fi

@@ -34,7 +34,7 @@
 
 #command ?             => __PrintLine()
 #command ? <items,...> => __PrintLine(<items>)
-#command ??             => __Print()
+#command ??             => __Print()  // krpre: no-rules-tie
 #command ?? <items,...> => __Print(<items>)
 
 #command ACCEPT TO <var>          => <var> := __Accept()

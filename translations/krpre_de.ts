@@ -384,158 +384,6 @@
         <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
     </message>
     <message>
-        <source>no rule takes this %1 statement</source>
-        <translation>keine Regel nimmt diese Anweisung %1</translation>
-    </message>
-    <message>
-        <source>correct the statement so that a rule takes it whole</source>
-        <translation>die Anweisung so berichtigen, dass eine Regel sie ganz nimmt</translation>
-    </message>
-    <message>
-        <source>%1 is used above its #define</source>
-        <translation>%1 wird oberhalb seines #define benutzt</translation>
-    </message>
-    <message>
-        <source>move the #define up: it holds from its own line on</source>
-        <translation>das #define nach oben setzen: es gilt erst ab seiner Zeile</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: the #define is spelt %2</source>
-        <translation>%1 wird nicht ersetzt: das #define heißt %2</translation>
-    </message>
-    <message>
-        <source>names of defines are case-sensitive: use the same spelling in both places</source>
-        <translation>bei Namen von #define zählen Groß- und Kleinbuchstaben: an beiden Stellen gleich schreiben</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
-        <translation>%1 wird nicht ersetzt: Argumente: %2, erwartet: %3</translation>
-    </message>
-    <message>
-        <source>give the call as many arguments as its #define has parameters</source>
-        <translation>dem Aufruf so viele Argumente geben, wie das #define Parameter hat</translation>
-    </message>
-    <message>
-        <source>%1 is no directive</source>
-        <translation>%1 ist keine Direktive</translation>
-    </message>
-    <message>
-        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
-        <translation>die Zeile gilt als Anweisung; docs/directives.md nennt die Direktiven</translation>
-    </message>
-    <message>
-        <source>no blank may stand behind the #: write %1</source>
-        <translation>hinter dem # darf kein Leerzeichen stehen: %1 schreiben</translation>
-    </message>
-    <message>
-        <source>%1 loses bytes and becomes %2</source>
-        <translation>%1 verliert Bytes und wird zu %2</translation>
-    </message>
-    <message>
-        <source>use ASCII letters only outside of strings and comments</source>
-        <translation>außerhalb von Zeichenketten und Kommentaren nur ASCII-Buchstaben benutzen</translation>
-    </message>
-    <message>
-        <source>this #error is reached, and has no effect: %1</source>
-        <translation>dieses #error wird erreicht und ist wirkungslos: %1</translation>
-    </message>
-    <message>
-        <source>remove the #error, or the condition under which it is reached</source>
-        <translation>das #error entfernen, oder die Bedingung, unter der es erreicht wird</translation>
-    </message>
-    <message>
-        <source>#undef has no effect on %1</source>
-        <translation>#undef ist für %1 wirkungslos</translation>
-    </message>
-    <message>
-        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
-        <translation>ein #define gilt bis zum Ende der Quelle oder bis zum nächsten #define seines Namens</translation>
-    </message>
-    <message>
-        <source>it stays defined</source>
-        <translation>der Name bleibt definiert</translation>
-    </message>
-    <message>
-        <source>it is not defined here</source>
-        <translation>der Name ist hier nicht definiert</translation>
-    </message>
-    <message>
-        <source>%1 is no marker of embedded SQL</source>
-        <translation>%1 ist keine Marke für eingebettetes SQL</translation>
-    </message>
-    <message>
-        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
-        <translation>es gibt Exp, NotDel, NoParser, Order, Table, Temp-Table und xFilial</translation>
-    </message>
-    <message>
-        <source>defined here</source>
-        <translation>hier definiert</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and ends before %1</source>
-        <translation>diese Regel kam am weitesten und endet vor %1</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 where %2 stands</source>
-        <translation>diese Regel kam am weitesten und verlangt %1, wo %2 steht</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 behind the statement</source>
-        <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
-    </message>
-    <message>
-        <source>%1 differs in case from the name of the file, %2</source>
-        <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
-    </message>
-    <message>
-        <source>write the name as the file is called</source>
-        <translation>den Namen so schreiben, wie die Datei heißt</translation>
-    </message>
-    <message>
-        <source>%1 is not read: %2 was included under that name</source>
-        <translation>%1 wird nicht gelesen: unter diesem Namen ist %2 eingebunden</translation>
-    </message>
-    <message>
-        <source>give the files names that differ in more than upper and lower case</source>
-        <translation>den Dateien Namen geben, die sich nicht nur in Groß- und Kleinbuchstaben unterscheiden</translation>
-    </message>
-    <message>
-        <source>nothing of %1 is used</source>
-        <translation>nichts aus %1 wird benutzt</translation>
-    </message>
-    <message>
-        <source>remove the #include</source>
-        <translation>das #include entfernen</translation>
-    </message>
-    <message>
-        <source>%1 has been included as %2 and is read twice</source>
-        <translation>%1 ist schon als %2 eingebunden und wird zweimal gelesen</translation>
-    </message>
-    <message>
-        <source>include a file by one name everywhere</source>
-        <translation>eine Datei überall unter einem Namen einbinden</translation>
-    </message>
-    <message>
-        <source>read here before</source>
-        <translation>hier schon gelesen</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without ENDCONTENT</source>
-        <translation>BEGINCONTENT ohne ENDCONTENT</translation>
-    </message>
-    <message>
-        <source>add the ENDCONTENT: without it no block of the source is converted</source>
-        <translation>ENDCONTENT ergänzen: ohne es wird kein Block der Quelle umgewandelt</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without VAR</source>
-        <translation>BEGINCONTENT ohne VAR</translation>
-    </message>
-    <message>
-        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
-        <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
-    </message>
-    <message>
         <source>%1 differs in case from the name of the file, %2</source>
         <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
     </message>
@@ -598,6 +446,106 @@
     <message>
         <source>no source uses %2 of %1</source>
         <translation>keine Quelle benutzt %2 von %1</translation>
+    </message>
+    <message>
+        <source>the brackets of the result do not match</source>
+        <translation>die Klammern des Ergebnisses passen nicht zusammen</translation>
+    </message>
+    <message>
+        <source>balance them, or switch the warning off where one rule opens what another closes</source>
+        <translation>sie ausgleichen oder die Warnung ausschalten, wo eine Regel öffnet, was eine andere schließt</translation>
+    </message>
+    <message>
+        <source>the pattern has no marker %1</source>
+        <translation>das Muster hat keinen Platzhalter %1</translation>
+    </message>
+    <message>
+        <source>nothing is written for it: use the name of a marker of the pattern</source>
+        <translation>dafür wird nichts geschrieben: den Namen eines Platzhalters des Musters verwenden</translation>
+    </message>
+    <message>
+        <source>the group of %1 takes words that get lost</source>
+        <translation>die Gruppe mit %1 nimmt Wörter auf, die verloren gehen</translation>
+    </message>
+    <message>
+        <source>begin the group with a word, or let the marker be a list: &lt;name,...&gt;</source>
+        <translation>die Gruppe mit einem Wort beginnen oder den Platzhalter zur Liste machen: &lt;name,...&gt;</translation>
+    </message>
+    <message>
+        <source>%1 gets no parameters</source>
+        <translation>%1 bekommt keine Parameter</translation>
+    </message>
+    <message>
+        <source>remove the blank in front of the bracket, which is part of the value now</source>
+        <translation>das Leerzeichen vor der Klammer entfernen, die jetzt zum Wert gehört</translation>
+    </message>
+    <message>
+        <source>the translation ends in %1, which takes all that can belong to an expression</source>
+        <translation>die Übersetzung endet mit %1, das alles aufnimmt, was zu einem Ausdruck gehören kann</translation>
+    </message>
+    <message>
+        <source>end the pattern with a word or a bracket</source>
+        <translation>das Muster mit einem Wort oder einer Klammer beenden</translation>
+    </message>
+    <message>
+        <source>nothing is left for what stands behind %1</source>
+        <translation>für das, was hinter %1 steht, bleibt nichts übrig</translation>
+    </message>
+    <message>
+        <source>a marker &lt;*name*&gt; takes the rest of the statement: put it last</source>
+        <translation>ein Platzhalter &lt;*name*&gt; nimmt den Rest der Anweisung auf: ihn ans Ende stellen</translation>
+    </message>
+    <message>
+        <source>this rule is never used</source>
+        <translation>diese Regel wird nie verwendet</translation>
+    </message>
+    <message>
+        <source>remove the rule, or put it behind the other one</source>
+        <translation>die Regel entfernen oder hinter die andere stellen</translation>
+    </message>
+    <message>
+        <source>two rules fit equally well, and the later one is used</source>
+        <translation>zwei Regeln passen gleich gut, und die spätere wird verwendet</translation>
+    </message>
+    <message>
+        <source>add a word to one of them unless their order is meant</source>
+        <translation>eine von ihnen um ein Wort ergänzen, wenn die Reihenfolge nicht gewollt ist</translation>
+    </message>
+    <message>
+        <source>%1 is a word of its own and an abbreviation of %2</source>
+        <translation>%1 ist ein eigenes Wort und eine Abkürzung von %2</translation>
+    </message>
+    <message>
+        <source>let the words differ in their first four letters, or use #xcommand and #xtranslate</source>
+        <translation>Wörter wählen, die sich in den ersten vier Buchstaben unterscheiden, oder #xcommand und #xtranslate verwenden</translation>
+    </message>
+    <message>
+        <source>rewriting never ends: %1</source>
+        <translation>das Umschreiben endet nie: %1</translation>
+    </message>
+    <message>
+        <source>let no result in the circle hold a word that begins a rule of it</source>
+        <translation>kein Ergebnis im Kreis darf ein Wort enthalten, mit dem eine seiner Regeln beginnt</translation>
+    </message>
+    <message>
+        <source>for example, %1 becomes %2</source>
+        <translation>zum Beispiel wird aus %1: %2</translation>
+    </message>
+    <message>
+        <source>for example: %1</source>
+        <translation>zum Beispiel: %1</translation>
+    </message>
+    <message>
+        <source>this rule is used for all of them</source>
+        <translation>diese Regel wird für alle ihre Anweisungen verwendet</translation>
+    </message>
+    <message>
+        <source>the other one</source>
+        <translation>die andere</translation>
+    </message>
+    <message>
+        <source>the longer word</source>
+        <translation>das längere Wort</translation>
     </message>
 </context>
 <context>
@@ -723,158 +671,6 @@
         <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
     </message>
     <message>
-        <source>no rule takes this %1 statement</source>
-        <translation>keine Regel nimmt diese Anweisung %1</translation>
-    </message>
-    <message>
-        <source>correct the statement so that a rule takes it whole</source>
-        <translation>die Anweisung so berichtigen, dass eine Regel sie ganz nimmt</translation>
-    </message>
-    <message>
-        <source>%1 is used above its #define</source>
-        <translation>%1 wird oberhalb seines #define benutzt</translation>
-    </message>
-    <message>
-        <source>move the #define up: it holds from its own line on</source>
-        <translation>das #define nach oben setzen: es gilt erst ab seiner Zeile</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: the #define is spelt %2</source>
-        <translation>%1 wird nicht ersetzt: das #define heißt %2</translation>
-    </message>
-    <message>
-        <source>names of defines are case-sensitive: use the same spelling in both places</source>
-        <translation>bei Namen von #define zählen Groß- und Kleinbuchstaben: an beiden Stellen gleich schreiben</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
-        <translation>%1 wird nicht ersetzt: Argumente: %2, erwartet: %3</translation>
-    </message>
-    <message>
-        <source>give the call as many arguments as its #define has parameters</source>
-        <translation>dem Aufruf so viele Argumente geben, wie das #define Parameter hat</translation>
-    </message>
-    <message>
-        <source>%1 is no directive</source>
-        <translation>%1 ist keine Direktive</translation>
-    </message>
-    <message>
-        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
-        <translation>die Zeile gilt als Anweisung; docs/directives.md nennt die Direktiven</translation>
-    </message>
-    <message>
-        <source>no blank may stand behind the #: write %1</source>
-        <translation>hinter dem # darf kein Leerzeichen stehen: %1 schreiben</translation>
-    </message>
-    <message>
-        <source>%1 loses bytes and becomes %2</source>
-        <translation>%1 verliert Bytes und wird zu %2</translation>
-    </message>
-    <message>
-        <source>use ASCII letters only outside of strings and comments</source>
-        <translation>außerhalb von Zeichenketten und Kommentaren nur ASCII-Buchstaben benutzen</translation>
-    </message>
-    <message>
-        <source>this #error is reached, and has no effect: %1</source>
-        <translation>dieses #error wird erreicht und ist wirkungslos: %1</translation>
-    </message>
-    <message>
-        <source>remove the #error, or the condition under which it is reached</source>
-        <translation>das #error entfernen, oder die Bedingung, unter der es erreicht wird</translation>
-    </message>
-    <message>
-        <source>#undef has no effect on %1</source>
-        <translation>#undef ist für %1 wirkungslos</translation>
-    </message>
-    <message>
-        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
-        <translation>ein #define gilt bis zum Ende der Quelle oder bis zum nächsten #define seines Namens</translation>
-    </message>
-    <message>
-        <source>it stays defined</source>
-        <translation>der Name bleibt definiert</translation>
-    </message>
-    <message>
-        <source>it is not defined here</source>
-        <translation>der Name ist hier nicht definiert</translation>
-    </message>
-    <message>
-        <source>%1 is no marker of embedded SQL</source>
-        <translation>%1 ist keine Marke für eingebettetes SQL</translation>
-    </message>
-    <message>
-        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
-        <translation>es gibt Exp, NotDel, NoParser, Order, Table, Temp-Table und xFilial</translation>
-    </message>
-    <message>
-        <source>defined here</source>
-        <translation>hier definiert</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and ends before %1</source>
-        <translation>diese Regel kam am weitesten und endet vor %1</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 where %2 stands</source>
-        <translation>diese Regel kam am weitesten und verlangt %1, wo %2 steht</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 behind the statement</source>
-        <translation>diese Regel kam am weitesten und verlangt %1 hinter der Anweisung</translation>
-    </message>
-    <message>
-        <source>%1 differs in case from the name of the file, %2</source>
-        <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
-    </message>
-    <message>
-        <source>write the name as the file is called</source>
-        <translation>den Namen so schreiben, wie die Datei heißt</translation>
-    </message>
-    <message>
-        <source>%1 is not read: %2 was included under that name</source>
-        <translation>%1 wird nicht gelesen: unter diesem Namen ist %2 eingebunden</translation>
-    </message>
-    <message>
-        <source>give the files names that differ in more than upper and lower case</source>
-        <translation>den Dateien Namen geben, die sich nicht nur in Groß- und Kleinbuchstaben unterscheiden</translation>
-    </message>
-    <message>
-        <source>nothing of %1 is used</source>
-        <translation>nichts aus %1 wird benutzt</translation>
-    </message>
-    <message>
-        <source>remove the #include</source>
-        <translation>das #include entfernen</translation>
-    </message>
-    <message>
-        <source>%1 has been included as %2 and is read twice</source>
-        <translation>%1 ist schon als %2 eingebunden und wird zweimal gelesen</translation>
-    </message>
-    <message>
-        <source>include a file by one name everywhere</source>
-        <translation>eine Datei überall unter einem Namen einbinden</translation>
-    </message>
-    <message>
-        <source>read here before</source>
-        <translation>hier schon gelesen</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without ENDCONTENT</source>
-        <translation>BEGINCONTENT ohne ENDCONTENT</translation>
-    </message>
-    <message>
-        <source>add the ENDCONTENT: without it no block of the source is converted</source>
-        <translation>ENDCONTENT ergänzen: ohne es wird kein Block der Quelle umgewandelt</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without VAR</source>
-        <translation>BEGINCONTENT ohne VAR</translation>
-    </message>
-    <message>
-        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
-        <translation>die Variable nennen, die den Text aufnimmt: BEGINCONTENT VAR Name</translation>
-    </message>
-    <message>
         <source>%1 differs in case from the name of the file, %2</source>
         <translation>%1 unterscheidet sich in Groß- und Kleinbuchstaben vom Namen der Datei, %2</translation>
     </message>
@@ -937,6 +733,98 @@
     <message>
         <source>no source uses %2 of %1</source>
         <translation>keine Quelle benutzt %2 von %1</translation>
+    </message>
+    <message>
+        <source>the pattern has no marker %1</source>
+        <translation>das Muster hat keinen Platzhalter %1</translation>
+    </message>
+    <message>
+        <source>nothing is written for it: use the name of a marker of the pattern</source>
+        <translation>dafür wird nichts geschrieben: den Namen eines Platzhalters des Musters verwenden</translation>
+    </message>
+    <message>
+        <source>the group of %1 takes words that get lost</source>
+        <translation>die Gruppe mit %1 nimmt Wörter auf, die verloren gehen</translation>
+    </message>
+    <message>
+        <source>begin the group with a word, or let the marker be a list: &lt;name,...&gt;</source>
+        <translation>die Gruppe mit einem Wort beginnen oder den Platzhalter zur Liste machen: &lt;name,...&gt;</translation>
+    </message>
+    <message>
+        <source>%1 gets no parameters</source>
+        <translation>%1 bekommt keine Parameter</translation>
+    </message>
+    <message>
+        <source>remove the blank in front of the bracket, which is part of the value now</source>
+        <translation>das Leerzeichen vor der Klammer entfernen, die jetzt zum Wert gehört</translation>
+    </message>
+    <message>
+        <source>the translation ends in %1, which takes all that can belong to an expression</source>
+        <translation>die Übersetzung endet mit %1, das alles aufnimmt, was zu einem Ausdruck gehören kann</translation>
+    </message>
+    <message>
+        <source>end the pattern with a word or a bracket</source>
+        <translation>das Muster mit einem Wort oder einer Klammer beenden</translation>
+    </message>
+    <message>
+        <source>nothing is left for what stands behind %1</source>
+        <translation>für das, was hinter %1 steht, bleibt nichts übrig</translation>
+    </message>
+    <message>
+        <source>a marker &lt;*name*&gt; takes the rest of the statement: put it last</source>
+        <translation>ein Platzhalter &lt;*name*&gt; nimmt den Rest der Anweisung auf: ihn ans Ende stellen</translation>
+    </message>
+    <message>
+        <source>this rule is never used</source>
+        <translation>diese Regel wird nie verwendet</translation>
+    </message>
+    <message>
+        <source>remove the rule, or put it behind the other one</source>
+        <translation>die Regel entfernen oder hinter die andere stellen</translation>
+    </message>
+    <message>
+        <source>two rules fit equally well, and the later one is used</source>
+        <translation>zwei Regeln passen gleich gut, und die spätere wird verwendet</translation>
+    </message>
+    <message>
+        <source>add a word to one of them unless their order is meant</source>
+        <translation>eine von ihnen um ein Wort ergänzen, wenn die Reihenfolge nicht gewollt ist</translation>
+    </message>
+    <message>
+        <source>%1 is a word of its own and an abbreviation of %2</source>
+        <translation>%1 ist ein eigenes Wort und eine Abkürzung von %2</translation>
+    </message>
+    <message>
+        <source>let the words differ in their first four letters, or use #xcommand and #xtranslate</source>
+        <translation>Wörter wählen, die sich in den ersten vier Buchstaben unterscheiden, oder #xcommand und #xtranslate verwenden</translation>
+    </message>
+    <message>
+        <source>rewriting never ends: %1</source>
+        <translation>das Umschreiben endet nie: %1</translation>
+    </message>
+    <message>
+        <source>let no result in the circle hold a word that begins a rule of it</source>
+        <translation>kein Ergebnis im Kreis darf ein Wort enthalten, mit dem eine seiner Regeln beginnt</translation>
+    </message>
+    <message>
+        <source>for example, %1 becomes %2</source>
+        <translation>zum Beispiel wird aus %1: %2</translation>
+    </message>
+    <message>
+        <source>for example: %1</source>
+        <translation>zum Beispiel: %1</translation>
+    </message>
+    <message>
+        <source>this rule is used for all of them</source>
+        <translation>diese Regel wird für alle ihre Anweisungen verwendet</translation>
+    </message>
+    <message>
+        <source>the other one</source>
+        <translation>die andere</translation>
+    </message>
+    <message>
+        <source>the longer word</source>
+        <translation>das längere Wort</translation>
     </message>
 </context>
 </TS>

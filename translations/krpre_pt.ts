@@ -384,158 +384,6 @@
         <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
     </message>
     <message>
-        <source>no rule takes this %1 statement</source>
-        <translation>nenhuma regra aceita esta instrução %1</translation>
-    </message>
-    <message>
-        <source>correct the statement so that a rule takes it whole</source>
-        <translation>corrija a instrução para que uma regra a aceite por inteiro</translation>
-    </message>
-    <message>
-        <source>%1 is used above its #define</source>
-        <translation>%1 é usado acima do seu #define</translation>
-    </message>
-    <message>
-        <source>move the #define up: it holds from its own line on</source>
-        <translation>mova o #define para cima: ele vale a partir da sua própria linha</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: the #define is spelt %2</source>
-        <translation>%1 não é substituído: o #define se escreve %2</translation>
-    </message>
-    <message>
-        <source>names of defines are case-sensitive: use the same spelling in both places</source>
-        <translation>nomes de #define diferenciam maiúsculas de minúsculas: use a mesma grafia nos dois lugares</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
-        <translation>%1 não é substituído: argumentos dados: %2, esperados: %3</translation>
-    </message>
-    <message>
-        <source>give the call as many arguments as its #define has parameters</source>
-        <translation>passe tantos argumentos quantos parâmetros o #define tem</translation>
-    </message>
-    <message>
-        <source>%1 is no directive</source>
-        <translation>%1 não é uma diretiva</translation>
-    </message>
-    <message>
-        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
-        <translation>a linha é tratada como instrução; docs/directives.md lista as diretivas</translation>
-    </message>
-    <message>
-        <source>no blank may stand behind the #: write %1</source>
-        <translation>não pode haver espaço depois do #: escreva %1</translation>
-    </message>
-    <message>
-        <source>%1 loses bytes and becomes %2</source>
-        <translation>%1 perde bytes e passa a ser %2</translation>
-    </message>
-    <message>
-        <source>use ASCII letters only outside of strings and comments</source>
-        <translation>use apenas letras ASCII fora de strings e comentários</translation>
-    </message>
-    <message>
-        <source>this #error is reached, and has no effect: %1</source>
-        <translation>este #error é alcançado e não tem efeito: %1</translation>
-    </message>
-    <message>
-        <source>remove the #error, or the condition under which it is reached</source>
-        <translation>remova o #error, ou a condição em que ele é alcançado</translation>
-    </message>
-    <message>
-        <source>#undef has no effect on %1</source>
-        <translation>#undef não tem efeito sobre %1</translation>
-    </message>
-    <message>
-        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
-        <translation>um #define vale até o fim do fonte, ou até o próximo #define do mesmo nome</translation>
-    </message>
-    <message>
-        <source>it stays defined</source>
-        <translation>o nome continua definido</translation>
-    </message>
-    <message>
-        <source>it is not defined here</source>
-        <translation>o nome não está definido aqui</translation>
-    </message>
-    <message>
-        <source>%1 is no marker of embedded SQL</source>
-        <translation>%1 não é um marcador de SQL embutido</translation>
-    </message>
-    <message>
-        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
-        <translation>existem Exp, NotDel, NoParser, Order, Table, Temp-Table e xFilial</translation>
-    </message>
-    <message>
-        <source>defined here</source>
-        <translation>definido aqui</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and ends before %1</source>
-        <translation>esta regra chegou mais longe, e termina antes de %1</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 where %2 stands</source>
-        <translation>esta regra chegou mais longe, e exige %1 onde está %2</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 behind the statement</source>
-        <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
-    </message>
-    <message>
-        <source>%1 differs in case from the name of the file, %2</source>
-        <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
-    </message>
-    <message>
-        <source>write the name as the file is called</source>
-        <translation>escreva o nome como o arquivo se chama</translation>
-    </message>
-    <message>
-        <source>%1 is not read: %2 was included under that name</source>
-        <translation>%1 não é lido: %2 foi incluído com esse nome</translation>
-    </message>
-    <message>
-        <source>give the files names that differ in more than upper and lower case</source>
-        <translation>dê aos arquivos nomes que difiram em mais do que maiúsculas e minúsculas</translation>
-    </message>
-    <message>
-        <source>nothing of %1 is used</source>
-        <translation>nada de %1 é usado</translation>
-    </message>
-    <message>
-        <source>remove the #include</source>
-        <translation>remova o #include</translation>
-    </message>
-    <message>
-        <source>%1 has been included as %2 and is read twice</source>
-        <translation>%1 já foi incluído como %2 e é lido duas vezes</translation>
-    </message>
-    <message>
-        <source>include a file by one name everywhere</source>
-        <translation>inclua um arquivo sempre pelo mesmo nome</translation>
-    </message>
-    <message>
-        <source>read here before</source>
-        <translation>lido aqui antes</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without ENDCONTENT</source>
-        <translation>BEGINCONTENT sem ENDCONTENT</translation>
-    </message>
-    <message>
-        <source>add the ENDCONTENT: without it no block of the source is converted</source>
-        <translation>acrescente o ENDCONTENT: sem ele nenhum bloco do fonte é convertido</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without VAR</source>
-        <translation>BEGINCONTENT sem VAR</translation>
-    </message>
-    <message>
-        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
-        <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
-    </message>
-    <message>
         <source>%1 differs in case from the name of the file, %2</source>
         <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
     </message>
@@ -598,6 +446,106 @@
     <message>
         <source>no source uses %2 of %1</source>
         <translation>nenhum fonte usa %2 de %1</translation>
+    </message>
+    <message>
+        <source>the brackets of the result do not match</source>
+        <translation>os parênteses do resultado não correspondem</translation>
+    </message>
+    <message>
+        <source>balance them, or switch the warning off where one rule opens what another closes</source>
+        <translation>equilibre-os ou desligue o aviso onde uma regra abre o que outra fecha</translation>
+    </message>
+    <message>
+        <source>the pattern has no marker %1</source>
+        <translation>o padrão não tem o marcador %1</translation>
+    </message>
+    <message>
+        <source>nothing is written for it: use the name of a marker of the pattern</source>
+        <translation>nada é escrito para ele: use o nome de um marcador do padrão</translation>
+    </message>
+    <message>
+        <source>the group of %1 takes words that get lost</source>
+        <translation>o grupo de %1 recebe palavras que se perdem</translation>
+    </message>
+    <message>
+        <source>begin the group with a word, or let the marker be a list: &lt;name,...&gt;</source>
+        <translation>comece o grupo com uma palavra ou torne o marcador uma lista: &lt;name,...&gt;</translation>
+    </message>
+    <message>
+        <source>%1 gets no parameters</source>
+        <translation>%1 não recebe parâmetros</translation>
+    </message>
+    <message>
+        <source>remove the blank in front of the bracket, which is part of the value now</source>
+        <translation>remova o espaço antes do parêntese, que agora faz parte do valor</translation>
+    </message>
+    <message>
+        <source>the translation ends in %1, which takes all that can belong to an expression</source>
+        <translation>a tradução termina em %1, que recebe tudo o que pode pertencer a uma expressão</translation>
+    </message>
+    <message>
+        <source>end the pattern with a word or a bracket</source>
+        <translation>termine o padrão com uma palavra ou um parêntese</translation>
+    </message>
+    <message>
+        <source>nothing is left for what stands behind %1</source>
+        <translation>nada resta para o que está depois de %1</translation>
+    </message>
+    <message>
+        <source>a marker &lt;*name*&gt; takes the rest of the statement: put it last</source>
+        <translation>um marcador &lt;*name*&gt; recebe o resto da instrução: coloque-o por último</translation>
+    </message>
+    <message>
+        <source>this rule is never used</source>
+        <translation>esta regra nunca é usada</translation>
+    </message>
+    <message>
+        <source>remove the rule, or put it behind the other one</source>
+        <translation>remova a regra ou coloque-a depois da outra</translation>
+    </message>
+    <message>
+        <source>two rules fit equally well, and the later one is used</source>
+        <translation>duas regras servem igualmente bem, e a última é usada</translation>
+    </message>
+    <message>
+        <source>add a word to one of them unless their order is meant</source>
+        <translation>acrescente uma palavra a uma delas se a ordem não for intencional</translation>
+    </message>
+    <message>
+        <source>%1 is a word of its own and an abbreviation of %2</source>
+        <translation>%1 é uma palavra própria e uma abreviação de %2</translation>
+    </message>
+    <message>
+        <source>let the words differ in their first four letters, or use #xcommand and #xtranslate</source>
+        <translation>use palavras que diferem nas quatro primeiras letras, ou #xcommand e #xtranslate</translation>
+    </message>
+    <message>
+        <source>rewriting never ends: %1</source>
+        <translation>a reescrita nunca termina: %1</translation>
+    </message>
+    <message>
+        <source>let no result in the circle hold a word that begins a rule of it</source>
+        <translation>nenhum resultado do círculo deve conter uma palavra que inicia uma de suas regras</translation>
+    </message>
+    <message>
+        <source>for example, %1 becomes %2</source>
+        <translation>por exemplo, %1 torna-se %2</translation>
+    </message>
+    <message>
+        <source>for example: %1</source>
+        <translation>por exemplo: %1</translation>
+    </message>
+    <message>
+        <source>this rule is used for all of them</source>
+        <translation>esta regra é usada para todas as suas instruções</translation>
+    </message>
+    <message>
+        <source>the other one</source>
+        <translation>a outra</translation>
+    </message>
+    <message>
+        <source>the longer word</source>
+        <translation>a palavra mais longa</translation>
     </message>
 </context>
 <context>
@@ -723,158 +671,6 @@
         <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
     </message>
     <message>
-        <source>no rule takes this %1 statement</source>
-        <translation>nenhuma regra aceita esta instrução %1</translation>
-    </message>
-    <message>
-        <source>correct the statement so that a rule takes it whole</source>
-        <translation>corrija a instrução para que uma regra a aceite por inteiro</translation>
-    </message>
-    <message>
-        <source>%1 is used above its #define</source>
-        <translation>%1 é usado acima do seu #define</translation>
-    </message>
-    <message>
-        <source>move the #define up: it holds from its own line on</source>
-        <translation>mova o #define para cima: ele vale a partir da sua própria linha</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: the #define is spelt %2</source>
-        <translation>%1 não é substituído: o #define se escreve %2</translation>
-    </message>
-    <message>
-        <source>names of defines are case-sensitive: use the same spelling in both places</source>
-        <translation>nomes de #define diferenciam maiúsculas de minúsculas: use a mesma grafia nos dois lugares</translation>
-    </message>
-    <message>
-        <source>%1 is not replaced: arguments given: %2, expected: %3</source>
-        <translation>%1 não é substituído: argumentos dados: %2, esperados: %3</translation>
-    </message>
-    <message>
-        <source>give the call as many arguments as its #define has parameters</source>
-        <translation>passe tantos argumentos quantos parâmetros o #define tem</translation>
-    </message>
-    <message>
-        <source>%1 is no directive</source>
-        <translation>%1 não é uma diretiva</translation>
-    </message>
-    <message>
-        <source>the line is taken for a statement; docs/directives.md lists the directives</source>
-        <translation>a linha é tratada como instrução; docs/directives.md lista as diretivas</translation>
-    </message>
-    <message>
-        <source>no blank may stand behind the #: write %1</source>
-        <translation>não pode haver espaço depois do #: escreva %1</translation>
-    </message>
-    <message>
-        <source>%1 loses bytes and becomes %2</source>
-        <translation>%1 perde bytes e passa a ser %2</translation>
-    </message>
-    <message>
-        <source>use ASCII letters only outside of strings and comments</source>
-        <translation>use apenas letras ASCII fora de strings e comentários</translation>
-    </message>
-    <message>
-        <source>this #error is reached, and has no effect: %1</source>
-        <translation>este #error é alcançado e não tem efeito: %1</translation>
-    </message>
-    <message>
-        <source>remove the #error, or the condition under which it is reached</source>
-        <translation>remova o #error, ou a condição em que ele é alcançado</translation>
-    </message>
-    <message>
-        <source>#undef has no effect on %1</source>
-        <translation>#undef não tem efeito sobre %1</translation>
-    </message>
-    <message>
-        <source>a #define holds up to the end of the source, or up to the next #define of its name</source>
-        <translation>um #define vale até o fim do fonte, ou até o próximo #define do mesmo nome</translation>
-    </message>
-    <message>
-        <source>it stays defined</source>
-        <translation>o nome continua definido</translation>
-    </message>
-    <message>
-        <source>it is not defined here</source>
-        <translation>o nome não está definido aqui</translation>
-    </message>
-    <message>
-        <source>%1 is no marker of embedded SQL</source>
-        <translation>%1 não é um marcador de SQL embutido</translation>
-    </message>
-    <message>
-        <source>there are Exp, NotDel, NoParser, Order, Table, Temp-Table and xFilial</source>
-        <translation>existem Exp, NotDel, NoParser, Order, Table, Temp-Table e xFilial</translation>
-    </message>
-    <message>
-        <source>defined here</source>
-        <translation>definido aqui</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and ends before %1</source>
-        <translation>esta regra chegou mais longe, e termina antes de %1</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 where %2 stands</source>
-        <translation>esta regra chegou mais longe, e exige %1 onde está %2</translation>
-    </message>
-    <message>
-        <source>this rule got farthest, and wants %1 behind the statement</source>
-        <translation>esta regra chegou mais longe, e exige %1 depois da instrução</translation>
-    </message>
-    <message>
-        <source>%1 differs in case from the name of the file, %2</source>
-        <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
-    </message>
-    <message>
-        <source>write the name as the file is called</source>
-        <translation>escreva o nome como o arquivo se chama</translation>
-    </message>
-    <message>
-        <source>%1 is not read: %2 was included under that name</source>
-        <translation>%1 não é lido: %2 foi incluído com esse nome</translation>
-    </message>
-    <message>
-        <source>give the files names that differ in more than upper and lower case</source>
-        <translation>dê aos arquivos nomes que difiram em mais do que maiúsculas e minúsculas</translation>
-    </message>
-    <message>
-        <source>nothing of %1 is used</source>
-        <translation>nada de %1 é usado</translation>
-    </message>
-    <message>
-        <source>remove the #include</source>
-        <translation>remova o #include</translation>
-    </message>
-    <message>
-        <source>%1 has been included as %2 and is read twice</source>
-        <translation>%1 já foi incluído como %2 e é lido duas vezes</translation>
-    </message>
-    <message>
-        <source>include a file by one name everywhere</source>
-        <translation>inclua um arquivo sempre pelo mesmo nome</translation>
-    </message>
-    <message>
-        <source>read here before</source>
-        <translation>lido aqui antes</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without ENDCONTENT</source>
-        <translation>BEGINCONTENT sem ENDCONTENT</translation>
-    </message>
-    <message>
-        <source>add the ENDCONTENT: without it no block of the source is converted</source>
-        <translation>acrescente o ENDCONTENT: sem ele nenhum bloco do fonte é convertido</translation>
-    </message>
-    <message>
-        <source>BEGINCONTENT without VAR</source>
-        <translation>BEGINCONTENT sem VAR</translation>
-    </message>
-    <message>
-        <source>name the variable that takes the text: BEGINCONTENT VAR name</source>
-        <translation>indique a variável que recebe o texto: BEGINCONTENT VAR nome</translation>
-    </message>
-    <message>
         <source>%1 differs in case from the name of the file, %2</source>
         <translation>%1 difere em maiúsculas e minúsculas do nome do arquivo, %2</translation>
     </message>
@@ -937,6 +733,98 @@
     <message>
         <source>no source uses %2 of %1</source>
         <translation>nenhum fonte usa %2 de %1</translation>
+    </message>
+    <message>
+        <source>the pattern has no marker %1</source>
+        <translation>o padrão não tem o marcador %1</translation>
+    </message>
+    <message>
+        <source>nothing is written for it: use the name of a marker of the pattern</source>
+        <translation>nada é escrito para ele: use o nome de um marcador do padrão</translation>
+    </message>
+    <message>
+        <source>the group of %1 takes words that get lost</source>
+        <translation>o grupo de %1 recebe palavras que se perdem</translation>
+    </message>
+    <message>
+        <source>begin the group with a word, or let the marker be a list: &lt;name,...&gt;</source>
+        <translation>comece o grupo com uma palavra ou torne o marcador uma lista: &lt;name,...&gt;</translation>
+    </message>
+    <message>
+        <source>%1 gets no parameters</source>
+        <translation>%1 não recebe parâmetros</translation>
+    </message>
+    <message>
+        <source>remove the blank in front of the bracket, which is part of the value now</source>
+        <translation>remova o espaço antes do parêntese, que agora faz parte do valor</translation>
+    </message>
+    <message>
+        <source>the translation ends in %1, which takes all that can belong to an expression</source>
+        <translation>a tradução termina em %1, que recebe tudo o que pode pertencer a uma expressão</translation>
+    </message>
+    <message>
+        <source>end the pattern with a word or a bracket</source>
+        <translation>termine o padrão com uma palavra ou um parêntese</translation>
+    </message>
+    <message>
+        <source>nothing is left for what stands behind %1</source>
+        <translation>nada resta para o que está depois de %1</translation>
+    </message>
+    <message>
+        <source>a marker &lt;*name*&gt; takes the rest of the statement: put it last</source>
+        <translation>um marcador &lt;*name*&gt; recebe o resto da instrução: coloque-o por último</translation>
+    </message>
+    <message>
+        <source>this rule is never used</source>
+        <translation>esta regra nunca é usada</translation>
+    </message>
+    <message>
+        <source>remove the rule, or put it behind the other one</source>
+        <translation>remova a regra ou coloque-a depois da outra</translation>
+    </message>
+    <message>
+        <source>two rules fit equally well, and the later one is used</source>
+        <translation>duas regras servem igualmente bem, e a última é usada</translation>
+    </message>
+    <message>
+        <source>add a word to one of them unless their order is meant</source>
+        <translation>acrescente uma palavra a uma delas se a ordem não for intencional</translation>
+    </message>
+    <message>
+        <source>%1 is a word of its own and an abbreviation of %2</source>
+        <translation>%1 é uma palavra própria e uma abreviação de %2</translation>
+    </message>
+    <message>
+        <source>let the words differ in their first four letters, or use #xcommand and #xtranslate</source>
+        <translation>use palavras que diferem nas quatro primeiras letras, ou #xcommand e #xtranslate</translation>
+    </message>
+    <message>
+        <source>rewriting never ends: %1</source>
+        <translation>a reescrita nunca termina: %1</translation>
+    </message>
+    <message>
+        <source>let no result in the circle hold a word that begins a rule of it</source>
+        <translation>nenhum resultado do círculo deve conter uma palavra que inicia uma de suas regras</translation>
+    </message>
+    <message>
+        <source>for example, %1 becomes %2</source>
+        <translation>por exemplo, %1 torna-se %2</translation>
+    </message>
+    <message>
+        <source>for example: %1</source>
+        <translation>por exemplo: %1</translation>
+    </message>
+    <message>
+        <source>this rule is used for all of them</source>
+        <translation>esta regra é usada para todas as suas instruções</translation>
+    </message>
+    <message>
+        <source>the other one</source>
+        <translation>a outra</translation>
+    </message>
+    <message>
+        <source>the longer word</source>
+        <translation>a palavra mais longa</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,7 @@
 #include "korelpre/directives/programfile.h"
 #include "korelpre/errors/notes.h"
 #include "korelpre/lint/nameuse.h"
+#include "korelpre/lint/rulelint.h"
 #include "korelpre/lint/sourcescan.h"
 #include "korelpre/lint/statementlint.h"
 #include "lib_base/misc.h"
@@ -14,6 +15,7 @@ namespace precomp {
 
 void tLint::judge(tProgramFile& file, int readTo) {
   findings_.add(file);
+  rules_ = &file.shared().rules;
   includes_.fileCompiled(file);
   const std::vector<tDirectiveLine> directives = directiveLinesOf(file.text);
   judgeUndefs(file, directives);
@@ -82,6 +84,10 @@ void tLint::statementRewritten(tProgramFile& file, tTknString& statement) {
 
 std::vector<tDiagnosis> tLint::take() {
   includes_.finish();
+  if (rules_ != nullptr) {
+    rules_->setObserver(nullptr);  // who hears of statements shall not hear of those of the lint
+    tRuleLint(findings_, *rules_).run();
+  }
   return findings_.take();
 }
 

@@ -12,6 +12,8 @@
 
 namespace precomp {
 
+class tRuleSet;
+
 /// Looks at a program while it is preprocessed, and finds what is allowed and hardly meant. A
 /// session owns one when warnings are wanted.
 class tLint final : public tSourceWatcher {
@@ -41,6 +43,7 @@ class tLint final : public tSourceWatcher {
 
   tFindings findings_;
   std::uint64_t steps_ = 30'000'000;  // that the matcher may take for statements judged again
+  tRuleSet* rules_ = nullptr;         // of the program
   tIncludeLint includes_{findings_};
   std::unordered_map<std::string, std::vector<tUndef>> undefs_;  // by the file they stand in
 };

@@ -21,6 +21,7 @@ class tResultMarker : public tMatchMarker {
   /// Adds `marker` to the linked ones when the names are equal, whatever their case.
   void link(tRuleHome* rule, tMatchMarker& marker) override;
 
+  bool isLinked() const { return links().first != nullptr; }
   /// Makes the clause that begins here follow what `driver` is linked with.
   void setDriver(const tResultMarker* driver) { links().driver = driver; }
 

@@ -265,4 +265,46 @@ TEST(Lint, StandsInTheManual) {
   EXPECT_EQ(rows, expected);
 }
 
+TEST(Lint, JudgesRulesByStatements) {
+  const char* const rules = R"(
+#command TELLER <text> => Told(<txt>)
+#command TELL [<what>] => Told(<what>)
+#command OPEN DOOR => OpenDoor()
+#command OPEN <x> => OpenIt(<x>)
+#command CLOSE <x> => CloseIt(<x>)
+#command CLOSE DOOR => CloseDoor()
+#define AREA (a, b) a * b
+#define PING PONG
+#define PONG PING
+#xtranslate PRICE OF <x> => <x>:price
+#xcommand WRITE <*x*> TO <y> => Write(<y>)
+#xcommand ADD <x> [TO <y>] => Added(<x>[, <y>)]
+)";
+  EXPECT_EQ(lint(rules),
+            "unknown-result-marker main.prw:2:33 [txt] the pattern has no marker txt\n"
+            "abbreviated-word main.prw:3:1 [] TELL is a word of its own and an abbreviation of "
+            "TELLER\n"
+            "marker-only-group main.prw:3:17 [what] the group of what takes words that get lost\n"
+            "never-wins main.prw:4:1 [] this rule is never used\n"
+            "rules-tie main.prw:7:1 [] two rules fit equally well, and the later one is used\n"
+            "blank-before-parameters main.prw:8:9 [AREA] AREA gets no parameters\n"
+            "endless-rule main.prw:9:1 [] rewriting never ends: PING -> PONG -> PING\n"
+            "open-ended-translation main.prw:11:23 [x] the translation ends in x, which takes all "
+            "that can belong to an expression\n"
+            "unreachable-pattern main.prw:12:19 [x] nothing is left for what stands behind x\n"
+            "unbalanced-result main.prw:13:1 [] the brackets of the result do not match\n");
+  // What is meant, or only looks alike.
+  for (const std::string_view sound :
+       {"#xcommand A <x> [TO <y>] => D(<x>, <y>)\n#xcommand A <x> => C(<x>)\n",
+        "#xcommand A <x> <y> => B(<x>, <y>)\n#xcommand A C <y> TO => D(<y>)\n",
+        "#command OPEN <x> NOW => A(<x>)\n#xcommand OPEN <x> => B(<x>)\n",
+        "#command A [<x,...>] => B(<x>)\n", "#command A [<x>] => B([<x>])\n",
+        "#define LIMIT (10)\n#define NEXT (LIMIT + 1)\n", "#define A(a) A + a\n"}) {
+    EXPECT_EQ(lint(sound), "") << sound;
+  }
+  // A statement in between is one that the first rule has taken.
+  EXPECT_EQ(lint("#xcommand A B => C()\nA B\n#xcommand A <x> => D(<x>)\n").substr(0, 9),
+            "rules-tie");
+}
+
 }  // namespace
