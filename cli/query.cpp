@@ -23,6 +23,7 @@ struct tAnswer {
   std::vector<tRuleInfo>* rules = nullptr;
   std::string messages;
   std::size_t told = 0;  // the messages up to the last diagnostic
+  int errors = 0;
   tCallbackGuard guard;
 };
 
@@ -40,7 +41,11 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
     const tPaint plain(false);
     const auto words = [](const char* text) { return std::string(text); };
     const std::string head = longHead(*diagnostic, plain, words);
-    if (!head.empty()) {
+    const bool error = diagnostic->severity == KRPRE_SEVERITY_ERROR;
+    if (error && ++answers.errors > 1) {
+      // As for a plain run, the first is told only.
+      answers.messages.resize(answers.told);
+    } else if (!head.empty()) {
       answers.messages.resize(answers.told);
       answers.messages += head + longDetails(*diagnostic, plain, words);
     }
@@ -66,7 +71,11 @@ int ask(const tCommandLine& line, tAnswer& answers) {
   host.flags = KRPRE_NO_OUTPUT;
   host.message = takeMessage;
   host.diagnostic = takeDiagnostic;
-  if (answers.story != nullptr) host.step = takeStep;
+  if (answers.story != nullptr) {
+    constexpr int kMostErrors = 20;
+    host.step = takeStep;
+    host.mostErrors = kMostErrors;  // the statement may stand behind one
+  }
   if (answers.rules != nullptr) host.rule = takeRule;
   call.prepare(host);
   const int result = krpre_run(call.count(), call.vector(), &host);

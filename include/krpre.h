@@ -176,7 +176,8 @@ struct krpre_host {
    * translations, then commands, each sorted by key. */
   void (*rule)(void* context, const struct krpre_rule* rule);
   /* Hears of every step in the rewriting of the statements of the sources and of what they include.
-   * A run is much slower with it. */
+   * A run is much slower with it. With mostErrors above 1 it hears of a statement again for each
+   * attempt to get past an error. */
   void (*step)(void* context, const struct krpre_step* step);
   /* Hears of files that are read and written; `event` is one of the events above, `source` the
    * source at work, `name` the file. */

@@ -103,6 +103,10 @@ void tHostBridge::sessionBegins(precomp::KorelPre16& session, const tString& cop
   if (host_.file != nullptr || dependencies() != nullptr) session.setFileObserver(this);
 }
 
+void tHostBridge::sessionBeginsAgain(precomp::KorelPre16& session) {
+  if (host_.step != nullptr) session.setRuleObserver(this);
+}
+
 void tHostBridge::sessionDone(precomp::KorelPre16& session) {
   if (host_.rule == nullptr) return;
   for (precomp::tXChgArray* rules : {session.defines(), session.translates(), session.commands()}) {

@@ -50,6 +50,7 @@ class tHostBridge : public tRunHost,
   bool takesTurns() const override { return (host_.flags & KRPRE_TAKE_TURNS) != 0; }
   void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                      const tString& source) override;
+  void sessionBeginsAgain(precomp::KorelPre16& session) override;
   void sessionDone(precomp::KorelPre16& session) override;
   void sourceRead(const tString& source) override;
   void outputDone(const tString& source, const tString& name, bool written) override;

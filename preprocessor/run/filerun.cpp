@@ -267,7 +267,7 @@ void tFileRun::begin(precomp::KorelPre16& session, bool first) {
   session.setWarnings(options_.warnings);
   addIncludePaths(session, first);
   for (const tOptionDefine& define : options_.defines) session.define(define.name, define.value);
-  if (!first) return;
+  if (!first) return host_.sessionBeginsAgain(session);
   host_.sessionBegins(session, names_.copy, names_.source);
   trace(eMessage::kTraceSession, {names_.source});
 }

@@ -10,6 +10,7 @@ void tRunHost::addOptions(tRunOptions& /*options*/) const {}
 void tRunHost::takeOutput(const tString& /*source*/, const std::string& /*text*/) {}
 void tRunHost::sessionBegins(precomp::KorelPre16& /*session*/, const tString& /*copy*/,
                              const tString& /*source*/) {}
+void tRunHost::sessionBeginsAgain(precomp::KorelPre16& /*session*/) {}
 void tRunHost::sessionDone(precomp::KorelPre16& /*session*/) {}
 void tRunHost::sourceRead(const tString& /*source*/) {}
 void tRunHost::outputDone(const tString& /*source*/, const tString& /*name*/, bool /*written*/) {}

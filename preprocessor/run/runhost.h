@@ -39,6 +39,8 @@ class tRunHost {
   /// A session is about to preprocess `source`, which it reads under the name `copy`.
   virtual void sessionBegins(precomp::KorelPre16& session, const tString& copy,
                              const tString& source);
+  /// A further session over the same source, in which an error of those before is repaired.
+  virtual void sessionBeginsAgain(precomp::KorelPre16& session);
   /// The session has preprocessed its source without an error.
   virtual void sessionDone(precomp::KorelPre16& session);
   /// A source has been read; the session tells of what it includes.
