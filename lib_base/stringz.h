@@ -83,7 +83,7 @@ class tString {
   /// Extends the string by `count` uninitialised bytes and returns a pointer to the first of them.
   char* extend(std::size_t count);
 
-  tString& append(std::string_view text) {
+  [[gnu::always_inline]] tString& append(std::string_view text) {
     // For an empty text, whose pointer may be null, size() - 1 wraps around: the slow path.
     if (kind_ == kOwned && text.size() - 1 < room()) {
       appendInPlace(text);
@@ -128,9 +128,12 @@ class tString {
   friend bool operator==(const tString& a, const tString& b) noexcept {
     return a.view() == b.view();
   }
-  friend bool operator==(const tString& a, std::string_view b) noexcept { return a.view() == b; }
-  friend bool operator==(const tString& a, const char* b) noexcept {
-    return b ? a.view() == b : a.empty();
+  // Inlined, a comparison with a literal is mostly one of sizes.
+  [[gnu::always_inline]] friend bool operator==(const tString& a, std::string_view b) noexcept {
+    return a.size_ == b.size() && __builtin_memcmp(a.data_, b.data(), b.size()) == 0;
+  }
+  [[gnu::always_inline]] friend bool operator==(const tString& a, const char* b) noexcept {
+    return b ? a == std::string_view(b) : a.empty();
   }
 
  private:

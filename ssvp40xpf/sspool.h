@@ -40,8 +40,11 @@ void releaseSlow(void* storage, std::size_t sizeClass) noexcept;
 
 }  // namespace sspool
 
+// Taking and releasing are inlined whatever else the library grows by: it is a few instructions for
+// every token.
+
 /// Storage of that size that the thread has kept; null if there is none.
-inline void* ssPoolTake(std::size_t size) noexcept {
+[[gnu::always_inline]] inline void* ssPoolTake(std::size_t size) noexcept {
   const std::size_t sizeClass = (size - 1) / sspool::kClassSize;
   if (!sspool::kKeeps || sizeClass >= sspool::kClasses) return nullptr;
   sspool::tFreeList& list = sspool::pool.lists[sizeClass];
@@ -60,7 +63,7 @@ inline void* ssPoolAllocate(std::size_t size) {
 }
 
 /// Releases storage allocated by ssPoolAllocate with the same `size`, on any thread.
-inline void ssPoolRelease(void* storage, std::size_t size) noexcept {
+[[gnu::always_inline]] inline void ssPoolRelease(void* storage, std::size_t size) noexcept {
   const std::size_t sizeClass = (size - 1) / sspool::kClassSize;
   if (sspool::kKeeps && sizeClass < sspool::kClasses) {
     sspool::tFreeList& list = sspool::pool.lists[sizeClass];
