@@ -8,10 +8,10 @@
 #include <cstring>
 
 #include "cli/exitstatus.h"
+#include "cli/librarycall.h"
 #include "cli/messagelanguage.h"
 #include "cli/printer.h"
 #include "cli/ruleuse.h"
-#include "cli/shippedheaders.h"
 
 namespace {
 

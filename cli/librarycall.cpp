@@ -6,6 +6,10 @@ std::string nameInRun(const std::string& name) {
   return anchored ? "./" + name : name;
 }
 
+std::string shippedHeaders() {
+  return writtenText(krpre_headers_directory);
+}
+
 tLibraryCall::tLibraryCall(const tCommandLine& line, const std::string& source,
                            const std::string& shippedHeaders, const std::string& tag) {
   arguments_.emplace_back("krpre");

@@ -19,6 +19,9 @@ std::string writtenText(const tWrite& write) {
   return text;
 }
 
+/// The directory of the headers that come with the library. Empty if it cannot be determined.
+std::string shippedHeaders();
+
 /// Runs what callbacks do. Nothing may be thrown out of them: the library, which calls them, is C
 /// to this program and has a C++ runtime of its own.
 class tCallbackGuard {

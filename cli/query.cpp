@@ -11,7 +11,6 @@
 #include "cli/explain.h"
 #include "cli/librarycall.h"
 #include "cli/printer.h"
-#include "cli/shippedheaders.h"
 #include "cli/sourcequote.h"
 #include "include/krpre.h"
 

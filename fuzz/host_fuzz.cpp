@@ -149,6 +149,10 @@ void askQuestions(tByteReader& input) {
   ask(krpre_output_name, input);
   input = tByteReader(rest);
   ask(krpre_translate, input);
+  input = tByteReader(rest);
+  ask([](const char*, const char*, char* answer,
+         std::size_t size) { return krpre_headers_directory(answer, size); },
+      input);
   const int source = krpre_is_source(std::string(rest).c_str());
   require(source == 0 || source == 1, "yes or no");
 }

@@ -6,8 +6,10 @@
  *     #include <krpre.h>
  *
  *     int main(void) {
- *       const char* directories[] = {"include", "/usr/share/krpre/headers"};
- *       struct krpre_host host = {0};
+ *       char headers[4096];
+ *       if (krpre_headers_directory(headers, sizeof headers) >= sizeof headers) return 1;
+ *       const char* directories[] = {"include", headers};
+ *       static struct krpre_host host;
  *       host.size = sizeof host;
  *       host.includeDirectoryCount = 2;
  *       host.includeDirectories = directories;
@@ -17,13 +19,19 @@
  *       return krpre_run(2, arguments, &host) == KRPRE_OK ? 0 : 1;
  *     }
  *
+ * Before the first line of every source the standard header, "std.ch", is read; a run fails if it
+ * is not found. It and others come with the library, but the library does not look for them by
+ * itself: it is for the host to name their directory among those for include files.
+ * krpre_headers_directory tells it.
+ *
  * Contents:
  *
  *   1. Results           what a run returns
  *   2. Simple hosts      doPreProc, executeKrpreDll, redirectOutPut, restoreOutPut
  *   3. Hosts             krpre_host, krpre_run, krpre_text
  *   4. Reports           what the callbacks of a host are given
- *   5. Questions         krpre_output_name, krpre_is_source, krpre_warning_at, krpre_translate
+ *   5. Questions         krpre_headers_directory, krpre_output_name, krpre_is_source,
+ *                        krpre_warning_at, krpre_translate
  *   6. Shared headers    krpre_headers_new and its companions
  *   7. Packed files      krpre_pack, krpre_unpack
  *   8. Java              the native methods of the class Krpre
@@ -75,7 +83,8 @@ enum {
  *   @Llist         A file that holds the names of sources, separated by ";".
  *   @Odirectory    Where the outputs go. Default: each beside its source.
  *   @Itag          A tag for the names of temporary files. Default: "0".
- *   -Idirectories  Directories for include files, separated by ";". The last -I counts.
+ *   -Idirectories  Directories for include files, separated by ";". The last -I counts. That of the
+ *                  shipped headers is to be one of them: see krpre_headers_directory.
  *   -T             Trace the steps of the run.
  *   -v             As the only argument: print the version.
  *   /Dname=value   A define. This and all other arguments go to the session (docs/options.md).
@@ -203,7 +212,8 @@ struct krpre_host {
   struct krpre_headers* headers;
 
   /* Directories for include files. They are searched in this order, after those of INCLUDE and of
-   * the vector. A name may hold any characters; an empty one is skipped, a null one refused. */
+   * the vector. A name may hold any characters; an empty one is skipped, a null one refused. That
+   * of the shipped headers is to be one of them: see krpre_headers_directory. */
   size_t includeDirectoryCount;
   const char* const* includeDirectories;
   /* What is defined before the first line of each source, after the defines of the vector; of
@@ -377,6 +387,17 @@ struct krpre_diagnostic {
 /* Of a null `source` or `text` the answer is 0 and an empty text, and a null `name` is none of a
  * source. A null buffer receives nothing, whatever its size. */
 
+/* The directory of the headers that come with the library, "std.ch" among them, as it was installed
+ * or built: found from the place of the library's file, and not looked at. A run searches it only
+ * if it is among the include directories.
+ *
+ *   directory, size  Receives the name, cut to size - 1 bytes, and a zero behind it.
+ *
+ * Returns the full length of the name, without the zero; 0 if memory ran out or the place of the
+ * library's file cannot be determined, as when a relative name loaded it from a directory that is
+ * no longer the current one. */
+KRPRE_API size_t krpre_headers_directory(char* directory, size_t size);
+
 /* The file to which doPreProc would write the output of a source.
  *
  *   source      The name of the source; it need not exist.
@@ -489,6 +510,15 @@ KRPRE_API jint Java_Krpre_prebuild(JNIEnv* environment, jobject receiver, jobjec
  * A packed file whose data is damaged ends the process: an assertion fails, with a message on
  * standard error. */
 KRPRE_API jstring Java_Krpre_getCH(JNIEnv* environment, jobject receiver, jstring fileName);
+
+/* Krpre.headers: krpre_headers_directory.
+ *
+ *   type  Not used.
+ *
+ * Returns a new string, as a local reference: the name read as UTF-8 if it is valid UTF-8,
+ * otherwise as Windows-1252; empty where krpre_headers_directory answers 0. Null if memory ran out;
+ * then java.lang.OutOfMemoryError is pending. */
+KRPRE_API jstring Java_Krpre_headers(JNIEnv* environment, jclass type);
 
 #endif
 

@@ -9,9 +9,13 @@ import java.util.Set;
  *
  * <pre>
  * Krpre preprocessor = new Krpre();
- * int result = preprocessor.prebuild(new String[] {"", "@Farea.prw", "-Iinclude"});
- * String header = preprocessor.getCH("include/units.ch");
+ * int result = preprocessor.prebuild(new String[] {"", "@Farea.prw", "-Iinclude;" + Krpre.headers()});
+ * String header = preprocessor.getCH("units.ch");
  * </pre>
+ *
+ * <p>Before the first line of every source the standard header, {@code std.ch}, is read; a run fails if
+ * it is not found. It and others come with the library, but the library does not look for them by
+ * itself: it is for the host to name their directory, {@link #headers}, in {@code -I}.
  *
  * <p>The class stands in the default package because the native library names its functions so. Loading
  * it loads the library: the file that the system property {@code krpre.library} names when that is
@@ -43,8 +47,8 @@ public class Krpre {
    * @param arguments as of a command line. Element 0 stands for the program's name and is not read;
    *     null elements are skipped; null is no argument at all. {@code @F} and a name is a source file,
    *     {@code @O} an output directory, {@code -I} a list of include directories separated by {@code
-   *     ;}, {@code @I} a tag for temporary files. Strings reach the preprocessor in the default
-   *     encoding, or as UTF-8 when that lacks one of their characters.
+   *     ;}, that of {@link #headers} among them, {@code @I} a tag for temporary files. Strings reach the
+   *     preprocessor in the default encoding, or as UTF-8 when that lacks one of their characters.
    * @return one of the constants above, or the positive code of the converter of foreign sources. The
    *     last file that failed decides. The messages of the run go to the process's standard output
    *     and have been written when the call returns.
@@ -64,6 +68,16 @@ public class Krpre {
    * @throws OutOfMemoryError when the text does not fit into memory
    */
   public native String getCH(String file);
+
+  /**
+   * Names the directory of the headers that come with the library, {@code std.ch} among them, for
+   * {@code -I}.
+   *
+   * @return its name, as the library was installed or built; the directory is not looked at. Empty when
+   *     the place of the library cannot be determined.
+   * @throws OutOfMemoryError when the name does not fit into memory
+   */
+  public static native String headers();
 
   private static void loadLibrary() {
     Set<String> tried = new LinkedHashSet<>();

@@ -6,35 +6,17 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 #include <mutex>
 #include <string_view>
 
 #include "lib_base/language.h"
+#include "lib_base/owndirectory.h"
 #include "lib_base/pathname.h"
 #include "lib_base/translateqt.h"
 
 namespace {
 
 using tTranslateFunction = decltype(&krpreQtTranslate);
-
-/// The directory, including the final '/', of the program or library that contains this code; empty
-/// if it cannot be determined.
-tString ownDirectory() {
-  Dl_info info{};
-  void* extra = nullptr;
-  static const char here = 0;
-  if (dladdr1(&here, &info, &extra, RTLD_DL_LINKMAP) == 0 || !extra) return {};
-  // The loader lists the program itself without a name.
-  const char* name = static_cast<const link_map*>(extra)->l_name;
-  if (!name || *name == '\0') name = "/proc/self/exe";
-  const std::unique_ptr<char, decltype(&std::free)> path(::realpath(name, nullptr), &std::free);
-  if (!path) return {};
-  tPathParts parts;
-  SplitPath(path.get(), parts);
-  return parts.directory;
-}
 
 /// Null if the module is missing or incompatible.
 tTranslateFunction loadModule() {

@@ -15,6 +15,7 @@
 #include "lib_gzip/zipfile.h"
 #include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/host/hostbridge.h"
+#include "preprocessor/host/shippedheaders.h"
 #include "preprocessor/run/filenames.h"
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/preprocessor.h"
@@ -174,6 +175,14 @@ extern "C" std::size_t krpre_output_name(const char* source, const char* directo
     return copyCut(output, name, size);
   } catch (...) {
     return copyCut({}, name, size);
+  }
+}
+
+extern "C" std::size_t krpre_headers_directory(char* directory, std::size_t size) {
+  try {
+    return copyCut(shippedHeaders(), directory, size);
+  } catch (...) {
+    return copyCut({}, directory, size);
   }
 }
 

@@ -11,6 +11,7 @@
 #include "preprocessor/host/headertext.h"
 #include "preprocessor/host/jniarguments.h"
 #include "preprocessor/host/jnistring.h"
+#include "preprocessor/host/shippedheaders.h"
 #include "preprocessor/host/textencoding.h"
 
 namespace {
@@ -92,5 +93,11 @@ jstring Java_Krpre_getCH(JNIEnv* environment, jobject /*receiver*/, jstring file
   return guarded(environment, jstring{nullptr}, [&] {
     const tString name = fileName == nullptr ? tString() : nameOf(environment, fileName);
     return environment->NewStringUTF(headerForHost(name).c_str());
+  });
+}
+
+jstring Java_Krpre_headers(JNIEnv* environment, jclass /*type*/) {
+  return guarded(environment, jstring{nullptr}, [&] {
+    return environment->NewStringUTF(modifiedUtf8FromText(shippedHeaders()).c_str());
   });
 }

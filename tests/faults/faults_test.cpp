@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <jni.h>
 
+#include <climits>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -218,6 +219,7 @@ TEST(Null, IsAnsweredWhereItIsNotAllowed) {
   EXPECT_EQ(krpre_output_name("a.prw", nullptr, nullptr, 4), 5U);
   EXPECT_EQ(krpre_translate("de", nullptr, name, sizeof name), 0U);
   EXPECT_EQ(krpre_translate(nullptr, "Error", nullptr, 4), 5U);
+  EXPECT_GT(krpre_headers_directory(nullptr, 4), 4U);
   EXPECT_EQ(krpre_is_source(nullptr), 0);
   EXPECT_EQ(krpre_headers_read(nullptr) + krpre_headers_reused(nullptr), 0);
   EXPECT_EQ(krpre_text(0, nullptr, nullptr, "a.prw", nullptr, 1), KRPRE_BAD_SOURCE);
@@ -229,6 +231,13 @@ TEST(Faults, OfQuestionsAreTheirAnswers) {
   expectSound({"krpre_output_name", [](tCame& answer) {
                  char name[64];
                  answer.status = krpre_output_name("sub/a.prw", "out", name, sizeof name) == 0;
+                 const tFaultPause pause;
+                 answer.told = answer.status == 0 ? "" : "0";
+                 answer.text = name;
+               }});
+  expectSound({"krpre_headers_directory", [](tCame& answer) {
+                 static char name[PATH_MAX];
+                 answer.status = krpre_headers_directory(name, sizeof name) == 0;
                  const tFaultPause pause;
                  answer.told = answer.status == 0 ? "" : "0";
                  answer.text = name;
@@ -286,12 +295,18 @@ TEST(Faults, OfTheMachineAndBehindItAreExceptions) {
                        Java_Krpre_prebuild(machine.environment(), nullptr, tMachine::kArray);
                  });
                }});
-  for (const char16_t* name : {u"std.ch", u"b.prw"}) {
-    expectSound({"Krpre.getCH", [=](tCame& answer) {
+  // The text of two headers, and where those that come with the library are.
+  for (const char16_t* name : {u"std.ch", u"b.prw", u""}) {
+    expectSound({*name != u'\0' ? "Krpre.getCH" : "Krpre.headers", [=](tCame& answer) {
                    withMachine(answer, [&](tMachine& machine) {
-                     Java_Krpre_getCH(machine.environment(), nullptr, tMachine::text(name));
+                     JNIEnv* const environment = machine.environment();
+                     if (*name == u'\0') {
+                       Java_Krpre_headers(environment, nullptr);
+                     } else {
+                       Java_Krpre_getCH(environment, nullptr, tMachine::text(name));
+                     }
                    });
-                   // What cannot be read is an empty text.
+                   // What cannot be read or found is an empty text.
                    if (answer.text.empty() && answer.status == 0) answer.told = "empty";
                    if (answer.text.empty()) answer.status = 1;
                  }});

@@ -6,6 +6,7 @@ import java.nio.ByteOrder;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.Paths;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.Comparator;
@@ -45,6 +46,7 @@ public class KrpreTest {
     String source = "@F" + write("a.prw", "x := 1\n");
     String include = "-I" + folder;
     equal(0, krpre.prebuild(null), "no array");
+    equal(true, Files.exists(Paths.get(Krpre.headers(), "std.ch")), "the shipped headers");
     equal(0, krpre.prebuild(new String[] {source, include}), "element 0 is the place of the program's name");
     equal(false, Files.exists(folder.resolve("a.ppo")), "an output");
     try {
