@@ -11,7 +11,7 @@ struct messages {
 };
 
 static void showMessage(void* context, const char* text, size_t length) {
-  struct messages* messages = context;
+  struct messages* messages = (struct messages*)context;
   for (size_t i = 0; i < length; ++i) {
     if (messages->atLineStart) fputs("  | ", stdout);
     putchar(text[i]);
@@ -19,13 +19,19 @@ static void showMessage(void* context, const char* text, size_t length) {
   }
 }
 
-/* Returns a new string of both texts. */
-static char* joined(const char* first, const char* second) {
-  const size_t size = strlen(first) + strlen(second) + 1;
-  char* text = malloc(size);
+/* Returns a new string, of `size` bytes. */
+static char* newText(size_t size) {
+  char* text = (char*)malloc(size);
   if (text == NULL) abort();
-  snprintf(text, size, "%s%s", first, second);
   return text;
+}
+
+/* Returns the directory of the headers that come with the library, as a new string. */
+static char* shippedHeaders(void) {
+  const size_t size = krpre_headers_directory(NULL, 0) + 1;
+  char* directory = newText(size);
+  krpre_headers_directory(directory, size);
+  return directory;
 }
 
 static const char* meaning(int result) {
@@ -43,23 +49,28 @@ static const char* meaning(int result) {
   }
 }
 
-static int preprocess(char* headers, const char* name) {
+static int preprocess(const char* headers, const char* name) {
   struct messages messages = {1};
-  struct krpre_host host = {0};
+  struct krpre_host host;
+  memset(&host, 0, sizeof host);
   host.size = sizeof host;
   host.context = &messages;
   host.message = showMessage;
+  host.includeDirectoryCount = 1;
+  host.includeDirectories = &headers;
 
-  char* source = joined("@F", name);
-  char* arguments[] = {NULL, headers, source};
-  const int result = krpre_run(3, arguments, &host);
+  const size_t size = strlen(name) + sizeof "@F";
+  char* source = newText(size);
+  snprintf(source, size, "@F%s", name);
+  char* arguments[] = {NULL, source};
+  const int result = krpre_run(2, arguments, &host);
   free(source);
   printf("%s %s\n", name, meaning(result));
   return result;
 }
 
 int main(int count, char** names) {
-  char* headers = joined("-I", KRPRE_HEADERS);
+  char* headers = shippedHeaders();
   int failed = 0;
   for (int i = 1; i < count; ++i) failed |= preprocess(headers, names[i]) != KRPRE_OK;
   free(headers);

@@ -107,12 +107,16 @@ TEST_F(InstalledPackage, IsFoundByCMake) {
 
 TEST_F(InstalledPackage, IsFoundByPkgConfig) {
   const std::string flags = pkgConfig("--cflags --libs");
-  const std::string headers = pkgConfig("--variable=headersdir");
-  run("cc " KRPRE_FLAGS " -std=c11 -Wall -Wextra -Werror -pedantic-errors '" KRPRE_SOURCE
-      "/examples/embed/embed.c' -o plain -DKRPRE_HEADERS='\"" +
-          headers + "\"' " + flags + " -Wl,-rpath," + quoted(prefix() / "lib"),
-      path());
-  expectToPreprocess(path() / "plain");
+  for (const char* compiler : {"cc -std=c11", "c++ -x c++ -std=c++17"}) {
+    run(compiler +
+            std::string(" " KRPRE_FLAGS
+                        " -Wall -Wextra -Wconversion -Werror -pedantic-errors '" KRPRE_SOURCE
+                        "/examples/embed/embed.c' -o plain ") +
+            flags + " -Wl,-rpath," + quoted(prefix() / "lib"),
+        path());
+    expectToPreprocess(path() / "plain");
+  }
+  EXPECT_TRUE(fs::exists(pkgConfig("--variable=headersdir") + "/std.ch"));
   EXPECT_EQ(pkgConfig("--modversion"), KRPRE_VERSION);
 }
 
