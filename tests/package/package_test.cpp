@@ -97,6 +97,12 @@ TEST_F(InstalledPackage, HoldsAProgramThatFindsItsLibraryAndItsHeaders) {
   EXPECT_TRUE(fs::exists(prefix() / "share/krpre/krpre.schema.json"));
 }
 
+TEST_F(InstalledPackage, RunsEveryExampleOfTheReadme) {
+  run("'" KRPRE_PYTHON "' -B '" KRPRE_SOURCE "/tests/package/readme.py' " + quoted(prefix()) +
+          " '" KRPRE_SOURCE "' '" KRPRE_JAVA "' '" KRPRE_FLAGS "'",
+      path());
+}
+
 TEST_F(InstalledPackage, IsFoundByCMake) {
   run("'" KRPRE_CMAKE "' -G Ninja -S '" KRPRE_SOURCE
       "/examples/embed' -B embed -DCMAKE_PREFIX_PATH=" +

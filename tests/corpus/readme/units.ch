@@ -1,2 +1,0 @@
-// Units of measure
-#define UNIT "m"
