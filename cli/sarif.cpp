@@ -10,6 +10,7 @@
 #include "cli/jsontext.h"
 #include "cli/optiontable.h"
 #include "cli/sourcequote.h"
+#include "include/krpre.h"
 
 namespace {
 

@@ -31,7 +31,7 @@
  *   3. Hosts             krpre_host, krpre_run, krpre_text
  *   4. Reports           what the callbacks of a host are given
  *   5. Questions         krpre_headers_directory, krpre_output_name, krpre_is_source,
- *                        krpre_warning_at, krpre_translate
+ *                        krpre_warning_at, krpre_translate, krpre_version
  *   6. Shared headers    krpre_headers_new and its companions
  *   7. Packed files      krpre_pack, krpre_unpack
  *   8. Java              the native methods of the class Krpre
@@ -56,6 +56,13 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/* The version of this header; krpre_version tells that of the library. A host that was built with
+ * one works with every later library of the same major version. */
+#define KRPRE_VERSION "7.0.240223"
+#define KRPRE_VERSION_MAJOR 7
+#define KRPRE_VERSION_MINOR 0
+#define KRPRE_VERSION_PATCH 240223
 
 /* --- 1. Results -------------------------------------------------------------------------- */
 
@@ -432,6 +439,9 @@ KRPRE_API const struct krpre_warning* krpre_warning_at(size_t index);
  * Returns the full length of what there was to receive, without the zero; 0 if memory ran out. */
 KRPRE_API size_t krpre_translate(const char* language, const char* text, char* translation,
                                  size_t size);
+
+/* Returns the version of the library, in the form of KRPRE_VERSION. */
+KRPRE_API const char* krpre_version(void);
 
 /* --- 6. Shared headers ------------------------------------------------------------------- */
 

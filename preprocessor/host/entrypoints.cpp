@@ -208,3 +208,7 @@ extern "C" std::size_t krpre_translate(const char* language, const char* text, c
     return copyCut({}, translation, size);
   }
 }
+
+extern "C" const char* krpre_version() {
+  return KRPRE_VERSION;
+}

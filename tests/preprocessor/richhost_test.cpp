@@ -49,6 +49,15 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
   heard(context).slugs += diagnostic->slug + std::string(" ");
 }
 
+TEST(Version, IsThatOfTheProjectInHeaderAndLibrary) {
+  std::string numbers = std::to_string(KRPRE_VERSION_MAJOR);
+  for (const int number : {KRPRE_VERSION_MINOR, KRPRE_VERSION_PATCH})
+    numbers += "." + std::to_string(number);
+  for (const std::string& version : {numbers, std::string(KRPRE_VERSION), {krpre_version()}}) {
+    EXPECT_EQ(version, KRPRE_PROJECT_VERSION);
+  }
+}
+
 /// A host that listens, in a directory with a source and an empty standard header.
 class RichHost : public testing::Test {
  protected:
