@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "cli/filelist.h"
 #include "cli/optiontable.h"
 #include "lib_base/nearest.h"
 
@@ -91,6 +92,8 @@ void tArgumentReader::read() {
     if (line_.request != tCommandLine::kCarryOut) return;
   }
   for (int i = optind; i < count_; ++i) line_.files.emplace_back(arguments_[i]);
+  if (line_.zeroSeparated && line_.fileList.empty()) line_.complain("-0 requires --files-from");
+  addListedFiles(line_);
   checkFiles();
 }
 
@@ -184,7 +187,6 @@ void tArgumentReader::complainOfUnknown(const std::string& spelling, const std::
 }
 
 void tArgumentReader::checkFiles() {
-  constexpr const char* kWhiteSpace = " \t\n\v\f\r";
   std::vector<std::string>& files = line_.files;
   if (command_.oneFile ? files.size() != 1 : files.empty()) {
     return line_.complain(command_.oneFile ? std::string("expected one ") + command_.file
@@ -195,11 +197,8 @@ void tArgumentReader::checkFiles() {
   std::vector<std::string> names = files;
   if (!line_.standardInputName.empty()) names.push_back(line_.standardInputName);
   for (const std::string& name : names) {
-    if (name.empty()) return line_.complain("a file name is empty");
-    // The library would trim it.
-    if (name.find_last_not_of(kWhiteSpace) != name.size() - 1) {
-      return line_.complain("'" + name + "': a file name must not end in white space");
-    }
+    const std::string fault = faultOfName(name);
+    if (!fault.empty()) return line_.complain(fault);
   }
 }
 

@@ -24,10 +24,10 @@
 #include "cli/buildplan.h"
 #include "cli/coverage.h"
 #include "cli/exitstatus.h"
+#include "cli/inputtext.h"
 #include "cli/printer.h"
 #include "cli/progress.h"
 #include "cli/sourcerun.h"
-#include "cli/standardinput.h"
 #include "include/krpre.h"
 
 namespace {
@@ -152,7 +152,8 @@ using tHeaders = std::unique_ptr<krpre_headers, tFreeHeaders>;
 // One source, read from standard input, written to standard output, or both.
 int buildStandardFiles(tSourceRun& run, bool input, tPrinter& printer) {
   std::string text;
-  const std::string trouble = input ? readStandardInput(text) : std::string();
+  const std::string trouble =
+      input ? readToEnd(STDIN_FILENO, kStandardInput, "a source", text) : std::string();
   if (!trouble.empty()) {
     complainAbout(trouble);
     return kSomeFailed;

@@ -46,6 +46,10 @@ struct tCommandLine {
   std::string complaint;
 
   std::vector<std::string> files;
+  /// The file that names more of them, "-" for standard input; empty: none.
+  std::string fileList;
+  /// Zero bytes separate its names instead of line ends.
+  bool zeroSeparated = false;
   /// Of `krpre explain`, from 1.
   int lineNumber = 0;
   /// In the order given; never holds an empty text.

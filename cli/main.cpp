@@ -57,7 +57,9 @@ const tCommand& commandFor(int count, char** arguments) {
 
 // The complaint about a bare word that is no file but nearly a subcommand; otherwise empty.
 std::string misspeltCommand(const tCommandLine& line) {
-  const std::string first = line.files.empty() ? "" : line.files[0];
+  // Of the arguments, not of a list.
+  const bool given = line.fileList.empty() && !line.files.empty();
+  const std::string first = given ? line.files[0] : "";
   if (first.find_first_of("./") != std::string::npos || access(first.c_str(), F_OK) == 0) return {};
   std::vector<std::string> names;
   for (const tCommand& command : programCommands()) names.emplace_back(command.name);

@@ -8,6 +8,7 @@ _krpre() {
   case $prev in
     -I|--include) _krpre_words -d; return ;;
     -D|--define) return ;;
+    --files-from) _krpre_words -f; return ;;
     --stdin-name) _krpre_words -f; return ;;
     -o|--output) _krpre_words -f; return ;;
     -MF) _krpre_words -f; return ;;
@@ -23,13 +24,13 @@ _krpre() {
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
-      check) _krpre_words -W '-I --include -D --define --stdin-name -W --warn --unused --all-errors --max-errors --diagnostics -j --jobs --list-warnings --help' ;;
-      coverage) _krpre_words -W '-I --include -D --define -o --output --help' ;;
+      check) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name -W --warn --unused --all-errors --max-errors --diagnostics -j --jobs --list-warnings --help' ;;
+      coverage) _krpre_words -W '-I --include -D --define --files-from -0 --null -o --output --help' ;;
       explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
       rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
       unpack) _krpre_words -W '-o --output --help' ;;
-      *) _krpre_words -W '-I --include -D --define --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
+      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
     esac
     return
   fi

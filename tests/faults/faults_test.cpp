@@ -68,6 +68,7 @@ const tFiles& inputs() {
       {"b.prw", readBytes(KRPRE_SOURCES "/tests/corpus/packed/source.prw")},
       {"c.krh", kPage},
       {"d.prw", kBlock},
+      {"list", "b.prw\n"},
       {"bad.prw", "#include \"bad.ch\"\n"},
       {"bad.ch", "PUT 1\nElse\n"},
   };
@@ -323,7 +324,7 @@ TEST(Faults, OfTheProgramAreTold) {
       {{"krpre", "-q", "--diagnostics=long", "bad.prw", "b.prw"}, 1},
       {{"krpre", "-D", "MORE", "-", "--stdin-name", "a.prw"}},
       {{"krpre", "--classic", "@Fa.prw"}},
-      {{"krpre", "check", "-j2", "--diagnostics=long", "a.prw", "b.prw"}},
+      {{"krpre", "check", "-j2", "--diagnostics=long", "a.prw", "--files-from=list"}},
       {{"krpre", "coverage", "a.prw"}},
       {{"krpre", "rules", "--json", "a.prw"}},
       {{"krpre", "rules", "--key", "PUT", "a.prw"}},
