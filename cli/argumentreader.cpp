@@ -66,6 +66,7 @@ class tArgumentReader {
     return *options_[static_cast<std::size_t>(code - kLongCodes)];
   }
   const tOption* optionOfLetters(const std::string& letters) const;
+  const tOption* optionOfFamily(std::string_view given) const;
   void take(int code, const char* argument);
   void takeOfFamily(char letter);
   void set(const tOption& entry, const std::string& spelling, const char* value);
@@ -123,14 +124,12 @@ void tArgumentReader::take(int code, const char* argument) {
 // getopt has returned the first letter, with the second and all that follows as its value.
 void tArgumentReader::takeOfFamily(char letter) {
   const std::string given = std::string(1, letter) + optarg;
-  const tOption* entry = optionOfLetters(given.substr(0, 2));
-  const std::string spelling = '-' + given.substr(0, 2);
-  const bool more = given.size() > 2;
-  if (entry == nullptr || (more && entry->value == nullptr)) {
-    return complainOfUnknown('-' + given, '-' + given);
-  }
+  const tOption* entry = optionOfFamily(given);
+  if (entry == nullptr) return complainOfUnknown('-' + given, '-' + given);
+  const std::string spelling = entry->shortForm();
   if (entry->value == nullptr) return set(*entry, spelling, nullptr);
-  if (more) return set(*entry, spelling, optarg + 1);
+  const std::string_view letters = entry->letters;
+  if (given.size() > letters.size()) return set(*entry, spelling, optarg + letters.size() - 1);
   if (optind >= count_) return line_.complain(spelling + " needs a value");
   set(*entry, spelling, arguments_[optind++]);
 }
@@ -162,25 +161,39 @@ const tOption* tArgumentReader::optionOfLetters(const std::string& letters) cons
   return nullptr;
 }
 
+const tOption* tArgumentReader::optionOfFamily(std::string_view given) const {
+  for (const tOption* option : options_) {
+    const std::string_view letters = option->letters;
+    if (letters.size() < 2 || !given.starts_with(letters)) continue;
+    if (given.size() == letters.size() || option->value != nullptr) return option;
+  }
+  return nullptr;
+}
+
 // `spelling` is what getopt failed at, "-j"; `given` the argument that it stands in, "-json".
 void tArgumentReader::complainOfUnknown(const std::string& spelling, const std::string& given) {
   std::vector<std::string> forms;
   std::string meant;
   for (const tOption* option : options_) {
     if (option->name != nullptr) forms.push_back(option->longForm());
+    if (std::strlen(option->letters) > 2) forms.push_back("-" + option->shortForm());
     const bool fits = option->longForm().starts_with(spelling) && spelling.starts_with("--");
     if (fits) meant += (meant.empty() ? "" : " or ") + option->longForm();
   }
   if (!meant.empty()) return line_.complain("ambiguous option " + spelling + ": " + meant);
-  const std::string nearest = nearestTo((given.starts_with("--") ? "" : "-") + given, forms);
+  std::string nearest = nearestTo((given.starts_with("--") ? "" : "-") + given, forms);
+  for (const tOption* option : options_) {
+    if (nearest == "-" + option->shortForm()) nearest = option->shortForm();
+  }
   if (!nearest.empty()) {
     return line_.complain("unknown option " + given + "; did you mean " + nearest + "?");
   }
   for (const tCommand& other : programCommands()) {
     for (const tOption* option : optionsOf(other.set)) {
-      if (option->shortForm() != spelling && option->longForm() != spelling) continue;
-      return line_.complain("unknown option " + spelling + ": it belongs to '" + other.spelling() +
-                            "'");
+      const bool whole = option->shortForm() == given;
+      if (!whole && option->shortForm() != spelling && option->longForm() != spelling) continue;
+      return line_.complain("unknown option " + (whole ? given : spelling) + ": it belongs to '" +
+                            other.spelling() + "'");
     }
   }
   line_.complain("unknown option " + spelling);

@@ -178,7 +178,7 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   const bool input = line.readsStandardInput();
   const bool output = line.writesStandardOutput();
   const bool keptClear =
-      !line.checks && (input || output || namesStandardOutput(line.dependencies.file));
+      !line.writesNothing() && (input || output || namesStandardOutput(line.dependencies.file));
   const int messages = keptClear ? STDERR_FILENO : STDOUT_FILENO;
   const tMessageStyle style = messageStyle(line, messages);
   const bool share = plan.jobs.size() > 1 || line.precompiled;

@@ -122,6 +122,7 @@ bool tPlanner::checkOptions() {
     return refuse("- (standard input) cannot be combined with other files");
   if (!input && !line_.standardInputName.empty())
     return refuse("--stdin-name requires the file - (standard input)");
+  if (line_.writesNothing()) return true;
   if (namesStandardOutput(line_.output) && line_.files.size() > 1)
     return refuse("-o - (standard output) requires a single source");
   const tDependencyOptions& rules = line_.dependencies;
@@ -139,7 +140,7 @@ bool tPlanner::checkOptions() {
 
 bool tPlanner::checkOutputOption() {
   const std::string& output = line_.output;
-  if (output.empty() || line_.writesStandardOutput()) return true;
+  if (output.empty() || line_.writesNothing() || line_.writesStandardOutput()) return true;
   if (output.back() == '/' || isDirectory(output) || line_.files.size() > 1) {
     outputDirectory_ = output;
     return checkDirectory(output);
@@ -166,19 +167,20 @@ void tPlanner::addJob(const std::string& name) {
   job.source = input && !line_.standardInputName.empty() ? line_.standardInputName
                : input                                   ? "stdin.prw"
                                                          : name;
+  const bool writes = !line_.writesNothing();
   if (!outputFile_.empty()) {
     job.output = outputFile_;
     job.outputIsChosen = true;
-  } else if (!line_.checks && !line_.writesStandardOutput()) {
+  } else if (writes && !line_.writesStandardOutput()) {
     job.output = outputName(job.source, outputDirectory_);
   }
   const std::string& rule = line_.dependencies.file;
-  if (line_.dependencies.wanted) {
+  if (writes && line_.dependencies.wanted) {
     job.dependencies = rule.empty()                ? withExtension(job.output, ".d")
                        : namesStandardOutput(rule) ? kStandardOutput
                                                    : rule;
   }
-  job.tag = tagOf(line_.checks ? job.source : job.output);
+  job.tag = tagOf(writes ? job.output : job.source);
   plan_.jobs.push_back(std::move(job));
 }
 
@@ -192,8 +194,8 @@ bool tPlanner::checkNames() {
     }
   }
   plan_.jobs = std::move(jobs);
+  if (line_.writesNothing()) return true;
   for (const tBuildJob& job : plan_.jobs) {
-    if (line_.checks) continue;  // nothing is written
     if (!checkTarget(job, job.output)) return false;
     if (!job.dependencies.empty() && !checkTarget(job, job.dependencies)) return false;
   }

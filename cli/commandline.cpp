@@ -12,6 +12,7 @@ bool namesStandardOutput(const std::string& name) {
 }
 
 bool tCommandLine::writesStandardOutput() const {
+  if (writesNothing()) return false;
   return namesStandardOutput(output) || (output.empty() && readsStandardInput());
 }
 

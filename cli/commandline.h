@@ -67,6 +67,8 @@ struct tCommandLine {
   std::string warnings;
   /// Write nothing, and say nothing of sources without findings.
   bool checks = false;
+  /// Write nothing, whatever other options say of outputs.
+  bool syntaxOnly = false;
   bool unused = false;
   /// How many errors of a source to tell at most; 0: one, or kMostErrors when it is checked.
   int mostErrors = 0;
@@ -83,6 +85,7 @@ struct tCommandLine {
   /// The number or slug that --explain names.
   std::string chapter;
 
+  bool writesNothing() const { return checks || syntaxOnly; }
   bool readsStandardInput() const;
   /// Whether the output of the source, of which there is one then, goes there.
   bool writesStandardOutput() const;

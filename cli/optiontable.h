@@ -57,8 +57,9 @@ struct tGivenOption {
 /// One option. Parser, help, manual page, shell completions and the complaints about wrong usage
 /// are all made from one table of these.
 struct tOption {
-  /// The short form without its dash; may be empty. Two letters for families such as "MD", "MF" of
-  /// compilers; then all options with the same first letter must have two.
+  /// The short form without its dash; may be empty. Two letters or a word for families such as
+  /// "MD", "MF" or "fsyntax-only" of compilers; then all options with the same first letter have
+  /// more.
   const char* letters;
   const char* name;     // the long form without its dashes, or null
   const tValue* value;  // null when the option takes none

@@ -95,7 +95,7 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
   if (warns || style.form != eDiagnosticForm::kClassic) host.diagnostic = takeDiagnostic;
   if (!style.language.empty()) host.language = style.language.c_str();
   heard.wantsResults = !line.checks && !(line.quiet && warns);
-  if (line.checks) {
+  if (line.writesNothing()) {
     host.flags |= KRPRE_NO_OUTPUT;
     return host;
   }
