@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 #include <utility>
 
 #include "cli/filelist.h"
 #include "cli/optiontable.h"
+#include "include/krpre.h"
 #include "lib_base/nearest.h"
 
 namespace {
@@ -41,6 +43,21 @@ struct tGetoptTables {
     names.push_back({nullptr, 0, nullptr, 0});
   }
 };
+
+// What the build says of the time, so that its outputs can be made again.
+void takeTime(tCommandLine& line) {
+  const char* const given = std::getenv("SOURCE_DATE_EPOCH");
+  if (given == nullptr) return;
+  const char* const end = given + std::strlen(given);
+  long long time = -1;
+  const auto [stop, fault] = std::from_chars(given, end, time);
+  if (fault != std::errc() || stop != end || time < 0 || time > KRPRE_LATEST_TIME) {
+    return line.complain(std::string("SOURCE_DATE_EPOCH: '") + given +
+                         "' is no number of seconds since 1970 (0 to " +
+                         std::to_string(KRPRE_LATEST_TIME) + ")");
+  }
+  line.time = time;
+}
 
 // Of digits only; 0 if it is none above that.
 int numberOf(std::string_view digits) {
@@ -244,5 +261,6 @@ tCommandLine readCommandLine(const tCommand& command, int count, char** argument
   line.checks = command.set == kCheck;
   if (line.checks) line.warnings = "all";
   tArgumentReader(command, count, arguments, line).read();
+  if (!command.anyFile) takeTime(line);
   return line;
 }

@@ -55,6 +55,8 @@ struct tCommandLine {
   /// In the order given; never holds an empty text.
   std::vector<std::string> includeDirectories;
   std::vector<tDefine> defines;
+  /// For the time stamp, from SOURCE_DATE_EPOCH; none: the clock's.
+  std::optional<long long> time;
   /// A directory or a file; empty when outputs go beside their sources.
   std::string output;
   /// The number of sources preprocessed in parallel; 0: one per core.

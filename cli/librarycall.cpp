@@ -11,7 +11,8 @@ std::string shippedHeaders() {
 }
 
 tLibraryCall::tLibraryCall(const tCommandLine& line, const std::string& source,
-                           const std::string& shippedHeaders, const std::string& tag) {
+                           const std::string& shippedHeaders, const std::string& tag)
+    : time_(line.time ? &*line.time : nullptr) {
   arguments_.emplace_back("krpre");
   if (line.trace) arguments_.emplace_back("-T");
   if (!tag.empty()) arguments_.push_back("@I" + tag);
@@ -31,4 +32,5 @@ void tLibraryCall::prepare(krpre_host& host) const {
   host.includeDirectories = directories_.data();
   host.defineCount = defines_.size();
   host.defines = defines_.data();
+  host.timeStamp = time_;
 }

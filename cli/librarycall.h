@@ -43,7 +43,8 @@ class tCallbackGuard {
   bool failed_ = false;
 };
 
-/// The arguments of one call of the library, and the include directories and defines of its host.
+/// The arguments of one call of the library, and what its host has beside them that affects
+/// outputs.
 class tLibraryCall {
  public:
   /// Takes from `line` what affects the output of `source`; `shippedHeaders` is searched last, and
@@ -65,4 +66,5 @@ class tLibraryCall {
   std::vector<char*> slots_;
   std::vector<const char*> directories_;
   std::vector<krpre_define> defines_;
+  const long long* time_;
 };

@@ -164,6 +164,9 @@ enum {
   KRPRE_OUTPUT_UNCHANGED = 3 /* likewise, but was there already: see KRPRE_KEEP_UNCHANGED */
 };
 
+/* The last second of the year 9999, the latest time that a host may give. */
+#define KRPRE_LATEST_TIME 253402300799LL
+
 /* A define of a host. */
 struct krpre_define {
   const char* name;  /* letters, digits and underscores, at least one */
@@ -245,6 +248,10 @@ struct krpre_host {
    * error; with more it goes on behind it, to tell of others, and still fails. Less than 0 is
    * refused. */
   int mostErrors;
+
+  /* The time for __COMPTIMESTAMP__, in seconds since 1970, from 0 to KRPRE_LATEST_TIME; it is told
+   * in UTC. Any other is refused. Default: the time of the run, as local time. */
+  const long long* timeStamp;
 };
 
 /* doPreProc with callbacks.

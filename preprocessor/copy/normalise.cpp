@@ -223,6 +223,14 @@ std::tm localTime() {
   return parts;
 }
 
+tClock clockAt(std::time_t time) {
+  return [time] {
+    std::tm parts = {};
+    gmtime_r(&time, &parts);
+    return parts;
+  };
+}
+
 int tExpansion::sourceLine(int line) const {
   const auto behind = std::find_if(origins.begin(), origins.end(),
                                    [line](const tOrigin& origin) { return origin.line > line; });
@@ -231,7 +239,7 @@ int tExpansion::sourceLine(int line) const {
   return origin.block ? origin.source : origin.source + line - origin.line;
 }
 
-tExpansion BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tClock clock) {
+tExpansion BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, const tClock& clock) {
   tExpansion expansion;
   std::string_view text = buffer.text();
   tDialogExpander dialogs(expansion);
@@ -252,7 +260,7 @@ tExpansion BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound, tCl
 
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
                                unsigned char& dialogFound, std::size_t longestLine,
-                               tNormaliseFailure* failure) {
+                               tNormaliseFailure* failure, const tClock& clock) {
   tNormaliseFailure unused;
   tNormaliseFailure& why = failure != nullptr ? *failure : unused;
   why = {};
@@ -285,7 +293,7 @@ bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const cha
   }
   tExpansion expansion;
   if (whole && read) {
-    expansion = BeforePreProcessor(buffer, dialogFound);
+    expansion = BeforePreProcessor(buffer, dialogFound, clock);
     if (expansion.tooBigAt > 0) {
       why = {eMessage::kExpandedTooBig, expansion.tooBigAt};
       disk.remove(tempName);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <ctime>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -16,9 +17,11 @@ constexpr std::size_t kLongestLine = 4095;
 inline constexpr std::string_view kDialogBegin = "//$BEGINDIALOGDEF_";
 inline constexpr std::string_view kTimeStamp = "__COMPTIMESTAMP__";
 
-/// The clock of the time stamp: the current local time.
-using tClock = std::tm (*)();
+/// The clock of the time stamp.
+using tClock = std::function<std::tm()>;
 std::tm localTime();
+/// A clock that stands still, in UTC.
+tClock clockAt(std::time_t time);
 
 /// Why a source could not be normalised: kSourceIsCopy if the two names are the same (ignoring
 /// case), kLineTooLong, kExpandedTooBig, kSourceNotFound, kSourceUnreadable, or kSourceTooBig, also
@@ -49,13 +52,14 @@ struct tExpansion {
 /// the copy ends in "\r\n". An empty source gives an empty copy. Returns false after a failure and
 /// describes it in `failure`, if given; the copy is removed then, except for the lines before one
 /// that is too long. `dialogFound` is set if a dialog block was expanded. `longestLine` differs
-/// from the default for texts that a converter has made.
+/// from the default for texts that a converter has made; `clock` is that of BeforePreProcessor.
 bool AdjustCRLF_and_CreateTemp(tDiskMan& disk, const char* sourceName, const char* tempName,
                                unsigned char& dialogFound, std::size_t longestLine = kLongestLine,
-                               tNormaliseFailure* failure = nullptr);
+                               tNormaliseFailure* failure = nullptr,
+                               const tClock& clock = localTime);
 
 /// Rewrites the text in `buffer` (which ends in a zero byte): expands the dialog blocks, setting
 /// `dialogFound` if there was one, and replaces "__COMPTIMESTAMP__" by the time. A text that would
 /// exceed tString::maxSize() stays as it was.
 tExpansion BeforePreProcessor(tAutoChar& buffer, unsigned char& dialogFound,
-                              tClock clock = localTime);
+                              const tClock& clock = localTime);

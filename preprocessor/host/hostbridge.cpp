@@ -52,6 +52,10 @@ tString tHostBridge::fault() const {
     }
   }
   if (host_.mostErrors < 0) return tString::borrow("the number of errors is negative");
+  const long long* const time = host_.timeStamp;
+  if (time != nullptr && (*time < 0 || *time > KRPRE_LATEST_TIME)) {
+    return tString::borrow("the time stamp is not within the years 1970 to 9999");
+  }
   if (host_.defineCount > 0 && host_.defines == nullptr) {
     return tString::borrow("the array of defines is null");
   }
@@ -73,6 +77,7 @@ void tHostBridge::addOptions(tRunOptions& options) const {
   for (std::size_t i = 0; i < host_.includeDirectoryCount; ++i) {
     options.includePath.add(new tString(host_.includeDirectories[i]));
   }
+  if (host_.timeStamp != nullptr) options.clock = clockAt(*host_.timeStamp);
   if (host_.warnings != nullptr) options.warnings.take(host_.warnings);
   for (std::size_t i = 0; i < host_.defineCount; ++i) {
     const krpre_define& define = host_.defines[i];

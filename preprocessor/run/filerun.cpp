@@ -204,7 +204,7 @@ int tFileRun::normalise(tDiskManOverlay& files) {
   unsigned char dialogFound = 0;
   tNormaliseFailure failure;
   const bool done = AdjustCRLF_and_CreateTemp(files, readName_.c_str(), names_.copy.c_str(),
-                                              dialogFound, longestLine_, &failure);
+                                              dialogFound, longestLine_, &failure, options_.clock);
   const int result = done ? kDone : failNormalising(files, failure);
   files.release(readName_);  // includes of that name mean the file itself
   return result;

@@ -9,6 +9,7 @@
 #include "lib_base/diskman.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
+#include "preprocessor/copy/normalise.h"
 
 /// A define that holds from the first line of every source.
 struct tOptionDefine {
@@ -32,6 +33,8 @@ struct tRunOptions {
   std::vector<tOptionDefine> defines;
   /// What is looked for beside errors.
   precomp::tWarningSet warnings;
+  /// Of __COMPTIMESTAMP__.
+  tClock clock = localTime;
   bool trace = false;
   /// The standard header is saved in a form that the next run can use at once.
   bool precompiled = false;

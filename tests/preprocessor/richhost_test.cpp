@@ -232,7 +232,8 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
   const char* const kNoDirectory[] = {nullptr};
   const krpre_define kDefines[] = {{nullptr, "1"},    {"", "1"},     {"A B", "1"}, {"A(x)", "x"},
                                    {"\xE9", nullptr}, {"A", "1\n2"}, {"A", "\r"}};
-  std::vector<krpre_host> hosts(5 + std::size(kDefines), host_);
+  const long long tooLate = KRPRE_LATEST_TIME + 1;
+  std::vector<krpre_host> hosts(6 + std::size(kDefines), host_);
   hosts[0].includeDirectoryCount = hosts[1].includeDirectoryCount = hosts[2].defineCount = 1;
   hosts[0].includeDirectories = kNoDirectory;
   for (std::size_t i = 0; i < std::size(kDefines); ++i) {
@@ -241,6 +242,7 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
   }
   hosts.back().mostErrors = -1;
   hosts[hosts.size() - 2].warnings = "all,no-such";
+  hosts[hosts.size() - 3].timeStamp = &tooLate;
   for (const krpre_host& host : hosts) {
     host_ = host;
     heard_ = {};
