@@ -142,12 +142,18 @@ void tArgumentReader::take(int code, const char* argument) {
 void tArgumentReader::takeOfFamily(char letter) {
   const std::string given = std::string(1, letter) + optarg;
   const tOption* entry = optionOfFamily(given);
-  if (entry == nullptr) return complainOfUnknown('-' + given, '-' + given);
+  if (entry == nullptr) {
+    const std::string name = '-' + given.substr(0, given.find('='));
+    return complainOfUnknown(name, name);
+  }
   const std::string spelling = entry->shortForm();
   if (entry->value == nullptr) return set(*entry, spelling, nullptr);
-  const std::string_view letters = entry->letters;
-  if (given.size() > letters.size()) return set(*entry, spelling, optarg + letters.size() - 1);
-  if (optind >= count_) return line_.complain(spelling + " needs a value");
+  const std::size_t length = std::strlen(entry->letters);
+  if (given.size() > length) {
+    // Behind the word stands "=".
+    return set(*entry, spelling, optarg + length - (entry->isWord() ? 0 : 1));
+  }
+  if (entry->isWord() || optind >= count_) return line_.complain(spelling + " needs a value");
   set(*entry, spelling, arguments_[optind++]);
 }
 
@@ -182,7 +188,9 @@ const tOption* tArgumentReader::optionOfFamily(std::string_view given) const {
   for (const tOption* option : options_) {
     const std::string_view letters = option->letters;
     if (letters.size() < 2 || !given.starts_with(letters)) continue;
-    if (given.size() == letters.size() || option->value != nullptr) return option;
+    const std::string_view rest = given.substr(letters.size());
+    const bool joined = option->value != nullptr && (!option->isWord() || rest.starts_with('='));
+    if (rest.empty() || joined) return option;
   }
   return nullptr;
 }
@@ -193,7 +201,7 @@ void tArgumentReader::complainOfUnknown(const std::string& spelling, const std::
   std::string meant;
   for (const tOption* option : options_) {
     if (option->name != nullptr) forms.push_back(option->longForm());
-    if (std::strlen(option->letters) > 2) forms.push_back("-" + option->shortForm());
+    if (option->isWord()) forms.push_back("-" + option->shortForm());
     const bool fits = option->longForm().starts_with(spelling) && spelling.starts_with("--");
     if (fits) meant += (meant.empty() ? "" : " or ") + option->longForm();
   }

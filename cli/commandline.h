@@ -15,6 +15,12 @@ struct tDefine {
   std::optional<std::string> value;
 };
 
+/// What -ffile-prefix-map asks for.
+struct tPrefixMap {
+  std::string from;
+  std::string to;
+};
+
 /// What is wanted of dependency files.
 struct tDependencyOptions {
   bool wanted = false;
@@ -55,6 +61,7 @@ struct tCommandLine {
   /// In the order given; never holds an empty text.
   std::vector<std::string> includeDirectories;
   std::vector<tDefine> defines;
+  std::vector<tPrefixMap> prefixes;
   /// For the time stamp, from SOURCE_DATE_EPOCH; none: the clock's.
   std::optional<long long> time;
   /// A directory or a file; empty when outputs go beside their sources.

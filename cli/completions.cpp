@@ -131,7 +131,8 @@ std::string zshOptions(const tCommand& command) {
       lines.append("        '*").append(form).append(value.empty() ? "" : joint);
       lines.append(help).append(value).append("'\n");
     };
-    add(option->shortForm(), std::string_view(option->letters).size() > 1 ? "" : "+");
+    const bool family = std::string_view(option->letters).size() > 1;
+    add(option->shortForm(), option->isWord() ? "=-" : family ? "" : "+");
     add(option->longForm(), "=");
   }
   return lines;

@@ -24,8 +24,7 @@ std::string forms(const tOption& option) {
   std::string text = letters.empty() ? "      " : "  " + letters;
   if (!letters.empty() && !name.empty()) text += ", ";
   text += name;
-  if (option.value != nullptr) text.append(name.empty() ? " " : "=").append(option.value->name);
-  return text;
+  return text + option.valueForm();
 }
 
 void describe(std::string& text, const tOption& option) {

@@ -25,6 +25,9 @@ tLibraryCall::tLibraryCall(const tCommandLine& line, const std::string& source,
   for (const tDefine& define : line.defines) {
     defines_.push_back({define.name.c_str(), define.value ? define.value->c_str() : nullptr});
   }
+  for (const tPrefixMap& map : line.prefixes) {
+    prefixes_.push_back({map.from.c_str(), map.to.c_str()});
+  }
 }
 
 void tLibraryCall::prepare(krpre_host& host) const {
@@ -32,5 +35,7 @@ void tLibraryCall::prepare(krpre_host& host) const {
   host.includeDirectories = directories_.data();
   host.defineCount = defines_.size();
   host.defines = defines_.data();
+  host.prefixCount = prefixes_.size();
+  host.prefixes = prefixes_.data();
   host.timeStamp = time_;
 }

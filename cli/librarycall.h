@@ -66,5 +66,6 @@ class tLibraryCall {
   std::vector<char*> slots_;
   std::vector<const char*> directories_;
   std::vector<krpre_define> defines_;
+  std::vector<krpre_prefix> prefixes_;
   const long long* time_;
 };

@@ -20,10 +20,7 @@ std::string manEntry(const tOption& option) {
   std::string text = ".TP\n.B " + escapedForMan(letters);
   if (!letters.empty() && !name.empty()) text += ", ";
   text += escapedForMan(name);
-  if (option.value != nullptr) {
-    text.append(name.empty() ? " " : "=").append(escapedForMan(option.value->name));
-  }
-  return text + "\n" + escapedForMan(option.help) + ".\n";
+  return text + escapedForMan(option.valueForm()) + "\n" + escapedForMan(option.help) + ".\n";
 }
 
 }  // namespace

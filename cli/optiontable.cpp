@@ -51,6 +51,7 @@ constexpr tValue kFile = {"FILE", "file name", tValue::kFiles, ""};
 constexpr tValue kOutput = {"NAME", "output name", tValue::kFiles, ""};
 constexpr tValue kSource = {"NAME", "source name", tValue::kFiles, ""};
 constexpr tValue kTarget = {"TARGET", "target", tValue::kText, ""};
+constexpr tValue kPrefixMap = {"OLD=NEW", nullptr, tValue::kText, ""};
 constexpr tValue kNumber = {"N", nullptr, tValue::kText, ""};
 constexpr tValue kCode = {"CODE", "code", tValue::kText, ""};
 constexpr tValue kWarning = {"SLUG", "warning", tValue::kText, ""};
@@ -121,6 +122,19 @@ void takeWarning(tCommandLine& line, const tGivenOption& given) {
   line.warnings.append(line.warnings.empty() ? "" : ",").append(word);
 }
 
+void takePrefixMap(tCommandLine& line, const tGivenOption& given) {
+  const std::string map = given.value;
+  const std::size_t equals = map.find('=');
+  const auto refuse = [&](const char* reason) {
+    line.complain(given.spelling + "=" + map + ": " + reason);
+  };
+  if (equals == std::string::npos) return refuse("expected OLD=NEW");
+  line.prefixes.push_back({map.substr(0, equals), map.substr(equals + 1)});
+  if (line.prefixes.back().to.find_first_of("\r\n\"") != std::string::npos) {
+    refuse("a name in #line cannot hold a line end or a double quote");
+  }
+}
+
 void takeJobs(tCommandLine& line, const tGivenOption& given) {
   constexpr unsigned kMost = 4096;
   const char* end = given.value + std::strlen(given.value);
@@ -174,6 +188,10 @@ const tOption kOptions[] = {
      "write to FILE (- for standard output, the default)", takeOutput},
     {"", "always-write", nullptr, kPreprocess, kOutputs,
      "rewrite outputs even when their content is unchanged", setFlag<&tCommandLine::alwaysWrite>},
+    {"ffile-prefix-map", nullptr, &kPrefixMap, kPreprocess, kOutputs,
+     "where a file name in #line begins with OLD, write NEW instead of that; may be repeated, and "
+     "the last that fits counts",
+     takePrefixMap},
     {"fsyntax-only", nullptr, nullptr, kPreprocess, kOutputs,
      "write no output and no dependency file, whatever other options say of them",
      setFlag<&tCommandLine::syntaxOnly>},
@@ -272,6 +290,11 @@ std::string tOption::shortForm() const {
 
 std::string tOption::longForm() const {
   return name == nullptr ? std::string() : std::string("--") + name;
+}
+
+std::string tOption::valueForm() const {
+  if (value == nullptr) return {};
+  return std::string(name == nullptr && !isWord() ? " " : "=") + value->name;
 }
 
 std::span<const tCommand> programCommands() {

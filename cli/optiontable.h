@@ -70,6 +70,8 @@ struct tOption {
 
   std::string shortForm() const;  // "-o", or empty
   std::string longForm() const;   // "--output", or empty
+  std::string valueForm() const;  // behind the last of them, "=FILE" or " FILE", or empty
+  bool isWord() const { return std::string_view(letters).size() > 2; }
 };
 
 /// All options in the order of help. Two may have the same spelling if they share no command.

@@ -11,6 +11,7 @@ _krpre() {
     --files-from) _krpre_words -f; return ;;
     --stdin-name) _krpre_words -f; return ;;
     -o|--output) _krpre_words -f; return ;;
+    -ffile-prefix-map) return ;;
     -MF) _krpre_words -f; return ;;
     -MT) return ;;
     --key) return ;;
@@ -30,7 +31,7 @@ _krpre() {
       rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
       pack) _krpre_words -W '-o --output --help' ;;
       unpack) _krpre_words -W '-o --output --help' ;;
-      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -fsyntax-only -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
+      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
     esac
     return
   fi

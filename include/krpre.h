@@ -173,6 +173,12 @@ struct krpre_define {
   const char* value; /* without line ends, taken as one word; null: the name stands for nothing */
 };
 
+/* What stands in "#line" instead of the beginning of a file name. */
+struct krpre_prefix {
+  const char* prefix;
+  const char* replacement; /* without line ends and double quotes */
+};
+
 /* What a host wants of a run. Fill it with zeros, then set `size` and what you need; zero and null
  * are the defaults.
  *
@@ -252,6 +258,12 @@ struct krpre_host {
   /* The time for __COMPTIMESTAMP__, in seconds since 1970, from 0 to KRPRE_LATEST_TIME; it is told
    * in UTC. Any other is refused. Default: the time of the run, as local time. */
   const long long* timeStamp;
+
+  /* For outputs that do not tell where they were made: of several prefixes that a name in "#line"
+   * begins with the last is replaced, once. Messages, dependency files and callbacks have the names
+   * as they are. A null text and a replacement that krpre_prefix does not allow are refused. */
+  size_t prefixCount;
+  const struct krpre_prefix* prefixes;
 };
 
 /* doPreProc with callbacks.

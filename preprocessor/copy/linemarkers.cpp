@@ -122,9 +122,40 @@ bool replaceSynchronizeMarkers(tString& text, const tString& sourceName) {
       });
 }
 
+/// The name in the line marker whose "#line " is at `marker`; empty if it is none.
+std::string_view nameInMarker(std::string_view whole, const tSpan& marker) {
+  const std::size_t begin = whole.rfind('\n', marker.begin) + 1;
+  if (whole.find_first_not_of(" \t", begin) != marker.begin) return {};
+  std::string_view rest = whole.substr(marker.end);
+  rest = rest.substr(0, rest.find('\n'));
+  rest.remove_prefix(std::min(rest.find_first_not_of("0123456789"), rest.size()));
+  const std::size_t quote = rest.rfind('"');
+  if (!rest.starts_with(" \"") || quote < 2) return {};
+  return rest.substr(2, quote - 2);
+}
+
+bool replacePrefixes(tString& text, const std::vector<tPrefix>& prefixes) {
+  return replaceAround(
+      text, "#line ",
+      [&](std::string_view whole, std::size_t /*from*/, tSpan& span, tString& replacement) {
+        const std::string_view name = nameInMarker(whole, span);
+        const auto fits = [name](const tPrefix& prefix) {
+          return name.starts_with(prefix.from.view());
+        };
+        const auto prefix = std::find_if(prefixes.rbegin(), prefixes.rend(), fits);
+        if (name.empty() || prefix == prefixes.rend()) return false;
+        span.begin = static_cast<std::size_t>(name.data() - whole.data());
+        span.end = span.begin + prefix->from.size();
+        replacement = prefix->to;
+        return true;
+      });
+}
+
 }  // namespace
 
-bool finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName) {
+bool finishLineMarkers(tString& text, const tString& copyName, const tString& sourceName,
+                       const std::vector<tPrefix>& prefixes) {
   return replaceCopyName(text, copyName, sourceName) && replaceIgnoreMarkers(text, sourceName) &&
-         replaceSynchronizeMarkers(text, sourceName);
+         replaceSynchronizeMarkers(text, sourceName) &&
+         (prefixes.empty() || replacePrefixes(text, prefixes));
 }

@@ -19,6 +19,14 @@ const char* faultOf(const krpre_define& define) {
   return value.find_first_of("\r\n") == std::string_view::npos ? nullptr : "a value is one line";
 }
 
+const char* faultOf(const krpre_prefix& prefix) {
+  if (prefix.prefix == nullptr || prefix.replacement == nullptr) return "a prefix is null";
+  // A marker must stay one.
+  return std::string_view(prefix.replacement).find_first_of("\r\n\"") == std::string_view::npos
+             ? nullptr
+             : "what replaces a prefix holds a line end or a quote";
+}
+
 // Steps that a host hears of for one statement.
 constexpr int kMostTrials = 100'000;
 
@@ -65,6 +73,12 @@ tString tHostBridge::fault() const {
     if (fault == nullptr) continue;
     return tString::format("define \"%s\": %s", define.name == nullptr ? "" : define.name, fault);
   }
+  if (host_.prefixCount > 0 && host_.prefixes == nullptr) {
+    return tString::borrow("the array of prefixes is null");
+  }
+  for (std::size_t i = 0; i < host_.prefixCount; ++i) {
+    if (const char* const fault = faultOf(host_.prefixes[i])) return tString::borrow(fault);
+  }
   return host_.warnings == nullptr ? tString() : precomp::tWarningSet().take(host_.warnings);
 }
 
@@ -76,6 +90,10 @@ void tHostBridge::refuse(const tString& fault) {
 void tHostBridge::addOptions(tRunOptions& options) const {
   for (std::size_t i = 0; i < host_.includeDirectoryCount; ++i) {
     options.includePath.add(new tString(host_.includeDirectories[i]));
+  }
+  for (std::size_t i = 0; i < host_.prefixCount; ++i) {
+    const krpre_prefix& prefix = host_.prefixes[i];
+    options.prefixes.push_back({tString(prefix.prefix), tString(prefix.replacement)});
   }
   if (host_.timeStamp != nullptr) options.clock = clockAt(*host_.timeStamp);
   if (host_.warnings != nullptr) options.warnings.take(host_.warnings);

@@ -136,7 +136,7 @@ int tFileRun::process() {
   tString text;
   if (const int result = produceOnce(text); result != kDone) return result;
   if (!host_.wantsOutput()) return kDone;
-  if (!finishLineMarkers(text, names_.copy, names_.source)) {
+  if (!finishLineMarkers(text, names_.copy, names_.source, options_.prefixes)) {
     report_.tell(eMessage::kOutputTooBig, {names_.source, "0"},
                  precomp::errorTextOf(precomp::eSourceError::kLimitExceeded).code);
     return kSessionError;

@@ -9,6 +9,7 @@
 #include "lib_base/diskman.h"
 #include "lib_base/list.h"
 #include "lib_base/stringz.h"
+#include "preprocessor/copy/linemarkers.h"
 #include "preprocessor/copy/normalise.h"
 
 /// A define that holds from the first line of every source.
@@ -35,6 +36,8 @@ struct tRunOptions {
   precomp::tWarningSet warnings;
   /// Of __COMPTIMESTAMP__.
   tClock clock = localTime;
+  /// Of the names in line markers.
+  std::vector<tPrefix> prefixes;
   bool trace = false;
   /// The standard header is saved in a form that the next run can use at once.
   bool precompiled = false;

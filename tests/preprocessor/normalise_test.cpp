@@ -131,6 +131,27 @@ TEST(LineMarkers, MarkersNameTheSource) {
   }
 }
 
+TEST(LineMarkers, PrefixesOfNamesAreReplacedInMarkersOnly) {
+  std::vector<tPrefix> prefixes;
+  for (const auto& [from, to] : {std::pair("/w/", "s/"), {"/w/in\"", "never"}, {"/w/in", ""}}) {
+    prefixes.push_back({tString(from), tString(to)});
+  }
+  const struct {
+    const char *text, *expected;
+  } rows[] = {
+      {"#line 1 \"/w/a\"\r\nx := '#line 1 \"/w/a\"'\n \t#line 0 \"/w/in/b\"",
+       "#line 1 \"s/a\"\r\nx := '#line 1 \"/w/a\"'\n \t#line 0 \"/b\""},
+      {"#line 1 \"/w/in\"\n#line 12 \"/w/a\"b\"", "#line 1 \"\"\n#line 12 \"s/a\"b\""},
+      {"#line 1 \"a/w/a\"\n#line /w/a\n#line 1 \"\n#line 1 \"/w/\n#line 1",
+       "#line 1 \"a/w/a\"\n#line /w/a\n#line 1 \"\n#line 1 \"/w/\n#line 1"},
+  };
+  for (const auto& row : rows) {
+    tString text(row.text);
+    finishLineMarkers(text, tString("krpre0.pw_"), tString("a.prw"), prefixes);
+    EXPECT_EQ(text, row.expected);
+  }
+}
+
 TEST(Normalise, TextThatGrowsTooLargeIsRefused) {
   const tMaxSizeScope scope(37);
   tAutoChar buffer;

@@ -233,7 +233,8 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
   const krpre_define kDefines[] = {{nullptr, "1"},    {"", "1"},     {"A B", "1"}, {"A(x)", "x"},
                                    {"\xE9", nullptr}, {"A", "1\n2"}, {"A", "\r"}};
   const long long tooLate = KRPRE_LATEST_TIME + 1;
-  std::vector<krpre_host> hosts(6 + std::size(kDefines), host_);
+  const krpre_prefix prefixes[] = {{"a", "\""}, {nullptr, "b"}};
+  std::vector<krpre_host> hosts(8 + std::size(kDefines), host_);
   hosts[0].includeDirectoryCount = hosts[1].includeDirectoryCount = hosts[2].defineCount = 1;
   hosts[0].includeDirectories = kNoDirectory;
   for (std::size_t i = 0; i < std::size(kDefines); ++i) {
@@ -243,6 +244,10 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
   hosts.back().mostErrors = -1;
   hosts[hosts.size() - 2].warnings = "all,no-such";
   hosts[hosts.size() - 3].timeStamp = &tooLate;
+  for (std::size_t i = 0; i < std::size(prefixes); ++i) {
+    hosts[hosts.size() - 4 - i].prefixCount = 1;
+    hosts[hosts.size() - 4 - i].prefixes = &prefixes[i];
+  }
   for (const krpre_host& host : hosts) {
     host_ = host;
     heard_ = {};
