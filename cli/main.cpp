@@ -29,13 +29,6 @@ int runClassic(int count, char** arguments) {
   return doPreProc(count, arguments) == 0 ? kAllDone : kSomeFailed;
 }
 
-int showVersion() {
-  char program[] = "krpre";
-  char request[] = "-v";
-  char* arguments[] = {program, request, nullptr};
-  return runClassic(2, arguments);
-}
-
 // If the caller has closed a standard file, the next file opened would take its place.
 void keepStandardFilesOpen() {
   for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -101,7 +94,7 @@ int run(int count, char** arguments) try {
     case tCommandLine::kShowHelp:
       return printText(helpText(command));
     case tCommandLine::kShowVersion:
-      return showVersion();
+      return printText("krpre " KRPRE_VERSION "\n");
     case tCommandLine::kShowCompletions:
       return printText(line.completions == "man" ? manualSections()
                                                  : completionsFor(line.completions));

@@ -268,9 +268,9 @@ const tOption kOptions[] = {
      request<tCommandLine::kShowCompletions>},
     {"", "list-warnings", nullptr, kRuns, kOthers, "print the warnings and exit",
      request<tCommandLine::kListWarnings>},
-    {"", "help", nullptr, kEvery, kOthers, "print this help and exit",
+    {"h", "help", nullptr, kEvery, kOthers, "print this help and exit",
      request<tCommandLine::kShowHelp>},
-    {"", "version", nullptr, kPreprocess, kOthers, "print the version and exit",
+    {"V", "version", nullptr, kPreprocess, kOthers, "print the version and exit",
      request<tCommandLine::kShowVersion>},
 };
 

@@ -25,13 +25,13 @@ _krpre() {
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
-      check) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name -W --warn --unused --all-errors --max-errors --diagnostics -j --jobs --list-warnings --help' ;;
-      coverage) _krpre_words -W '-I --include -D --define --files-from -0 --null -o --output --help' ;;
-      explain) _krpre_words -W '-I --include -D --define --json --color --help' ;;
-      rules) _krpre_words -W '-I --include -D --define --key --listing --json --color --help' ;;
-      pack) _krpre_words -W '-o --output --help' ;;
-      unpack) _krpre_words -W '-o --output --help' ;;
-      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings --help --version' ;;
+      check) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name -W --warn --unused --all-errors --max-errors --diagnostics -j --jobs --list-warnings -h --help' ;;
+      coverage) _krpre_words -W '-I --include -D --define --files-from -0 --null -o --output -h --help' ;;
+      explain) _krpre_words -W '-I --include -D --define --json --color -h --help' ;;
+      rules) _krpre_words -W '-I --include -D --define --key --listing --json --color -h --help' ;;
+      pack) _krpre_words -W '-o --output -h --help' ;;
+      unpack) _krpre_words -W '-o --output -h --help' ;;
+      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings -h --help -V --version' ;;
     esac
     return
   fi
