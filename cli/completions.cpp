@@ -22,6 +22,7 @@ std::string commandNames(const char* separator, bool anyFileOnly = false) {
 
 // How a value is completed, by its kind; words are listed instead.
 constexpr const char* kBashActions[] = {"", "_krpre_words -f; ", "_krpre_words -d; "};
+constexpr const char* kFishActions[] = {" -x", " -r -F", " -x -a '(__fish_complete_directories)'"};
 constexpr const char* kZshActions[] = {"", "_files", "_files -/"};
 
 std::string bashAction(const tValue& value) {
@@ -175,8 +176,72 @@ std::string forZsh() {
          "_krpre \"$@\"\n";
 }
 
+// An argument in single quotes.
+std::string quotedForFish(std::string_view text) {
+  std::string quoted = "'";
+  for (const char c : text) {
+    if (c == '\'' || c == '\\') quoted += '\\';
+    quoted += c;
+  }
+  return quoted + "'";
+}
+
+std::string fishAction(const tValue& value) {
+  return value.kind != tValue::kWords ? kFishActions[value.kind]
+                                      : std::string(" -x -a ") + quotedForFish(value.words);
+}
+
+// "krpre" stands for the program without a subcommand.
+std::string fishCondition(unsigned commands) {
+  std::string words = "__krpre_is";
+  for (const tCommand& command : programCommands()) {
+    if ((command.set & commands) != 0) append(words, command.isProgram() ? "krpre" : command.name);
+  }
+  return "complete -c krpre -n " + quotedForFish(words);
+}
+
+std::string forFish() {
+  const std::string names = commandNames(" ");
+  unsigned sources = 0;
+  unsigned files = 0;
+  for (const tCommand& command : programCommands()) {
+    (command.anyFile ? files : sources) |= command.set;
+  }
+  std::string text =
+      "# fish completion of krpre; made by \"krpre --completions=fish\".\n"
+      "function __krpre_is\n"
+      "    set -l words (commandline -opc)\n"
+      "    if contains -- \"$words[2]\" " +
+      names +
+      "\n"
+      "        contains -- $words[2] $argv\n"
+      "    else\n"
+      "        contains krpre $argv\n"
+      "    end\n"
+      "end\n"
+      "function __krpre_sources\n"
+      "    complete -C '__krpre_files '(commandline -ct) | string match -ri '.*(?:/|\\.(?:" +
+      std::string(kSourcePattern) +
+      "))$'\n"
+      "end\n"
+      "complete -c krpre -f\n"
+      "complete -c krpre -n 'test (count (commandline -opc)) -eq 1' -a '" +
+      names + "'\n" + fishCondition(sources) + " -a '(__krpre_sources)'\n" + fishCondition(files) +
+      " -F\n";
+  for (const tOption& option : programOptions()) {
+    text += fishCondition(option.commands);
+    const bool family = std::string_view(option.letters).size() > 1;
+    if (*option.letters != '\0') text.append(family ? " -o " : " -s ").append(option.letters);
+    if (option.name != nullptr) text.append(" -l ").append(option.name);
+    if (option.value != nullptr) text += fishAction(*option.value);
+    text += " -d " + quotedForFish(option.help) + "\n";
+  }
+  return text;
+}
+
 }  // namespace
 
 std::string completionsFor(const std::string& shell) {
+  if (shell == "fish") return forFish();
   return shell == "bash" ? forBash() : forZsh();
 }

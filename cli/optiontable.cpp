@@ -43,7 +43,7 @@ constexpr tCommand kCommands[] = {
 constexpr const char* kFormats =
     "auto classic long json gcc msvc sarif";  // in the order of eDiagnosticForm
 constexpr const char* kColourModes = "always never auto";
-constexpr const char* kCompletionFormats = "bash zsh man";
+constexpr const char* kCompletionFormats = "bash zsh fish man";
 
 constexpr tValue kDefinition = {"NAME[=VALUE]", nullptr, tValue::kText, ""};
 constexpr tValue kDirectory = {"DIR", "directory name", tValue::kDirectories, ""};
@@ -263,8 +263,8 @@ const tOption kOptions[] = {
        line.chapter = given.value;
      }},
     {"", "completions", &kCompletions, kPreprocess, kOthers,
-     "print the completions for bash or zsh, or the option sections of the manual page (man), and "
-     "exit",
+     "print the completions for bash, zsh or fish, or the option sections of the manual page "
+     "(man), and exit",
      request<tCommandLine::kShowCompletions>},
     {"", "list-warnings", nullptr, kRuns, kOthers, "print the warnings and exit",
      request<tCommandLine::kListWarnings>},

@@ -15,5 +15,5 @@ void appendWrapped(std::string& text, std::string_view words, std::size_t indent
 std::string helpText(const tCommand& command);
 /// The sections of the manual page that list the options; docs/krpre.1 holds them.
 std::string manualSections();
-/// The completions for a shell, "bash" or "zsh"; the files in completions/ hold them.
+/// The completions for a shell, "bash", "zsh" or "fish"; the files in completions/ hold them.
 std::string completionsFor(const std::string& shell);

@@ -23,7 +23,7 @@ string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
 configure_file(cmake/krpre.pc.in ${package_build}/krpre.pc @ONLY)
 install(FILES ${package_build}/krpre.pc DESTINATION ${pc_directory})
 
-# For readers and typists: a manual page and completions as soon as there are any.
+# For readers and typists: a manual page and completions.
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/krpre.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/krpre)

@@ -21,7 +21,7 @@ _krpre() {
     --diagnostics) _krpre_words -W 'auto classic long json gcc msvc sarif'; return ;;
     -j|--jobs) return ;;
     --explain) return ;;
-    --completions) _krpre_words -W 'bash zsh man'; return ;;
+    --completions) _krpre_words -W 'bash zsh fish man'; return ;;
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in

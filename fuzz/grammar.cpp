@@ -75,6 +75,6 @@ G=@Fa.prw | $G$/$G | @F$F | @Fa.prw$/@Oout | @O$W | @Llist | @I$W | -T | -v | /D
 F=a.prw | b.prw | c.zorb | page.krh | h.ch | std.ch | packed.prw | none.prw | dir | link.prw | out | loop | - | a.ppo | $W | a.ppx | a.apl | x.4gl | ./a.prw | out/../a.prw | a.prw  | "a.prw"
 N=One | Two | F | DISPLAY | disp | tran | x
 J=0 | 1 | 2 | 3 | 4 | 5 | 7 | 9 | 12 | -1 | 4096 | 99999999999 | x | 
-V=json | gcc | msvc | sarif | long | classic | auto | always | never | bash | zsh | man | $W
+V=json | gcc | msvc | sarif | long | classic | auto | always | never | bash | zsh | fish | man | $W
 W= | x | One | a.prw | help | rule | explian | packs | 1 | $W$W | é |  | , | = |   | : | ; | " | ' | \ | $$x | # | % | .
 )");
