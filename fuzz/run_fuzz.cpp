@@ -183,6 +183,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   tListener listener(source, line, (wishes & kColour) != 0);
   krpre_headers headers((options & kPrecompiled) != 0);
   const krpre_define defines[] = {{"Host", "1"}, {"Three", nullptr}};
+  const krpre_prefix prefixes[] = {{"", "p/"}, {"a", ""}};
+  constexpr long long kTime = KRPRE_LATEST_TIME;
   krpre_host host{};
   host.flags = (wishes & kFlags) / 2;
   if ((wishes & kReports) != 0) listener.listen(host);
@@ -190,7 +192,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     host.output = [](void*, const char*, const char*, std::size_t) {};
   if ((wishes & kShares) != 0) host.headers = &headers;
   if ((wishes & kColour) != 0) host.warnings = "all", host.mostErrors = 4;
-  if ((wishes & kDefines) != 0) host.defineCount = std::size(defines), host.defines = defines;
+  if ((wishes & kDefines) != 0) {
+    host.defineCount = std::size(defines), host.defines = defines;
+    host.prefixCount = std::size(prefixes), host.prefixes = prefixes;
+    host.timeStamp = &kTime;
+  }
 
   const tLanguageScope language(languageNamed((wishes & kGerman) != 0 ? "de_DE.ISO-8859-1" : ""));
   tHostBridge bridge(host);
