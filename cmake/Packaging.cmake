@@ -35,9 +35,7 @@ foreach(extra
     "completions/_krpre ${CMAKE_INSTALL_DATADIR}/zsh/site-functions _krpre"
     "completions/krpre.fish ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d krpre.fish")
   string(REGEX MATCH "^([^ ]+) ([^ ]+) ([^ ]+)$" extra ${extra})
-  if(EXISTS ${CMAKE_SOURCE_DIR}/${CMAKE_MATCH_1})
-    install(FILES ${CMAKE_MATCH_1} DESTINATION ${CMAKE_MATCH_2} RENAME ${CMAKE_MATCH_3})
-  endif()
+  install(FILES ${CMAKE_MATCH_1} DESTINATION ${CMAKE_MATCH_2} RENAME ${CMAKE_MATCH_3})
 endforeach()
 
 # `cpack -G DEB` in the build folder; ./dev package does it.
