@@ -74,6 +74,7 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   int& errLine() { return shared_.error.line; }
   int& errCol() { return shared_.error.column; }
   const tDiagnosis& lastDiagnosis() const { return shared_.error.diagnosis; }
+  std::uint64_t matcherSteps() const { return shared_.matcherSteps; }  // of the program
   /// The structures that are open, or were at the last error; outermost first.
   const std::vector<tBlockCmd>& openBlocks() const { return shared_.checks.openBlocks(); }
   std::string_view sourceLine(int line) const { return file_.lineText(line); }  // from 1
@@ -88,8 +89,7 @@ class KorelPreYaccClass : public SSYacc, public tRuleContext, public tProgramRoo
   void setStandardHeader(const tString& name) { shared_.standardHeader = name; }
   /// Whether plain lines stay spans of the source (the default). The output is the same if not.
   void setPlainLines(bool plain) { shared_.plainLines = plain; }
-  /// Lets `observer` see how statements are rewritten; null for none. All processors of the run
-  /// share it; it must outlive them or be taken away.
+  /// Lets `observer`, which must outlive the run or be taken away, see rewritings; null for none.
   void setRuleObserver(tRuleObserver* observer);
   /// Tells `observer`, which must outlive the run, of every included file; null for none.
   void setFileObserver(tFileObserver* observer) { shared_.fileObserver = observer; }

@@ -7,7 +7,7 @@
 //             kept. So the first error is the one of a plain run, and each further one is what a
 //             plain run would say when those before it had been mended.
 //
-// It ends because the runs are counted.
+// It ends because the runs are counted, and what they read and match.
 
 #include "preprocessor/recovery/errorsearch.h"
 
@@ -18,6 +18,7 @@
 #include "korelpre/errors/errortexts.h"
 #include "korelpre/lint/warnings.h"
 #include "lib_base/output.h"
+#include "lib_gzip/zipsource.h"
 
 using precomp::eSourceError;
 using precomp::tDiagnosis;
@@ -25,6 +26,8 @@ using precomp::tDiagnosis;
 namespace {
 
 constexpr int kMostRuns = 200;
+constexpr std::size_t kMostBytes = std::size_t{256} << 20;  // of sources, in all runs
+constexpr std::uint64_t kMostSteps = 400'000'000;  // of the matcher, likewise: as in one run
 
 class tKeptOutput : public tOutputSink {
  public:
@@ -91,12 +94,12 @@ std::vector<tDiagnosis> tErrorSearch::takeWarnings() {
 }
 
 bool tErrorSearch::run(int most, tString& output) {
-  if (tRepairedText* const source = textOf(source_)) lay(source_, *source);
+  textOf(source_);  // from now on it is laid for each run
   last_ = runOnce(true);
   const bool found = last_->failed;
   if (!found) output = std::move(last_->output);
   int told = 0;
-  while (last_->failed && told < most && runs_ < kMostRuns) {
+  while (last_->failed && told < most) {
     if (told == 0 || !isConsequence(last_->error())) {
       tell(*last_);
       ++told;
@@ -115,6 +118,8 @@ tRepairedText* tErrorSearch::textOf(const tString& name) {
     tString read;
     const std::unique_ptr<tFile> file = files_.open(name.c_str());
     if (file == nullptr || !file->readAll(read)) return nullptr;
+    tString unpacked;
+    if (unpackZipSource(read, tString::maxSize(), unpacked) == eZipResult::kOk) read = unpacked;
     text = std::make_unique<tRepairedText>(std::string(read.view()));
   }
   return text.get();
@@ -124,7 +129,9 @@ tRepairedText* tErrorSearch::textOf(const tString& name) {
 void tErrorSearch::lay(const tString& name, const tRepairedText& text) {
   const std::unique_ptr<tFile> file = files_.create(name.c_str());
   if (file == nullptr) return;
-  file->write(text.text());
+  const std::string now = text.text();
+  bytes_ += now.size();
+  file->write(now);
   file->close();
 }
 
@@ -145,11 +152,13 @@ std::unique_ptr<tErrorSearch::tOutcome> tErrorSearch::runOnce(bool first) {
     outcome->failed = outcome->session->errorCount() > 0 || !errorText.empty();
   }
   outcome->printed = printed.text();
+  steps_ += outcome->session->matcherSteps();
   return outcome;
 }
 
-void tErrorSearch::put(const tString& name, const tRepair& repair) {
-  for (const auto& [line, change] : repair) textOf(name)->add(line, change);
+// Whether further runs would take much longer than the first may.
+bool tErrorSearch::isSpent() const {
+  return runs_ >= kMostRuns || bytes_ >= kMostBytes || steps_ >= kMostSteps;
 }
 
 // [repair] Null when nothing gets the run farther.
@@ -162,11 +171,12 @@ std::unique_ptr<tErrorSearch::tOutcome> tErrorSearch::goOn(const tOutcome& outco
     edited_ = true;
   }
   const tRepairedText::tRepairs before = text->repairs();
-  tRepairedText::tRepairs kept;
+  tRepairedText::tRepairs kept = before;
   std::unique_ptr<tOutcome> best;
   for (const tRepair& repair : repairsOf(error, *text, outcome.session->openBlocks())) {
+    if (isSpent()) break;
     text->setRepairs(before);
-    put(error.file, repair);
+    for (const auto& [line, change] : repair) text->add(line, change);
     std::unique_ptr<tOutcome> tried = runOnce(false);
     if (tried->endsAt(error)) continue;
     if (best != nullptr && reach(*tried) <= reach(*best)) continue;
@@ -174,7 +184,6 @@ std::unique_ptr<tErrorSearch::tOutcome> tErrorSearch::goOn(const tOutcome& outco
     best = std::move(tried);
     if (!best->failed) break;
   }
-  if (best == nullptr) return nullptr;
   text->setRepairs(kept);
   return best;
 }

@@ -37,8 +37,8 @@ class tErrorSearch {
   tRepairedText* textOf(const tString& name);
   void lay(const tString& name, const tRepairedText& text);
   std::unique_ptr<tOutcome> runOnce(bool first);
+  bool isSpent() const;
   std::unique_ptr<tOutcome> goOn(const tOutcome& outcome);
-  void put(const tString& name, const tRepair& repair);
   void tell(tOutcome& outcome);
   bool isConsequence(const precomp::tDiagnosis& error);
   int mainLine(const precomp::tDiagnosis& error) const;
@@ -51,7 +51,9 @@ class tErrorSearch {
   std::map<std::string, std::unique_ptr<tRepairedText>> texts_;  // by name
   std::unique_ptr<tOutcome> last_;
   int runs_ = 0;
-  bool edited_ = false;  // one of them is not the source
+  std::size_t bytes_ = 0;    // of texts that were laid
+  std::uint64_t steps_ = 0;  // of the matcher
+  bool edited_ = false;      // one of them is not the source
   bool unexplained_ =
       false;  // a rule or a header is missing, which may have made other sense of commands
   bool atSigns_ = false;  // a statement that begins with "@" has been told

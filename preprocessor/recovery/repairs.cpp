@@ -84,23 +84,9 @@ std::string skeletonOf(std::string_view line) {
 }
 
 const char* closerOf(eBlock block) {
-  switch (block) {
-    case eBlock::kIf:
-      return "EndIf;";
-    case eBlock::kCase:
-      return "EndCase;";
-    case eBlock::kWhile:
-      return "EndDo;";
-    case eBlock::kFor:
-      return "Next;";
-    case eBlock::kSequence:
-      return "End Sequence;";
-    case eBlock::kTry:
-      return "EndTry;";
-    case eBlock::kBody:
-      break;
-  }
-  return "";
+  constexpr const char* kClosers[] = {"EndIf;", "EndCase;",      "EndDo;",
+                                      "Next;",  "End Sequence;", "EndTry;"};
+  return kClosers[static_cast<std::size_t>(block)];  // kBody is none of the structures
 }
 
 bool continues(std::string_view line) {
