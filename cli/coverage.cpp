@@ -1,11 +1,15 @@
 #include "cli/coverage.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "cli/exitstatus.h"
 #include "cli/librarycall.h"
@@ -53,15 +57,33 @@ std::string lcovText(const tRuleUse& use) {
   return text;
 }
 
-// The file appears whole or not at all. Returns 0 or an errno value.
+// Writes what is no regular file in place. Returns 0 or an errno value.
+int writeInPlace(const std::string& name, const std::string& text) {
+  const int file = open(name.c_str(), O_WRONLY | O_CLOEXEC);
+  if (file < 0) return errno;
+  const int error = writeAll(file, text);
+  return close(file) != 0 && error == 0 ? errno : error;
+}
+
+// A regular file appears whole or not at all, a link to one is followed. Returns 0 or an errno
+// value.
 int writeFile(const std::string& name, const std::string& text) {
   if (name.empty() || namesStandardOutput(name)) return writeAll(STDOUT_FILENO, text);
-  const std::string temporary = name + "~";
-  const int file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  std::error_code unknown;
+  const std::filesystem::path known = std::filesystem::canonical(name, unknown);
+  const std::string target = unknown ? name : known.string();
+  struct stat there {};
+  const bool exists = stat(target.c_str(), &there) == 0;
+  if (exists && !S_ISREG(there.st_mode)) return writeInPlace(target, text);
+  std::string temporary = target + ".XXXXXX";
+  const int file = mkostemp(temporary.data(), O_CLOEXEC);
   if (file < 0) return errno;
-  int error = writeAll(file, text);
+  const mode_t mask = umask(0);
+  umask(mask);
+  int error = fchmod(file, exists ? there.st_mode : 0666 & ~mask) == 0 ? 0 : errno;
+  if (error == 0) error = writeAll(file, text);
   if (close(file) != 0 && error == 0) error = errno;
-  if (error == 0 && std::rename(temporary.c_str(), name.c_str()) != 0) error = errno;
+  if (error == 0 && std::rename(temporary.c_str(), target.c_str()) != 0) error = errno;
   if (error != 0) unlink(temporary.c_str());
   return error;
 }
@@ -78,10 +100,9 @@ std::string unusedLine(const tMessageStyle& style, const tUsedRule& rule, const 
     put("%1", name);
     return words;
   };
-  const std::string message = fill(group == nullptr ? kNoRule : kNoGroup);
-  const std::string shown =
-      fill(group == nullptr ? translated(style.language, "no source uses %1")
-                            : translated(style.language, "no source uses %2 of %1"));
+  const char* const words = group == nullptr ? kNoRule : kNoGroup;
+  const std::string message = fill(words);
+  const std::string shown = fill(translated(style.language, words));
   krpre_diagnostic diagnostic{};
   diagnostic.severity = KRPRE_SEVERITY_WARNING;
   diagnostic.slug = kSlug;
