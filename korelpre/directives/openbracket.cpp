@@ -36,13 +36,6 @@ class tOpenBrackets {
   const tSpcString* lone_ = nullptr;
 };
 
-void takeChain(const tMatchMarker* head, tOpenBrackets& brackets) {
-  for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
-    if (marker->kind() == kResultIdentifier) brackets.take(marker->token());
-    for (int i = 0; i < marker->groups().count(); ++i) takeChain(marker->groups()[i], brackets);
-  }
-}
-
 const char* directiveOf(const tBaseXChg& rule) {
   const tWordRule words = rule.wordRule();
   if (words.caseSensitive) return "#define";
@@ -63,17 +56,27 @@ const tSpcString* loneBracketOf(const tTknString& statement) {
   return brackets.lone();
 }
 
+const tSpcString* loneBracketOf(const tMatchMarker* result) {
+  tOpenBrackets brackets;
+  for (const tMatchMarker* marker = result; marker != nullptr; marker = marker->next()) {
+    if (marker->kind() == kResultIdentifier) brackets.take(marker->token());
+    for (const tMatchMarker* clause : marker->groups()) {
+      if (const tSpcString* const lone = loneBracketOf(clause)) return lone;
+    }
+  }
+  brackets.end();
+  return brackets.lone();
+}
+
 std::vector<tNote> notesOfUnbalanced(const std::vector<const tBaseXChg*>& rules) {
   std::vector<tNote> notes;
   for (auto at = rules.begin(); at != rules.end(); ++at) {
     const tBaseXChg& rule = **at;
     if (std::find(rules.begin(), at, &rule) != at) continue;
-    tOpenBrackets brackets;
-    takeChain(rule.firstResult(), brackets);
-    brackets.end();
-    if (brackets.lone() == nullptr) continue;
+    const tSpcString* const bracket = loneBracketOf(rule.firstResult());
+    if (bracket == nullptr) continue;
     notes.push_back(noted("in the result of %1 %2 the '%3' has no partner",
-                          {directiveOf(rule), rule.key(), *brackets.lone()}));
+                          {directiveOf(rule), rule.key(), *bracket}));
     notes.back().file = rule.originFile();
     notes.back().line = rule.originLine();
   }

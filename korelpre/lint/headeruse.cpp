@@ -6,12 +6,12 @@
 #include "korelpre/lint/directivelines.h"
 #include "korelpre/lint/foldedword.h"
 #include "korelpre/text/cursor.h"
+#include "korelpre/text/words.h"
 
 namespace precomp {
 
 namespace {
 
-constexpr std::size_t kShortestAbbreviation = 4;
 constexpr std::size_t kMostOwners = 64;
 
 }  // namespace

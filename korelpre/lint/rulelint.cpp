@@ -1,9 +1,8 @@
 // What rules hardly mean. In go the tables of a program behind its last line; out come warnings.
 //
-//   [text]    Some of it shows in a rule alone: a marker that leads nowhere, a group without a
-//   word. [pairs]   Rules of one key are compared, those first whose second words may be one:
-//   others never
-//             meet. Each tries the statement that the other one is made for.
+//   [text]    Some of it shows in a rule alone: a marker that leads nowhere, a lone bracket.
+//   [pairs]   Of rules of one key those are compared whose second words may be one: others never
+//             meet. Each is tried with the statement that the other one is made for.
 //   [circle]  Each rule is applied to the statement that it is made for, until nothing applies.
 //
 // No rule is compared with more than kMostRivals others, so the work grows with the rules. What a
@@ -16,9 +15,10 @@
 #include <optional>
 #include <utility>
 
-#include "korelpre/directives/programfile.h"
+#include "korelpre/directives/openbracket.h"
 #include "korelpre/errors/notes.h"
 #include "korelpre/lint/directivelines.h"
+#include "korelpre/lint/foldedword.h"
 #include "korelpre/rules/resultmarker.h"
 #include "korelpre/text/cursor.h"
 #include "lib_base/misc.h"
@@ -30,10 +30,10 @@ namespace {
 constexpr std::size_t kMostRivals = 64;
 constexpr std::uint64_t kMostWitnessSteps = 50'000'000;  // of the matcher, for all witnesses
 
-std::string folded(std::string_view word) {
-  std::string text(word);
-  for (char& c : text) c = upperAscii(c);
-  return text;
+bool hasGroups(const tBaseXChg& rule) {
+  const tMatchMarker* marker = rule.firstMatch();
+  while (marker != nullptr && !marker->hasGroups()) marker = marker->next();
+  return marker != nullptr;
 }
 
 bool isDefine(const tBaseXChg& rule) {
@@ -43,11 +43,10 @@ bool isDefine(const tBaseXChg& rule) {
 // The word that must stand behind the key, cut to what an abbreviation of it has at least; empty
 // when anything may.
 std::string secondWordOf(const tBaseXChg& rule) {
-  constexpr std::size_t kLeast = 4;
   const tMatchMarker* const second = rule.firstMatch()->next();
   const bool literal =
       second != nullptr && second->isIdentifier() && !rule.firstMatch()->hasGroups();
-  return literal ? folded(second->token()).substr(0, kLeast) : std::string();
+  return literal ? foldedWord(second->token()).substr(0, kShortestAbbreviation) : std::string();
 }
 
 // Whether each word that `narrow` takes is taken by `wide` too.
@@ -85,35 +84,17 @@ bool covers(const tBaseXChg& wide, const tBaseXChg& narrow) {
   return a == nullptr && b == nullptr;
 }
 
-// Whether the brackets among the words of a result match, and those of each clause.
-bool isBalanced(const tMatchMarker* head) {
-  constexpr std::string_view kOpening = "([{";
-  constexpr std::string_view kClosing = ")]}";
-  std::string open;
-  for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
-    const std::string_view word = marker->token();
-    const bool bracket = marker->kind() == kResultIdentifier && word.size() == 1;
-    const std::size_t closing = bracket ? kClosing.find(word[0]) : std::string_view::npos;
-    if (bracket && kOpening.find(word[0]) != std::string_view::npos) open += word[0];
-    if (closing != std::string_view::npos) {
-      if (open.empty() || open.back() != kOpening[closing]) return false;
-      open.pop_back();
-    }
-    for (const tMatchMarker* clause : marker->groups()) {
-      if (!isBalanced(clause)) return false;
-    }
-  }
-  return open.empty();
-}
-
-// Whether only directives, comments and empty lines stand between two lines of a file.
+// Whether only directives, comments and empty lines stand between two lines of a file. An included
+// file may hold statements.
 bool onlyDirectives(const tLintedFile& file, int first, int last) {
   bool continued = false;
   for (int line = first; line < last; ++line) {
     const std::string_view text = trimmed(lineOf(file, line));
     const bool idle = text.empty() || text[0] == '#' || text[0] == '*' || text.starts_with("//") ||
                       text.starts_with("&&");
-    if (!idle && !continued) return false;
+    const bool includes =
+        directiveAt(text.data(), text.data() + text.size()).directive == eDirective::kInclude;
+    if (includes || (!idle && !continued)) return false;
     continued = text.ends_with(';') && (continued || text[0] == '#');
   }
   return true;
@@ -150,7 +131,7 @@ void tRuleLint::judgeTable(tXChgArray& table) {
     judgeBrackets(rule);
     judgePattern(rule);
     judgeCircle(rule);
-    if (!isDefine(rule)) byKey[folded(rule.key())].push_back({&rule, i});
+    if (!isDefine(rule)) byKey[foldedWord(rule.key())].push_back({&rule, i});
   }
   for (const auto& [key, rules] : byKey) judgePairs(rules);
   if (table.abbreviating()) judgeKeys(table);
@@ -203,8 +184,9 @@ void tRuleLint::judgeResult(const tBaseXChg& rule, const tMatchMarker* head) {
 // Two defines may open and close something together; the parts of a command rarely do.
 void tRuleLint::judgeBrackets(const tBaseXChg& rule) {
   const bool isName = isDefine(rule) && rule.firstMatch()->next() == nullptr;
-  if (isName || isBalanced(rule.firstResult())) return;
-  findings_.tell(eWarning::kUnbalancedResult, placeOf(rule), {});
+  const tSpcString* const bracket = isName ? nullptr : loneBracketOf(rule.firstResult());
+  if (bracket == nullptr) return;
+  findings_.tell(eWarning::kUnbalancedResult, placeOf(rule, *bracket), {});
 }
 
 void tRuleLint::judgePattern(const tBaseXChg& rule) {
@@ -215,26 +197,22 @@ void tRuleLint::judgePattern(const tBaseXChg& rule) {
       return;
     }
   }
-  judgeGroups(rule, rule.firstMatch());
+  judgeGroups(rule);
   if (!rule.isCmd() && !isDefine(rule)) judgeEnd(rule);
 }
 
-// A group that takes any words is told of when a second word gets lost.
-void tRuleLint::judgeGroups(const tBaseXChg& rule, const tMatchMarker* head) {
-  for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
+// A group that takes any words is told of when one of two words gets lost.
+void tRuleLint::judgeGroups(const tBaseXChg& rule) {
+  if (!findings_.wants(eWarning::kMarkerOnlyGroup)) return;
+  for (const tMatchMarker* marker = rule.firstMatch(); marker != nullptr; marker = marker->next()) {
     for (const tMatchMarker* group : marker->groups()) {
-      judgeGroups(rule, group);
       const bool alone = group->next() == nullptr && !group->hasGroups() &&
                          (group->kind() == kMatchMarker || group->kind() == kMatchMarkerExt);
-      if (!alone || !findings_.wants(eWarning::kMarkerOnlyGroup) || isWorn()) continue;
-      tWitness witness(rules_, rule, 2, steps_);
+      if (!alone || isWorn()) continue;
+      tWitness witness(rules_, rule, *group, steps_);
       const tWitness::tRewritten rewritten = witness.rewritten();
       const bool used = !rewritten.applied.empty() && rewritten.applied.front() == &rule;
-      // The last value is lost, or the first.
-      const std::size_t last = witness.text().rfind("value");
-      const bool lost = rewritten.text.find(witness.text().substr(last)) == std::string::npos ||
-                        rewritten.text.find("value1") == std::string::npos;
-      if (!used || !rewritten.ended || !lost) continue;
+      if (!used || !rewritten.ended || witness.hasAllValues(rewritten.text)) continue;
       findings_.tell(eWarning::kMarkerOnlyGroup, placeOf(rule, group->token()), {group->token()},
                      {noted("for example, %1 becomes %2", {witness.text(), rewritten.text})});
     }
@@ -254,10 +232,11 @@ void tRuleLint::judgeCircle(const tBaseXChg& rule) {
   if (!findings_.wants(eWarning::kEndlessRule) || circular_.count(&rule) > 0 || isWorn()) {
     return;
   }
-  const std::vector<const tBaseXChg*> applied =
-      tWitness(rules_, rule, 0, steps_).rewritten().applied;
+  const tWitness::tRewritten rewritten =
+      tWitness(rules_, rule, tWitness::kNone, steps_).rewritten();
+  const std::vector<const tBaseXChg*>& applied = rewritten.applied;
   constexpr std::size_t kRound = 50;
-  if (applied.size() < 2 * kRound) return;
+  if (rewritten.ended || applied.size() < 2 * kRound) return;
   const auto round = applied.end() - kRound;
   if (std::find(round, applied.end(), &rule) == applied.end()) return;
   circular_.insert(round, applied.end());
@@ -319,8 +298,10 @@ void tRuleLint::judgePairs(const tRanks& rules) {
       const auto found = bySecond.find(other);
       if (found == bySecond.end()) continue;
       for (const tRanked& rival : found->second) {
-        if (rival.rule == ranked.rule || ++rivals > kMostRivals || isWorn()) continue;
-        if (!witness) witness.emplace(rules_, *ranked.rule, 0, steps_);
+        if (rivals == kMostRivals || isWorn()) break;
+        if (rival.rule == ranked.rule) continue;
+        ++rivals;
+        if (!witness) witness.emplace(rules_, *ranked.rule, tWitness::kNone, steps_);
         judgePair(ranked, rival, *witness);
       }
       if (second.empty()) break;
@@ -333,18 +314,17 @@ void tRuleLint::judgePair(const tRanked& one, const tRanked& other, tWitness& wi
   // Rules of other files replace rules on purpose.
   if (one.rule->originFile() != other.rule->originFile()) return;
   if (pairs_.count({one.rule, other.rule}) > 0 || pairs_.count({other.rule, one.rule}) > 0) return;
-  const int score = witness.scoreOf(*one.rule);
-  if (score == 0 || witness.scoreOf(*other.rule) != score) return;
+  const int score = witness.scoreOf(*other.rule);
+  if (score == 0 || witness.scoreOf(*one.rule) != score) return;
   if (listingOf(*one.rule) == listingOf(*other.rule)) return;  // whichever is taken
   const tRanked& winner = one.index > other.index ? one : other;
   const tRanked& loser = one.index > other.index ? other : one;
   const std::vector<const tBaseXChg*> applied = witness.rewritten().applied;
   if (applied.empty() || applied.front() != winner.rule) return;
   // A form with optional groups and a later one for the statements without them: that is meant.
-  tWitness whole(rules_, *loser.rule, 1, steps_);
-  if (whole.text() != tWitness(rules_, *loser.rule, 0, steps_).text() &&
-      whole.scoreOf(*loser.rule) > whole.scoreOf(*winner.rule)) {
-    return;
+  if (hasGroups(*loser.rule)) {
+    tWitness whole(rules_, *loser.rule, tWitness::kEach, steps_);
+    if (whole.scoreOf(*loser.rule) > whole.scoreOf(*winner.rule)) return;
   }
   pairs_.insert({one.rule, other.rule});
   const std::string& example = witness.text();
@@ -364,14 +344,13 @@ void tRuleLint::judgePair(const tRanked& one, const tRanked& other, tWitness& wi
 // A key that is the beginning of another one is found first, whatever follows it.
 void tRuleLint::judgeKeys(const tXChgArray& table) {
   if (!findings_.wants(eWarning::kAbbreviatedWord)) return;
-  constexpr std::size_t kLeast = 4;
   std::map<std::string, const tBaseXChg*> keys;
   for (int i = 0; i < table.count(); ++i) {
     tBaseXChg& rule = table[i];
-    if (rule.wordRule().abbreviate) keys.emplace(folded(rule.key()), &rule);
+    if (rule.wordRule().abbreviate) keys.emplace(foldedWord(rule.key()), &rule);
   }
   for (auto key = keys.begin(); key != keys.end(); ++key) {
-    if (key->first.size() < kLeast || !isTold(*key->second)) continue;
+    if (key->first.size() < kShortestAbbreviation || !isTold(*key->second)) continue;
     const auto next = std::next(key);
     if (next == keys.end() || !next->first.starts_with(key->first)) continue;
     if (next->second->originFile() != key->second->originFile()) continue;

@@ -31,7 +31,7 @@ class tRuleLint {
   void judgeResult(const tBaseXChg& rule, const tMatchMarker* head);
   void judgeBrackets(const tBaseXChg& rule);
   void judgePattern(const tBaseXChg& rule);
-  void judgeGroups(const tBaseXChg& rule, const tMatchMarker* head);
+  void judgeGroups(const tBaseXChg& rule);
   void judgeEnd(const tBaseXChg& rule);
   void judgeCircle(const tBaseXChg& rule);
   void judgeParameters(const tLintedFile& file);

@@ -7,19 +7,31 @@
 
 namespace precomp {
 
-tWitness::tWitness(tRuleSet& rules, const tBaseXChg& rule, int groups, std::uint64_t& steps)
+tWitness::tWitness(tRuleSet& rules, const tBaseXChg& rule, std::uint64_t& steps)
     : rules_(rules),
       steps_(steps),
-      text_(rule.isCmd() ? "" : "x :="),
-      start_(rule.isCmd() ? -1 : 2) {
-  append(rule.firstMatch(), groups);
+      text_(rule.isCmd() ? "" : "x := "),
+      start_(rule.isCmd() ? -1 : 2) {}
+
+tWitness::tWitness(tRuleSet& rules, const tBaseXChg& rule, eGroups groups, std::uint64_t& steps)
+    : tWitness(rules, rule, steps) {
+  fill(rule, [&](const tMatchMarker& /*group*/) { return groups == kEach ? 1 : 0; });
+}
+
+tWitness::tWitness(tRuleSet& rules, const tBaseXChg& rule, const tMatchMarker& group,
+                   std::uint64_t& steps)
+    : tWitness(rules, rule, steps) {
+  fill(rule, [&](const tMatchMarker& met) { return &met == &group ? 2 : 0; });
+}
+
+void tWitness::fill(const tBaseXChg& rule, const tTimes& times) {
+  append(rule.firstMatch(), times);
   line_ = text_ + "\r\n";
   cut(statement_);
 }
 
-// A value is a name that hardly any program has. Groups in groups would double the text again and
-// again.
-void tWitness::append(const tMatchMarker* head, int groups) {
+// A value is a name that hardly any program has. A pattern may be long, and its groups many.
+void tWitness::append(const tMatchMarker* head, const tTimes& times) {
   constexpr std::size_t kLongest = 2000;
   for (const tMatchMarker* marker = head; marker != nullptr; marker = marker->next()) {
     if (text_.size() > kLongest) return;
@@ -32,7 +44,7 @@ void tWitness::append(const tMatchMarker* head, int groups) {
         break;
       case kMatchMarkerRestrict: {
         const auto& words = static_cast<const tMatchMarkerRestrict&>(*marker).alternatives();
-        if (!words.empty()) append(words[0], groups);
+        if (!words.empty()) append(words[0], times);
         break;
       }
       default:
@@ -40,17 +52,29 @@ void tWitness::append(const tMatchMarker* head, int groups) {
         break;
     }
     for (const tMatchMarker* group : marker->groups()) {
-      for (int i = 0; i < groups; ++i) append(group, groups);
+      for (int i = times(*group); i > 0; --i) append(group, times);
     }
   }
 }
 
 void tWitness::put(std::string_view piece, bool apart) {
-  const bool first = text_.empty();
-  const bool behindKeyword = !first && text_.back() == '=';
-  const bool grown = !first && !piece.empty() && isNameByte(text_.back()) && isNameByte(piece[0]);
-  if (!first && (apart || behindKeyword || grown)) text_ += ' ';
+  const bool open = text_.empty() || text_.back() == ' ';
+  const bool grown = !open && !piece.empty() && isNameByte(text_.back()) && isNameByte(piece[0]);
+  if (!open && (apart || grown)) text_ += ' ';
   text_ += piece;
+}
+
+bool tWitness::hasAllValues(std::string_view text) const {
+  for (int i = 1; i <= values_; ++i) {
+    const std::string value = "value" + std::to_string(i);
+    std::size_t at = text.find(value);
+    while (at != std::string_view::npos && at + value.size() < text.size() &&
+           isDigit(text[at + value.size()])) {
+      at = text.find(value, at + 1);
+    }
+    if (at == std::string_view::npos) return false;
+  }
+  return true;
 }
 
 void tWitness::cut(tTknString& statement) const {

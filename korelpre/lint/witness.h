@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,11 +15,17 @@ namespace precomp {
 /// engine itself tells what becomes of it.
 class tWitness {
  public:
-  /// Of `rule`, every optional group `groups` times in it. The rules must outlive the witness.
-  /// What the matcher takes is added to `steps`.
-  tWitness(tRuleSet& rules, const tBaseXChg& rule, int groups, std::uint64_t& steps);
+  enum eGroups { kNone, kEach };
+
+  /// Of `rule`, without its optional groups or with each of them once. The rules must outlive the
+  /// witness. What the matcher takes is added to `steps`.
+  tWitness(tRuleSet& rules, const tBaseXChg& rule, eGroups groups, std::uint64_t& steps);
+  /// The same with one group only, which stands behind a marker of the pattern's own chain, twice.
+  tWitness(tRuleSet& rules, const tBaseXChg& rule, const tMatchMarker& group, std::uint64_t& steps);
 
   const std::string& text() const { return text_; }
+  /// Whether each of the values in it is a word of `text`.
+  bool hasAllValues(std::string_view text) const;
   /// How well a rule of the same table fits the statement; 0 when it does not.
   int scoreOf(tBaseXChg& rule);
 
@@ -30,7 +37,11 @@ class tWitness {
   tRewritten rewritten();
 
  private:
-  void append(const tMatchMarker* head, int groups);
+  tWitness(tRuleSet& rules, const tBaseXChg& rule, std::uint64_t& steps);
+  // How often a group is written.
+  using tTimes = std::function<int(const tMatchMarker& group)>;
+  void fill(const tBaseXChg& rule, const tTimes& times);
+  void append(const tMatchMarker* head, const tTimes& times);
   void put(std::string_view piece, bool apart);
   void cut(tTknString& statement) const;
 

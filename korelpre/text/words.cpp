@@ -95,8 +95,6 @@ bool abbreviates(std::string_view word, std::string_view whole) {
   return true;
 }
 
-constexpr std::size_t kShortestAbbreviation = 4;
-
 int compareAbbreviated(std::string_view keyword, std::string_view word, unsigned char mask) {
   const std::size_t count = std::max(word.size(), kShortestAbbreviation);
   for (std::size_t i = 0; i < count; ++i) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -62,9 +63,12 @@ inline bool mayBeStatementWord(char first, char second) {
   return statementwords::kPlaces[statementwords::pairOf(first, second)] != 0;
 }
 
+/// The least that an abbreviation keeps of a keyword.
+inline constexpr std::size_t kShortestAbbreviation = 4;
+
 /// How a word of a statement is compared with a keyword of a rule.
 struct tWordRule {
-  bool abbreviate;     // a prefix of at least four characters will do
+  bool abbreviate;     // a prefix of at least kShortestAbbreviation characters will do
   bool caseSensitive;  // bytes are compared as they are
 };
 

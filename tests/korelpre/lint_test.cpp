@@ -292,19 +292,23 @@ TEST(Lint, JudgesRulesByStatements) {
             "open-ended-translation main.prw:11:23 [x] the translation ends in x, which takes all "
             "that can belong to an expression\n"
             "unreachable-pattern main.prw:12:19 [x] nothing is left for what stands behind x\n"
-            "unbalanced-result main.prw:13:1 [] the brackets of the result do not match\n");
+            "unbalanced-result main.prw:13:46 [)] the brackets of the result do not match\n");
   // What is meant, or only looks alike.
   for (const std::string_view sound :
        {"#xcommand A <x> [TO <y>] => D(<x>, <y>)\n#xcommand A <x> => C(<x>)\n",
         "#xcommand A <x> <y> => B(<x>, <y>)\n#xcommand A C <y> TO => D(<y>)\n",
         "#command OPEN <x> NOW => A(<x>)\n#xcommand OPEN <x> => B(<x>)\n",
-        "#command A [<x,...>] => B(<x>)\n", "#command A [<x>] => B([<x>])\n",
-        "#define LIMIT (10)\n#define NEXT (LIMIT + 1)\n", "#define A(a) A + a\n"}) {
+        "#command A [<x,...>] => B(<x>)\n", "#command A <x> [<y>] [TO <z>] => F(<x>[, <y>], <z>)\n",
+        "#command A [<x>] => B([<x>])\n", "#define LIMIT (10)\n#define NEXT (LIMIT + 1)\n",
+        "#define A(a) A + a\n"}) {
     EXPECT_EQ(lint(sound), "") << sound;
   }
-  // A statement in between is one that the first rule has taken.
-  EXPECT_EQ(lint("#xcommand A B => C()\nA B\n#xcommand A <x> => D(<x>)\n").substr(0, 9),
-            "rules-tie");
+  // A statement in between is one that the first rule has taken; an included file may have one.
+  for (const char* const between : {"A B\n", "#include \"b.ch\"\n"}) {
+    const std::string text =
+        std::string("#xcommand A B => C()\n") + between + "#xcommand A <x> => D(<x>)\n";
+    EXPECT_EQ(lint({{"main.prw", text}, {"b.ch", "A B\n"}}).substr(0, 9), "rules-tie") << between;
+  }
 }
 
 }  // namespace
