@@ -316,6 +316,14 @@
         <translation>dem Aufruf so viele Argumente geben, wie das #define Parameter hat</translation>
     </message>
     <message>
+        <source>nothing stands between %1 and %2</source>
+        <translation>zwischen %1 und %2 steht nichts</translation>
+    </message>
+    <message>
+        <source>write the comma or the operator that is missing, or correct what a rule has taken whole</source>
+        <translation>das fehlende Komma oder den fehlenden Operator schreiben, oder berichtigen, was eine Regel ganz übernommen hat</translation>
+    </message>
+    <message>
         <source>%1 is no directive</source>
         <translation>%1 ist keine Direktive</translation>
     </message>

@@ -316,6 +316,14 @@
         <translation>passe tantos argumentos quantos parâmetros o #define tem</translation>
     </message>
     <message>
+        <source>nothing stands between %1 and %2</source>
+        <translation>não há nada entre %1 e %2</translation>
+    </message>
+    <message>
+        <source>write the comma or the operator that is missing, or correct what a rule has taken whole</source>
+        <translation>escreva a vírgula ou o operador que falta, ou corrija o que uma regra tomou por inteiro</translation>
+    </message>
+    <message>
         <source>%1 is no directive</source>
         <translation>%1 não é uma diretiva</translation>
     </message>

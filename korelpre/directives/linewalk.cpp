@@ -185,8 +185,9 @@ void tLineWalk::writePlain(int line, tString& output) {
   const char* const end = file_.text.data() + file_.text.size();
   const char* const start = file_.text.data() + file_.lines.offset(line);
   const std::size_t begin = output.size();
-  // An observer sees statements that have tokens.
-  if (shared_.observer == nullptr && writer_.write(start, end, output)) {
+  // Who looks on sees statements that have tokens.
+  const bool unseen = shared_.observer == nullptr && shared_.watcher == nullptr;
+  if (unseen && writer_.write(start, end, output)) {
     const std::string_view written = output.view().substr(begin);
     // What is much longer may have too many tokens.
     if (written.size() < kMostSourceTokens / 2 &&

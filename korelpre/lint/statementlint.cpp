@@ -5,10 +5,13 @@
 
 #include "korelpre/directives/programfile.h"
 #include "korelpre/errors/notes.h"
+#include "korelpre/lint/foldedword.h"
 #include "korelpre/tables/nameexpansion.h"
 #include "korelpre/text/cursor.h"
 #include "korelpre/text/statementopening.h"
 #include "korelpre/text/words.h"
+#include "lib_base/misc.h"
+#include "lib_base/nearest.h"
 
 namespace precomp {
 
@@ -20,6 +23,11 @@ int parametersOf(const tBaseXChg& macro) {
     if (!part->isIdentifier()) ++count;
   }
   return count;
+}
+
+// Whether a token is a name, a number or a string.
+bool isOperand(std::string_view token) {
+  return !token.empty() && (isNameByte(token[0]) || isQuote(token[0]));
 }
 
 }  // namespace
@@ -37,6 +45,7 @@ tStatementLint::tStatementLint(tFindings& findings, tProgramFile& file, tTknStri
 void tStatementLint::run() {
   if (statement_.count() == 0) return;
   if (findings_.wants(eWarning::kUnmatchedCommand)) judgeCommand();
+  if (findings_.wants(eWarning::kAdjacentOperands)) judgeOperands();
   if (!findings_.wants(eWarning::kArgumentCount)) return;
   for (int i = 0; i + 1 < statement_.count(); ++i) {
     if (statement_.tokens()[i + 1] == "(") judgeCall(i);
@@ -48,6 +57,7 @@ void tStatementLint::judgeCommand() {
   if (steps_ == 0 || isOwnStatement() || file_.columnOf(statement_.tokens()[0]) == 0) return;
   const std::uint32_t before = statement_.steps();
   const tTrial farthest = farthestRule();
+  if (file_.shared().rules.commands.lookUp(statement_.tokens()[0]) == nullptr) judgeKey();
   steps_ -= std::min<std::uint64_t>(steps_, statement_.steps() - before);
   if (farthest.rule != nullptr && findings_.hears(eWarning::kUnmatchedCommand)) {
     tellCommand(farthest);
@@ -116,6 +126,76 @@ void tStatementLint::tellCommand(const tTrial& farthest) {
   const tLintPlace stopped = atEnd ? tLintPlace{} : placeOf(farthest.token);
   findings_.tell(eWarning::kUnmatchedCommand, stopped.column > 0 ? stopped : first,
                  {statement_.tokens()[0]}, std::move(notes));
+}
+
+// The first word may be misspelt, or cut too short. It is told of when a rule takes the statement
+// with another word in its place.
+void tStatementLint::judgeKey() {
+  constexpr std::size_t kMostTried = 8;
+  constexpr std::size_t kShortestCut = 3;
+  if (statement_.tokens()[0].size() < kShortestCut) return;
+  tXChgArray& commands = file_.shared().rules.commands;
+  commands.arrange();
+  steps_ -= std::min(steps_, static_cast<std::uint64_t>(commands.count()));
+  const std::string word = foldedWord(statement_.tokens()[0]);
+  std::vector<std::string> tried;
+  std::vector<std::string> others;
+  for (int i = 0; i < commands.count(); ++i) {
+    const tString& key = commands[i].key();
+    if (key.empty() || upperAscii(key.data()[0]) != word[0]) continue;
+    std::vector<std::string>& keys = startsWithNoCase(key, word) ? tried : others;
+    if (keys.empty() || keys.back() != key.view()) keys.push_back(foldedWord(key));
+  }
+  tried.resize(std::min(tried.size(), kMostTried));
+  tried.push_back(nearestTo(word, others));
+  for (const std::string& key : tried) {
+    if (const tBaseXChg* const rule = key.empty() ? nullptr : ruleWithKey(key)) {
+      std::vector<tNote> notes = {noted("did you mean %1?", {rule->key()})};
+      notes.back().file = rule->originFile();
+      notes.back().line = rule->originLine();
+      findings_.tell(eWarning::kUnmatchedCommand, placeOf(0), {statement_.tokens()[0]},
+                     std::move(notes));
+      return;
+    }
+  }
+}
+
+// The rule that takes the statement when it begins with `key`; null when none does.
+const tBaseXChg* tStatementLint::ruleWithKey(const std::string& key) {
+  tXChgArray& commands = file_.shared().rules.commands;
+  const tFoundRules* const found = commands.lookUp(key);
+  if (found == nullptr) return nullptr;
+  const tFoundRules run = *found;
+  tSpcString& first = statement_.tokens()[0];
+  const tSpcString written = first;
+  first.setText(tString(key));
+  const tBaseXChg* taken = nullptr;
+  for (int i = run.first; i <= run.last && taken == nullptr; ++i) {
+    if (commands[i].matchCount(-1, &statement_) > 0) taken = &commands[i];
+  }
+  first = written;
+  return statement_.overrun() ? nullptr : taken;
+}
+
+// In brackets the language has no two operands without something between them, but for types.
+void tStatementLint::judgeOperands() {
+  const tAutoArray<tSpcString>& tokens = statement_.tokens();
+  int depth = 0;
+  bool quoted = false;
+  for (int i = 0; i + 1 < tokens.count(); ++i) {
+    const tSpcString& left = tokens[i];
+    const tSpcString& right = tokens[i + 1];
+    // What a rule puts in quotes stays several tokens.
+    if (left == "\"" || left == "'") quoted = !quoted;
+    if (quoted) continue;
+    depth += left == "(" || left == "[" || left == "{" ? 1 : 0;
+    depth -= left == ")" || left == "]" || left == "}" ? 1 : 0;
+    if (equalNoCase(right, "as")) return;
+    if (depth < 1 || !isOperand(left) || !isOperand(right)) continue;
+    if (!findings_.hears(eWarning::kAdjacentOperands)) return;
+    findings_.tell(eWarning::kAdjacentOperands, placeOf(i + 1), {left, right});
+    return;
+  }
 }
 
 void tStatementLint::judgeCall(int name) {

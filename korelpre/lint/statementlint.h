@@ -1,16 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "korelpre/lint/findings.h"
 
 namespace precomp {
 
+class tBaseXChg;
 class tProgramFile;
 class tTknString;
 
 /// Judges a statement to which no rule applies any more: one that begins as a command does and is
-/// none, and calls of macros with another number of arguments.
+/// none, calls of macros with another number of arguments, and operands with nothing between them.
 class tStatementLint {
  public:
   /// All must outlive this object. `steps` is what the matcher may still take for it.
@@ -25,6 +27,9 @@ class tStatementLint {
   void judgeCommand();
   bool isOwnStatement() const;
   tTrial farthestRule();
+  void judgeKey();
+  const tBaseXChg* ruleWithKey(const std::string& key);
+  void judgeOperands();
   void tellCommand(const tTrial& farthest);
   void judgeCall(int name);
   int argumentsAt(int bracket);

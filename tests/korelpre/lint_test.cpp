@@ -62,7 +62,9 @@ TEST(Lint, TellsOfCommandsThatNoRuleTakes) {
       {FORM "  DEFINE FORM o TITEL \"x\"\n", NO_RULE("2:17", "TITEL", "DEFINE")},
       {FORM "DEFI FROM o TITLE 1\n", NO_RULE("2:6", "FROM", "DEFI")},
       {FORM "DEFINE FORM o\n", NO_RULE("2:1", "DEFINE", "DEFINE")},
-      {FORM "DEFINE FORM o TITLE 1 x\n", ""},
+      {FORM "DEF FORM o TITLE 1\n", NO_RULE("2:1", "DEF", "DEF")},
+      {FORM "DEFIEN FORM o TITLE 1\nDEFIEN FORM o\nDESIGN FORM o TITLE 1\n",
+       NO_RULE("2:1", "DEFIEN", "DEFIEN")},
       {"#xcommand PUT <x> ON\t=> P(<x>)\nPUT a OF\n", NO_RULE("2:7", "OF", "PUT")},
       // Another rule of the key goes further.
       {"#command SET A TO <x> => A(<x>)\n#command SET BELL ON => B()\nSET BELL OF\n",
@@ -72,6 +74,18 @@ TEST(Lint, TellsOfCommandsThatNoRuleTakes) {
       {"#command RETURN VALUE <x> => Return <x>\nFunction A()\nReturn 1\n", ""},
       {"#command GO <x> => MOVE <x>\n#command MOVE <x> TO <y> => M(<x>, <y>)\nGO up\n", ""},
       {"#ifdef NO\n" FORM "DEFINE FORM\n#endif\nDEFINE FORM\n", ""},
+  });
+}
+
+TEST(Lint, TellsOfOperandsWithNothingBetween) {
+  expectTold({
+      {FORM "DEFINE FORM o TITLE 1 x\nFoo(a, \"b\" c, d e)\n",
+       "adjacent-operands main.prw:2:23 [x] nothing stands between 1 and x\n"
+       "adjacent-operands main.prw:3:12 [c] nothing stands between \"b\" and c\n"},
+      {"#command SAY <*t*> => Told(<\"t\">)\nSAY one two\n", ""},
+      {"Function A(x as character, y)\nLocal z := {|a, b| a + b}\nFor x := (1) To 2 Step 3\n"
+       "Next\nReturn (a->b .and. c:d) $ {1, {2}}[1]\n",
+       ""},
   });
 }
 
