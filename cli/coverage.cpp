@@ -21,7 +21,7 @@ namespace {
 
 constexpr const char* kSlug = "unused";
 constexpr const char* kNoRule = "no source uses %1";
-constexpr const char* kNoGroup = "no source uses %2 of %1";
+constexpr const char* kNoPart = "no source uses %2 of %1";
 
 // One file of lcov's form: a rule is a line, and each of its groups a branch of it.
 std::string recordOf(const std::string& file, const std::vector<const tUsedRule*>& rules) {
@@ -31,13 +31,14 @@ std::string recordOf(const std::string& file, const std::vector<const tUsedRule*
   int hit = 0;
   for (const tUsedRule* rule : rules) {
     const std::string line = std::to_string(rule->rule.line);
-    for (std::size_t i = 0; i < rule->groups.size(); ++i) {
-      const tGroupUse& group = rule->groups[i];
-      const std::string times = rule->applied == 0 ? "-" : std::to_string(group.taken);
-      text.append("BRDA:").append(line).append(",0,").append(std::to_string(i));
+    int group = 0;
+    for (const tPartUse& part : rule->parts) {
+      if (!part.isGroup()) continue;
+      const std::string times = rule->applied == 0 ? "-" : std::to_string(part.taken);
+      text.append("BRDA:").append(line).append(",0,").append(std::to_string(group++));
       text.append(",").append(times).append("\n");
       ++branches;
-      if (group.taken > 0) ++taken;
+      if (part.taken > 0) ++taken;
     }
     text += "DA:" + line + "," + std::to_string(rule->applied) + "\n";
     if (rule->applied > 0) ++hit;
@@ -88,7 +89,7 @@ int writeFile(const std::string& name, const std::string& text) {
   return error;
 }
 
-std::string unusedLine(const tMessageStyle& style, const tUsedRule& rule, const tGroupUse* group) {
+std::string unusedLine(const tMessageStyle& style, const tUsedRule& rule, const tPartUse* part) {
   const std::string& directive = rule.rule.directive;
   const std::string name = directive.substr(0, directive.find(' ')) + " " + rule.rule.key;
   const auto fill = [&](std::string words) {
@@ -96,11 +97,11 @@ std::string unusedLine(const tMessageStyle& style, const tUsedRule& rule, const 
       const std::size_t at = words.find(mark);
       if (at != std::string::npos) words.replace(at, 2, what);
     };
-    if (group != nullptr) put("%2", group->text);
+    if (part != nullptr) put("%2", part->text);
     put("%1", name);
     return words;
   };
-  const char* const words = group == nullptr ? kNoRule : kNoGroup;
+  const char* const words = part == nullptr ? kNoRule : kNoPart;
   const std::string message = fill(words);
   const std::string shown = fill(translated(style.language, words));
   krpre_diagnostic diagnostic{};
@@ -147,9 +148,9 @@ tSourceResult unusedRules(const tCommandLine& line, const tMessageStyle& style,
   for (const auto& [place, rule] : use.rules()) {
     if (rule.isFlag()) continue;
     if (rule.applied == 0) result.messages += unusedLine(style, rule, nullptr);
-    for (const tGroupUse& group : rule.groups) {
-      const bool unused = rule.applied > 0 && group.taken == 0;
-      if (unused) result.messages += unusedLine(style, rule, &group);
+    for (const tPartUse& part : rule.parts) {
+      const bool missed = part.isGroup() ? rule.applied > 0 : part.met > 0;
+      if (missed && part.taken == 0) result.messages += unusedLine(style, rule, &part);
     }
   }
   return result;

@@ -228,7 +228,8 @@ const tOption kOptions[] = {
      "or error for all that are on, makes it an error; may be repeated",
      takeWarning},
     {"", "unused", nullptr, kCheck, kMessages,
-     "also name the rules of headers, and their optional groups, that none of the sources uses",
+     "also name the rules of headers, their optional groups and words, that none of the sources "
+     "uses",
      setFlag<&tCommandLine::unused>},
     {"", "all-errors", nullptr, kRuns, kMessages,
      "go on after an error and tell the others of the source too, 20 at most; krpre check always "

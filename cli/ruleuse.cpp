@@ -1,5 +1,7 @@
 #include "cli/ruleuse.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
@@ -20,15 +22,61 @@ std::string patternOf(const std::string& directive) {
   return directive.substr(begin, arrow - begin);
 }
 
-// The name in the marker that begins at `at`; `at` moves to its last byte.
-std::string markerAt(const std::string& pattern, std::size_t& at) {
-  const std::size_t end = std::min(pattern.find('>', at), pattern.size() - 1);
-  std::size_t name = at;
-  while (name < end && !isWord(pattern[name])) ++name;
-  std::size_t behind = name;
-  while (behind < end && isWord(pattern[behind])) ++behind;
-  at = end;
-  return pattern.substr(name, behind - name);
+std::string wordAt(const std::string& text, std::size_t at) {
+  std::size_t behind = at;
+  while (behind < text.size() && isWord(text[behind])) ++behind;
+  return text.substr(at, behind - at);
+}
+
+std::string markerName(const std::string& marker) {
+  return wordAt(marker, std::min(marker.find_first_not_of("<(*!\"#"), marker.size()));
+}
+
+// The words that a marker is restricted to, as far as they are words.
+void addChoices(const std::string& marker, std::vector<tPartUse>& parts) {
+  const std::size_t colon = marker.find(':');
+  std::size_t at = colon;
+  while (at < marker.size()) {
+    at = marker.find_first_not_of(": ,\t", at);
+    if (at == std::string::npos) break;
+    const std::string word = wordAt(marker, at);
+    at += std::max<std::size_t>(word.size(), 1);
+    if (!word.empty())
+      parts.push_back({.text = word, .markers = {markerName(marker)}, .word = word});
+  }
+}
+
+// Whether a word of a statement, or of what a marker took, stands for `word` of a pattern.
+bool means(const std::string& written, const std::string& word, bool abbreviates) {
+  constexpr std::size_t kShortest = 4;
+  const bool fits = written.size() == word.size() ||
+                    (abbreviates && written.size() >= kShortest && written.size() < word.size());
+  return fits && strncasecmp(written.c_str(), word.c_str(), written.size()) == 0;
+}
+
+bool holds(const std::string& statement, const std::string& word, bool abbreviates) {
+  for (std::size_t i = 0; i < statement.size(); ++i) {
+    const std::string written = wordAt(statement, i);
+    if (written.empty()) continue;
+    if (means(written, word, abbreviates)) return true;
+    i += written.size() - 1;
+  }
+  return false;
+}
+
+void count(const krpre_step& step, bool abbreviates, tPartUse& part) {
+  bool met = false;
+  bool taken = part.markers.empty() && holds(step.statement, part.word, abbreviates);
+  for (int i = 0; i < step.captureCount; ++i) {
+    const krpre_capture& capture = step.captures[i];
+    if (capture.count == 0 || part.markers.count(capture.marker) == 0) continue;
+    met = true;
+    const auto isMeant = [&](const char* text) { return means(text, part.word, abbreviates); };
+    taken = taken || part.isGroup() ||
+            std::any_of(capture.texts, capture.texts + capture.count, isMeant);
+  }
+  if (met) ++part.met;
+  if (taken) ++part.taken;
 }
 
 }  // namespace
@@ -39,32 +87,41 @@ bool tUsedRule::isFlag() const {
   return name == std::string::npos || name + rule.key.size() == rule.directive.size();
 }
 
-std::vector<tGroupUse> groupsOf(const std::string& directive) {
+std::vector<tPartUse> partsOf(const std::string& directive) {
   const std::string pattern = patternOf(directive);
-  std::vector<tGroupUse> groups;
+  std::vector<tPartUse> parts;
   std::vector<std::pair<std::size_t, std::size_t>>
       open;  // of groups: their places, where they begin
   for (std::size_t i = 0; i < pattern.size(); ++i) {
     if (pattern[i] == '\\') {
       ++i;
     } else if (pattern[i] == '[') {
-      open.emplace_back(groups.size(), i);
-      groups.emplace_back();
+      open.emplace_back(parts.size(), i);
+      parts.emplace_back();
     } else if (pattern[i] == ']' && !open.empty()) {
       const auto [group, begin] = open.back();
       open.pop_back();
-      groups[group].text = pattern.substr(begin, i + 1 - begin);
+      parts[group].text = pattern.substr(begin, i + 1 - begin);
     } else if (pattern[i] == '<') {
-      const std::string name = markerAt(pattern, i);
-      for (const auto& [group, begin] : open) groups[group].markers.insert(name);
+      const std::string marker = pattern.substr(i, pattern.find('>', i) - i);
+      for (const auto& [group, begin] : open) parts[group].markers.insert(markerName(marker));
+      addChoices(marker, parts);
+      i += marker.size();
+    } else if (const std::string word = wordAt(pattern, i); !word.empty()) {
+      for (const auto& [group, begin] : open) {
+        if (parts[group].word.empty()) parts[group].word = word;
+      }
+      i += word.size() - 1;
     }
   }
-  std::erase_if(groups, [](const tGroupUse& group) { return group.markers.empty(); });
-  return groups;
+  std::erase_if(parts,
+                [](const tPartUse& part) { return part.markers.empty() && part.word.empty(); });
+  return parts;
 }
 
 bool tRuleUse::add(const tCommandLine& line, const std::string& source,
                    const std::string& shippedHeaders, std::string& messages) {
+  if (!added_.insert(source).second) return true;
   tLibraryCall call(line, source, shippedHeaders);
   krpre_host host{};
   host.size = sizeof host;
@@ -98,7 +155,7 @@ tUsedRule* tRuleUse::ruleOf(const krpre_rule& rule) {
   const auto [found, first] = rules_.try_emplace({rule.file, rule.line, rule.key});
   if (first) {
     found->second.rule = infoOf(rule);
-    found->second.groups = groupsOf(found->second.rule.directive);
+    found->second.parts = partsOf(found->second.rule.directive);
   }
   return &found->second;
 }
@@ -111,11 +168,5 @@ void tRuleUse::meet(const krpre_step& step) {
     ++used->applied;
     return;
   }
-  for (tGroupUse& group : used->groups) {
-    const bool taken = std::any_of(
-        step.captures, step.captures + step.captureCount, [&](const krpre_capture& capture) {
-          return capture.count > 0 && group.markers.count(capture.marker) > 0;
-        });
-    if (taken) ++group.taken;
-  }
+  for (tPartUse& part : used->parts) count(step, used->rule.abbreviates, part);
 }

@@ -11,18 +11,23 @@
 #include "cli/rulestory.h"
 #include "include/krpre.h"
 
-/// An optional group of a pattern that holds markers, and whether any of them has taken something.
-struct tGroupUse {
-  std::string text;  // with its brackets
-  std::set<std::string> markers;
-  std::uint64_t taken = 0;
+/// A part of a pattern that a statement may do without: an optional group, or one of the words that
+/// a marker is restricted to.
+struct tPartUse {
+  std::string text;               // of a group with its brackets
+  std::set<std::string> markers;  // of the group; for a word the one that it belongs to
+  std::string word;               // of a group its first one
+  std::uint64_t met = 0;          // how often one of the markers took something
+  std::uint64_t taken = 0;        // and this was it
+
+  bool isGroup() const { return text != word; }
 };
 
 /// How often a rule was applied.
 struct tUsedRule {
   tRuleInfo rule;
   std::uint64_t applied = 0;
-  std::vector<tGroupUse> groups;
+  std::vector<tPartUse> parts;
 
   /// Whether it is a #define without a value, which conditionals ask for.
   bool isFlag() const;
@@ -34,8 +39,8 @@ class tRuleUse {
   /// Rules of files in the directory `shippedHeaders` are left out.
   explicit tRuleUse(const std::string& shippedHeaders) : shipped_(shippedHeaders + "/") {}
 
-  /// Runs the library over a source and adds what it uses. False when the source has an error;
-  /// `messages` receives it.
+  /// Runs the library over a source and adds what it uses, once. False when the source has an
+  /// error; `messages` receives it.
   bool add(const tCommandLine& line, const std::string& source, const std::string& shippedHeaders,
            std::string& messages);
   /// In the order of files and lines.
@@ -48,10 +53,12 @@ class tRuleUse {
   void meet(const krpre_step& step);
 
   std::string shipped_;
+  std::set<std::string> added_;  // sources
   std::map<std::tuple<std::string, int, std::string>, tUsedRule> rules_;
   std::string* messages_ = nullptr;
   tCallbackGuard guard_;
 };
 
-/// The optional groups of a directive that are told apart by their markers.
-std::vector<tGroupUse> groupsOf(const std::string& directive);
+/// What statements may do without in the pattern of a directive. A group without a marker is known
+/// by its first word; one without either is left out.
+std::vector<tPartUse> partsOf(const std::string& directive);

@@ -35,7 +35,7 @@ complete -c krpre -n '__krpre_is rules' -l listing -d 'show each rule as the lib
 complete -c krpre -n '__krpre_is explain rules' -l json -d 'print JSON'
 complete -c krpre -n '__krpre_is explain rules' -l color -x -a 'always never auto' -d 'colour the text: always, never or auto (the default: only on a terminal)'
 complete -c krpre -n '__krpre_is krpre check' -s W -l warn -x -d 'look for what a warning is about, or for all; no-SLUG switches it off again, and error=SLUG, or error for all that are on, makes it an error; may be repeated'
-complete -c krpre -n '__krpre_is check' -l unused -d 'also name the rules of headers, and their optional groups, that none of the sources uses'
+complete -c krpre -n '__krpre_is check' -l unused -d 'also name the rules of headers, their optional groups and words, that none of the sources uses'
 complete -c krpre -n '__krpre_is krpre check' -l all-errors -d 'go on after an error and tell the others of the source too, 20 at most; krpre check always does'
 complete -c krpre -n '__krpre_is krpre check' -l max-errors -x -d 'tell at most N errors of each source'
 complete -c krpre -n '__krpre_is krpre check' -l diagnostics -x -a 'auto classic long json gcc msvc sarif' -d 'print messages as classic lines, long (with the source line, the includes and the rules behind an error), json, gcc, msvc or sarif; auto (the default) means long on a terminal and classic elsewhere'
