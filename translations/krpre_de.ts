@@ -188,6 +188,18 @@
         <translation>noch offen, wo eine Funktion beginnt, Zeile %1</translation>
     </message>
     <message>
+        <source>the first function begins in line %1</source>
+        <translation>die erste Funktion beginnt in Zeile %1</translation>
+    </message>
+    <message>
+        <source>its function begins in line %1</source>
+        <translation>ihre Funktion beginnt in Zeile %1</translation>
+    </message>
+    <message>
+        <source>only sources of the extended language have it</source>
+        <translation>es gibt sie nur in Quellen der erweiterten Sprache</translation>
+    </message>
+    <message>
         <source>no control structure is open</source>
         <translation>keine Kontrollstruktur ist offen</translation>
     </message>

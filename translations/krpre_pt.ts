@@ -188,6 +188,18 @@
         <translation>ainda aberto onde começa uma função, linha %1</translation>
     </message>
     <message>
+        <source>the first function begins in line %1</source>
+        <translation>a primeira função começa na linha %1</translation>
+    </message>
+    <message>
+        <source>its function begins in line %1</source>
+        <translation>a função dela começa na linha %1</translation>
+    </message>
+    <message>
+        <source>only sources of the extended language have it</source>
+        <translation>só fontes da linguagem estendida a têm</translation>
+    </message>
+    <message>
         <source>no control structure is open</source>
         <translation>nenhuma estrutura de controle está aberta</translation>
     </message>

@@ -224,6 +224,13 @@ void tStatementCheck::raiseMisfit(eSourceError error, bool leaves,
   place.file->raise(error, place, nullptr, std::move(notes));
 }
 
+void tStatementCheck::raiseInBody(eSourceError error, const tStatementPlace& place) const {
+  const tStatementPlace& body = bodies_.top().place();
+  place.file->raise(error, place, nullptr,
+                    {body.file->noteAt(body, noted("its function begins in line %1",
+                                                   {std::to_string(body.line)}))});
+}
+
 bool tStatementCheck::judgePlain(std::string_view text, const char* first, std::size_t untouched,
                                  tSourceFile& file, int line) {
   const std::string_view word = nameAt(first);
@@ -298,7 +305,11 @@ bool tStatementCheck::startsBody(eStatementWord word, const tOpening& opening,
 }
 
 void tStatementCheck::openBody(const tStatementPlace& place) {
-  if (bodies_.empty() && misplaced_.line > 0) raise(eSourceError::kOutsideFunction, misplaced_);
+  if (bodies_.empty() && misplaced_.line > 0) {
+    misplaced_.file->raise(eSourceError::kOutsideFunction, misplaced_, nullptr,
+                           {place.file->noteAt(place, noted("the first function begins in line %1",
+                                                            {std::to_string(place.line)}))});
+  }
   raiseUnclosed(&place);
   bodies_.clear();
   bodies_.push(eBlock::kBody, place);
@@ -314,16 +325,18 @@ bool tStatementCheck::declares(eStatementWord word, const tOpening& opening,
     case kDeclaration:
       return true;
     case kLocal: {
-      const bool late = !bodies_.empty() && executableSeen_;
-      if (late) raise(eSourceError::kLateLocal, place);
+      if (!bodies_.empty() && executableSeen_) raiseInBody(eSourceError::kLateLocal, place);
       if (!settled_) misplaced_ = place;
       settled_ = true;
       return true;
     }
     case kNamespace:
       if (!isName(opening.next)) return false;
-      if (!place.file->isExtendedSource() || !bodies_.empty())
-        raise(eSourceError::kOutsideFunction, place);
+      if (!bodies_.empty()) raiseInBody(eSourceError::kOutsideFunction, place);
+      if (!place.file->isExtendedSource()) {
+        place.file->raise(eSourceError::kOutsideFunction, place, nullptr,
+                          {noted("only sources of the extended language have it")});
+      }
       return true;
     default:
       return false;

@@ -48,6 +48,7 @@ class tStatementCheck {
   void raiseUnclosed(const tStatementPlace* next) const;
   [[noreturn]] void raiseMisfit(eSourceError error, bool leaves,
                                 const tStatementPlace& place) const;
+  [[noreturn]] void raiseInBody(eSourceError error, const tStatementPlace& place) const;
 
   // One part of a statement that is given by its tokens.
   struct tPart;

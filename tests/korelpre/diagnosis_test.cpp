@@ -151,6 +151,10 @@ TEST(Diagnosis, NotesSayWhatOpenedAStructure) {
       {"While x ; Begin Sequence ; If y\nExit\n",
        "~opened by Begin Sequence, line 1 main.prw:1 [Begin]"},
       {"Exit\n", ""},
+      {"x := 1\nx()\n  Function A()\n",
+       "~the first function begins in line 3 main.prw:3 [Function]"},
+      {"Function A()\nx := 1\nLocal y\n", "~its function begins in line 1 main.prw:1 [Function]"},
+      {"Namespace a\n", "~only sources of the extended language have it"},
       {"#command WHEN <x> => If <x>\n  WHEN x\nNext\n", "~opened by If, line 2 main.prw:2 [WHEN]"},
       {"Function a()\nFor i := 1 to 2\nIf x\nFunction b()\n",
        "~opened by If, line 3 main.prw:3 [If] ~opened by For, line 2 main.prw:2 [For] "
