@@ -171,7 +171,7 @@ class tString {
   std::size_t room() const noexcept {
     return storage()->references == 1 ? storage()->capacity - size_ : 0;
   }
-  void appendInPlace(std::string_view text) noexcept {
+  [[gnu::always_inline]] void appendInPlace(std::string_view text) noexcept {
     __builtin_memcpy(const_cast<char*>(data_) + size_, text.data(), text.size());
     size_ += static_cast<std::uint32_t>(text.size());
   }

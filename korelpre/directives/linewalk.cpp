@@ -37,6 +37,12 @@ constexpr std::uint64_t kMostStepsInAll = 400'000'000;
 tLineWalk::tLineWalk(tProgramFile& file)
     : file_(file), shared_(file.shared()), writer_(shared_.rules) {}
 
+[[gnu::always_inline]] inline void tLineWalk::append(std::string_view text, int line,
+                                                     tString& output) {
+  if (text.size() > tString::maxSize() - output.size()) file_.raiseLimit("output size", line);
+  output.append(text);
+}
+
 // Headers can nest deeply, so the walks that wait for others stand in a list.
 void tLineWalk::run(tString& output, int& depth) {
   if (++depth == 1) {
@@ -169,11 +175,6 @@ void tLineWalk::walkStatement(int line, tString& output) {
   tString written;
   writePlain(line, written);
   append(written, line, output);
-}
-
-void tLineWalk::append(std::string_view text, int line, tString& output) {
-  if (text.size() > tString::maxSize() - output.size()) file_.raiseLimit("output size", line);
-  output.append(text);
 }
 
 void tLineWalk::appendMarker(int line, std::string_view name, tString& output) {
