@@ -37,8 +37,8 @@ using tClock = std::chrono::steady_clock;
 /// All sources of one command line.
 class tBuild {
  public:
-  tBuild(std::deque<tSourceRun>& runs, tPrinter& printer, int terminal)
-      : runs_(runs), printer_(printer), progress_(terminal, runs.size(), tClock::now()) {}
+  tBuild(std::deque<tSourceRun>& runs, tPrinter& printer, const tProgressStyle& progress)
+      : runs_(runs), printer_(printer), progress_(progress, runs.size(), tClock::now()) {}
 
   /// Whether all of them were preprocessed.
   bool run(std::size_t jobs);
@@ -177,9 +177,8 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   }
   const bool input = line.readsStandardInput();
   const bool output = line.writesStandardOutput();
-  const bool keptClear =
-      !line.writesNothing() && (input || output || namesStandardOutput(line.dependencies.file));
-  const int messages = keptClear ? STDERR_FILENO : STDOUT_FILENO;
+  // What a check finds is its output.
+  const int messages = line.checks ? STDOUT_FILENO : STDERR_FILENO;
   const tMessageStyle style = messageStyle(line, messages);
   const bool share = plan.jobs.size() > 1 || line.precompiled;
   const tHeaders headers(share ? krpre_headers_new(line.precompiled ? 1 : 0) : nullptr);
@@ -191,8 +190,9 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
   tPrinter printer(line.quiet && line.warnings.empty(), messages,
                    style.form == eDiagnosticForm::kSarif);
   if (input || output) return buildStandardFiles(runs.front(), input, printer);
-  const int terminal = line.quiet || runs.size() < 2 ? -1 : progressTerminal();
-  bool done = tBuild(runs, printer, terminal).run(threadsFor(line));
+  const tProgressStyle progress =
+      line.quiet || runs.size() < 2 ? tProgressStyle() : progressStyle(line.progress);
+  bool done = tBuild(runs, printer, progress).run(threadsFor(line));
   if (line.unused && done) {
     const tSourceResult unused = unusedRules(line, style, shippedHeaders);
     printer.print(unused);

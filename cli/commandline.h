@@ -71,7 +71,7 @@ struct tCommandLine {
   tDependencyOptions dependencies;
   /// The name given to the file "-"; may be empty.
   std::string standardInputName;
-  eDiagnosticForm diagnostics = eDiagnosticForm::kAuto;
+  eDiagnosticForm diagnostics = eDiagnosticForm::kLong;
   /// For krpre_host; empty: none.
   std::string warnings;
   /// Write nothing, and say nothing of sources without findings.
@@ -84,6 +84,7 @@ struct tCommandLine {
   bool alwaysWrite = false;
   bool precompiled = false;
   bool trace = false;
+  bool progress = false;
   bool quiet = false;
   bool json = false;
   bool listing = false;

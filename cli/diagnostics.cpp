@@ -17,10 +17,10 @@ std::string shownText(const char* translated, const char* message) {
   return std::string_view(translated) == message ? printable(message) : translated;
 }
 
-// These lines of the library name the copy that it makes of a source.
-bool namesCopy(const krpre_diagnostic& diagnostic) {
+// These lines of the library name the copy that it makes of a source, or another line.
+bool misleads(const krpre_diagnostic& diagnostic) {
   constexpr std::string_view kSlugs[] = {"file-not-found", "cannot-read", "output-is-source",
-                                         "same-file"};
+                                         "same-file", "line-too-long"};
   return diagnostic.severity == KRPRE_SEVERITY_ERROR && diagnostic.code == 0 &&
          std::find(std::begin(kSlugs), std::end(kSlugs), diagnostic.slug) != std::end(kSlugs);
 }
@@ -37,7 +37,7 @@ std::string placeBehind(const krpre_note& note, const krpre_diagnostic& diagnost
 std::string longHead(const krpre_diagnostic& diagnostic, const tPaint& paint,
                      const tWords& translated) {
   const bool warning = diagnostic.severity == KRPRE_SEVERITY_WARNING;
-  if (!warning && !namesCopy(diagnostic)) return {};
+  if (!warning && !misleads(diagnostic)) return {};
   std::string text = printable(diagnostic.file);
   if (diagnostic.line > 0) text += "(" + std::to_string(diagnostic.line) + ")";
   text += " " + (warning ? paint(tPaint::kYellow, translated("Warning")) : translated("Error"));

@@ -9,9 +9,8 @@
 
 /// How messages are shown.
 enum class eDiagnosticForm {
-  kAuto,     // kLong on a terminal, otherwise kClassic
   kClassic,  // the lines of the library
-  kLong,     // the same, with details below each error
+  kLong,     // the same without results, with details below each error
   kJson,     // one object per line
   kGcc,      // "file:line:column: error: text [code]"
   kMsvc,     // "file(line,column,line,end): error code: text"
@@ -22,8 +21,8 @@ enum class eDiagnosticForm {
 using tWords = std::function<std::string(const char* text)>;
 
 /// The line that the long form has in place of the library's: of a warning, which the library does
-/// not print, and of a source that cannot be read, where the library names its copy. Otherwise
-/// empty.
+/// not print, and of a source that cannot be read, where the library names its copy or another
+/// line. Otherwise empty.
 std::string longHead(const krpre_diagnostic& diagnostic, const tPaint& paint,
                      const tWords& translated);
 

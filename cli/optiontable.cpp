@@ -41,7 +41,7 @@ constexpr tCommand kCommands[] = {
 };
 
 constexpr const char* kFormats =
-    "auto classic long json gcc msvc sarif";  // in the order of eDiagnosticForm
+    "classic long json gcc msvc sarif";  // in the order of eDiagnosticForm
 constexpr const char* kColourModes = "always never auto";
 constexpr const char* kCompletionFormats = "bash zsh fish man";
 
@@ -218,8 +218,8 @@ const tOption kOptions[] = {
      "show each rule as the library lists it, with its kind, instead of as it is written",
      setFlag<&tCommandLine::listing>},
     {"", "json", nullptr, kQueries, kOutputs, "print JSON", setFlag<&tCommandLine::json>},
-    {"", "color", &kWhen, kQueries, kOutputs,
-     "colour the text: always, never or auto (the default: only on a terminal)",
+    {"", "color", &kWhen, kRuns | kQueries, kMessages,
+     "colour what is printed: always, never or auto (the default: only on a terminal)",
      [](tCommandLine& line, const tGivenOption& given) {
        line.colour = given.word == 2 ? std::nullopt : std::optional(given.word == 0);
      }},
@@ -241,13 +241,16 @@ const tOption kOptions[] = {
      takeMostErrors},
     {"", "diagnostics", &kFormat, kRuns, kMessages,
      "print messages as classic lines, long (with the source line, the includes and the rules "
-     "behind an error), json, gcc, msvc or sarif; auto (the default) means long on a terminal and "
-     "classic elsewhere",
+     "behind an error; the default), json, gcc, msvc or sarif",
      [](tCommandLine& line, const tGivenOption& given) {
        line.diagnostics = static_cast<eDiagnosticForm>(given.word);
      }},
     {"T", "trace", nullptr, kPreprocess, kMessages, "trace the steps of each run",
      setFlag<&tCommandLine::trace>},
+    {"", "progress", nullptr, kRuns, kMessages,
+     "tell from the start how many of several sources are done, also where standard error is no "
+     "terminal; without it only on a terminal, and after a second",
+     setFlag<&tCommandLine::progress>},
     {"q", "quiet", nullptr, kPreprocess, kMessages, "print no messages unless a source fails",
      setFlag<&tCommandLine::quiet>},
     {"j", "jobs", &kNumber, kRuns, kOthers,

@@ -8,6 +8,7 @@
 
 namespace {
 
+constexpr auto kLinePause = std::chrono::seconds(1);
 constexpr const char* kEraseLine = "\r\033[K";
 
 std::size_t widthOf(int terminal) {
@@ -22,18 +23,19 @@ bool isControl(char c) {
 
 }  // namespace
 
-tProgressLine::tProgressLine(int descriptor, std::size_t total, tTime start)
-    : descriptor_(descriptor), total_(total), next_(start + kSilence) {}
+tProgressLine::tProgressLine(const tProgressStyle& style, std::size_t total, tTime start)
+    : style_(style), total_(total), next_(start + style.silence) {}
 
 void tProgressLine::show(std::size_t done, const std::string& name, tTime now) {
-  if (descriptor_ < 0 || now < next_) return;
-  next_ = now + kPause;
+  if (style_.descriptor < 0 || now < next_) return;
+  next_ = now + (style_.isTerminal ? kPause : kLinePause);
   std::string text = '[' + std::to_string(done) + '/' + std::to_string(total_) + "] " + name;
   for (char& c : text) {
     if (isControl(c)) c = '?';  // A name must not command the terminal.
   }
+  if (!style_.isTerminal) return print(text + '\n');
   // A full line would wrap, and could then not be erased.
-  const std::size_t width = widthOf(descriptor_);
+  const std::size_t width = widthOf(style_.descriptor);
   if (text.size() >= width) text.resize(width - 1);
   print(kEraseLine + text);
   shown_ = true;
@@ -46,11 +48,13 @@ void tProgressLine::erase() {
 
 void tProgressLine::print(const std::string& text) const {
   // A terminal that cannot be written to is no reason to fail.
-  if (write(descriptor_, text.data(), text.size()) < 0) return;
+  if (write(style_.descriptor, text.data(), text.size()) < 0) return;
 }
 
-int progressTerminal() {
+tProgressStyle progressStyle(bool wanted) {
   const char* terminal = std::getenv("TERM");
-  const bool able = terminal != nullptr && *terminal != '\0' && std::strcmp(terminal, "dumb") != 0;
-  return able && isatty(STDERR_FILENO) == 1 ? STDERR_FILENO : -1;
+  const bool able = terminal != nullptr && *terminal != '\0' &&
+                    std::strcmp(terminal, "dumb") != 0 && isatty(STDERR_FILENO) == 1;
+  if (wanted) return {STDERR_FILENO, able, std::chrono::milliseconds(0)};
+  return able ? tProgressStyle{.descriptor = STDERR_FILENO} : tProgressStyle();
 }

@@ -94,7 +94,8 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
   host.mostErrors = line.checks && line.mostErrors == 0 ? kMostErrors : line.mostErrors;
   if (warns || style.form != eDiagnosticForm::kClassic) host.diagnostic = takeDiagnostic;
   if (!style.language.empty()) host.language = style.language.c_str();
-  heard.wantsResults = !line.checks && !(line.quiet && warns);
+  heard.wantsResults =
+      style.form != eDiagnosticForm::kLong && !line.checks && !(line.quiet && warns);
   if (line.writesNothing()) {
     host.flags |= KRPRE_NO_OUTPUT;
     return host;
@@ -140,11 +141,8 @@ std::string shownDiagnostic(const krpre_diagnostic& diagnostic, const tMessageSt
 
 tMessageStyle messageStyle(const tCommandLine& line, int messages) {
   tMessageStyle style{.form = line.diagnostics, .colour = false, .language = {}};
-  if (style.form == eDiagnosticForm::kAuto) {
-    style.form = isatty(messages) == 1 ? eDiagnosticForm::kLong : eDiagnosticForm::kClassic;
-  }
   if (!isForMachines(style.form)) style.language = messageLanguage();
-  style.colour = mayColour(messages);
+  style.colour = line.colour.value_or(mayColour(messages));
   return style;
 }
 

@@ -32,7 +32,7 @@ struct tSourceResult {
 
 /// How the messages of all sources are shown.
 struct tMessageStyle {
-  eDiagnosticForm form;  // not kAuto
+  eDiagnosticForm form;
   bool colour;
   std::string language;  // empty: English
 };

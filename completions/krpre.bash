@@ -18,20 +18,20 @@ _krpre() {
     --color) _krpre_words -W 'always never auto'; return ;;
     -W|--warn) return ;;
     --max-errors) return ;;
-    --diagnostics) _krpre_words -W 'auto classic long json gcc msvc sarif'; return ;;
+    --diagnostics) _krpre_words -W 'classic long json gcc msvc sarif'; return ;;
     -j|--jobs) return ;;
     --explain) return ;;
     --completions) _krpre_words -W 'bash zsh fish man'; return ;;
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
-      check) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name -W --warn --unused --all-errors --max-errors --diagnostics -j --jobs --list-warnings -h --help' ;;
+      check) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --color -W --warn --unused --all-errors --max-errors --diagnostics --progress -j --jobs --list-warnings -h --help' ;;
       coverage) _krpre_words -W '-I --include -D --define --files-from -0 --null -o --output -h --help' ;;
       explain) _krpre_words -W '-I --include -D --define --json --color -h --help' ;;
       rules) _krpre_words -W '-I --include -D --define --key --listing --json --color -h --help' ;;
       pack) _krpre_words -W '-o --output -h --help' ;;
       unpack) _krpre_words -W '-o --output -h --help' ;;
-      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP -W --warn --all-errors --max-errors --diagnostics -T --trace -q --quiet -j --jobs --classic --explain --completions --list-warnings -h --help -V --version' ;;
+      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP --color -W --warn --all-errors --max-errors --diagnostics -T --trace --progress -q --quiet -j --jobs --classic --explain --completions --list-warnings -h --help -V --version' ;;
     esac
     return
   fi

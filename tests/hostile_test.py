@@ -250,9 +250,10 @@ class Outcome:
             resource.setrlimit(resource.RLIMIT_CPU, (allowed, allowed))
             resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
+        messages = () if sample.args[0] == "explain" else ("--diagnostics=classic",)
         with tempfile.TemporaryFile() as told:
             child = subprocess.Popen(
-                [program, *sample.args],
+                [program, *messages, *sample.args],
                 cwd=folder,
                 stdin=subprocess.DEVNULL,
                 stdout=told,

@@ -33,7 +33,7 @@ SARIF = validator(ROOT / "tests/cli/sarif-2.1.0-rtm.4.json")
 def run(*arguments: str) -> str:
     with tempfile.TemporaryDirectory() as out:
         command = [PROGRAM, *arguments, "-o", out, *FAILING]
-        return subprocess.run(command, stdout=subprocess.PIPE, check=False).stdout.decode()
+        return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False).stdout.decode()
 
 
 class Schemas(unittest.TestCase):

@@ -31,7 +31,7 @@ class Progress : public testing::Test {
 };
 
 TEST_F(Progress, StaysAwayFromShortRunsAndGoesAtTheEnd) {
-  tProgressLine line(ends_[1], 1000, start_);
+  tProgressLine line({.descriptor = ends_[1]}, 1000, start_);
   line.show(1, "a.prw", start_ + 999ms);
   line.erase();
   EXPECT_EQ(written(), "");
@@ -46,10 +46,19 @@ TEST_F(Progress, StaysAwayFromShortRunsAndGoesAtTheEnd) {
 }
 
 TEST_F(Progress, NeverWrapsOrCommandsTheTerminal) {
-  tProgressLine line(ends_[1], 2, start_);
+  tProgressLine line({.descriptor = ends_[1]}, 2, start_);
   line.show(1, "a\033[2J\n" + std::string(100, 'x'), start_ + 1s);
   const std::string text = written();
   EXPECT_EQ(text.substr(4), ("[1/2] a?[2J?" + std::string(100, 'x')).substr(0, 79));
+}
+
+TEST_F(Progress, IsOneLineAfterTheOtherWhereItIsNoTerminal) {
+  tProgressLine line({.descriptor = ends_[1], .isTerminal = false, .silence = 0ms}, 9, start_);
+  line.show(0, "a.prw", start_);
+  line.show(1, "b.prw", start_ + 999ms);
+  line.erase();
+  line.show(2, "c.prw", start_ + 1s);
+  EXPECT_EQ(written(), "[0/9] a.prw\n[2/9] c.prw\n");
 }
 
 }  // namespace
