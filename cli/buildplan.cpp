@@ -125,6 +125,8 @@ bool tPlanner::checkOptions() {
   if (line_.writesNothing()) return true;
   if (namesStandardOutput(line_.output) && line_.files.size() > 1)
     return refuse("-o - (standard output) requires a single source");
+  if (line_.saveTemps && line_.writesStandardOutput())
+    return refuse("--save-temps requires -o FILE when the output goes to standard output");
   const tDependencyOptions& rules = line_.dependencies;
   if (!rules.wanted && (!rules.file.empty() || !rules.targets.empty() || rules.phony)) {
     return refuse("-MF, -MT and -MP require -MD");

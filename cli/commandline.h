@@ -82,6 +82,7 @@ struct tCommandLine {
   /// How many errors of a source to tell at most; 0: one, or kMostErrors when it is checked.
   int mostErrors = 0;
   bool alwaysWrite = false;
+  bool saveTemps = false;
   bool precompiled = false;
   bool trace = false;
   bool progress = false;

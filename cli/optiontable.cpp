@@ -188,6 +188,10 @@ const tOption kOptions[] = {
      "write to FILE (- for standard output, the default)", takeOutput},
     {"", "always-write", nullptr, kPreprocess, kOutputs,
      "rewrite outputs even when their content is unchanged", setFlag<&tCommandLine::alwaysWrite>},
+    {"", "save-temps", nullptr, kPreprocess, kOutputs,
+     "keep what is read in place of each source (.pw_), in which pages, inline blocks and foreign "
+     "sources are converted, beside its output",
+     setFlag<&tCommandLine::saveTemps>},
     {"ffile-prefix-map", nullptr, &kPrefixMap, kPreprocess, kOutputs,
      "where a file name in #line begins with OLD, write NEW instead of that; may be repeated, and "
      "the last that fits counts",

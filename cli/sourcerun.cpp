@@ -86,6 +86,7 @@ krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessag
   host.size = sizeof host;
   host.context = &heard;
   host.flags = KRPRE_TAKE_TURNS;
+  if (line.saveTemps) host.flags |= KRPRE_SAVE_TEMPS;
   if (!line.alwaysWrite) host.flags |= KRPRE_KEEP_UNCHANGED;
   heard.style = &style;
   host.message = isForMachines(style.form) ? dropMessage : takeMessage;

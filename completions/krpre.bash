@@ -31,7 +31,7 @@ _krpre() {
       rules) _krpre_words -W '-I --include -D --define --key --listing --json --color -h --help' ;;
       pack) _krpre_words -W '-o --output -h --help' ;;
       unpack) _krpre_words -W '-o --output -h --help' ;;
-      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP --color -W --warn --all-errors --max-errors --diagnostics -T --trace --progress -q --quiet -j --jobs --classic --explain --completions --list-warnings -h --help -V --version' ;;
+      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write --save-temps -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP --color -W --warn --all-errors --max-errors --diagnostics -T --trace --progress -q --quiet -j --jobs --classic --explain --completions --list-warnings -h --help -V --version' ;;
     esac
     return
   fi

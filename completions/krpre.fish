@@ -24,6 +24,7 @@ complete -c krpre -n '__krpre_is krpre' -s o -l output -r -F -d 'write outputs t
 complete -c krpre -n '__krpre_is pack unpack' -s o -l output -r -F -d 'write the result to FILE instead of replacing the input, which must be a single file'
 complete -c krpre -n '__krpre_is coverage' -s o -l output -r -F -d 'write to FILE (- for standard output, the default)'
 complete -c krpre -n '__krpre_is krpre' -l always-write -d 'rewrite outputs even when their content is unchanged'
+complete -c krpre -n '__krpre_is krpre' -l save-temps -d 'keep what is read in place of each source (.pw_), in which pages, inline blocks and foreign sources are converted, beside its output'
 complete -c krpre -n '__krpre_is krpre' -o ffile-prefix-map -x -d 'where a file name in #line begins with OLD, write NEW instead of that; may be repeated, and the last that fits counts'
 complete -c krpre -n '__krpre_is krpre' -o fsyntax-only -d 'write no output and no dependency file, whatever other options say of them'
 complete -c krpre -n '__krpre_is krpre' -o MD -d 'write a dependency file (.d), for make or ninja, beside each output'

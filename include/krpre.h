@@ -154,7 +154,10 @@ enum {
    * or a device is not replaced but written to. Without this flag, what stands there is replaced.
    */
   KRPRE_OUTPUT_CHOSEN = 16,
-  KRPRE_DEPENDENCIES_CHOSEN = 32
+  KRPRE_DEPENDENCIES_CHOSEN = 32,
+  KRPRE_SAVE_TEMPS = 64 /* keep the normalised copy of each source, which is what the session reads,
+                           beside its output file: "a.pw_" for "a.ppo". Pages, inline blocks and
+                           foreign sources are converted in it. It is kept after an error, too */
 };
 
 /* Events of the callback `file`. */

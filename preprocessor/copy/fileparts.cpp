@@ -14,3 +14,11 @@ bool tFileParts::next() {
   size_ = static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
   return count > 0;
 }
+
+bool copyFile(tFile& from, tFile& to) {
+  tFileParts parts(from, 0);
+  while (parts.next()) {
+    if (!to.write(parts.part())) return false;
+  }
+  return !parts.failed();
+}

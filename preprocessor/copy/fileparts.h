@@ -32,3 +32,6 @@ class tFileParts {
   bool failed_ = false;
   char buffer_[kMaxOverlap + kPart];
 };
+
+/// Copies a file from its current position on. False when it cannot be read or written whole.
+bool copyFile(tFile& from, tFile& to);

@@ -46,6 +46,7 @@ class tHostBridge : public tRunHost,
   }
   bool takesOutput() const override { return host_.output != nullptr; }
   void takeOutput(const tString& source, const std::string& text) override;
+  bool savesCopy() const override { return (host_.flags & KRPRE_SAVE_TEMPS) != 0; }
   bool keepsUnchanged() const override { return (host_.flags & KRPRE_KEEP_UNCHANGED) != 0; }
   bool takesTurns() const override { return (host_.flags & KRPRE_TAKE_TURNS) != 0; }
   void sessionBegins(precomp::KorelPre16& session, const tString& copy,

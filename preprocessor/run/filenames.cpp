@@ -41,6 +41,9 @@ tFileNames composeNames(const tRunOptions& options, const tString& source,
   names.errors = tString(named).append(kind.error);
   names.outputIsNamed = !chosenOutput.empty();
   if (names.outputIsNamed) names.output = chosenOutput;
+  const std::size_t extension = extensionOf(names.output).size();
+  names.savedCopy = tString(names.output.view().substr(0, names.output.size() - extension));
+  names.savedCopy += kind.temporary;
   // What is removed after a failure must be found without memory for a name: a copy that fills its
   // storage ends with a zero.
   for (tString* name : {&names.output, &names.temporaryErrors}) *name = tString(name->view());

@@ -9,6 +9,7 @@ struct tFileNames {
   tString source;           // as the user knows it
   tString directory;        // for the output
   tString copy;             // the normalised copy, which never leaves the memory
+  tString savedCopy;        // where a host may have it kept
   tString temporaryOutput;  // until the output is whole; without directory
   tString output;
   tString temporaryRule;    // until the dependency file is whole; without directory

@@ -20,6 +20,7 @@
 #include "preprocessor/convert/inlineblock.h"
 #include "preprocessor/convert/page.h"
 #include "preprocessor/convert/sourcekind.h"
+#include "preprocessor/copy/fileparts.h"
 #include "preprocessor/copy/linemarkers.h"
 #include "preprocessor/copy/linewriter.h"
 #include "preprocessor/copy/normalise.h"
@@ -61,6 +62,7 @@ class tFileRun {
   int produce(tString& text);
   int convert(tDiskManOverlay& files);
   int normalise(tDiskManOverlay& files);
+  int saveCopy(tDiskManOverlay& files);
   int preprocess(tDiskManOverlay& files, tString& text);
   void begin(precomp::KorelPre16& session, bool first);
   int conclude(precomp::KorelPre16& session, tWarnings warnings, const tString& text, bool failed,
@@ -162,8 +164,22 @@ int tFileRun::produce(tString& text) {
   files.keepInMemory(names_.copy);
   if (const int result = convert(files); result != kDone) return result;
   if (const int result = normalise(files); result != kDone) return result;
+  if (const int result = saveCopy(files); result != kDone) return result;
   host_.sourceRead(names_.source);
   return preprocess(files, text);
+}
+
+int tFileRun::saveCopy(tDiskManOverlay& files) {
+  if (!host_.savesCopy() || !writesFile()) return kDone;
+  const tString& name = names_.savedCopy;
+  if (disk_.resolve(name.c_str()) == disk_.resolve(names_.source.c_str())) {
+    return fail(kNotNormalised, eMessage::kOutputIsSource, {names_.source, name});
+  }
+  tReplacement saved(disk_, name, tReplacement::kDerived, bareName(names_.copy), [&](tFile& file) {
+    const std::unique_ptr<tFile> copy = files.open(names_.copy.c_str());
+    return copy != nullptr && copyFile(*copy, file);
+  });
+  return prepare(saved, name) && publish(saved, name) ? kDone : kInternalFailure;
 }
 
 int tFileRun::convertForeign() {

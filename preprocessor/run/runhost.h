@@ -34,6 +34,8 @@ class tRunHost {
   virtual void takeOutput(const tString& source, const std::string& text);
   /// True: an output that would not change is not written, so that its file keeps its times.
   virtual bool keepsUnchanged() const { return false; }
+  /// True: the normalised copy of a source is kept beside its output file.
+  virtual bool savesCopy() const { return false; }
   /// True: when another run with the same tag is writing to the directory, wait for it.
   virtual bool takesTurns() const { return false; }
   /// A session is about to preprocess `source`, which it reads under the name `copy`.
