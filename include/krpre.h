@@ -155,9 +155,11 @@ enum {
    */
   KRPRE_OUTPUT_CHOSEN = 16,
   KRPRE_DEPENDENCIES_CHOSEN = 32,
-  KRPRE_SAVE_TEMPS = 64 /* keep the normalised copy of each source, which is what the session reads,
+  KRPRE_SAVE_TEMPS = 64, /* keep the normalised copy of each source, which is what the session reads,
                            beside its output file: "a.pw_" for "a.ppo". Pages, inline blocks and
                            foreign sources are converted in it. It is kept after an error, too */
+  KRPRE_ONLY_FILES = 128 /* read sources and headers from the host's files alone: what else there is
+                            on disk is not there */
 };
 
 /* Events of the callback `file`. */
@@ -180,6 +182,17 @@ struct krpre_define {
 struct krpre_prefix {
   const char* prefix;
   const char* replacement; /* without line ends and double quotes */
+};
+
+/* A file that is there for a run only, whatever stands on disk under its name. */
+struct krpre_file {
+  const char* name; /* as the run looks for it: a directory of the include path, '/' and the name
+                       of the include. There need not be such a directory */
+  const char* text; /* may hold any bytes; may be null if `length` is 0 */
+  size_t length;    /* less than 16 MiB */
+  /* The file on disk that it comes from, such as an archive: dependency files name that. Null: they
+   * name the file itself. */
+  const char* container;
 };
 
 /* What a host wants of a run. Fill it with zeros, then set `size` and what you need; zero and null
@@ -267,6 +280,12 @@ struct krpre_host {
    * as they are. A null text and a replacement that krpre_prefix does not allow are refused. */
   size_t prefixCount;
   const struct krpre_prefix* prefixes;
+
+  /* Files that the run finds beside those on disk, or in their place: the texts of an editor, the
+   * contents of an archive. Sources may be among them; the converter of foreign sources does not
+   * see them. A null name or text, and a text that is too long, are refused. */
+  size_t fileCount;
+  const struct krpre_file* files;
 };
 
 /* doPreProc with callbacks.

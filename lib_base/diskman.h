@@ -118,6 +118,9 @@ class tDiskManOverlay : public tDiskMan {
   /// leaves the file empty.
   void keepInMemory(std::string_view name);
   void release(std::string_view name);
+  /// Lets a file of this name hold `text`, which must outlive this object and may be as long as any
+  /// tString. It may be read again and again.
+  void keepText(std::string_view name, std::string_view text);
 
   using tDiskMan::open;
   std::unique_ptr<tFile> open(const char* name, int& error) override;
@@ -134,9 +137,13 @@ class tDiskManOverlay : public tDiskMan {
   }
   tString resolve(const char* name) override;
 
+ protected:
+  bool keeps(const char* name) { return kept(name) != nullptr; }
+
  private:
   struct tKept {
     std::shared_ptr<tString> bytes;  // null until the file is created
+    bool lasts = false;              // readAll leaves them
   };
   tKept* kept(const char* name);
 

@@ -10,8 +10,8 @@ namespace {
 /// An open file that is kept in memory. Writes append.
 class tKeptFile : public tFile {
  public:
-  tKeptFile(std::shared_ptr<tString> bytes, bool writable)
-      : bytes_(std::move(bytes)), writable_(writable) {}
+  tKeptFile(std::shared_ptr<tString> bytes, bool writable, bool lasts = false)
+      : bytes_(std::move(bytes)), writable_(writable), lasts_(lasts) {}
 
   std::int64_t size() override { return static_cast<std::int64_t>(bytes_->size()); }
   std::int64_t read(void* bytes, std::size_t count) override {
@@ -48,6 +48,10 @@ class tKeptFile : public tFile {
     if (!open_ || writable_) return false;
     const std::size_t room = tString::maxSize() - std::min(tString::maxSize(), text.size());
     if (rest().size() > room) return false;
+    if (lasts_) {
+      text.append(rest());
+      return true;
+    }
     if (position_ == 0 && text.empty()) {
       text = std::move(*bytes_);
     } else {
@@ -66,6 +70,7 @@ class tKeptFile : public tFile {
 
   const std::shared_ptr<tString> bytes_;
   const bool writable_;
+  const bool lasts_;
   std::size_t position_ = 0;
   bool open_ = true;
   bool lost_ = false;
@@ -75,6 +80,10 @@ class tKeptFile : public tFile {
 
 void tDiskManOverlay::keepInMemory(std::string_view name) {
   kept_[plainPath(name)];
+}
+
+void tDiskManOverlay::keepText(std::string_view name, std::string_view text) {
+  kept_[plainPath(name)] = {std::make_shared<tString>(tString::borrow(text)), true};
 }
 
 void tDiskManOverlay::release(std::string_view name) {
@@ -91,13 +100,13 @@ std::unique_ptr<tFile> tDiskManOverlay::open(const char* name, int& error) {
   const tKept* file = kept(name);
   if (!file) return below_.open(name, error);
   error = 0;
-  return file->bytes ? std::make_unique<tKeptFile>(file->bytes, false) : nullptr;
+  return file->bytes ? std::make_unique<tKeptFile>(file->bytes, false, file->lasts) : nullptr;
 }
 
 std::unique_ptr<tFile> tDiskManOverlay::create(const char* name) {
   tKept* file = kept(name);
   if (!file) return below_.create(name);
-  file->bytes = std::make_shared<tString>();
+  *file = {std::make_shared<tString>(), false};
   return std::make_unique<tKeptFile>(file->bytes, true);
 }
 

@@ -15,6 +15,7 @@
 #include "lib_gzip/zipfile.h"
 #include "preprocessor/convert/sourcekind.h"
 #include "preprocessor/host/hostbridge.h"
+#include "preprocessor/host/hostdisk.h"
 #include "preprocessor/host/shippedheaders.h"
 #include "preprocessor/run/filenames.h"
 #include "preprocessor/run/options.h"
@@ -91,7 +92,6 @@ int change(eFileResult (*changeFile)(tDiskMan&, const char*, const char*, int&),
 
 int runText(tHostBridge& bridge, int count, char** vector, const char* name,
             std::string_view text) {
-  tString::setMaxSize(kLongestText);
   if (name == nullptr || (text.data() == nullptr && !text.empty())) return KRPRE_BAD_SOURCE;
   if (text.size() >= kLongestText) return KRPRE_BAD_SOURCE;
   // As the run reads a name, so that both mean the same file.
@@ -100,7 +100,7 @@ int runText(tHostBridge& bridge, int count, char** vector, const char* name,
   if (source.empty()) return KRPRE_BAD_SOURCE;
 
   tDiskManLocal machine;
-  tDiskManOverlay disk(machine);
+  tHostDisk disk(machine, bridge.host());
   disk.keepInMemory(source);
   if (!disk.create(source.c_str())->write(text)) return KRPRE_BAD_SOURCE;
   std::string argument = std::string("@F\"").append(source.view()).append("\"");
@@ -145,7 +145,8 @@ extern "C" int krpre_headers_reused(const krpre_headers* headers) {
 
 extern "C" int krpre_run(int count, char** vector, const krpre_host* host) {
   return runFor(host, [&](tHostBridge& bridge) {
-    tDiskManLocal disk;
+    tDiskManLocal machine;
+    tHostDisk disk(machine, bridge.host());
     return runPreprocessor(disk, count, vector, bridge);
   });
 }

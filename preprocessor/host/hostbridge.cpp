@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "korelpre/text/cursor.h"
+#include "lib_base/pathname.h"
 #include "preprocessor/host/diagnosticreport.h"
 #include "preprocessor/run/options.h"
+#include "preprocessor/run/preprocessor.h"
 #include "preprocessor/run/report.h"
 
 namespace {
@@ -25,6 +27,12 @@ const char* faultOf(const krpre_prefix& prefix) {
   return std::string_view(prefix.replacement).find_first_of("\r\n\"") == std::string_view::npos
              ? nullptr
              : "what replaces a prefix holds a line end or a quote";
+}
+
+const char* faultOf(const krpre_file& file) {
+  if (file.name == nullptr) return "the name of a file is null";
+  if (file.text == nullptr && file.length > 0) return "the text of a file is null";
+  return file.length < kLongestText ? nullptr : "the text of a file is too long";
 }
 
 // Steps that a host hears of for one statement.
@@ -72,6 +80,12 @@ tString tHostBridge::fault() const {
     const char* const fault = faultOf(define);
     if (fault == nullptr) continue;
     return tString::format("define \"%s\": %s", define.name == nullptr ? "" : define.name, fault);
+  }
+  if (host_.fileCount > 0 && host_.files == nullptr) {
+    return tString::borrow("the array of files is null");
+  }
+  for (std::size_t i = 0; i < host_.fileCount; ++i) {
+    if (const char* const fault = faultOf(host_.files[i])) return tString::borrow(fault);
   }
   if (host_.prefixCount > 0 && host_.prefixes == nullptr) {
     return tString::borrow("the array of prefixes is null");
@@ -139,12 +153,23 @@ void tHostBridge::sessionDone(precomp::KorelPre16& session) {
 }
 
 void tHostBridge::sourceRead(const tString& source) {
-  dependencies_.begin(source);
+  dependencies_.begin(containerOf(source));
   tellOfFile(KRPRE_FILE_READ, source, source);
 }
 
+/// What a dependency file names for a file.
+std::string_view tHostBridge::containerOf(const tString& name) const {
+  for (std::size_t i = 0; i < host_.fileCount; ++i) {
+    const krpre_file& file = host_.files[i];
+    if (file.container != nullptr && plainPath(file.name) == plainPath(name.view())) {
+      return file.container;
+    }
+  }
+  return name;
+}
+
 void tHostBridge::fileRead(const tString& name) {
-  dependencies_.add(name);
+  dependencies_.add(containerOf(name));
   tellOfFile(KRPRE_FILE_READ, names_.source, name);
 }
 

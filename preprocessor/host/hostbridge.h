@@ -26,6 +26,7 @@ class tHostBridge : public tRunHost,
   /// `host` must outlive this object. Allocates nothing, so that whatever fails can be told.
   explicit tHostBridge(const krpre_host& host);
 
+  const krpre_host& host() const { return host_; }
   /// Why the host's include directories or defines cannot be used; empty when they can.
   tString fault() const;
   /// Prints that fault and tells the host of it.
@@ -78,6 +79,7 @@ class tHostBridge : public tRunHost,
                     const precomp::tTknString& statement);
   void listRules(const precomp::tXChgArray& rules);
 
+  std::string_view containerOf(const tString& name) const;
   void tellOfFile(int event, const tString& source, const tString& name);
 
   const krpre_host& host_;

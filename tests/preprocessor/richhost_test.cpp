@@ -234,7 +234,9 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
                                    {"\xE9", nullptr}, {"A", "1\n2"}, {"A", "\r"}};
   const long long tooLate = KRPRE_LATEST_TIME + 1;
   const krpre_prefix prefixes[] = {{"a", "\""}, {nullptr, "b"}};
-  std::vector<krpre_host> hosts(8 + std::size(kDefines), host_);
+  const krpre_file files[] = {
+      {nullptr, "", 0, nullptr}, {"a", nullptr, 1, nullptr}, {"a", "", 16 << 20, nullptr}};
+  std::vector<krpre_host> hosts(11 + std::size(kDefines), host_);
   hosts[0].includeDirectoryCount = hosts[1].includeDirectoryCount = hosts[2].defineCount = 1;
   hosts[0].includeDirectories = kNoDirectory;
   for (std::size_t i = 0; i < std::size(kDefines); ++i) {
@@ -248,6 +250,10 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
     hosts[hosts.size() - 4 - i].prefixCount = 1;
     hosts[hosts.size() - 4 - i].prefixes = &prefixes[i];
   }
+  for (std::size_t i = 0; i < std::size(files); ++i) {
+    hosts[hosts.size() - 6 - i].fileCount = 1;
+    hosts[hosts.size() - 6 - i].files = &files[i];
+  }
   for (const krpre_host& host : hosts) {
     host_ = host;
     heard_ = {};
@@ -256,6 +262,40 @@ TEST_F(RichHost, WithAFaultyDirectoryOrDefineIsRefusedBeforeAnythingHappens) {
     EXPECT_EQ(heard_.slugs, "invalid-host ");
   }
   EXPECT_FALSE(fs::exists(path("a.ppo")));
+}
+
+TEST_F(RichHost, FindsItsOwnFilesInPlaceOfThoseOnDiskOrAlone) {
+  directory_.write("a.prw", "#include \"u.ch\"\n#include \"./u.ch\"\n#include \"d.ch\"\nU D\n");
+  directory_.write("u.ch", "#define U disk\n");
+  directory_.write("d.ch", "#define D disk\n");
+  const std::string header = path("u.ch").string();
+  const std::string source = path("a.prw").string();
+  const std::string standard = path("std.ch").string();
+  const std::string text = "#define U host\n";
+  const krpre_file files[] = {
+      {header.c_str(), text.data(), text.size(), nullptr},
+      {source.c_str(), "#include \"u.ch\"\n#include \"d.ch\"\nU\n", 35, nullptr},
+      {standard.c_str(), nullptr, 0, nullptr},
+  };
+  host_.files = files;
+  host_.fileCount = 1;
+  host_.output = takeOutput;
+  const char* const directories[] = {directory_.path().c_str()};
+  host_.includeDirectoryCount = 1;
+  host_.includeDirectories = directories;
+  // It is read for each of two sources.
+  directory_.write("b.prw", readBytes(path("a.prw")));
+  std::string sources[] = {"@F" + path("a.prw").string(), "@F" + path("b.prw").string()};
+  char* vector[] = {nullptr, sources[0].data(), sources[1].data()};
+  EXPECT_EQ(krpre_run(3, vector, &host_), 0) << heard_.messages;
+  EXPECT_EQ(std::regex_replace(heard_.output, std::regex("#.*\r\n"), ""),
+            "host disk\r\nhost disk\r\n");
+  host_.fileCount = 3;
+  host_.flags = KRPRE_ONLY_FILES;
+  heard_ = {};
+  EXPECT_NE(run(), 0);
+  EXPECT_EQ(heard_.slugs, "include-not-found failed ");
+  EXPECT_EQ(heard_.files, "read a.prw\nread std.ch\nread u.ch\n");
 }
 
 TEST_F(RichHost, SharesHeadersAmongRuns) {
