@@ -11,6 +11,7 @@
 #include <string_view>
 #include <utility>
 
+#include "cli/bundle.h"
 #include "cli/filelist.h"
 #include "cli/optiontable.h"
 #include "include/krpre.h"
@@ -112,6 +113,11 @@ void tArgumentReader::read() {
   for (int i = optind; i < count_; ++i) line_.files.emplace_back(arguments_[i]);
   if (line_.zeroSeparated && line_.fileList.empty()) line_.complain("-0 requires --files-from");
   addListedFiles(line_);
+  if (line_.bundle.empty()) {
+    addArchives(line_);
+  } else {
+    loadBundle(line_);
+  }
   checkFiles();
 }
 

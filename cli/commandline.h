@@ -1,7 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/diagnostics.h"
@@ -19,6 +22,13 @@ struct tDefine {
 struct tPrefixMap {
   std::string from;
   std::string to;
+};
+
+/// A file that a run finds beside those on disk.
+struct tHostFile {
+  std::string name;
+  std::string text;
+  std::string container;  // the archive that it is from, or empty
 };
 
 /// What is wanted of dependency files.
@@ -96,6 +106,23 @@ struct tCommandLine {
   /// The number or slug that --explain names.
   std::string chapter;
 
+  /// The bundle to run from; empty: none.
+  std::string bundle;
+  /// What a reduced source is to show: an error by its number or slug, or a text in its output.
+  std::string wantedError;
+  std::string wantedText;
+  std::string reducedFile;
+
+  /// Files that are there beside those on disk, or `only` these.
+  void setHostFiles(std::vector<tHostFile> found, bool only) {
+    hostFiles_ = std::make_shared<const std::vector<tHostFile>>(std::move(found));
+    onlyHostFiles_ = only;
+  }
+  std::span<const tHostFile> hostFiles() const {
+    return hostFiles_ == nullptr ? std::span<const tHostFile>() : *hostFiles_;
+  }
+  bool readsOnlyHostFiles() const { return onlyHostFiles_; }
+
   bool writesNothing() const { return checks || syntaxOnly; }
   bool readsStandardInput() const;
   /// Whether the output of the source, of which there is one then, goes there.
@@ -103,4 +130,8 @@ struct tCommandLine {
 
   /// Sets the complaint, unless there is one already: the first is the clearest.
   void complain(std::string text);
+
+ private:
+  std::shared_ptr<const std::vector<tHostFile>> hostFiles_;
+  bool onlyHostFiles_ = false;
 };

@@ -12,7 +12,7 @@ std::string shippedHeaders() {
 
 tLibraryCall::tLibraryCall(const tCommandLine& line, const std::string& source,
                            const std::string& shippedHeaders, const std::string& tag)
-    : time_(line.time ? &*line.time : nullptr) {
+    : onlyFiles_(line.readsOnlyHostFiles()), time_(line.time ? &*line.time : nullptr) {
   arguments_.emplace_back("krpre");
   if (line.trace) arguments_.emplace_back("-T");
   if (!tag.empty()) arguments_.push_back("@I" + tag);
@@ -28,6 +28,10 @@ tLibraryCall::tLibraryCall(const tCommandLine& line, const std::string& source,
   for (const tPrefixMap& map : line.prefixes) {
     prefixes_.push_back({map.from.c_str(), map.to.c_str()});
   }
+  for (const tHostFile& file : line.hostFiles()) {
+    const char* const container = file.container.empty() ? nullptr : file.container.c_str();
+    files_.push_back({file.name.c_str(), file.text.data(), file.text.size(), container});
+  }
 }
 
 void tLibraryCall::prepare(krpre_host& host) const {
@@ -38,4 +42,7 @@ void tLibraryCall::prepare(krpre_host& host) const {
   host.prefixCount = prefixes_.size();
   host.prefixes = prefixes_.data();
   host.timeStamp = time_;
+  host.fileCount = files_.size();
+  host.files = files_.data();
+  if (onlyFiles_) host.flags |= KRPRE_ONLY_FILES;
 }

@@ -67,5 +67,7 @@ class tLibraryCall {
   std::vector<const char*> directories_;
   std::vector<krpre_define> defines_;
   std::vector<krpre_prefix> prefixes_;
+  std::vector<krpre_file> files_;
+  bool onlyFiles_;
   const long long* time_;
 };

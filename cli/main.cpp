@@ -9,6 +9,7 @@
 
 #include "cli/argumentreader.h"
 #include "cli/build.h"
+#include "cli/bundle.h"
 #include "cli/chapters.h"
 #include "cli/commandline.h"
 #include "cli/coverage.h"
@@ -18,6 +19,7 @@
 #include "cli/pack.h"
 #include "cli/printer.h"
 #include "cli/query.h"
+#include "cli/reduce.h"
 #include "cli/sourcequote.h"
 #include "cli/warninglist.h"
 #include "include/krpre.h"
@@ -68,12 +70,16 @@ int carryOut(const tCommand& command, const tCommandLine& line) {
       return explain(line);
     case kRules:
       return listRules(line);
+    case kBundle:
+      return writeBundle(line);
+    case kReduce:
+      return reduce(line);
     case kPack:
       return pack(line);
     case kUnpack:
       return unpack(line);
     default:
-      return build(line, shippedHeaders());
+      return build(line, line.bundle.empty() ? shippedHeaders() : std::string());
   }
 }
 

@@ -33,6 +33,13 @@ constexpr tCommand kCommands[] = {
      "List the rules in force at the end of a source: defines, translations and commands, each "
      "with "
      "the place where it is defined. Writes no file."},
+    {kBundle, "bundle", "FILE", true, false,
+     "Write a source, all that it includes, the options and the output or the messages to one "
+     "archive, to send with a report or to keep with a release. krpre --bundle runs from it, here "
+     "or elsewhere."},
+    {kReduce, "reduce", "FILE", true, false,
+     "Shrink a source and its headers line by line while they show the same error or output, and "
+     "write what is left as a bundle. The files themselves stay as they are."},
     {kPack, "pack", "FILE", false, true,
      "Compress sources and headers in place. The preprocessor reads a packed file as its text. A "
      "file that is already packed is left alone."},
@@ -56,6 +63,7 @@ constexpr tValue kNumber = {"N", nullptr, tValue::kText, ""};
 constexpr tValue kCode = {"CODE", "code", tValue::kText, ""};
 constexpr tValue kWarning = {"SLUG", "warning", tValue::kText, ""};
 constexpr tValue kCount = {"N", "number of errors", tValue::kText, ""};
+constexpr tValue kText = {"TEXT", "text", tValue::kText, ""};
 constexpr tValue kWord = {"WORD", nullptr, tValue::kText, ""};
 constexpr tValue kFormat = {"FORMAT", "format", tValue::kWords, kFormats};
 constexpr tValue kWhen = {"WHEN", "colour mode", tValue::kWords, kColourModes};
@@ -64,7 +72,8 @@ constexpr tValue kCompletions = {"FORMAT", "format", tValue::kWords, kCompletion
 constexpr unsigned kQueries = kExplain | kRules;
 constexpr unsigned kPackers = kPack | kUnpack;
 constexpr unsigned kRuns = kPreprocess | kCheck;
-constexpr unsigned kEvery = kRuns | kCoverage | kQueries | kPackers;
+constexpr unsigned kBundlers = kBundle | kReduce;
+constexpr unsigned kEvery = kRuns | kCoverage | kQueries | kBundlers | kPackers;
 
 constexpr const char* kInputs = "Input";
 constexpr const char* kOutputs = "Output";
@@ -158,12 +167,12 @@ void takeMostErrors(tCommandLine& line, const tGivenOption& given) {
 }
 
 const tOption kOptions[] = {
-    {"I", "include", &kDirectory, kRuns | kCoverage | kQueries, kInputs,
-     "search DIR for include files; may be repeated",
+    {"I", "include", &kDirectory, kRuns | kCoverage | kQueries | kBundlers, kInputs,
+     "search DIR, a directory or an archive (zip or tar), for include files; may be repeated",
      [](tCommandLine& line, const tGivenOption& given) {
        line.includeDirectories.emplace_back(given.value);
      }},
-    {"D", "define", &kDefinition, kRuns | kCoverage | kQueries, kInputs,
+    {"D", "define", &kDefinition, kRuns | kCoverage | kQueries | kBundlers, kInputs,
      "define NAME before the first line of each source; may be repeated", takeDefine},
     {"", "files-from", &kFile, kRuns | kCoverage, kInputs,
      "read the names of more sources from FILE (- for standard input), one to a line",
@@ -171,6 +180,9 @@ const tOption kOptions[] = {
     {"0", "null", nullptr, kRuns | kCoverage, kInputs,
      "the names in the file of --files-from are separated by zero bytes",
      setFlag<&tCommandLine::zeroSeparated>},
+    {"", "bundle", &kFile, kRuns, kInputs,
+     "run from what krpre bundle has written, and write to standard output unless -o is given",
+     setText<&tCommandLine::bundle>},
     {"", "stdin-name", &kSource, kRuns, kInputs,
      "treat standard input as a source called NAME (default: stdin.prw)",
      setText<&tCommandLine::standardInputName>},
@@ -181,6 +193,17 @@ const tOption kOptions[] = {
      "write outputs to the directory NAME, or the output of a single source to the file NAME "
      "(- for standard output)",
      takeOutput},
+    {"o", "output", &kFile, kBundle, kOutputs,
+     "write to FILE (- for standard output) instead of the name of the source with .zip behind it",
+     takeOutput},
+    {"o", nullptr, &kFile, kReduce, kOutputs,
+     "write to FILE (- for standard output) instead of the name of the source with .reduced.zip "
+     "behind it",
+     setText<&tCommandLine::reducedFile>},
+    {"", "error", &kCode, kReduce, kOutputs, "keep an error, by its number or slug",
+     setText<&tCommandLine::wantedError>},
+    {"", "output", &kText, kReduce, kOutputs, "keep a text in the output",
+     setText<&tCommandLine::wantedText>},
     {"o", "output", &kFile, kPackers, kOutputs,
      "write the result to FILE instead of replacing the input, which must be a single file",
      takeOutput},
@@ -192,7 +215,7 @@ const tOption kOptions[] = {
      "keep what is read in place of each source (.pw_), in which pages, inline blocks and foreign "
      "sources are converted, beside its output",
      setFlag<&tCommandLine::saveTemps>},
-    {"ffile-prefix-map", nullptr, &kPrefixMap, kPreprocess, kOutputs,
+    {"ffile-prefix-map", nullptr, &kPrefixMap, kPreprocess | kBundle, kOutputs,
      "where a file name in #line begins with OLD, write NEW instead of that; may be repeated, and "
      "the last that fits counts",
      takePrefixMap},
@@ -227,7 +250,7 @@ const tOption kOptions[] = {
      [](tCommandLine& line, const tGivenOption& given) {
        line.colour = given.word == 2 ? std::nullopt : std::optional(given.word == 0);
      }},
-    {"W", "warn", &kWarning, kRuns, kMessages,
+    {"W", "warn", &kWarning, kRuns | kBundle, kMessages,
      "look for what a warning is about, or for all; no-SLUG switches it off again, and error=SLUG, "
      "or error for all that are on, makes it an error; may be repeated",
      takeWarning},
@@ -241,7 +264,7 @@ const tOption kOptions[] = {
      [](tCommandLine& line, const tGivenOption&) {
        if (line.mostErrors == 0) line.mostErrors = kMostErrors;
      }},
-    {"", "max-errors", &kCount, kRuns, kMessages, "tell at most N errors of each source",
+    {"", "max-errors", &kCount, kRuns | kBundle, kMessages, "tell at most N errors of each source",
      takeMostErrors},
     {"", "diagnostics", &kFormat, kRuns, kMessages,
      "print messages as classic lines, long (with the source line, the includes and the rules "

@@ -16,6 +16,8 @@ enum eCommand : unsigned {
   kUnpack = 16,
   kCheck = 32,
   kCoverage = 64,
+  kBundle = 128,
+  kReduce = 256,
 };
 
 struct tCommand {

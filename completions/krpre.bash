@@ -9,8 +9,12 @@ _krpre() {
     -I|--include) _krpre_words -d; return ;;
     -D|--define) return ;;
     --files-from) _krpre_words -f; return ;;
+    --bundle) _krpre_words -f; return ;;
     --stdin-name) _krpre_words -f; return ;;
     -o|--output) _krpre_words -f; return ;;
+    -o) _krpre_words -f; return ;;
+    --error) return ;;
+    --output) return ;;
     -ffile-prefix-map) return ;;
     -MF) _krpre_words -f; return ;;
     -MT) return ;;
@@ -25,13 +29,15 @@ _krpre() {
   esac
   if [[ $cur == -* ]]; then
     case ${COMP_WORDS[1]} in
-      check) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --color -W --warn --unused --all-errors --max-errors --diagnostics --progress -j --jobs --list-warnings -h --help' ;;
+      check) _krpre_words -W '-I --include -D --define --files-from -0 --null --bundle --stdin-name --color -W --warn --unused --all-errors --max-errors --diagnostics --progress -j --jobs --list-warnings -h --help' ;;
       coverage) _krpre_words -W '-I --include -D --define --files-from -0 --null -o --output -h --help' ;;
       explain) _krpre_words -W '-I --include -D --define --json --color -h --help' ;;
       rules) _krpre_words -W '-I --include -D --define --key --listing --json --color -h --help' ;;
+      bundle) _krpre_words -W '-I --include -D --define -o --output -ffile-prefix-map -W --warn --max-errors -h --help' ;;
+      reduce) _krpre_words -W '-I --include -D --define -o --error --output -h --help' ;;
       pack) _krpre_words -W '-o --output -h --help' ;;
       unpack) _krpre_words -W '-o --output -h --help' ;;
-      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --stdin-name --precompiled -o --output --always-write --save-temps -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP --color -W --warn --all-errors --max-errors --diagnostics -T --trace --progress -q --quiet -j --jobs --classic --explain --completions --list-warnings -h --help -V --version' ;;
+      *) _krpre_words -W '-I --include -D --define --files-from -0 --null --bundle --stdin-name --precompiled -o --output --always-write --save-temps -ffile-prefix-map -fsyntax-only -MD -MF -MT -MP --color -W --warn --all-errors --max-errors --diagnostics -T --trace --progress -q --quiet -j --jobs --classic --explain --completions --list-warnings -h --help -V --version' ;;
     esac
     return
   fi
@@ -41,7 +47,7 @@ _krpre() {
     esac
   fi
   mapfile -t COMPREPLY < <(
-    ((COMP_CWORD > 1)) || compgen -W 'check coverage explain rules pack unpack' -- "$cur"
+    ((COMP_CWORD > 1)) || compgen -W 'check coverage explain rules bundle reduce pack unpack' -- "$cur"
     compgen -d -- "$cur"
     compgen -f -- "$cur" | grep -iE '\.(prw|prg|prx|zorb|krh|khu)$')
 }
