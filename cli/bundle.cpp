@@ -287,7 +287,9 @@ void addArchives(tCommandLine& line) {
     if (!mayBeArchive(name)) continue;
     std::vector<tMember> members;
     const std::string trouble = readArchive(name, members);
-    if (!trouble.empty()) return line.complain("-I " + name + ": " + trouble);
+    if (!trouble.empty()) {
+      return line.complain(std::string("-I ").append(name).append(": ").append(trouble));
+    }
     for (tMember& member : members) {
       std::string inside = name;
       inside.append("/").append(member.name);
