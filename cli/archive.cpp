@@ -2,6 +2,7 @@
 
 #include <archive.h>
 #include <archive_entry.h>
+#include <dlfcn.h>
 #include <sys/stat.h>
 
 #include <ctime>
@@ -14,24 +15,111 @@ constexpr std::size_t kMostMembers = 100'000;
 constexpr std::size_t kLongestMember = (std::size_t{16} << 20) - 1;
 constexpr std::size_t kMostText = std::size_t{256} << 20;
 
+// The library brings a dozen others, for which each run would wait, and few runs need it.
+struct tLibArchive {
+  decltype(&::archive_entry_filetype) archive_entry_filetype;
+  decltype(&::archive_entry_free) archive_entry_free;
+  decltype(&::archive_entry_new) archive_entry_new;
+  decltype(&::archive_entry_pathname) archive_entry_pathname;
+  decltype(&::archive_entry_pathname_utf8) archive_entry_pathname_utf8;
+  decltype(&::archive_entry_set_filetype) archive_entry_set_filetype;
+  decltype(&::archive_entry_set_mtime) archive_entry_set_mtime;
+  decltype(&::archive_entry_set_pathname) archive_entry_set_pathname;
+  decltype(&::archive_entry_set_perm) archive_entry_set_perm;
+  decltype(&::archive_entry_set_size) archive_entry_set_size;
+  decltype(&::archive_error_string) archive_error_string;
+  decltype(&::archive_read_data) archive_read_data;
+  decltype(&::archive_read_free) archive_read_free;
+  decltype(&::archive_read_new) archive_read_new;
+  decltype(&::archive_read_next_header) archive_read_next_header;
+  decltype(&::archive_read_open_filename) archive_read_open_filename;
+  decltype(&::archive_read_support_filter_all) archive_read_support_filter_all;
+  decltype(&::archive_read_support_format_tar) archive_read_support_format_tar;
+  decltype(&::archive_read_support_format_zip) archive_read_support_format_zip;
+  decltype(&::archive_write_close) archive_write_close;
+  decltype(&::archive_write_data) archive_write_data;
+  decltype(&::archive_write_free) archive_write_free;
+  decltype(&::archive_write_header) archive_write_header;
+  decltype(&::archive_write_new) archive_write_new;
+  decltype(&::archive_write_open) archive_write_open;
+  decltype(&::archive_write_set_bytes_in_last_block) archive_write_set_bytes_in_last_block;
+  decltype(&::archive_write_set_format_zip) archive_write_set_format_zip;
+};
+
+template <class tFunction>
+bool load(void* handle, const char* name, tFunction& function) {
+  function = reinterpret_cast<tFunction>(dlsym(handle, name));
+  return function != nullptr;
+}
+
+// Null when it is not there.
+const tLibArchive* loadLibrary() {
+  static tLibArchive functions;
+  void* const handle = dlopen("libarchive.so.13", RTLD_NOW | RTLD_LOCAL);
+  const bool loaded =
+      handle != nullptr &&
+      load(handle, "archive_entry_filetype", functions.archive_entry_filetype) &&
+      load(handle, "archive_entry_free", functions.archive_entry_free) &&
+      load(handle, "archive_entry_new", functions.archive_entry_new) &&
+      load(handle, "archive_entry_pathname", functions.archive_entry_pathname) &&
+      load(handle, "archive_entry_pathname_utf8", functions.archive_entry_pathname_utf8) &&
+      load(handle, "archive_entry_set_filetype", functions.archive_entry_set_filetype) &&
+      load(handle, "archive_entry_set_mtime", functions.archive_entry_set_mtime) &&
+      load(handle, "archive_entry_set_pathname", functions.archive_entry_set_pathname) &&
+      load(handle, "archive_entry_set_perm", functions.archive_entry_set_perm) &&
+      load(handle, "archive_entry_set_size", functions.archive_entry_set_size) &&
+      load(handle, "archive_error_string", functions.archive_error_string) &&
+      load(handle, "archive_read_data", functions.archive_read_data) &&
+      load(handle, "archive_read_free", functions.archive_read_free) &&
+      load(handle, "archive_read_new", functions.archive_read_new) &&
+      load(handle, "archive_read_next_header", functions.archive_read_next_header) &&
+      load(handle, "archive_read_open_filename", functions.archive_read_open_filename) &&
+      load(handle, "archive_read_support_filter_all", functions.archive_read_support_filter_all) &&
+      load(handle, "archive_read_support_format_tar", functions.archive_read_support_format_tar) &&
+      load(handle, "archive_read_support_format_zip", functions.archive_read_support_format_zip) &&
+      load(handle, "archive_write_close", functions.archive_write_close) &&
+      load(handle, "archive_write_data", functions.archive_write_data) &&
+      load(handle, "archive_write_free", functions.archive_write_free) &&
+      load(handle, "archive_write_header", functions.archive_write_header) &&
+      load(handle, "archive_write_new", functions.archive_write_new) &&
+      load(handle, "archive_write_open", functions.archive_write_open) &&
+      load(handle, "archive_write_set_bytes_in_last_block",
+           functions.archive_write_set_bytes_in_last_block) &&
+      load(handle, "archive_write_set_format_zip", functions.archive_write_set_format_zip);
+  return loaded ? &functions : nullptr;
+}
+
+const tLibArchive* knownLibrary() {
+  static const tLibArchive* const known = loadLibrary();
+  return known;
+}
+
+// Valid when knownLibrary() is not null.
+const tLibArchive& library() {
+  return *knownLibrary();
+}
+
+constexpr const char* kNoLibrary =
+    "archives need the library libarchive.so.13, which is not there: install libarchive13";
+
 struct tEndReading {
-  void operator()(archive* reader) const { archive_read_free(reader); }
+  void operator()(archive* reader) const { library().archive_read_free(reader); }
 };
 struct tEndWriting {
-  void operator()(archive* writer) const { archive_write_free(writer); }
+  void operator()(archive* writer) const { library().archive_write_free(writer); }
 };
 struct tFreeEntry {
-  void operator()(archive_entry* entry) const { archive_entry_free(entry); }
+  void operator()(archive_entry* entry) const { library().archive_entry_free(entry); }
 };
 
 std::string reasonOf(archive* reader) {
-  const char* const text = archive_error_string(reader);
+  const char* const text = library().archive_error_string(reader);
   return text == nullptr ? "it cannot be read" : text;
 }
 
 std::string nameOf(archive_entry* entry) {
-  const char* name = archive_entry_pathname_utf8(entry);
-  if (name == nullptr) name = archive_entry_pathname(entry);
+  const char* name = library().archive_entry_pathname_utf8(entry);
+  if (name == nullptr) name = library().archive_entry_pathname(entry);
   return name == nullptr ? "" : name;
 }
 
@@ -45,7 +133,7 @@ std::string readText(archive* reader, const std::string& name, std::size_t room,
                      std::string& text) {
   char buffer[64 * 1024];
   for (;;) {
-    const la_ssize_t count = archive_read_data(reader, buffer, sizeof buffer);
+    const la_ssize_t count = library().archive_read_data(reader, buffer, sizeof buffer);
     if (count < 0) return name + ": " + reasonOf(reader);
     if (count == 0) return {};
     text.append(buffer, static_cast<std::size_t>(count));
@@ -68,20 +156,21 @@ bool mayBeArchive(const std::string& name) {
 
 std::string readArchive(const std::string& name, std::vector<tMember>& members) {
   constexpr std::size_t kBlock = 64 * 1024;
-  const std::unique_ptr<archive, tEndReading> reader(archive_read_new());
-  archive_read_support_format_zip(reader.get());
-  archive_read_support_format_tar(reader.get());
-  archive_read_support_filter_all(reader.get());
-  if (archive_read_open_filename(reader.get(), name.c_str(), kBlock) != ARCHIVE_OK) {
+  if (knownLibrary() == nullptr) return kNoLibrary;
+  const std::unique_ptr<archive, tEndReading> reader(library().archive_read_new());
+  library().archive_read_support_format_zip(reader.get());
+  library().archive_read_support_format_tar(reader.get());
+  library().archive_read_support_filter_all(reader.get());
+  if (library().archive_read_open_filename(reader.get(), name.c_str(), kBlock) != ARCHIVE_OK) {
     return reasonOf(reader.get());
   }
   std::size_t room = kMostText;
   for (;;) {
     archive_entry* entry = nullptr;
-    const int result = archive_read_next_header(reader.get(), &entry);
+    const int result = library().archive_read_next_header(reader.get(), &entry);
     if (result == ARCHIVE_EOF) return {};
     if (result < ARCHIVE_WARN) return reasonOf(reader.get());
-    if (archive_entry_filetype(entry) != AE_IFREG) continue;
+    if (library().archive_entry_filetype(entry) != AE_IFREG) continue;
     tMember member{nameOf(entry), {}};
     if (leadsOutside(member.name)) return "'" + member.name + "' is no name within an archive";
     if (members.size() == kMostMembers) return "it has too many files";
@@ -92,24 +181,28 @@ std::string readArchive(const std::string& name, std::vector<tMember>& members) 
   }
 }
 
-std::string archiveOf(const std::vector<tMember>& members) {
+std::string archiveOf(const std::vector<tMember>& members, std::string& trouble) {
   std::string bytes;
-  const std::unique_ptr<archive, tEndWriting> writer(archive_write_new());
-  archive_write_set_format_zip(writer.get());
-  archive_write_set_bytes_in_last_block(writer.get(), 1);
-  bool good = archive_write_open(writer.get(), &bytes, nullptr, append, nullptr) == ARCHIVE_OK;
+  trouble = knownLibrary() == nullptr ? kNoLibrary : "";
+  if (!trouble.empty()) return bytes;
+  const std::unique_ptr<archive, tEndWriting> writer(library().archive_write_new());
+  library().archive_write_set_format_zip(writer.get());
+  library().archive_write_set_bytes_in_last_block(writer.get(), 1);
+  bool good =
+      library().archive_write_open(writer.get(), &bytes, nullptr, append, nullptr) == ARCHIVE_OK;
   for (const tMember& member : members) {
-    const std::unique_ptr<archive_entry, tFreeEntry> entry(archive_entry_new());
+    const std::unique_ptr<archive_entry, tFreeEntry> entry(library().archive_entry_new());
     constexpr std::time_t kAnyTime = 315532800;  // of 1980, the first that a zip knows
-    archive_entry_set_pathname(entry.get(), member.name.c_str());
-    archive_entry_set_filetype(entry.get(), AE_IFREG);
-    archive_entry_set_perm(entry.get(), 0644);
-    archive_entry_set_mtime(entry.get(), kAnyTime, 0);
-    archive_entry_set_size(entry.get(), static_cast<la_int64_t>(member.text.size()));
-    good = good && archive_write_header(writer.get(), entry.get()) == ARCHIVE_OK &&
-           archive_write_data(writer.get(), member.text.data(), member.text.size()) ==
+    library().archive_entry_set_pathname(entry.get(), member.name.c_str());
+    library().archive_entry_set_filetype(entry.get(), AE_IFREG);
+    library().archive_entry_set_perm(entry.get(), 0644);
+    library().archive_entry_set_mtime(entry.get(), kAnyTime, 0);
+    library().archive_entry_set_size(entry.get(), static_cast<la_int64_t>(member.text.size()));
+    good = good && library().archive_write_header(writer.get(), entry.get()) == ARCHIVE_OK &&
+           library().archive_write_data(writer.get(), member.text.data(), member.text.size()) ==
                static_cast<la_ssize_t>(member.text.size());
   }
-  good = archive_write_close(writer.get()) == ARCHIVE_OK && good;
-  return good ? bytes : std::string();
+  good = library().archive_write_close(writer.get()) == ARCHIVE_OK && good;
+  if (!good) trouble = reasonOf(writer.get());
+  return bytes;
 }

@@ -229,8 +229,10 @@ std::string storeBundle(const tCommandLine& line, const tRunRecord& record,
   }
   if (record.done) members.push_back({"output.ppo", record.output});
   if (!record.messages.empty()) members.push_back({"messages.txt", record.messages});
-  const std::string bytes = archiveOf(members);
-  const int error = bytes.empty() ? ENOMEM : writeFile(name, bytes);
+  std::string trouble;
+  const std::string bytes = archiveOf(members, trouble);
+  if (!trouble.empty()) return name + ": " + trouble;
+  const int error = writeFile(name, bytes);
   return error == 0 ? std::string() : name + ": " + std::strerror(error);
 }
 
