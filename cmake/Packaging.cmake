@@ -10,11 +10,11 @@ install(FILES include/krpre.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/krpre)
 set(package_build ${CMAKE_BINARY_DIR}/package)
 configure_package_config_file(cmake/krpreConfig.cmake.in ${package_build}/krpreConfig.cmake
-  INSTALL_DESTINATION ${package_directory} PATH_VARS headers_directory)
+  INSTALL_DESTINATION ${package_directory} PATH_VARS headers_directory CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(${package_build}/krpreConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${package_build}/krpreConfig.cmake ${package_build}/krpreConfigVersion.cmake
-  DESTINATION ${package_directory})
+  cmake/krprePreprocess.cmake DESTINATION ${package_directory})
 install(EXPORT krpreTargets NAMESPACE krpre:: DESTINATION ${package_directory})
 
 set(pc_directory ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
