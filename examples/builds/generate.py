@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes a project of many Korel sources, with a description for each build system.
+"""Makes a project of many Korel sources, with a description for each of five build systems.
 
     examples/builds/generate.py [--sources N] DIRECTORY
 
@@ -10,7 +10,8 @@ import shutil
 from pathlib import Path
 
 PARTS = 20
-DESCRIPTIONS = ["Makefile", "configure.py", "CMakeLists.txt"]
+DESCRIPTIONS = ["Makefile", "configure.py", "CMakeLists.txt", "build.gradle", "settings.gradle", "host",
+                "WORKSPACE", "BUILD.bazel", "korel.bzl"]
 
 
 def source(part, number):
@@ -42,7 +43,8 @@ def main():
         part = number % PARTS
         (sources / f"part{part:02}_job{number // PARTS}.prw").write_text(source(part, number // PARTS))
     for name in DESCRIPTIONS:
-        shutil.copy(Path(__file__).parent / name, given.directory)
+        here = Path(__file__).parent / name
+        (shutil.copytree if here.is_dir() else shutil.copy)(here, given.directory / name)
 
 
 if __name__ == "__main__":

@@ -10,6 +10,7 @@ import argparse
 import os
 import random
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -17,7 +18,7 @@ import tempfile
 import time
 from pathlib import Path
 
-from randomedits import SEARCH, Editor, Model
+from randomedits import PLACES, SEARCH, Editor, Model
 
 EXAMPLES = Path(__file__).resolve().parent.parent.parent / "examples/builds"
 # Tells which sources were preprocessed.
@@ -37,9 +38,13 @@ class System:
     """How a build system is called, in a project and with an installation."""
 
     needs = ()
+    folder = "the project"
     output = Path("out")  # where outputs go
+    program = None        # what is made of them; by default there
+    finest = True         # preprocesses single sources
     precise = True        # a header that hides another one concerns those who included that one
     restores = True       # an output that is gone
+    randomly = True       # is put to the random edits
 
     def __init__(self, project, prefix):
         self.project, self.prefix = project, prefix
@@ -65,12 +70,15 @@ class System:
 
     def build(self):
         """Builds, and tells which sources were preprocessed, whether the program was made and what was printed."""
-        program = self.project / self.output / "program.txt"
+        program = self.project / (self.program or self.output / "program.txt")
         before = program.stat().st_mtime_ns if program.exists() else 0
         self.log.write_text("")
         printed = self.run(self.command()).stdout
         made = program.exists() and program.stat().st_mtime_ns != before
         return self.preprocessed(printed), made, printed
+
+    def finish(self):
+        pass
 
     def preprocessed(self, _printed):
         return sorted(self.log.read_text().split())
@@ -117,7 +125,88 @@ class CMakeMake(CMakeNinja):
     generator, flags = "Unix Makefiles", ("-k", "-j4")
 
 
-SYSTEMS = {"make": Make, "ninja": Ninja, "cmake-ninja": CMakeNinja, "cmake-make": CMakeMake}
+class Gradle(System):
+    needs = ("gradle", "java")
+    output, program = Path("build/out"), Path("build/program.txt")
+    finest = False
+    randomly = False
+
+    def command(self):
+        return ["gradle", "--no-daemon", "--offline", "--gradle-user-home", self.prefix / "gradle",
+                "-Pkrpre=%s" % self.prefix, "program"]
+
+    def preprocessed(self, printed):
+        return sorted(re.findall(r"Precompilation of file sources/(\S+) ok", printed))
+
+
+class Bazel(System):
+    """Outputs come from the disk cache where an earlier build has left them."""
+
+    needs = ("bazel", "strace")
+    output = Path("bazel-bin")
+    folder = "project"    # it refuses blanks
+    randomly = False
+
+    def configure(self):
+        # What runs in a sandbox can log nothing.
+        if (self.prefix / "bin/krpre-itself").exists():
+            (self.prefix / "bin/krpre-itself").replace(self.prefix / "bin/krpre")
+
+    def bazel(self, *arguments):
+        return ["env", "KRPRE_PREFIX=%s" % self.prefix, "bazel", "--output_user_root=%s" % (self.prefix / "bazel"),
+                "--max_idle_secs=60", *arguments]
+
+    def command(self):
+        return self.bazel("build", "--subcommands", "--disk_cache=%s" % (self.prefix / "cache"), "//:program")
+
+    def preprocessed(self, printed):
+        return sorted(re.findall(r"\[action 'krpre sources/(\S+)'", printed))
+
+    def finish(self):
+        """Elsewhere nothing has to be run again; and an action reads what it declares and nothing else."""
+        actions = self.run(self.bazel("aquery", "mnemonic(Korel, //:part07)")).stdout
+        elsewhere = Bazel(self.project.parent / "elsewhere", self.prefix)
+        shutil.copytree(self.project, elsewhere.project, ignore=shutil.ignore_patterns("bazel-*"))
+        asked, made, printed = elsewhere.build()
+        done = re.search(r"INFO: \d+ processes: (.*)\.", printed)
+        expect("built elsewhere", (made, done and done[1]), (True, "%d remote cache hit, 1 internal" % (len(asked) + 1)),
+               printed)
+        inputs, output, command = (re.search(pattern, actions, re.DOTALL)[1] for pattern in (
+            r"Inputs: \[(.*?)\]", r"Outputs: \[(.*?)\]", r"\(exec (.*?)\)\n"))
+        (elsewhere.project / "sources/part07_job0.prw").write_text('#include "part08.ch"\n')
+        printed = elsewhere.build()[2]
+        expect("a header that is not declared", "File not found part08.ch" in printed, True, printed)
+        base = self.run(self.bazel("info", "output_base")).stdout.splitlines()[-1]
+        self.run_as_worker(inputs.split(", "), output, shlex.split(command.replace("\\\n", "")), Path(base))
+        for system in (self, elsewhere):
+            system.run(system.bazel("shutdown"))
+
+    def run_as_worker(self, inputs, output, command, base):
+        """Runs an action as another machine does: in a directory that holds copies of its inputs alone."""
+        worker = self.prefix / "worker"
+        for name in (*inputs, output):
+            (worker / name).parent.mkdir(parents=True, exist_ok=True)
+        for name in inputs:
+            shutil.copy((base if name.startswith("external/") else self.project) / name, worker / name)
+        calls = worker.parent / "calls"
+        done = subprocess.run(["strace", "-f", "-y", "-e", "trace=execve,open,openat", "-o", calls, *command], cwd=worker,
+                              env={}, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        expect("action", done.returncode, 0, done.stdout)
+        name = Path(output).name
+        expect("output of the action", (worker / output).read_bytes(), (self.project / self.output / name).read_bytes(),
+               done.stdout)
+        # Behind what was opened stands the name that it has when links are followed.
+        read = set(re.findall(r"O_RDONLY.* = \d+<(.*)>", calls.read_text()))
+        here = {os.path.relpath(path, worker) for path in read if path.startswith(str(worker))}
+        expect("read and not declared", sorted(here - {*inputs}), [], calls.read_text())
+        others = sorted(path for path in read if not path.startswith(str(worker)))
+        system = re.compile(r"/etc/ld\.so\.cache|(/usr)?/lib/.*/lib[^/]*\.so[^/]*|/sys/devices/system/cpu/online")
+        expect("read elsewhere", [path for path in others if not system.fullmatch(path)], [], calls.read_text())
+        print("an action reads %d of its %d inputs, and of the machine %s" % (len(here), len(inputs), ", ".join(others)))
+
+
+SYSTEMS = {"make": Make, "ninja": Ninja, "cmake-ninja": CMakeNinja, "cmake-make": CMakeMake, "gradle": Gradle,
+           "bazel": Bazel}
 
 
 # --- the project of the examples ------------------------------------------------------------------------
@@ -133,6 +222,8 @@ def run_example(system):
     part = [name for name in everything if name.startswith("part03")]
 
     def step(what, expected, made):
+        if expected and not system.finest:
+            expected = everything
         time.sleep(0.01)
         started = time.monotonic()
         ran, program, printed = system.build()
@@ -174,7 +265,7 @@ def clean_outputs(system, model):
 
 
 def edit_at_random(make_system, project, prefix, count, seed):
-    for name in (*SEARCH, "sources"):
+    for name in PLACES:
         (project / name).mkdir(parents=True)
     for path in EXAMPLES.iterdir():
         if path.is_file():
@@ -236,11 +327,13 @@ def main():
         program.write_text(LOGGED % (prefix / "log", real))
         program.chmod(0o755)
         try:
-            project = Path(folder, "the project").resolve()
+            project = Path(folder, system.folder).resolve()
             subprocess.run([sys.executable, "-B", EXAMPLES / "generate.py", "--sources", str(given.sources), project],
                            check=True)
-            run_example(system(project, prefix))
-            if given.edits > 0:
+            example = system(project, prefix)
+            run_example(example)
+            example.finish()
+            if system.randomly and given.edits > 0:
                 edited = Path(folder, "the edited").resolve()
                 edit_at_random(system, edited, prefix, given.edits, given.seed)
         except Failure as failure:
