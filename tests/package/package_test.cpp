@@ -97,8 +97,8 @@ TEST_F(InstalledPackage, HoldsAProgramThatFindsItsLibraryAndItsHeaders) {
   EXPECT_TRUE(fs::exists(prefix() / "share/krpre/krpre.schema.json"));
 }
 
-TEST_F(InstalledPackage, RunsEveryExampleOfTheReadme) {
-  run("'" KRPRE_PYTHON "' -B '" KRPRE_SOURCE "/tests/package/readme.py' " + quoted(prefix()) +
+TEST_F(InstalledPackage, RunsEveryExampleOfItsDocuments) {
+  run("'" KRPRE_PYTHON "' -B '" KRPRE_SOURCE "/tests/package/examples.py' " + quoted(prefix()) +
           " '" KRPRE_SOURCE "' '" KRPRE_JAVA "' '" KRPRE_FLAGS "'",
       path());
 }
