@@ -17,10 +17,11 @@ std::string shownText(const char* translated, const char* message) {
   return std::string_view(translated) == message ? printable(message) : translated;
 }
 
-// These lines of the library name the copy that it makes of a source, or another line.
+// These lines of the library name the copy that it makes of a source, another line, or no source,
+// or there is none.
 bool misleads(const krpre_diagnostic& diagnostic) {
-  constexpr std::string_view kSlugs[] = {"file-not-found", "cannot-read", "output-is-source",
-                                         "same-file", "line-too-long"};
+  constexpr std::string_view kSlugs[] = {"file-not-found", "cannot-read",   "output-is-source",
+                                         "same-file",      "line-too-long", "converter-failed"};
   return diagnostic.severity == KRPRE_SEVERITY_ERROR && diagnostic.code == 0 &&
          std::find(std::begin(kSlugs), std::end(kSlugs), diagnostic.slug) != std::end(kSlugs);
 }

@@ -88,6 +88,10 @@
         <translation>Nicht ausführbar:</translation>
     </message>
     <message>
+        <source>The converter failed</source>
+        <translation>Der Konverter ist gescheitert</translation>
+    </message>
+    <message>
         <source>Memory Allocation Failure</source>
         <translation>Speicheranforderung gescheitert</translation>
     </message>

@@ -88,6 +88,10 @@
         <translation>Não foi possível executar</translation>
     </message>
     <message>
+        <source>The converter failed</source>
+        <translation>O conversor falhou</translation>
+    </message>
+    <message>
         <source>Memory Allocation Failure</source>
         <translation>Falha de alocação de memória</translation>
     </message>
