@@ -65,7 +65,7 @@ class Installation:
 
     def shell(self, command, folder="."):
         command = command.replace("/usr/", shlex.quote(str(self.prefix)) + "/")
-        done = subprocess.run(["/bin/sh", "-ec", self.functions + command], cwd=folder, env=self.environment,
+        done = subprocess.run(["/bin/sh", "-c", self.functions + command], cwd=folder, env=self.environment,
                               text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         return done.returncode, done.stdout.replace(str(self.prefix) + "/", "/usr/")
 
