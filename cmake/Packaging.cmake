@@ -23,7 +23,7 @@ string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
 configure_file(cmake/krpre.pc.in ${package_build}/krpre.pc @ONLY)
 install(FILES ${package_build}/krpre.pc DESTINATION ${pc_directory})
 
-# For readers and typists: a manual page and completions.
+# For readers and typists: manual pages and completions.
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/krpre.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/krpre)
@@ -31,6 +31,8 @@ install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS)
 foreach(extra
     "docs/krpre.1 ${CMAKE_INSTALL_MANDIR}/man1 krpre.1"
+    "docs/krpre.3 ${CMAKE_INSTALL_MANDIR}/man3 krpre.3"
+    "docs/krpre-rules.7 ${CMAKE_INSTALL_MANDIR}/man7 krpre-rules.7"
     "completions/krpre.bash ${CMAKE_INSTALL_DATADIR}/bash-completion/completions krpre"
     "completions/_krpre ${CMAKE_INSTALL_DATADIR}/zsh/site-functions _krpre"
     "completions/krpre.fish ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d krpre.fish")

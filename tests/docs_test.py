@@ -1,5 +1,8 @@
-"""What the documents name exists: tests, cases of the corpus, files that links lead to."""
+"""What the documents name exists: tests, cases of the corpus, files that links lead to. The manual pages
+name all that there is."""
 import re
+import shutil
+import subprocess
 import sys
 import unittest
 from pathlib import Path
@@ -26,6 +29,41 @@ class Documents(unittest.TestCase):
             for target in re.findall(r"\]\((?!https?:|#)([^)#]+)", page.read_text()):
                 with self.subTest(page=page.name):
                     self.assertTrue((page.parent / target).exists(), f"there is no {target}")
+
+
+def unmarked(name: str) -> str:
+    """The text of a manual page, without fonts and line ends."""
+    return " ".join(re.sub(r"\\f.|\\(?=-)", "", (ROOT / "docs" / name).read_text()).split())
+
+
+class ManualPages(unittest.TestCase):
+    @unittest.skipUnless(shutil.which("mandoc"), "mandoc is not installed")
+    def test_mandoc_finds_nothing(self) -> None:
+        pages = sorted(str(page) for page in ROOT.glob("docs/*.[137]"))
+        found = subprocess.run(["mandoc", "-T", "lint", *pages], stdout=subprocess.PIPE, text=True)
+        self.assertEqual((len(pages), found.stdout), (3, ""))
+
+    def test_library_page_has_what_the_header_declares(self) -> None:
+        header = re.sub(r"/\*.*?\*/", "", (ROOT / "include/krpre.h").read_text(), flags=re.DOTALL)
+        page = unmarked("krpre.3")
+        functions = [" ".join(text.split()) for text in re.findall(r"\nKRPRE_API ([^;]*;)", header)
+                     if "JNI" not in text]
+        host = re.search(r"\nstruct krpre_host \{(.*?)\n\};", header, re.DOTALL)[1]
+        fields = re.findall(r"(\w+)(?:\)\([^;]*\))?;", host)
+        results, flags, packed = (re.findall(r"\b(KRPRE_\w+) = ", header[header.index(first):].split("};")[0])
+                                  for first in ("KRPRE_OK", "KRPRE_NO_OUTPUT", "KRPRE_PACKED"))
+        self.assertGreater(min(map(len, (functions, fields, results, flags, packed))), 3)
+        for name in [*functions, *fields, *results, *flags, *packed]:
+            with self.subTest(name=name):
+                self.assertRegex(page, r"(?<!\w)%s(?!\w)" % re.escape(name))
+
+    def test_synopsis_has_every_subcommand(self) -> None:
+        synopsis, _, rest = unmarked("krpre.1").partition(".SH DESCRIPTION")
+        commands = re.findall(r"\.SS krpre (\w+)", rest)
+        self.assertGreater(len(commands), 5)
+        for command in commands:
+            with self.subTest(command=command):
+                self.assertRegex(synopsis, r"\b%s\b" % command)
 
 
 unittest.main()
