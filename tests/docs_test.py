@@ -30,6 +30,10 @@ class Documents(unittest.TestCase):
                 with self.subTest(page=page.name):
                     self.assertTrue((page.parent / target).exists(), f"there is no {target}")
 
+    def test_index_lists_every_page(self) -> None:
+        listed = re.findall(r"\]\((\w+\.md)\)", (ROOT / "docs/index.md").read_text())
+        self.assertEqual(sorted([*listed, "index.md"]), sorted(page.name for page in ROOT.glob("docs/*.md")))
+
 
 def unmarked(name: str) -> str:
     """The text of a manual page, without fonts and line ends."""
