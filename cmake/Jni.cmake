@@ -7,13 +7,15 @@ if(Java_JAVAC_EXECUTABLE)
   cmake_path(GET javac PARENT_PATH javac_directory)
   cmake_path(GET javac_directory PARENT_PATH java_home)
 endif()
+# Without a compiler, a package that has hardly more than the header does; a JDK is a hundred megabytes.
 find_path(KRPRE_JNI_INCLUDE jni.h
   HINTS ${java_home}/include $ENV{JAVA_HOME}/include
-  PATHS /usr/lib/jvm/default-java/include)
-find_path(KRPRE_JNI_PLATFORM_INCLUDE jni_md.h HINTS ${KRPRE_JNI_INCLUDE} PATH_SUFFIXES linux)
-if(NOT KRPRE_JNI_INCLUDE OR NOT KRPRE_JNI_PLATFORM_INCLUDE)
-  message(FATAL_ERROR "jni.h is missing: install a JDK (default-jdk-headless), or set JAVA_HOME")
+  PATHS /usr/lib/jvm/default-java/include /usr/include/android/nativehelper)
+if(NOT KRPRE_JNI_INCLUDE)
+  message(FATAL_ERROR "jni.h is missing: install android-libnativehelper-dev or a JDK "
+    "(default-jdk-headless), or set JAVA_HOME")
 endif()
 add_library(krpre_jni INTERFACE)
+# A JDK keeps the types of the platform in a folder beside it.
 target_include_directories(krpre_jni SYSTEM INTERFACE
-  ${KRPRE_JNI_INCLUDE} ${KRPRE_JNI_PLATFORM_INCLUDE})
+  ${KRPRE_JNI_INCLUDE} ${KRPRE_JNI_INCLUDE}/linux)

@@ -1,6 +1,11 @@
 # Link krpre_warnings (PRIVATE) into every target of ours.
 add_library(krpre_warnings INTERFACE)
 target_compile_options(krpre_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+# A third of a first build's time. ccache, which spares that time too, keeps no object that was made so.
+if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  target_precompile_headers(krpre_warnings INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:${CMAKE_SOURCE_DIR}/cmake/standardheaders.h>)
+endif()
 
 option(KRPRE_LTO "Optimise at link time" OFF)
 if(KRPRE_LTO)
