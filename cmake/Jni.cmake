@@ -7,10 +7,14 @@ if(Java_JAVAC_EXECUTABLE)
   cmake_path(GET javac PARENT_PATH javac_directory)
   cmake_path(GET javac_directory PARENT_PATH java_home)
 endif()
-# Without a compiler, a package that has hardly more than the header does; a JDK is a hundred megabytes.
 find_path(KRPRE_JNI_INCLUDE jni.h
   HINTS ${java_home}/include $ENV{JAVA_HOME}/include
-  PATHS /usr/lib/jvm/default-java/include /usr/include/android/nativehelper)
+  PATHS /usr/lib/jvm/default-java/include)
+if(NOT KRPRE_JNI_INCLUDE)
+  # A package that has hardly more than the header; a JDK is a hundred megabytes. Not kept, so that a JDK
+  # installed later is found.
+  find_path(KRPRE_JNI_INCLUDE jni.h PATHS /usr/include/android/nativehelper NO_CACHE)
+endif()
 if(NOT KRPRE_JNI_INCLUDE)
   message(FATAL_ERROR "jni.h is missing: install android-libnativehelper-dev or a JDK "
     "(default-jdk-headless), or set JAVA_HOME")

@@ -1,5 +1,5 @@
-# What `cmake --install` puts beside the program and the library, and the Debian package. Everything
-# finds its companions relative to itself, so an installation can be moved.
+# What `cmake --install` puts beside the program and the library. Everything finds its companions
+# relative to itself, so an installation can be moved. debian/ makes packages of it.
 include(CMakePackageConfigHelpers)
 
 set(headers_directory ${CMAKE_INSTALL_DATADIR}/krpre/headers)
@@ -23,12 +23,15 @@ string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
 configure_file(cmake/krpre.pc.in ${package_build}/krpre.pc @ONLY)
 install(FILES ${package_build}/krpre.pc DESTINATION ${pc_directory})
 
-# For readers and typists: manual pages and completions.
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES docs/krpre.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/krpre)
-install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
+# For readers and typists: the documents, where links between them expect them, a manual page and
+# completions.
+install(FILES README.md ARCHITECTURE.md CHANGELOG.md CONTRIBUTING.md LICENSE
+  DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS)
+install(FILES include/krpre.h DESTINATION ${CMAKE_INSTALL_DOCDIR}/include)
+install(FILES java/Krpre.java DESTINATION ${CMAKE_INSTALL_DOCDIR}/java)
+install(FILES docs/krpre.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/krpre)
 foreach(extra
     "docs/krpre.1 ${CMAKE_INSTALL_MANDIR}/man1 krpre.1"
     "docs/krpre.3 ${CMAKE_INSTALL_MANDIR}/man3 krpre.3"
@@ -39,20 +42,3 @@ foreach(extra
   string(REGEX MATCH "^([^ ]+) ([^ ]+) ([^ ]+)$" extra ${extra})
   install(FILES ${CMAKE_MATCH_1} DESTINATION ${CMAKE_MATCH_2} RENAME ${CMAKE_MATCH_3})
 endforeach()
-
-# `cpack -G DEB` in the build folder; ./dev package does it.
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME krpre)
-set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "source preprocessor of Korel")
-set(CPACK_PACKAGE_DESCRIPTION
-  "Carries out the directives in Korel sources, as a program for the shell and as a library for C and Java hosts.")
-set(CPACK_PACKAGE_CONTACT "The krpre authors <authors@krpre.invalid>")
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION devel)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS default-jre-headless)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
-include(CPack)

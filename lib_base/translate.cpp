@@ -22,7 +22,7 @@ using tTranslateFunction = decltype(&krpreQtTranslate);
 tTranslateFunction loadModule() {
   const tString directory = ownDirectory();
   if (directory.empty()) return nullptr;
-  for (const char* place : {"libkrpre-qt.so", "../lib/libkrpre-qt.so"}) {
+  for (const char* place : {"krpre/libkrpre-qt.so", "../lib/krpre/libkrpre-qt.so"}) {
     void* module = dlopen(joinPath(directory, place).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module) continue;
     if (void* symbol = dlsym(module, "krpreQtTranslate")) {

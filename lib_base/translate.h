@@ -8,8 +8,8 @@
 ///
 /// A tLanguageScope in the calling thread determines the language. Otherwise Qt translates the
 /// text, provided that the host has loaded Qt and created an application object; if not, the text
-/// is returned unchanged, without a warning and without loading Qt. Only a separate module next to
-/// the library (libkrpre-qt.so) is linked with Qt, so runs without a Qt host do not pay for loading
+/// is returned unchanged, without a warning and without loading Qt. Only a separate module beside
+/// the library (krpre/libkrpre-qt.so) is linked with Qt, so runs without a Qt host do not pay for loading
 /// it.
 tString translate(const char* text);
 

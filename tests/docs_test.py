@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(sys.argv.pop(1))
-PAGES = [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md")]
+PAGES = [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md"), *ROOT.glob("examples/*/*.md")]
 SOURCES = "\n".join(path.read_text() for path in ROOT.glob("tests/**/*.cpp"))
 TESTS = {".".join(names) for names in re.findall(r"\bTEST(?:_F|_P)?\((\w+),\s*(\w+)\)", SOURCES)}
 
@@ -25,6 +25,7 @@ class Documents(unittest.TestCase):
                                     f"there is no {name}")
 
     def test_links_lead_to_files(self) -> None:
+        self.assertGreater(len(PAGES), 10)
         for page in PAGES:
             for target in re.findall(r"\]\((?!https?:|#)([^)#]+)", page.read_text()):
                 with self.subTest(page=page.name):

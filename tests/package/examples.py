@@ -61,7 +61,8 @@ class Installation:
         self.environment.pop("INCLUDE", None)
 
     def read(self, page):
-        return (self.documents / page).read_text(encoding="utf-8")
+        folder = self.documents if page == "README.md" else self.documents / "docs"
+        return (folder / page).read_text(encoding="utf-8")
 
     def shell(self, command, folder="."):
         command = command.replace("/usr/", shlex.quote(str(self.prefix)) + "/")
