@@ -16,6 +16,6 @@ bool mayBeArchive(const std::string& name);
 /// it, or an empty text. A name that leads out of the archive is refused, and so are a file of 16
 /// MiB or more and an archive of very much text.
 std::string readArchive(const std::string& name, std::vector<tMember>& members);
-/// The bytes of a zip that holds `members`; the same for the same. `trouble` says why there are none,
-/// otherwise it is empty.
+/// The bytes of a zip that holds `members`; the same for the same. `trouble` says why there are
+/// none, otherwise it is empty.
 std::string archiveOf(const std::vector<tMember>& members, std::string& trouble);

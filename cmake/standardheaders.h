@@ -1,5 +1,5 @@
-// What most sources include, read once a target instead of once a source. A source still includes all
-// that it uses.
+// What most sources include, read once a target instead of once a source. A source still includes
+// all that it uses.
 #pragma once
 
 #include <algorithm>
