@@ -155,11 +155,12 @@ enum {
    */
   KRPRE_OUTPUT_CHOSEN = 16,
   KRPRE_DEPENDENCIES_CHOSEN = 32,
-  KRPRE_SAVE_TEMPS = 64, /* keep the normalised copy of each source, which is what the session reads,
-                           beside its output file: "a.pw_" for "a.ppo". Pages, inline blocks and
-                           foreign sources are converted in it. It is kept after an error, too */
-  KRPRE_ONLY_FILES = 128 /* read sources and headers from the host's files alone: what else there is
-                            on disk is not there */
+  /* Keep the normalised copy of each source, which is what the session reads, beside its output
+   * file: "a.pw_" for "a.ppo". Pages, inline blocks and foreign sources are converted in it. It is
+   * kept after an error, too. */
+  KRPRE_SAVE_TEMPS = 64,
+  /* Read sources and headers from the host's files alone: what else is on disk is not there. */
+  KRPRE_ONLY_FILES = 128
 };
 
 /* Events of the callback `file`. */
