@@ -37,7 +37,9 @@ struct tGetoptTables {
         // getopt takes the further letters of a family for the value of the first.
         if (entry->value != nullptr || entry->letters[1] != '\0') letters += ':';
       }
-      const int value = entry->value != nullptr ? required_argument : no_argument;
+      const int value = entry->value == nullptr  ? no_argument
+                        : entry->value->optional ? optional_argument
+                                                 : required_argument;
       if (entry->name != nullptr) names.push_back({entry->name, value, nullptr, code});
       ++code;
     }

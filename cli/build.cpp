@@ -18,6 +18,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -25,6 +26,7 @@
 #include "cli/coverage.h"
 #include "cli/exitstatus.h"
 #include "cli/inputtext.h"
+#include "cli/librarycall.h"
 #include "cli/printer.h"
 #include "cli/progress.h"
 #include "cli/sourcerun.h"
@@ -149,18 +151,35 @@ struct tFreeHeaders {
 };
 using tHeaders = std::unique_ptr<krpre_headers, tFreeHeaders>;
 
+// Null when no two runs share any.
+tHeaders headersFor(const tCommandLine& line, std::size_t sources) {
+  const char* const directory = line.cache && !line.cache->empty() ? line.cache->c_str() : nullptr;
+  if (line.cache) return tHeaders(krpre_headers_new_in(directory));
+  return tHeaders(sources > 1 ? krpre_headers_new(0) : nullptr);
+}
+
+// What is not cached for later runs costs them time, and is no failure of this one.
+void tellOfCache(const krpre_headers* headers) {
+  const std::string problem = writtenText([headers](char* text, std::size_t size) {
+    return krpre_headers_problem(headers, text, size);
+  });
+  if (!problem.empty()) complainAbout("the standard header is not cached: " + problem);
+}
+
+int buildFiles(const tCommandLine& line, std::deque<tSourceRun>& runs, tPrinter& printer) {
+  const tProgressStyle progress =
+      line.quiet || runs.size() < 2 ? tProgressStyle() : progressStyle(line.progress);
+  return tBuild(runs, printer, progress).run(threadsFor(line)) ? kAllDone : kSomeFailed;
+}
+
 // One source, read from standard input, written to standard output, or both.
 int buildStandardFiles(tSourceRun& run, bool input, tPrinter& printer) {
   std::string text;
-  const std::string trouble =
-      input ? readToEnd(STDIN_FILENO, kStandardInput, "a source", text) : std::string();
-  if (!trouble.empty()) {
-    complainAbout(trouble);
-    return kSomeFailed;
-  }
-  const tSourceResult result = run.run(input ? &text : nullptr);
+  tSourceResult result;
+  if (input) result.complaint = readToEnd(STDIN_FILENO, kStandardInput, "a source", text);
+  if (result.complaint.empty()) result = run.run(input ? &text : nullptr);
   printer.print(result);
-  if (!printer.finish() || !result.done) return kSomeFailed;
+  if (!result.done) return kSomeFailed;
   const int error = writeAll(STDOUT_FILENO, result.text);
   if (error != 0) complainAbout(std::string("standard output: ") + std::strerror(error));
   return error == 0 ? kAllDone : kSomeFailed;
@@ -175,13 +194,10 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
     complainAbout(plan.complaint);
     return kSomeFailed;
   }
-  const bool input = line.readsStandardInput();
-  const bool output = line.writesStandardOutput();
   // What a check finds is its output.
   const int messages = line.checks ? STDOUT_FILENO : STDERR_FILENO;
   const tMessageStyle style = messageStyle(line, messages);
-  const bool share = plan.jobs.size() > 1 || line.precompiled;
-  const tHeaders headers(share ? krpre_headers_new(line.precompiled ? 1 : 0) : nullptr);
+  const tHeaders headers = headersFor(line, plan.jobs.size());
   std::deque<tSourceRun> runs;
   for (const tBuildJob& job : plan.jobs) {
     runs.emplace_back(line, job, shippedHeaders, style, headers.get());
@@ -189,14 +205,18 @@ int build(const tCommandLine& line, const std::string& shippedHeaders) {
 
   tPrinter printer(line.quiet && line.warnings.empty(), messages,
                    style.form == eDiagnosticForm::kSarif);
-  if (input || output) return buildStandardFiles(runs.front(), input, printer);
-  const tProgressStyle progress =
-      line.quiet || runs.size() < 2 ? tProgressStyle() : progressStyle(line.progress);
-  bool done = tBuild(runs, printer, progress).run(threadsFor(line));
-  if (line.unused && done) {
+  int status = kSomeFailed;
+  if (line.readsStandardInput() || line.writesStandardOutput()) {
+    status = buildStandardFiles(runs.front(), line.readsStandardInput(), printer);
+  } else {
+    status = buildFiles(line, runs, printer);
+  }
+  if (line.unused && !line.readsStandardInput() && status == kAllDone) {
     const tSourceResult unused = unusedRules(line, style, shippedHeaders);
     printer.print(unused);
-    done = unused.done;
+    if (!unused.done) status = kSomeFailed;
   }
-  return printer.finish() && done ? kAllDone : kSomeFailed;
+  if (!printer.finish()) status = kSomeFailed;
+  if (!line.quiet) tellOfCache(headers.get());
+  return status;
 }

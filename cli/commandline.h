@@ -93,7 +93,9 @@ struct tCommandLine {
   int mostErrors = 0;
   bool alwaysWrite = false;
   bool saveTemps = false;
-  bool precompiled = false;
+  /// Where the standard header is cached for later runs; empty: in the user's directory for that;
+  /// none: nowhere.
+  std::optional<std::string> cache;
   bool trace = false;
   bool progress = false;
   bool quiet = false;

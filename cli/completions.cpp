@@ -45,7 +45,9 @@ std::string bashValues() {
     append(forms, option.longForm(), "|");
     forms.insert(0, "    ").append(") ");
     if (cases.find(forms) != std::string::npos) continue;
-    cases += forms + bashAction(*option.value) + "return ;;\n";
+    const bool optional = option.value->optional;
+    cases.append(forms).append(optional ? "if [[ $joined ]]; then " : "");
+    cases.append(bashAction(*option.value)).append(optional ? "return; fi ;;\n" : "return ;;\n");
   }
   return cases;
 }
@@ -70,10 +72,10 @@ std::string bashOptions() {
 std::string forBash() {
   return "# bash completion of krpre; made by \"krpre --completions=bash\".\n"
          "_krpre() {\n"
-         "  local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]}\n"
+         "  local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} joined=\n"
          "  # Bash takes the \"=\" of a long option for a word.\n"
-         "  if [[ $cur == = ]]; then cur=\n"
-         "  elif [[ $prev == = ]]; then prev=${COMP_WORDS[COMP_CWORD-2]}; fi\n"
+         "  if [[ $cur == = ]]; then cur= joined=1\n"
+         "  elif [[ $prev == = ]]; then prev=${COMP_WORDS[COMP_CWORD-2]} joined=1; fi\n"
          "  _krpre_words() { mapfile -t COMPREPLY < <(compgen \"$@\" -- \"$cur\"); }\n"
          "  case $prev in\n" +
          bashValues() +
@@ -123,8 +125,10 @@ std::string zshOptions(const tCommand& command) {
   for (const tOption* option : optionsOf(command.set)) {
     const std::string help = "[" + escapedForZsh(option->help, "[]:\\") + "]";
     std::string value;
+    const bool optional = option->value != nullptr && option->value->optional;
     if (option->value != nullptr) {
-      value = ":" + escapedForZsh(option->value->name, ":\\") + ":" + zshAction(*option->value);
+      value = (optional ? "::" : ":") + escapedForZsh(option->value->name, ":\\") + ":" +
+              zshAction(*option->value);
     }
     // Options may be repeated. The value of a letter may be joined to it, that of a name by "=".
     const auto add = [&](const std::string& form, const char* joint) {
@@ -134,7 +138,7 @@ std::string zshOptions(const tCommand& command) {
     };
     const bool family = std::string_view(option->letters).size() > 1;
     add(option->shortForm(), option->isWord() ? "=-" : family ? "" : "+");
-    add(option->longForm(), "=");
+    add(option->longForm(), optional ? "=-" : "=");
   }
   return lines;
 }
@@ -187,6 +191,8 @@ std::string quotedForFish(std::string_view text) {
 }
 
 std::string fishAction(const tValue& value) {
+  // Behind "=" fish offers what may stand in place of the option, too: sources and directories.
+  if (value.optional) return {};
   return value.kind != tValue::kWords ? kFishActions[value.kind]
                                       : std::string(" -x -a ") + quotedForFish(value.words);
 }

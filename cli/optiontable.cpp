@@ -54,6 +54,7 @@ constexpr const char* kCompletionFormats = "bash zsh fish man";
 
 constexpr tValue kDefinition = {"NAME[=VALUE]", nullptr, tValue::kText, ""};
 constexpr tValue kDirectory = {"DIR", "directory name", tValue::kDirectories, ""};
+constexpr tValue kCache = {"DIR", "directory name", tValue::kDirectories, "", true};
 constexpr tValue kFile = {"FILE", "file name", tValue::kFiles, ""};
 constexpr tValue kOutput = {"NAME", "output name", tValue::kFiles, ""};
 constexpr tValue kSource = {"NAME", "source name", tValue::kFiles, ""};
@@ -186,9 +187,12 @@ const tOption kOptions[] = {
     {"", "stdin-name", &kSource, kRuns, kInputs,
      "treat standard input as a source called NAME (default: stdin.prw)",
      setText<&tCommandLine::standardInputName>},
-    {"", "precompiled", nullptr, kPreprocess, kInputs,
-     "cache the standard header in a file beside it for later runs",
-     setFlag<&tCommandLine::precompiled>},
+    {"", "precompiled", &kCache, kPreprocess, kInputs,
+     "cache the standard header in DIR for later runs (default: krpre in $XDG_CACHE_HOME, or in "
+     "~/.cache)",
+     [](tCommandLine& line, const tGivenOption& given) {
+       line.cache = given.value == nullptr ? "" : given.value;
+     }},
     {"o", "output", &kOutput, kPreprocess, kOutputs,
      "write outputs to the directory NAME, or the output of a single source to the file NAME "
      "(- for standard output)",
@@ -325,6 +329,7 @@ std::string tOption::longForm() const {
 
 std::string tOption::valueForm() const {
   if (value == nullptr) return {};
+  if (value->optional) return std::string("[=") + value->name + "]";
   return std::string(name == nullptr && !isWord() ? " " : "=") + value->name;
 }
 

@@ -47,6 +47,8 @@ struct tValue {
   const char* noun;   // in complaints: "file name"; null: it may be empty
   eKind kind;         // how shells complete it
   const char* words;  // of kWords, separated by blanks
+  /// It may be left out, and is joined to a long form by "=" otherwise.
+  bool optional = false;
 };
 
 /// An option as it was given.

@@ -1,9 +1,9 @@
 # bash completion of krpre; made by "krpre --completions=bash".
 _krpre() {
-  local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]}
+  local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} joined=
   # Bash takes the "=" of a long option for a word.
-  if [[ $cur == = ]]; then cur=
-  elif [[ $prev == = ]]; then prev=${COMP_WORDS[COMP_CWORD-2]}; fi
+  if [[ $cur == = ]]; then cur= joined=1
+  elif [[ $prev == = ]]; then prev=${COMP_WORDS[COMP_CWORD-2]} joined=1; fi
   _krpre_words() { mapfile -t COMPREPLY < <(compgen "$@" -- "$cur"); }
   case $prev in
     -I|--include) _krpre_words -d; return ;;
@@ -11,6 +11,7 @@ _krpre() {
     --files-from) _krpre_words -f; return ;;
     --bundle) _krpre_words -f; return ;;
     --stdin-name) _krpre_words -f; return ;;
+    --precompiled) if [[ $joined ]]; then _krpre_words -d; return; fi ;;
     -o|--output) _krpre_words -f; return ;;
     -o) _krpre_words -f; return ;;
     --error) return ;;

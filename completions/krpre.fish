@@ -20,7 +20,7 @@ complete -c krpre -n '__krpre_is krpre check coverage' -l files-from -r -F -d 'r
 complete -c krpre -n '__krpre_is krpre check coverage' -s 0 -l null -d 'the names in the file of --files-from are separated by zero bytes'
 complete -c krpre -n '__krpre_is krpre check' -l bundle -r -F -d 'run from what krpre bundle has written, and write to standard output unless -o is given'
 complete -c krpre -n '__krpre_is krpre check' -l stdin-name -r -F -d 'treat standard input as a source called NAME (default: stdin.prw)'
-complete -c krpre -n '__krpre_is krpre' -l precompiled -d 'cache the standard header in a file beside it for later runs'
+complete -c krpre -n '__krpre_is krpre' -l precompiled -d 'cache the standard header in DIR for later runs (default: krpre in $XDG_CACHE_HOME, or in ~/.cache)'
 complete -c krpre -n '__krpre_is krpre' -s o -l output -r -F -d 'write outputs to the directory NAME, or the output of a single source to the file NAME (- for standard output)'
 complete -c krpre -n '__krpre_is bundle' -s o -l output -r -F -d 'write to FILE (- for standard output) instead of the name of the source with .zip behind it'
 complete -c krpre -n '__krpre_is reduce' -s o -r -F -d 'write to FILE (- for standard output) instead of the name of the source with .reduced.zip behind it'

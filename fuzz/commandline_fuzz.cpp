@@ -77,6 +77,7 @@ class tFolder {
           (fs::exists("/dev/shm") ? "/dev/shm" : fs::temp_directory_path().string()) +
           std::string("/krpre-fuzz-XXXXXX");
       require(mkdtemp(path.data()) != nullptr, "there is a folder");
+      setenv("XDG_CACHE_HOME", path.c_str(), 1);
       return path;
     }();
     require(chdir(kPath.c_str()) == 0, "it can be entered");

@@ -39,17 +39,21 @@ constexpr std::string_view kSource =
     "SAY 1 + NAME AT 2, 3 COLOR x\nsay twice pick(a, b)\nLIST a, b OFF NOW TO f.x\n"
     "x := CALL(1, 2) + keep a with b\nDEEP ONE 1 TWO 2 THREE 3\n#define NAME 2\nNAME\n";
 
+std::string savedName(tDiskManMemory& disk) {
+  return "kept/" + disk.namesIn("kept").at(0);
+}
+
 std::string_view soundImage() {
   static const std::string kImage = [] {
     tDiskManMemory disk;
     disk.put("std.ch", kHeader);
-    tHeaderCache cache(true);
+    tHeaderCache cache(tString("kept"));
     tAutoArray<tString> options;
     KorelPre16 session(disk);
     session.Init(options, 1);
     session.setHeaderCache(&cache);
     require(session.prepch("std.ch"), "the header is saved");
-    return *disk.bytes("std.pch");
+    return *disk.bytes(savedName(disk));
   }();
   return kImage;
 }
@@ -105,8 +109,9 @@ void useSavedFile(std::string_view image, bool mayShow) {
   disk.put("std.ch", kHeader);
   disk.put("main.prw", kSource);
   static const std::string kPlain = throughCache(disk, nullptr);
-  disk.put("std.pch", image);
-  tHeaderCache cache(true);
+  tHeaderCache cache(tString("kept"));
+  throughCache(disk, &cache);
+  disk.put(savedName(disk), image);
   const std::string saved = throughCache(disk, &cache);
   if (!mayShow) requireEqual(saved, kPlain, "a file that is no sound image does not show");
 }

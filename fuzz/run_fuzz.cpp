@@ -177,11 +177,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   }
   if ((options & kTrace) != 0) arguments.emplace_back("-T");
   if ((options & kDefine) != 0) arguments.emplace_back("-DOne=1");
-  if ((options & kPrecompiled) != 0) arguments.emplace_back("@@PRECOMPILED");
+  if ((options & kPrecompiled) != 0) arguments.emplace_back("@@PRECOMPILED=kept");
   if ((options & kFullDisk) != 0) files.limitWrites("out/a.ppo", static_cast<std::size_t>(line));
 
   tListener listener(source, line, (wishes & kColour) != 0);
-  krpre_headers headers((options & kPrecompiled) != 0);
+  krpre_headers headers(tString((options & kPrecompiled) != 0 ? "kept" : ""));
   const krpre_define defines[] = {{"Host", "1"}, {"Three", nullptr}};
   const krpre_prefix prefixes[] = {{"", "p/"}, {"a", ""}};
   constexpr long long kTime = KRPRE_LATEST_TIME;
@@ -219,10 +219,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   require(all == (result == 0), "an output is there exactly after a success");
   require(written == nullptr || *written != kOlder, "an older output does not stay");
   std::size_t others = (written != nullptr ? 1U : 0U) + (second ? 1U : 0U);
-  for (const char* saved : {"std.pch", "std.1.pch", "std.2.pch", "std.3.pch", "std.4.pch",
-                            "std.5.pch", "std.6.pch", "std.7.pch"}) {
-    if (files.bytes(saved) != nullptr) ++others;
-  }
+  for (const std::string& saved : files.namesIn("kept"))
+    others += saved.ends_with(".pch") ? 1U : 0U;
   require(files.fileCount() == files.givenCount() + others, "no temporary file stays");
   return 0;
 }

@@ -490,12 +490,23 @@ KRPRE_API const char* krpre_version(void);
 /* Runs that share headers read each of them only once (docs/precompiled.md). Runs in several
  * threads may use the same object at once. It assumes that headers do not change while it lives.
  *
- *   precompiled  Not 0: the standard header is also cached in a file beside it, for later
- *                processes.
+ *   precompiled  Not 0: the standard header is also cached in a file, for later processes.
+ *   directory    Where that file is; made, for its user alone, when it is needed and missing. Null,
+ *                and with krpre_headers_new: "krpre" in $XDG_CACHE_HOME, or in ~/.cache.
  *
- * Returns an object for krpre_host.headers, which the caller frees with krpre_headers_free; null if
+ * Return an object for krpre_host.headers, which the caller frees with krpre_headers_free; null if
  * memory ran out. */
 KRPRE_API struct krpre_headers* krpre_headers_new(int precompiled);
+KRPRE_API struct krpre_headers* krpre_headers_new_in(const char* directory);
+
+/* Writes to `problem` why a standard header could not be cached in a file, or the file could not be
+ * read: the first reason, which may name a file, in English. Outputs are as they would be without
+ * the file. As much as fits in `size` bytes is written, and a zero behind it; null and 0 ask for
+ * the length.
+ *
+ * Returns the full length of the reason, without the zero; 0 if there is none, or for null. */
+KRPRE_API size_t krpre_headers_problem(const struct krpre_headers* headers, char* problem,
+                                       size_t size);
 
 /* Frees the object, which no run may be using. Null is allowed. */
 KRPRE_API void krpre_headers_free(struct krpre_headers* headers);

@@ -238,6 +238,16 @@ bool tDiskManLocal::rename(const char* from, const char* to) {
   return from && to && std::rename(from, to) == 0;
 }
 
+int tDiskManLocal::makeDirectory(const char* name) {
+  std::string above(name);
+  for (std::size_t at = above.find('/', 1); at != std::string::npos; at = above.find('/', at + 1)) {
+    above[at] = '\0';
+    ::mkdir(above.c_str(), 0777);
+    above[at] = '/';
+  }
+  return ::mkdir(name, 0700) == 0 || errno == EEXIST ? 0 : errno;
+}
+
 std::unique_ptr<tFile> tDiskManLocal::openSpecial(const char* name) {
   if (!name) return nullptr;
   // Opened by its name, it would lose its place, or not open at all if it is a socket.

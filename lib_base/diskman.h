@@ -77,6 +77,9 @@ class tDiskMan {
   virtual bool remove(const char* name) = 0;
   /// Replaces an existing target atomically. After a failure errno tells why.
   virtual bool rename(const char* from, const char* to) = 0;
+  /// Makes a directory that only its user may enter, and those above it, if they are missing.
+  /// Returns 0 or the errno value of what failed.
+  virtual int makeDirectory(const char* /*name*/) { return 0; }
   /// Opens what is there and no regular file for writing, and waits for the reader of a pipe. Null
   /// on failure; errno tells why.
   virtual std::unique_ptr<tFile> openSpecial(const char* /*name*/) { return nullptr; }
@@ -101,6 +104,7 @@ class tDiskManLocal : public tDiskMan {
   eStanding look(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
+  int makeDirectory(const char* name) override;
   std::unique_ptr<tFile> openSpecial(const char* name) override;
   tString follow(const char* name) override;
   tString resolve(const char* name) override;
@@ -130,6 +134,7 @@ class tDiskManOverlay : public tDiskMan {
   eStanding look(const char* name) override;
   bool remove(const char* name) override;
   bool rename(const char* from, const char* to) override;
+  int makeDirectory(const char* name) override { return below_.makeDirectory(name); }
   std::unique_ptr<tFile> openSpecial(const char* name) override { return below_.openSpecial(name); }
   tString follow(const char* name) override { return below_.follow(name); }
   std::vector<std::string> namesIn(const char* directory) override {

@@ -123,9 +123,9 @@ SAMPLES = (
     Sample("a source of 16 GiB", lambda: {"a.prw": Sparse(1 << 34)}, "Cannot copy a.prw", mib=64),
     Sample(
         "a saved header of 1 GiB",
-        lambda: {"std.pch": Sparse(1 << 30), "a.prw": "x := 1\n"},
+        lambda: {"std-%d.pch" % n: Sparse(1 << 30) for n in range(64)} | {"a.prw": "x := 1\n"},
         mib=64,
-        args=("--precompiled", "a.prw"),
+        args=("--precompiled=.", "a.prw"),
     ),
     Sample("headers 200 deep", lambda: chain(200, "x := 1\n"), ends="x := 1\r\n" + BEHIND),
     Sample("headers 201 deep", lambda: chain(201, "x := 1\n"), limit("include depth", 1)),

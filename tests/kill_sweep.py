@@ -38,7 +38,7 @@ COMMANDS = {
     "directory": ("-q -I. -MD -o out a.prw", None, [("out/a.ppo", "out/a.d")]),
     "chosen": ("-q -I. -MD -o out/x -MF out/y a.prw", None, [("out/x", "out/y")]),
     "input": ("-q -I. -MD -o out/x - --stdin-name=a.prw", "a.prw", [("out/x", "out/x.d")]),
-    "saved": ("-q -I. -MD --precompiled a.prw", None, [("a.ppo", "a.d"), ("std.pch", None)]),
+    "saved": ("-q -I. -MD --precompiled=. a.prw", None, [("a.ppo", "a.d"), ("std-*.pch", None)]),
     "jobs": ("-q -I. -MD -j2 a.prw b.prw c.prw", None,
              [("a.ppo", "a.d"), ("b.ppo", "b.d"), ("c.ppo", "c.d")]),
     "failing": ("-q -I. -MD -DONE2 e.prw", None, [("e.ppo", "e.d")]),
@@ -104,13 +104,16 @@ def temporary_names(command, outputs):
     """The temporary names of the outputs and their rules."""
     if command in ("pack", "copy"):
         return [outputs[0][0] + ".krpre-new"]
-    names = ["std.pch.krpre"] if command == "saved" else []
+    names = []
     for output, rule in outputs:
+        if output.endswith(".pch"):
+            names.append(output + ".krpre")
+            continue
         tag = 0xCBF29CE484222325
         for byte in os.path.basename(output).encode():
             tag = (tag ^ byte) * 0x100000001B3 % (1 << 64)
         start = os.path.join(os.path.dirname(output), "krpre~%016x" % tag)
-        names += [] if output == "std.pch" else [start + ".ppo"] + ([start + ".d"] if rule else [])
+        names += [start + ".ppo"] + ([start + ".d"] if rule else [])
     return ["krpre0.ppo"] if command == "classic" else names
 
 
@@ -136,10 +139,21 @@ class Scenario:
     def files(self):
         return [name for pair in self.outputs for name in pair if name]
 
+    def name_saved(self):
+        """The number in the name of a saved header depends on the directory."""
+        self.run()
+        for file in self.directory.glob("std-*.pch"):
+            self.outputs = [(file.name if output == "std-*.pch" else output, rule)
+                            for output, rule in self.outputs]
+        for name in self.files():
+            (self.directory / name).unlink()
+
     def prepare(self):
         for directory in (self.directory / "out", self.outside):
             directory.mkdir(parents=True)
         write(self.directory, {**STEADY, **OLD, "e.prw": "x := 1\n"})
+        if self.command == "saved":
+            self.name_saved()
         if self.standing not in ("none", "pipe"):
             self.run(self.arguments_before)
         write(self.directory, {**NEW, "e.prw": "x := 1\n#else\n"})
@@ -254,6 +268,8 @@ def plant_beside(program, command, seconds):
         for directory in (scenario.directory / "out", scenario.outside):
             directory.mkdir(parents=True)
         write(scenario.directory, {**STEADY, **NEW, "e.prw": "x := 1\n#else\n"})
+        if command == "saved":
+            scenario.name_saved()
         (scenario.outside / "theirs").write_text("theirs")
         scenario.theirs = outside_of(scenario.directory)
         names = scenario.files() + temporary_names(command, scenario.outputs)

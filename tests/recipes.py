@@ -172,7 +172,7 @@ def see_marker(bench):
     bench.write("kept/std.ch", rules)
     for what in ("made", "taken"):
         see("the marker in a precompiled header that is " + what,
-            bench.lines(use, "-I", "kept", "--precompiled"), rewritten)
+            bench.lines(use, "-I", "kept", "--precompiled=kept"), rewritten)
     see("one precompiled header", len(list((bench.folder / "kept").glob("*.pch"))), 1)
 
 

@@ -1,5 +1,5 @@
 // Headers that are read once: kept as images in the run's cache, and the standard header also in a
-// file beside it, from one run to the next.
+// file of the cache's directory, from one run to the next.
 //
 // An image stands for the header's text only where the text would give exactly what the image
 // holds. Everything that reading depends on is compared: which files the names in its #includes
@@ -80,27 +80,39 @@ bool mayReplace(tDiskMan& files, const tString& name) {
          tHeaderImage::looksLikeImage({begin, sizeof begin});
 }
 
-// Files for other sets of predefined names stand side by side, so that two sets in turn do not
-// replace each other's; there are few of them, whatever the number of sets.
-constexpr std::uint64_t kMostSets = 7;
-
-// The number of the set; 0 when no name is predefined.
-unsigned setOfNames(const tXChgArray& predefined) {
-  if (predefined.empty()) return 0;
-  predefined.arrange();
-  std::string names;
-  for (int i = 0; i < predefined.count(); ++i) names.append(predefined[i].key().view()) += '\0';
-  return static_cast<unsigned>(1 + contentHash(names) % kMostSets);
+tString reasonFor(const tString& name, const char* reason) {
+  return tString(name).append(": ").append(reason);
 }
 
-tString pchNameOf(const tString& header, unsigned set) {
+// Empty when the image has been saved, or somebody else is saving it; otherwise why not.
+tString saveImage(tDiskMan& files, const tString& directory, const tString& name,
+                  std::string_view image) {
+  if (const int error = files.makeDirectory(directory.c_str()); error != 0) {
+    return reasonFor(directory, reasonOf(error));
+  }
+  if (!mayReplace(files, name)) return reasonFor(name, "not a cached header, and left alone");
+  tReplacement file(files, name, tReplacement::kDerived, bareName(name).append(".krpre"),
+                    [&](tFile& to) { return to.write(image); });
+  if (file.create() && file.write() && file.publish()) return {};
+  return file.error() == EEXIST ? tString() : reasonFor(name, reasonOf(file.error()));
+}
+
+// A directory holds few files for headers of one name. Those in other places, or for other
+// predefined names, stand side by side in it, unless they happen to share a number.
+constexpr std::uint64_t kMostFiles = 64;
+
+// `resolved` is the header's name without links.
+tString savedName(const tString& directory, const tString& resolved, const tXChgArray& predefined) {
+  predefined.arrange();
+  std::string key(resolved.view());
+  for (int i = 0; i < predefined.count(); ++i) (key += '\0').append(predefined[i].key().view());
   tPathParts parts;
-  SplitPath(header, parts);
-  tString name(parts.drive);
-  name.append(parts.directory).append(parts.base);
-  if (set > 0) name.append(tString::format(".%u", set));
-  name.append(".pch");
-  return name;
+  SplitPath(resolved, parts);
+  const auto number = static_cast<unsigned>(contentHash(key) % kMostFiles);
+  return tString(directory)
+      .append("/")
+      .append(parts.base)
+      .append(tString::format("-%u.pch", number));
 }
 
 tIncludeCount countOf(const tHeaderNotes& notes) {
@@ -138,8 +150,7 @@ void tHeaderReader::includeStandard() {
     compileStandard();
     return;
   }
-  const unsigned set = setOfNames(shared_.rules.defines);
-  if (const auto image = recordStandard()) save(*image, set);
+  recordAndSave();
 }
 
 bool tHeaderReader::compileStandard() {
@@ -166,27 +177,47 @@ std::shared_ptr<const tHeaderImage> tHeaderReader::recordStandard() {
   auto image = recorder.finish(file_.includes.last()->file().includedNames(), kWholeTables);
   if (image == nullptr) {
     cache()->giveUp(shared_.standardHeader);
+    if (cache()->saves()) {
+      cache()->noteProblem(
+          reasonFor(shared_.standardHeader, "reading it depends on more than a cache can check"));
+    }
   } else {
     cache()->add(shared_.standardHeader, image);
   }
   return image;
 }
 
-bool tHeaderReader::precompile() {
-  if (cache() == nullptr) return false;
-  const unsigned set = setOfNames(shared_.rules.defines);
+// Where the standard header is saved; empty when there is no header.
+tString tHeaderReader::savedFile() const {
+  const tString path = shared_.finder.locate(shared_.standardHeader);
+  if (path.empty()) return {};
+  return savedName(cache()->directory(), files_.resolve(path.c_str()), shared_.rules.defines);
+}
+
+// False when it was not saved.
+bool tHeaderReader::recordAndSave() {
+  // The header will define names of its own.
+  const tString name = cache()->saves() ? savedFile() : tString();
   const auto image = recordStandard();
-  return image != nullptr && save(*image, set);
+  if (image == nullptr || name.empty()) return false;
+  const bool small = static_cast<std::int64_t>(image->bytes().size()) <= kLargestImage;
+  const tString problem = small ? saveImage(files_, cache()->directory(), name, image->bytes())
+                                : reasonFor(shared_.standardHeader, "too large to be cached");
+  if (!problem.empty()) cache()->noteProblem(problem);
+  return problem.empty();
+}
+
+bool tHeaderReader::precompile() {
+  return cache() != nullptr && recordAndSave();
 }
 
 bool tHeaderReader::loadSaved() {
   if (cache() == nullptr || !cache()->saves() || cache()->bTryAgain()) return false;
-  const tString path = shared_.finder.locate(shared_.standardHeader);
-  if (path.empty()) return false;
-  const tString saved = pchNameOf(path, setOfNames(shared_.rules.defines));
+  const tString saved = savedFile();
+  if (saved.empty()) return false;
   int error = 0;
   const auto image = readImage(files_, saved, error);
-  if (error != 0) file_.raiseUnreadable(saved, error);
+  if (error != 0) cache()->noteProblem(reasonFor(saved, reasonOf(error)));
   if (image == nullptr || !fits(*image, kWholeTables)) return false;
   const tHeaderNotes& notes = image->notes();
   if (notes.files[0].requested != shared_.standardHeader.view()) return false;
@@ -196,16 +227,6 @@ bool tHeaderReader::loadSaved() {
   cache()->add(shared_.standardHeader, image);
   take(shared_.standardHeader, image, kWholeTables);
   return true;
-}
-
-bool tHeaderReader::save(const tHeaderImage& image, unsigned set) {
-  const auto size = static_cast<std::int64_t>(image.bytes().size());
-  if (!cache()->saves() || size > kLargestImage) return false;
-  const tString name = pchNameOf(tString(image.notes().files[0].path), set);
-  if (!mayReplace(files_, name)) return false;
-  tReplacement file(files_, name, tReplacement::kDerived, bareName(name).append(".krpre"),
-                    [&](tFile& to) { return to.write(image.bytes()); });
-  return file.create() && file.write() && file.publish();
 }
 
 bool tHeaderReader::include(tInclude& record) {

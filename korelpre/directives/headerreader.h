@@ -50,7 +50,8 @@ class tHeaderReader {
   bool compileStandard();
   std::shared_ptr<const tHeaderImage> recordStandard();
   bool takeStandard();
-  bool save(const tHeaderImage& image, unsigned set);
+  bool recordAndSave();
+  tString savedFile() const;
   bool takeInclude(tInclude& record);
   void keepInclude(tInclude& record, tHeaderRecorder& recorder);
   void take(const tString& name, const std::shared_ptr<const tHeaderImage>& image,

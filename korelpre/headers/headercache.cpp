@@ -30,6 +30,16 @@ void tHeaderCache::giveUp(std::string_view name) {
   entries_[std::string(name)].hopeless = true;
 }
 
+std::string tHeaderCache::problem() const {
+  const std::lock_guard lock(mutex_);
+  return problem_;
+}
+
+void tHeaderCache::noteProblem(std::string_view problem) {
+  const std::lock_guard lock(mutex_);
+  if (problem_.empty()) problem_ = problem;
+}
+
 tHeaderCache::tTurn::tTurn(tHeaderCache& cache, std::string_view name)
     : cache_(cache), name_(name) {
   std::unique_lock lock(cache_.mutex_);

@@ -7,9 +7,11 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "korelpre/headers/headerimage.h"
+#include "lib_base/stringz.h"
 
 namespace precomp {
 
@@ -19,10 +21,16 @@ class tHeaderCache {
  public:
   using tImage = std::shared_ptr<const tHeaderImage>;
 
-  /// With `saves` set the standard header is also kept in a file beside it, from one run to the
+  /// With a `directory` the standard header is also kept in a file there, from one run to the
   /// next.
-  explicit tHeaderCache(bool saves = false) : saves_(saves) {}
-  bool saves() const { return saves_; }
+  explicit tHeaderCache(tString directory = {}) : directory_(std::move(directory)) {}
+  const tString& directory() const { return directory_; }
+  bool saves() const { return !directory_.empty(); }
+
+  /// Why a standard header could not be kept, or one that is kept could not be read: what was noted
+  /// first. Empty: nothing was.
+  std::string problem() const;
+  void noteProblem(std::string_view problem);
 
   /// The images of the header that is requested by this name, the latest first.
   std::vector<tImage> find(std::string_view name) const;
@@ -66,7 +74,8 @@ class tHeaderCache {
     bool building = false;
   };
 
-  const bool saves_;
+  const tString directory_;
+  std::string problem_;
   std::atomic<bool> tryAgain_{false};
   std::atomic<int> compiled_{0};
   std::atomic<int> reused_{0};

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +18,7 @@
 #include "preprocessor/host/hostbridge.h"
 #include "preprocessor/host/hostdisk.h"
 #include "preprocessor/host/shippedheaders.h"
+#include "preprocessor/run/cachedirectory.h"
 #include "preprocessor/run/filenames.h"
 #include "preprocessor/run/options.h"
 #include "preprocessor/run/preprocessor.h"
@@ -124,10 +126,32 @@ extern "C" int doPreProc(int count, char** vector) {
 }
 
 extern "C" krpre_headers* krpre_headers_new(int precompiled) {
+  if (precompiled != 0) return krpre_headers_new_in(nullptr);
   try {
-    return new krpre_headers(precompiled != 0);
+    return new krpre_headers({});
   } catch (...) {
     return nullptr;
+  }
+}
+
+extern "C" krpre_headers* krpre_headers_new_in(const char* directory) {
+  try {
+    auto headers = std::make_unique<krpre_headers>(directory == nullptr ? cacheDirectory()
+                                                                        : tString(directory));
+    if (!headers->cache.saves()) {
+      headers->cache.noteProblem("neither XDG_CACHE_HOME nor HOME names a directory");
+    }
+    return headers.release();
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+extern "C" size_t krpre_headers_problem(const krpre_headers* headers, char* problem, size_t size) {
+  try {
+    return copyCut(headers == nullptr ? std::string() : headers->cache.problem(), problem, size);
+  } catch (...) {
+    return copyCut({}, problem, size);
   }
 }
 

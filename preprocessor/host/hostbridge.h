@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 #include "include/krpre.h"
 #include "korelpre/errors/fileobserver.h"
@@ -13,7 +14,7 @@
 
 /// What stands behind the opaque type of the C interface.
 struct krpre_headers {
-  explicit krpre_headers(bool precompiled) : cache(precompiled) {}
+  explicit krpre_headers(tString directory) : cache(std::move(directory)) {}
   precomp::tHeaderCache cache;
 };
 

@@ -1,6 +1,7 @@
 #include "preprocessor/run/options.h"
 
 #include "lib_base/misc.h"
+#include "preprocessor/run/cachedirectory.h"
 
 namespace {
 
@@ -60,7 +61,9 @@ const tRule kRules[] = {
               tRunOptions& options) { options.outputDirectory = tString(rest); }},
     {"@@DEBUG", [](tDiskMan&, std::string_view, tRunOptions& options) { options.debug = true; }},
     {"@@PRECOMPILED",
-     [](tDiskMan&, std::string_view, tRunOptions& options) { options.precompiled = true; }},
+     [](tDiskMan&, std::string_view rest, tRunOptions& options) {
+       options.cache = rest.starts_with('=') ? tString(rest.substr(1)) : cacheDirectory();
+     }},
     {"@@NOCAPTFATAL",
      [](tDiskMan&, std::string_view, tRunOptions& options) { options.captureFatal = false; }},
     {"", [](tDiskMan&, std::string_view rest,

@@ -39,8 +39,8 @@ struct tRunOptions {
   /// Of the names in line markers.
   std::vector<tPrefix> prefixes;
   bool trace = false;
-  /// The standard header is saved in a form that the next run can use at once.
-  bool precompiled = false;
+  /// Where the standard header is saved in a form that the next run can use at once; none: nowhere.
+  std::optional<tString> cache;
   bool httpSend = false;
   bool pageDebugInfo = false;
   /// Empty: each file's own directory.

@@ -13,10 +13,10 @@
 namespace {
 
 int preprocessFiles(tDiskMan& disk, const tRunOptions& options, tRunHost& host) {
-  precomp::tHeaderCache own(options.precompiled);
+  precomp::tHeaderCache own(options.cache.value_or(tString()));
   precomp::tHeaderCache* headers = host.headers();
   // What a single file reads once need not be kept, unless for the next run.
-  if (headers == nullptr && (options.precompiled || options.files.count() > 1)) headers = &own;
+  if (headers == nullptr && (own.saves() || options.files.count() > 1)) headers = &own;
   // All of them first: what a failure leaves behind must be found when there is no memory for
   // names.
   std::vector<tFileNames> files;

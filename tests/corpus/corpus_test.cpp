@@ -174,7 +174,7 @@ TEST_P(Corpus, ComesOutTheSameWithASavedHeader) {
   const fs::path output =
       directory.path() / withExtension(source.filename(), outputExtension(source));
   std::vector<std::string> command = commandFor("doPreProc", source);
-  command.emplace_back("@@PRECOMPILED");
+  command.emplace_back("@@PRECOMPILED=" + (directory.path() / "kept").string());
   runChild(command, directory.path(), kHeaders);
   compare(source, runChild(command, directory.path(), kHeaders), output);
 }

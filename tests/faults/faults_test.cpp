@@ -191,7 +191,7 @@ TEST(Faults, OfKrpreRunAreTold) {
                  host.flags = KRPRE_KEEP_UNCHANGED | KRPRE_TAKE_TURNS;
                  host.outputName = "a.ppo";
                  host.dependencyName = "a.d";
-                 host.headers = krpre_headers_new(1);
+                 host.headers = krpre_headers_new_in(".");
                  for (int i = 0; i < 2 && listens.status == 0; ++i) {
                    listens.status = krpre_run(2, vector.slots(), &host);
                  }
@@ -320,7 +320,7 @@ TEST(Faults, OfTheProgramAreTold) {
     int status = 0;
   } commands[] = {
       {{"krpre", "-j2", "-MD", "a.prw", "b.prw"}},
-      {{"krpre", "--precompiled", "--diagnostics=json", "a.prw", "bad.prw"}, 1},
+      {{"krpre", "--precompiled=.", "--diagnostics=json", "a.prw", "bad.prw"}, 1},
       {{"krpre", "-q", "--diagnostics=long", "bad.prw", "b.prw"}, 1},
       {{"krpre", "-D", "MORE", "-", "--stdin-name", "a.prw"}},
       {{"krpre", "--classic", "@Fa.prw"}},

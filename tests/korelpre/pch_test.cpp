@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <functional>
 #include <string>
 #include <thread>
@@ -30,6 +31,8 @@ constexpr const char* kMain =
     "x := AREA(MOST, LEVEL)\n"
     "#define LEVEL 7\n"
     "y := LEVEL + AREA(1, 2)\n";
+
+const tString kDirectory("cache");
 
 /// A disk on which "./" changes a name but not the file, as links do.
 class tLinkedDisk : public tDiskManMemory {
@@ -64,11 +67,12 @@ struct tProgram {
   }
   /// The number of times a run takes the saved header; its result must be that of one without.
   int reused() {
-    tHeaderCache cache(true);
+    tHeaderCache cache(kDirectory);
     EXPECT_EQ(run(&cache), run(nullptr));
     return cache.reused();
   }
-  const std::string& saved() const { return *disk.bytes("inc/std.pch"); }
+  std::string savedName() { return "cache/" + disk.namesIn("cache").at(0); }
+  std::string saved() { return *disk.bytes(savedName()); }
 
   tLinkedDisk disk;
   std::vector<std::string> options = {"-Iearly;inc", "-Fmain.prw"};
@@ -99,10 +103,14 @@ TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
        [](tProgram& p) {
          p.disk.put("other/std.ch", kHeader);
          p.disk.put("other/limits.ch", kLimits);
-         p.disk.put("other/std.pch", p.saved());
          p.options[0] = "-Iother";
+         // Its file may have the same name.
+         const std::string before = p.saved();
+         EXPECT_EQ(p.reused(), 0);
+         for (const std::string& name : p.disk.namesIn("cache"))
+           p.disk.put("cache/" + name, before);
        }},
-      {"the saved file", [](tProgram& p) { p.disk.put("inc/std.pch", p.saved() + "x"); }},
+      {"the saved file", [](tProgram& p) { p.disk.put(p.savedName(), p.saved() + "x"); }},
       {"nothing of one byte, the last that is read",
        [](tProgram& p) {
          p.disk.put("inc/std.ch", "\n");
@@ -130,21 +138,54 @@ TEST(SavedHeader, IsNotUsedWhereTheTextWouldGiveSomethingElse) {
 
 TEST(SavedHeader, IsWrittenAgainInPlaceOfADamagedOneOnly) {
   tProgram program;
-  for (const char* before : {"a header of somebody's\n", ""}) {
-    program.disk.put("inc/std.pch", before);
-    EXPECT_EQ(program.reused(), 0);
+  program.reused();
+  const std::string name = program.savedName();
+  const std::string sound = program.saved();
+  const auto problemAfter = [&](std::string_view before) {
+    program.disk.put(name, before);
+    tHeaderCache cache(kDirectory);
+    EXPECT_EQ(program.run(&cache), program.run(nullptr));
+    return cache.problem();
+  };
+  EXPECT_EQ(problemAfter(sound.substr(0, 100)), "");
+  EXPECT_EQ(program.saved(), sound);
+  for (const std::string_view before : {"a file of somebody's\n", ""}) {
+    EXPECT_EQ(problemAfter(before), name + ": not a cached header, and left alone");
     EXPECT_EQ(program.saved(), before);
   }
-  program.disk.remove("inc/std.pch");
-  program.reused();
-  program.disk.put("inc/std.pch", program.saved().substr(0, 100));
-  program.reused();
-  EXPECT_GT(program.saved().size(), 100u);
+}
+
+TEST(SavedHeader, IsDoneWithoutWhereItCannotBe) {
+  const auto problemOf = [](const std::function<void(tProgram&)>& change) {
+    tProgram program;
+    program.reused();
+    const std::string name = program.savedName();
+    change(program);
+    tHeaderCache cache(kDirectory);
+    EXPECT_EQ(program.run(&cache), program.run(nullptr));
+    const std::string problem = cache.problem();
+    return problem.starts_with(name) ? problem.substr(name.size()) : problem;
+  };
+  EXPECT_EQ(problemOf([](tProgram& p) {
+              p.disk.refuse(p.savedName(), {EACCES, false, 1000});
+            }),
+            ": Permission denied");
+  EXPECT_EQ(problemOf([](tProgram& p) {
+              p.disk.refuse(p.savedName(), {EIO, true, 1000});
+            }),
+            ": Input/output error");
+  EXPECT_EQ(problemOf([](tProgram& p) {
+              p.disk.limitWrites(p.savedName() + ".krpre", 10);
+              p.disk.remove(p.savedName().c_str());
+            }),
+            ": No space left on device");
+  EXPECT_EQ(problemOf([](tProgram& p) { p.disk.put("inc/std.ch", "#include \"./std.ch\"\n"); }),
+            "std.ch: reading it depends on more than a cache can check");
 }
 
 TEST(SavedHeader, IsNotTrustedAfterAFailure) {
   tProgram program;
-  tHeaderCache cache(true);
+  tHeaderCache cache(kDirectory);
   program.run(&cache);
   cache.setTryAgain(true);
   EXPECT_EQ(program.run(&cache), program.run(nullptr));
@@ -153,7 +194,7 @@ TEST(SavedHeader, IsNotTrustedAfterAFailure) {
   EXPECT_EQ(cache.compiled(), 2);
 
   program.disk.put("inc/std.ch", "#command\n");
-  tHeaderCache failing(true);
+  tHeaderCache failing(kDirectory);
   const std::string expected = program.run(nullptr);
   EXPECT_NE(expected.find("C2001"), std::string::npos);
   EXPECT_EQ(program.run(&failing), expected);
