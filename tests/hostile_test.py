@@ -227,6 +227,12 @@ SAMPLES = (
         CIRCULAR,
     ),
     Sample(
+        "10,000 keys that a word may mean",
+        lambda: numbered("#xcommand K%d" + "x" * 56 + " <x> => y\n", 10000) + ("K" + "y" * 59 + " x\n") * 300,
+        seconds=3,
+        args=("-Wall", "a.prw"),
+    ),
+    Sample(
         "20,000 directives on a line",
         lambda: header(numbered("#xcommand A%d => b ", 20000) + "\nA0\nA19999\n"),
         ends="\r\nb\r\nb\r\n" + BEHIND,

@@ -133,6 +133,7 @@ void tStatementLint::tellCommand(const tTrial& farthest) {
 void tStatementLint::judgeKey() {
   constexpr std::size_t kMostTried = 8;
   constexpr std::size_t kShortestCut = 3;
+  constexpr std::uint64_t kStepsPerByte = 8;  // of a key, for its edit distance
   if (statement_.tokens()[0].size() < kShortestCut) return;
   tXChgArray& commands = file_.shared().rules.commands;
   commands.arrange();
@@ -140,14 +141,19 @@ void tStatementLint::judgeKey() {
   const std::string word = foldedWord(statement_.tokens()[0]);
   std::vector<std::string> tried;
   std::vector<std::string> others;
+  std::uint64_t cost = 0;
   for (int i = 0; i < commands.count(); ++i) {
-    const tString& key = commands[i].key();
-    if (key.empty() || upperAscii(key.data()[0]) != word[0]) continue;
-    std::vector<std::string>& keys = startsWithNoCase(key, word) ? tried : others;
-    if (keys.empty() || keys.back() != key.view()) keys.push_back(foldedWord(key));
+    const tString& written = commands[i].key();
+    if (written.empty() || upperAscii(written.data()[0]) != word[0]) continue;
+    std::string key = foldedWord(written);
+    std::vector<std::string>& keys = key.starts_with(word) ? tried : others;
+    if (!keys.empty() && keys.back() == key) continue;
+    if (&keys == &others) cost += kStepsPerByte * key.size();
+    keys.push_back(std::move(key));
   }
   tried.resize(std::min(tried.size(), kMostTried));
-  tried.push_back(nearestTo(word, others));
+  if (cost <= steps_) tried.push_back(nearestTo(word, others));
+  steps_ -= std::min(steps_, cost);
   for (const std::string& key : tried) {
     if (const tBaseXChg* const rule = key.empty() ? nullptr : ruleWithKey(key)) {
       std::vector<tNote> notes = {noted("did you mean %1?", {rule->key()})};

@@ -65,6 +65,9 @@ TEST(Lint, TellsOfCommandsThatNoRuleTakes) {
       {FORM "DEF FORM o TITLE 1\n", NO_RULE("2:1", "DEF", "DEF")},
       {FORM "DEFIEN FORM o TITLE 1\nDEFIEN FORM o\nDESIGN FORM o TITLE 1\n",
        NO_RULE("2:1", "DEFIEN", "DEFIEN")},
+      // Of each key one is tried.
+      {repeated("#command defaults => D()\n", 8) + "#command DEFINED <x> => D(<x>)\nDEF x\n",
+       NO_RULE("10:1", "DEF", "DEF")},
       {"#xcommand PUT <x> ON\t=> P(<x>)\nPUT a OF\n", NO_RULE("2:7", "OF", "PUT")},
       // Another rule of the key goes further.
       {"#command SET A TO <x> => A(<x>)\n#command SET BELL ON => B()\nSET BELL OF\n",
