@@ -158,14 +158,17 @@ void tHostBridge::sourceRead(const tString& source) {
 }
 
 /// What a dependency file names for a file.
-std::string_view tHostBridge::containerOf(const tString& name) const {
-  for (std::size_t i = 0; i < host_.fileCount; ++i) {
-    const krpre_file& file = host_.files[i];
-    if (file.container != nullptr && plainPath(file.name) == plainPath(name.view())) {
-      return file.container;
+std::string_view tHostBridge::containerOf(const tString& name) {
+  if (host_.fileCount == 0) return name;
+  if (!containers_) {
+    containers_.emplace();
+    for (std::size_t i = 0; i < host_.fileCount; ++i) {
+      const krpre_file& file = host_.files[i];
+      if (file.container != nullptr) containers_->emplace(plainPath(file.name), file.container);
     }
   }
-  return name;
+  const auto found = containers_->find(plainPath(name.view()));
+  return found == containers_->end() ? name.view() : found->second;
 }
 
 void tHostBridge::fileRead(const tString& name) {

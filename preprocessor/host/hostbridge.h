@@ -1,6 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -80,12 +83,14 @@ class tHostBridge : public tRunHost,
                     const precomp::tTknString& statement);
   void listRules(const precomp::tXChgArray& rules);
 
-  std::string_view containerOf(const tString& name) const;
+  std::string_view containerOf(const tString& name);
   void tellOfFile(int event, const tString& source, const tString& name);
 
   const krpre_host& host_;
   tShownSource names_;
   tDependencies dependencies_;
+  // Of the host's files, by plainPath; made when a file is read.
+  std::optional<std::unordered_map<std::string, std::string_view>> containers_;
 
   // The statement being rewritten.
   tString file_;
