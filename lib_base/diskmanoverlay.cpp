@@ -50,6 +50,7 @@ class tKeptFile : public tFile {
     if (rest().size() > room) return false;
     if (lasts_) {
       text.append(rest());
+      position_ += rest().size();
       return true;
     }
     if (position_ == 0 && text.empty()) {

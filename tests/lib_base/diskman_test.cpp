@@ -171,6 +171,10 @@ TEST(OverlayDisk, HandsItsBytesOverOnce) {
   EXPECT_TRUE(writeFile(disk, "b", "text"));
   EXPECT_TRUE(disk.open("b")->readAll(first));
   EXPECT_EQ(first.view(), bytes + "text");
+  disk.keepText("c", "lasts");
+  const auto reader = disk.open("c");
+  EXPECT_TRUE(reader->readAll(second) && reader->readAll(second));
+  EXPECT_EQ(readFile(disk, "c") + second.c_str(), "lastslasts");
 }
 
 }  // namespace
