@@ -15,35 +15,40 @@ constexpr std::size_t kMostMembers = 100'000;
 constexpr std::size_t kLongestMember = (std::size_t{16} << 20) - 1;
 constexpr std::size_t kMostText = std::size_t{256} << 20;
 
+#define LIBARCHIVE_FUNCTIONS(X)            \
+  X(archive_entry_filetype)                \
+  X(archive_entry_free)                    \
+  X(archive_entry_new)                     \
+  X(archive_entry_pathname)                \
+  X(archive_entry_pathname_utf8)           \
+  X(archive_entry_set_filetype)            \
+  X(archive_entry_set_mtime)               \
+  X(archive_entry_set_pathname)            \
+  X(archive_entry_set_perm)                \
+  X(archive_entry_set_size)                \
+  X(archive_error_string)                  \
+  X(archive_read_data)                     \
+  X(archive_read_free)                     \
+  X(archive_read_new)                      \
+  X(archive_read_next_header)              \
+  X(archive_read_open_filename)            \
+  X(archive_read_support_filter_all)       \
+  X(archive_read_support_format_tar)       \
+  X(archive_read_support_format_zip)       \
+  X(archive_write_close)                   \
+  X(archive_write_data)                    \
+  X(archive_write_free)                    \
+  X(archive_write_header)                  \
+  X(archive_write_new)                     \
+  X(archive_write_open)                    \
+  X(archive_write_set_bytes_in_last_block) \
+  X(archive_write_set_format_zip)
+
 // The library brings a dozen others, for which each run would wait, and few runs need it.
 struct tLibArchive {
-  decltype(&::archive_entry_filetype) archive_entry_filetype;
-  decltype(&::archive_entry_free) archive_entry_free;
-  decltype(&::archive_entry_new) archive_entry_new;
-  decltype(&::archive_entry_pathname) archive_entry_pathname;
-  decltype(&::archive_entry_pathname_utf8) archive_entry_pathname_utf8;
-  decltype(&::archive_entry_set_filetype) archive_entry_set_filetype;
-  decltype(&::archive_entry_set_mtime) archive_entry_set_mtime;
-  decltype(&::archive_entry_set_pathname) archive_entry_set_pathname;
-  decltype(&::archive_entry_set_perm) archive_entry_set_perm;
-  decltype(&::archive_entry_set_size) archive_entry_set_size;
-  decltype(&::archive_error_string) archive_error_string;
-  decltype(&::archive_read_data) archive_read_data;
-  decltype(&::archive_read_free) archive_read_free;
-  decltype(&::archive_read_new) archive_read_new;
-  decltype(&::archive_read_next_header) archive_read_next_header;
-  decltype(&::archive_read_open_filename) archive_read_open_filename;
-  decltype(&::archive_read_support_filter_all) archive_read_support_filter_all;
-  decltype(&::archive_read_support_format_tar) archive_read_support_format_tar;
-  decltype(&::archive_read_support_format_zip) archive_read_support_format_zip;
-  decltype(&::archive_write_close) archive_write_close;
-  decltype(&::archive_write_data) archive_write_data;
-  decltype(&::archive_write_free) archive_write_free;
-  decltype(&::archive_write_header) archive_write_header;
-  decltype(&::archive_write_new) archive_write_new;
-  decltype(&::archive_write_open) archive_write_open;
-  decltype(&::archive_write_set_bytes_in_last_block) archive_write_set_bytes_in_last_block;
-  decltype(&::archive_write_set_format_zip) archive_write_set_format_zip;
+#define FIELD(name) decltype(&::name) name;
+  LIBARCHIVE_FUNCTIONS(FIELD)
+#undef FIELD
 };
 
 template <class tFunction>
@@ -56,36 +61,10 @@ bool load(void* handle, const char* name, tFunction& function) {
 const tLibArchive* loadLibrary() {
   static tLibArchive functions;
   void* const handle = dlopen("libarchive.so.13", RTLD_NOW | RTLD_LOCAL);
-  const bool loaded =
-      handle != nullptr &&
-      load(handle, "archive_entry_filetype", functions.archive_entry_filetype) &&
-      load(handle, "archive_entry_free", functions.archive_entry_free) &&
-      load(handle, "archive_entry_new", functions.archive_entry_new) &&
-      load(handle, "archive_entry_pathname", functions.archive_entry_pathname) &&
-      load(handle, "archive_entry_pathname_utf8", functions.archive_entry_pathname_utf8) &&
-      load(handle, "archive_entry_set_filetype", functions.archive_entry_set_filetype) &&
-      load(handle, "archive_entry_set_mtime", functions.archive_entry_set_mtime) &&
-      load(handle, "archive_entry_set_pathname", functions.archive_entry_set_pathname) &&
-      load(handle, "archive_entry_set_perm", functions.archive_entry_set_perm) &&
-      load(handle, "archive_entry_set_size", functions.archive_entry_set_size) &&
-      load(handle, "archive_error_string", functions.archive_error_string) &&
-      load(handle, "archive_read_data", functions.archive_read_data) &&
-      load(handle, "archive_read_free", functions.archive_read_free) &&
-      load(handle, "archive_read_new", functions.archive_read_new) &&
-      load(handle, "archive_read_next_header", functions.archive_read_next_header) &&
-      load(handle, "archive_read_open_filename", functions.archive_read_open_filename) &&
-      load(handle, "archive_read_support_filter_all", functions.archive_read_support_filter_all) &&
-      load(handle, "archive_read_support_format_tar", functions.archive_read_support_format_tar) &&
-      load(handle, "archive_read_support_format_zip", functions.archive_read_support_format_zip) &&
-      load(handle, "archive_write_close", functions.archive_write_close) &&
-      load(handle, "archive_write_data", functions.archive_write_data) &&
-      load(handle, "archive_write_free", functions.archive_write_free) &&
-      load(handle, "archive_write_header", functions.archive_write_header) &&
-      load(handle, "archive_write_new", functions.archive_write_new) &&
-      load(handle, "archive_write_open", functions.archive_write_open) &&
-      load(handle, "archive_write_set_bytes_in_last_block",
-           functions.archive_write_set_bytes_in_last_block) &&
-      load(handle, "archive_write_set_format_zip", functions.archive_write_set_format_zip);
+  bool loaded = handle != nullptr;
+#define LOAD(name) loaded = loaded && load(handle, #name, functions.name);
+  LIBARCHIVE_FUNCTIONS(LOAD)
+#undef LOAD
   return loaded ? &functions : nullptr;
 }
 
