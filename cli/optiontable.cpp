@@ -64,7 +64,7 @@ constexpr tValue kNumber = {"N", nullptr, tValue::kText, ""};
 constexpr tValue kCode = {"CODE", "code", tValue::kText, ""};
 constexpr tValue kWarning = {"SLUG", "warning", tValue::kText, ""};
 constexpr tValue kCount = {"N", "number of errors", tValue::kText, ""};
-constexpr tValue kText = {"TEXT", "text", tValue::kText, ""};
+constexpr tValue kWanted = {"TEXT", "text", tValue::kText, ""};
 constexpr tValue kWord = {"WORD", nullptr, tValue::kText, ""};
 constexpr tValue kFormat = {"FORMAT", "format", tValue::kWords, kFormats};
 constexpr tValue kWhen = {"WHEN", "colour mode", tValue::kWords, kColourModes};
@@ -206,7 +206,7 @@ const tOption kOptions[] = {
      setText<&tCommandLine::reducedFile>},
     {"", "error", &kCode, kReduce, kOutputs, "keep an error, by its number or slug",
      setText<&tCommandLine::wantedError>},
-    {"", "output", &kText, kReduce, kOutputs, "keep a text in the output",
+    {"", "output", &kWanted, kReduce, kOutputs, "keep a text in the output",
      setText<&tCommandLine::wantedText>},
     {"o", "output", &kFile, kPackers, kOutputs,
      "write the result to FILE instead of replacing the input, which must be a single file",

@@ -153,7 +153,7 @@ int reduce(const tCommandLine& given) {
     complainAbout(trouble);
     return kSomeFailed;
   }
-  if (namesStandardOutput(name) || name == "-") return kAllDone;
+  if (namesStandardOutput(name)) return kAllDone;
   return printText(source + ": " + std::to_string(before) + " lines in " +
                    std::to_string(whole.files.size()) + " files reduced to " +
                    std::to_string(reduction.lineCount()) + " in " +
