@@ -75,10 +75,8 @@ std::vector<tNote> notesOfUnbalanced(const std::vector<const tBaseXChg*>& rules)
     if (std::find(rules.begin(), at, &rule) != at) continue;
     const tSpcString* const bracket = loneBracketOf(rule.firstResult());
     if (bracket == nullptr) continue;
-    notes.push_back(noted("in the result of %1 %2 the '%3' has no partner",
-                          {directiveOf(rule), rule.key(), *bracket}));
-    notes.back().file = rule.originFile();
-    notes.back().line = rule.originLine();
+    notes.push_back(noteAt(rule, noted("in the result of %1 %2 the '%3' has no partner",
+                                       {directiveOf(rule), rule.key(), *bracket})));
   }
   return notes;
 }

@@ -177,11 +177,7 @@ void tNameUse::tellUse(const tUse& use) {
   const tLintPlace place{file_.names.opened, use.line, file_.columnAt(offset), use.word.size()};
   std::vector<tNote> notes;
   const tBaseXChg& rule = *use.define->rule;
-  if (rule.originLine() > 0) {
-    notes.push_back(noted("defined here"));
-    notes.back().file = rule.originFile();
-    notes.back().line = rule.originLine();
-  }
+  if (rule.originLine() > 0) notes.push_back(noteAt(rule, noted("defined here")));
   findings_.tell(warning, place, {use.word, use.define->name}, std::move(notes));
 }
 

@@ -100,12 +100,6 @@ bool onlyDirectives(const tLintedFile& file, int first, int last) {
   return true;
 }
 
-tNote at(const tBaseXChg& rule, tNote note) {
-  note.file = rule.originFile();
-  note.line = rule.originLine();
-  return note;
-}
-
 tString listingOf(const tBaseXChg& rule) {
   tString text;
   rule.print(&text);
@@ -333,12 +327,13 @@ void tRuleLint::judgePair(const tRanked& one, const tRanked& other, tWitness& wi
   if (covers(*winner.rule, *loser.rule) &&
       onlyDirectives(file, loserLine, winner.rule->originLine())) {
     findings_.tell(eWarning::kNeverWins, placeOf(*loser.rule), {},
-                   {at(*winner.rule, noted("this rule is used for all of them")),
+                   {noteAt(*winner.rule, noted("this rule is used for all of them")),
                     noted("for example: %1", {example})});
     return;
   }
-  findings_.tell(eWarning::kRulesTie, placeOf(*winner.rule), {},
-                 {at(*loser.rule, noted("the other one")), noted("for example: %1", {example})});
+  findings_.tell(
+      eWarning::kRulesTie, placeOf(*winner.rule), {},
+      {noteAt(*loser.rule, noted("the other one")), noted("for example: %1", {example})});
 }
 
 // A key that is the beginning of another one is found first, whatever follows it.
@@ -356,7 +351,7 @@ void tRuleLint::judgeKeys(const tXChgArray& table) {
     if (next->second->originFile() != key->second->originFile()) continue;
     findings_.tell(eWarning::kAbbreviatedWord, placeOf(*key->second),
                    {key->second->key(), next->second->key()},
-                   {at(*next->second, noted("the longer word"))});
+                   {noteAt(*next->second, noted("the longer word"))});
   }
 }
 

@@ -107,25 +107,21 @@ tStatementLint::tTrial tStatementLint::farthestRule() {
 }
 
 void tStatementLint::tellCommand(const tTrial& farthest) {
-  const tBaseXChg& rule = *farthest.rule;
   const bool atEnd = farthest.token >= statement_.count();
-  std::vector<tNote> notes;
+  tNote note;
   if (!atEnd) {
     const std::string_view stopped = statement_.tokens()[farthest.token];
-    notes.push_back(farthest.expected.empty()
-                        ? noted("this rule got farthest, and ends before %1", {stopped})
-                        : noted("this rule got farthest, and wants %1 where %2 stands",
-                                {farthest.expected, stopped}));
+    note = farthest.expected.empty()
+               ? noted("this rule got farthest, and ends before %1", {stopped})
+               : noted("this rule got farthest, and wants %1 where %2 stands",
+                       {farthest.expected, stopped});
   } else {
-    notes.push_back(
-        noted("this rule got farthest, and wants %1 behind the statement", {farthest.expected}));
+    note = noted("this rule got farthest, and wants %1 behind the statement", {farthest.expected});
   }
-  notes.back().file = rule.originFile();
-  notes.back().line = rule.originLine();
   const tLintPlace first = placeOf(0);
   const tLintPlace stopped = atEnd ? tLintPlace{} : placeOf(farthest.token);
   findings_.tell(eWarning::kUnmatchedCommand, stopped.column > 0 ? stopped : first,
-                 {statement_.tokens()[0]}, std::move(notes));
+                 {statement_.tokens()[0]}, {noteAt(*farthest.rule, std::move(note))});
 }
 
 // The first word may be misspelt, or cut too short. It is told of when a rule takes the statement
@@ -156,11 +152,8 @@ void tStatementLint::judgeKey() {
   steps_ -= std::min(steps_, cost);
   for (const std::string& key : tried) {
     if (const tBaseXChg* const rule = key.empty() ? nullptr : ruleWithKey(key)) {
-      std::vector<tNote> notes = {noted("did you mean %1?", {rule->key()})};
-      notes.back().file = rule->originFile();
-      notes.back().line = rule->originLine();
       findings_.tell(eWarning::kUnmatchedCommand, placeOf(0), {statement_.tokens()[0]},
-                     std::move(notes));
+                     {noteAt(*rule, noted("did you mean %1?", {rule->key()}))});
       return;
     }
   }
@@ -212,12 +205,9 @@ void tStatementLint::judgeCall(int name) {
   const int given = argumentsAt(name + 1);
   const int expected = parametersOf(*found->rule);
   if (given < 0 || given == expected || !findings_.hears(eWarning::kArgumentCount)) return;
-  std::vector<tNote> notes = {noted("defined here")};
-  notes.back().file = found->rule->originFile();
-  notes.back().line = found->rule->originLine();
   findings_.tell(eWarning::kArgumentCount, placeOf(name),
                  {word, tString::format("%d", given), tString::format("%d", expected)},
-                 std::move(notes));
+                 {noteAt(*found->rule, noted("defined here"))});
 }
 
 // The arguments between the bracket at that token and its partner; -1 when it has none.

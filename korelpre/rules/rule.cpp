@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "korelpre/errors/diagnostic.h"
 #include "korelpre/rules/definereader.h"
 #include "korelpre/rules/match.h"
 #include "korelpre/rules/patternmarkers.h"
@@ -257,6 +258,12 @@ bool tBaseXChg::buildReplacement(int start, tTknString* t) {
     if (!t->addNew(new tSpcString(t->curToken()))) return false;
   }
   return true;
+}
+
+tNote noteAt(const tBaseXChg& rule, tNote note) {
+  note.file = rule.originFile();
+  note.line = rule.originLine();
+  return note;
 }
 
 tTranslate::tTranslate(tRuleContext* context, const tSpcString& name,

@@ -11,6 +11,7 @@
 
 namespace precomp {
 
+struct tNote;
 struct tSourceLine;
 
 /// A rule: a pattern, what replaces it, and the key under which tables keep it.
@@ -134,6 +135,9 @@ class tBaseXChg : public tRuleHome {
   int originLine_ = 0;
   int place_ = 0;
 };
+
+/// `note` with the place of the directive that made the rule.
+tNote noteAt(const tBaseXChg& rule, tNote note);
 
 /// The rule of a #command or #xcommand.
 class tCommand : public tBaseXChg {
