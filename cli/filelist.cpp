@@ -3,26 +3,12 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
-#include <cstdio>
-#include <cstring>
-#include <memory>
 #include <utility>
 
 #include "cli/inputtext.h"
 
 namespace {
-
-constexpr const char* kWhat = "a list of files";
-
-std::string readList(const std::string& name, std::string& text) {
-  if (name == "-") return readToEnd(STDIN_FILENO, kStandardInput, kWhat, text);
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "re"),
-                                                             std::fclose);
-  if (file == nullptr) return name + ": " + std::strerror(errno);
-  return readToEnd(fileno(file.get()), name, kWhat, text);
-}
 
 std::string faultOfListed(const std::string& name) {
   if (name.find('\0') != std::string::npos) {
@@ -49,7 +35,9 @@ void addListedFiles(tCommandLine& line) {
     return line.complain("standard input cannot be both the list of files and a source");
   }
   std::string text;
-  const std::string trouble = readList(list, text);
+  constexpr const char* kWhat = "a list of files";
+  const std::string trouble = list == "-" ? readToEnd(STDIN_FILENO, kStandardInput, kWhat, text)
+                                          : readFile(list, kWhat, text);
   if (!trouble.empty()) return line.complain("--files-from: " + trouble);
   const char separator = line.zeroSeparated ? '\0' : '\n';
   int number = 0;

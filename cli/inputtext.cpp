@@ -4,7 +4,9 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdio>
 #include <cstring>
+#include <memory>
 
 namespace {
 
@@ -23,4 +25,11 @@ std::string readToEnd(int descriptor, const std::string& name, const char* what,
     text.append(buffer, static_cast<std::size_t>(length));
     if (text.size() >= kTooLong) return name + ": " + what + " must be shorter than 16 MiB";
   }
+}
+
+std::string readFile(const std::string& name, const char* what, std::string& text) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "re"),
+                                                             std::fclose);
+  if (file == nullptr) return name + ": " + std::strerror(errno);
+  return readToEnd(fileno(file.get()), name, what, text);
 }
