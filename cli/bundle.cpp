@@ -9,22 +9,21 @@
 
 #include "cli/bundle.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <fstream>
-#include <iterator>
 #include <map>
+#include <new>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <utility>
 
 #include "cli/exitstatus.h"
+#include "cli/inputtext.h"
 #include "cli/librarycall.h"
 #include "cli/printer.h"
-#include "cli/sourcerun.h"
 #include "cli/wholefile.h"
 
 namespace {
@@ -104,50 +103,20 @@ std::string indexOf(const tCommandLine& line, const tRunRecord& record) {
          "\n";
 }
 
-// What a run tells while it is recorded.
-struct tRecording {
-  tRunRecord record;
-  std::vector<std::string> read;
-  tCallbackGuard guard;
-  tMessageStyle style{.form = eDiagnosticForm::kLong, .colour = false, .language = {}};
-  std::size_t told = 0;
-};
-
-tRecording& recording(void* context) {
-  return *static_cast<tRecording*>(context);
-}
-
-void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
-  tRecording& heard = recording(context);
-  heard.guard.run([&] {
-    std::string& messages = heard.record.messages;
-    if (diagnostic->severity == KRPRE_SEVERITY_RESULT) messages.resize(heard.told);
-    if (diagnostic->severity == KRPRE_SEVERITY_ERROR) {
-      heard.record.codes += " " + std::to_string(diagnostic->code) + " " + diagnostic->slug + " ";
-    }
-    messages += shownDiagnostic(*diagnostic, heard.style);
-    heard.told = messages.size();
-  });
-}
-
-bool readWhole(const std::string& name, std::string& text) {
-  std::ifstream file(name, std::ios::binary);
-  text.assign(std::istreambuf_iterator<char>(file), {});
-  return !file.bad() && file.is_open();
-}
-
 // The texts of the files that were read, from the host's files or from disk.
-void collectFiles(const tCommandLine& line, tRecording& heard) {
+void collectFiles(const tCommandLine& line, const std::vector<std::string>& read,
+                  std::vector<tMember>& files) {
   std::map<std::string, const tHostFile*> known;
   for (const tHostFile& file : line.hostFiles()) known.emplace(file.name, &file);
-  for (const std::string& name : heard.read) {
-    std::vector<tMember>& files = heard.record.files;
-    const auto isSame = [&](const tMember& file) { return file.name == name; };
-    if (std::any_of(files.begin(), files.end(), isSame)) continue;
+  std::set<std::string> seen;
+  for (const std::string& name : read) {
+    if (!seen.insert(name).second) continue;
     tMember file{name, {}};
     const auto found = known.find(name);
     if (found != known.end()) file.text = found->second->text;
-    if (found != known.end() || readWhole(name, file.text)) files.push_back(std::move(file));
+    // What is gone meanwhile shows when the run is repeated.
+    const bool there = found != known.end() || readFile(name, "a source", file.text).empty();
+    if (there) files.push_back(std::move(file));
   }
 }
 
@@ -194,31 +163,17 @@ void readIndex(const tJson& index, const std::map<std::string, std::string>& mem
 
 }  // namespace
 
-tRunRecord recordRun(const tCommandLine& line, const std::string& shippedHeaders, bool collects) {
-  tLibraryCall call(line, line.files[0], shippedHeaders);
-  tRecording heard;
-  krpre_host host{};
-  host.size = sizeof host;
-  host.context = &heard;
-  host.language = "C";
-  host.message = [](void* context, const char* text, std::size_t length) {
-    recording(context).guard.run([&] { recording(context).record.messages.append(text, length); });
-  };
-  host.diagnostic = takeDiagnostic;
-  host.output = [](void* context, const char* /*source*/, const char* text, std::size_t length) {
-    recording(context).guard.run([&] { recording(context).record.output.assign(text, length); });
-  };
-  host.file = [](void* context, int event, const char* /*source*/, const char* name) {
-    if (event != KRPRE_FILE_READ) return;
-    recording(context).guard.run([&] { recording(context).read.emplace_back(name); });
-  };
-  if (!line.warnings.empty()) host.warnings = line.warnings.c_str();
-  host.mostErrors = line.mostErrors;
-  call.prepare(host);
-  heard.record.done = krpre_run(call.count(), call.vector(), &host) == KRPRE_OK;
-  heard.guard.check();
-  if (collects) collectFiles(line, heard);
-  return std::move(heard.record);
+tRunRecord recordRun(const tCommandLine& line, bool collects) {
+  tBuildJob job;
+  job.source = line.files[0];
+  const std::string noOthers;  // directories
+  const tMessageStyle style{.form = eDiagnosticForm::kLong, .colour = false, .language = {}};
+  std::vector<std::string> read;
+  tSourceRun run(line, job, noOthers, style, nullptr);
+  tRunRecord record{run.run(nullptr, collects ? &read : nullptr), {}};
+  if (record.outOfMemory) throw std::bad_alloc();
+  if (collects) collectFiles(line, read, record.files);
+  return record;
 }
 
 std::string storeBundle(const tCommandLine& line, const tRunRecord& record,
@@ -227,7 +182,7 @@ std::string storeBundle(const tCommandLine& line, const tRunRecord& record,
   for (std::size_t i = 0; i < record.files.size(); ++i) {
     members.push_back({memberName(i + 1, record.files[i].name), record.files[i].text});
   }
-  if (record.done) members.push_back({"output.ppo", record.output});
+  if (record.done) members.push_back({"output.ppo", record.text});
   if (!record.messages.empty()) members.push_back({"messages.txt", record.messages});
   std::string trouble;
   const std::string bytes = archiveOf(members, trouble);
@@ -241,13 +196,13 @@ int writeBundle(const tCommandLine& given) {
   // The same bytes later, too.
   if (!line.time) line.time = std::time(nullptr);
   line.includeDirectories.push_back(shippedHeaders());
-  const tRunRecord record = recordRun(line, {}, true);
+  const tRunRecord record = recordRun(line, true);
   if (record.files.empty()) {
     std::fputs(record.messages.c_str(), stderr);
     return kSomeFailed;
   }
-  const tRunRecord again = recordRun(replayOf(line, record), {}, false);
-  if (again.done != record.done || again.output != record.output) {
+  const tRunRecord again = recordRun(replayOf(line, record), false);
+  if (again.done != record.done || again.text != record.text) {
     complainAbout(line.files[0] + ": the run cannot be repeated from the files that it has read; " +
                   "foreign sources cannot be bundled, nor files that change meanwhile");
     return kSomeFailed;

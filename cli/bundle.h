@@ -5,19 +5,16 @@
 
 #include "cli/archive.h"
 #include "cli/commandline.h"
+#include "cli/sourcerun.h"
 
 /// What a run over one source reads, and what becomes of it.
-struct tRunRecord {
+struct tRunRecord : tSourceResult {
   std::vector<tMember> files;  // the source first; by the names that the run looks for
-  bool done = false;
-  std::string output;
-  std::string messages;  // in English, with details
-  std::string codes;     // of errors: " 2027 endif-without-if "
 };
 
-/// Preprocesses the source of `line` and writes no file. Of what it reads the texts are collected
-/// too when `collects` is set.
-tRunRecord recordRun(const tCommandLine& line, const std::string& shippedHeaders, bool collects);
+/// Preprocesses the source of `line` and writes no file; messages are in English, with details. Of
+/// what it reads the texts are collected too when `collects` is set.
+tRunRecord recordRun(const tCommandLine& line, bool collects);
 
 /// Carries out `krpre bundle`: writes one archive with the source, all that it includes, the
 /// options and the output or messages. Returns an exit status.

@@ -75,12 +75,12 @@ tRunRecord tReduction::runOnce(bool collects) {
   for (const tFile& file : files_) files.push_back({file.name, textOf(file.lines), {}});
   line_.setHostFiles(std::move(files), true);
   ++runs_;
-  return recordRun(line_, {}, collects);
+  return recordRun(line_, collects);
 }
 
 bool tReduction::shows(const tRunRecord& record) const {
   if (!line_.wantedText.empty()) {
-    return record.done && record.output.find(line_.wantedText) != std::string::npos;
+    return record.done && record.text.find(line_.wantedText) != std::string::npos;
   }
   const std::string& code = line_.wantedError;
   const bool number = code.size() > 1 && (code[0] == 'C' || code[0] == 'c') &&
@@ -135,7 +135,7 @@ int reduce(const tCommandLine& given) {
   if (!line.time) line.time = std::time(nullptr);
   line.includeDirectories.push_back(shippedHeaders());
   const std::string& source = line.files[0];
-  const tRunRecord whole = recordRun(line, {}, true);
+  const tRunRecord whole = recordRun(line, true);
   tReduction reduction(line, whole.files);
   const std::size_t before = reduction.lineCount();
   if (!reduction.showsSymptom()) {

@@ -22,6 +22,7 @@ struct tTold {
   tSourceResult& result;
   tCallbackGuard guard;
   const tMessageStyle* style = nullptr;
+  std::vector<std::string>* read = nullptr;
   bool wantsResults = true;
   std::size_t told = 0;  // the messages up to the last diagnostic
 };
@@ -60,6 +61,9 @@ void takeDiagnostic(void* context, const krpre_diagnostic* diagnostic) {
   heard.guard.run([&] {
     std::string& messages = heard.result.messages;
     const bool result = diagnostic->severity == KRPRE_SEVERITY_RESULT;
+    if (diagnostic->severity == KRPRE_SEVERITY_ERROR) {
+      heard.result.codes += " " + std::to_string(diagnostic->code) + " " + diagnostic->slug + " ";
+    }
     if (result && !heard.wantsResults) messages.resize(heard.told);
     if (!result || heard.wantsResults) addDiagnostic(*diagnostic, heard);
     if (isWarningOfHeader(*diagnostic)) {
@@ -78,6 +82,11 @@ bool isForMachines(eDiagnosticForm form) {
 
 void takeOutput(void* context, const char* /*source*/, const char* text, std::size_t length) {
   told(context).guard.run([&] { told(context).result.text.assign(text, length); });
+}
+
+void takeFile(void* context, int event, const char* /*source*/, const char* name) {
+  if (event != KRPRE_FILE_READ) return;
+  told(context).guard.run([&] { told(context).read->emplace_back(name); });
 }
 
 krpre_host hostFor(const tCommandLine& line, const tBuildJob& job, const tMessageStyle& style,
@@ -156,10 +165,10 @@ tSourceRun::tSourceRun(const tCommandLine& line, const tBuildJob& job,
       headers_(headers),
       call_(line, job.source, shippedHeaders, job.tag) {}
 
-tSourceResult tSourceRun::run(const std::string* text) noexcept {
+tSourceResult tSourceRun::run(const std::string* text, std::vector<std::string>* read) noexcept {
   tSourceResult result;
   try {
-    runInto(result, text);
+    runInto(result, text, read);
   } catch (...) {
     // A build must not accept an output of which it has not been told all.
     struct stat output {};
@@ -173,10 +182,13 @@ tSourceResult tSourceRun::run(const std::string* text) noexcept {
   return result;
 }
 
-void tSourceRun::runInto(tSourceResult& result, const std::string* text) {
+void tSourceRun::runInto(tSourceResult& result, const std::string* text,
+                         std::vector<std::string>* read) {
   tTold heard(result);
   krpre_host host = hostFor(line_, job_, style_, heard);
   host.headers = headers_;
+  heard.read = read;
+  if (read != nullptr) host.file = takeFile;
   call_.prepare(host);
   const int code = text == nullptr
                        ? krpre_run(call_.count(), call_.vector(), &host)

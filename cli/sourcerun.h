@@ -28,6 +28,8 @@ struct tSourceResult {
   bool outOfMemory = false;
   /// The output, when it goes to no file.
   std::string text;
+  /// Of errors: " 2027 endif-without-if ".
+  std::string codes;
 };
 
 /// How the messages of all sources are shown.
@@ -53,11 +55,13 @@ class tSourceRun {
   const tBuildJob& job() const { return job_; }
 
   /// Preprocesses the source, or `text` in its place unless that is null, and writes its output and
-  /// its dependency file. Nothing is thrown.
-  tSourceResult run(const std::string* text = nullptr) noexcept;
+  /// its dependency file. Appends the names of the files that were read to `read` unless that is
+  /// null. Nothing is thrown.
+  tSourceResult run(const std::string* text = nullptr,
+                    std::vector<std::string>* read = nullptr) noexcept;
 
  private:
-  void runInto(tSourceResult& result, const std::string* text);
+  void runInto(tSourceResult& result, const std::string* text, std::vector<std::string>* read);
 
   const tCommandLine& line_;
   const tBuildJob& job_;
