@@ -1,9 +1,7 @@
 // The programs and pages in examples/ are preprocessed and must give the .ppo files that stand
-// beside them. The examples of a chapter are cases of the corpus; the chapter must show them.
+// beside them.
 
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 #include "tests/support/childprocess.h"
 
@@ -36,38 +34,6 @@ void compareExample(const std::string& folder, std::size_t sources) {
 TEST(Examples, GiveTheirGoldenFiles) {
   compareExample("orders", 4);
   compareExample("pages", 1);
-}
-
-// The text as a chapter shows it: indented, and without the empty lines that directives leave.
-std::string asShown(const std::string& text) {
-  std::istringstream lines(text);
-  std::string shown;
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (!line.empty()) shown += "    " + line + "\n";
-  }
-  return "\n\n" + shown + "\n";
-}
-
-TEST(Examples, StandInTheChapterOnRules) {
-  const std::string chapter = readBytes(KRPRE_CHAPTER);
-  int cases = 0;
-  for (const auto& entry : fs::directory_iterator(fs::path(KRPRE_CORPUS) / "rules_doc")) {
-    const std::size_t heading = chapter.find("\n`" + entry.path().stem().string() + "`: ");
-    ASSERT_NE(heading, std::string::npos) << entry.path();
-    EXPECT_NE(chapter.find(asShown(readBytes(entry.path())), heading), std::string::npos)
-        << entry.path();
-    ++cases;
-  }
-  EXPECT_GT(cases, 40);
-}
-
-TEST(Examples, StandInTheChapterOnPages) {
-  const std::string chapter = readBytes(fs::path(KRPRE_CHAPTER).replace_filename("pages.md"));
-  for (const char* name : {"pages/hello.krh", "pages/hello.ppo"}) {
-    const std::string text = asShown(readBytes(fs::path(KRPRE_CORPUS) / name));
-    EXPECT_NE(chapter.find(text), std::string::npos) << name;
-  }
 }
 
 }  // namespace

@@ -16,3 +16,6 @@ FRAME AT 1
 FRAME HEIGHT 5 WIDTH 4 + 2 AT a + 1
 FRAME AT
 FRAME WIDTH 5
+// A group that is only a marker takes any words one by one.
+#command TELL [<what>] => Told(<what>)
+TELL one two

@@ -1,3 +1,0 @@
-#command CHIME => Chimes()
-CHIME ; CHIME
-If lNoon ; CHIME ; EndIf

@@ -1,3 +1,0 @@
-GIVE 1
-#command GIVE <x> => Given(<x>)
-GIVE 2

@@ -1,2 +1,0 @@
-#command SHOUT <x> => ShoutOut(<x>)
-SHOUT "here"
