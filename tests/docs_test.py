@@ -36,6 +36,26 @@ class Documents(unittest.TestCase):
         self.assertEqual(sorted([*listed, "index.md"]), sorted(page.name for page in ROOT.glob("docs/*.md")))
 
 
+HTML = sorted(ROOT.glob("html/*.html"))
+
+
+@unittest.skipUnless(HTML, "only the Debian package has pages in HTML")
+class HtmlPages(unittest.TestCase):
+    def test_references_lead_to_files_and_headings(self) -> None:
+        places = {page: set(re.findall(r'\bid="([^"]*)"', page.read_text())) for page in HTML}
+        self.assertGreaterEqual(len(HTML), len([*ROOT.glob("docs/*.md")]))
+        for page in HTML:
+            for tag, target in re.findall(r'<(\w+)\b[^>]*?\b(?:href|src)="([^"]*)"', page.read_text()):
+                if tag == "a" and re.match("https?:", target):
+                    continue
+                name, _, place = target.partition("#")
+                file = (page.parent / name).resolve() if name else page.resolve()
+                with self.subTest(page=page.name, target=target):
+                    # In the package or, by a link to elsewhere in /usr, in one that it depends on.
+                    self.assertTrue(file.is_file() and file.is_relative_to(ROOT.resolve().parents[2]))
+                    self.assertTrue(not place or place in places.get(file, ()))
+
+
 def unmarked(name: str) -> str:
     """The text of a manual page, without fonts and line ends."""
     return " ".join(re.sub(r"\\f.|\\(?=-)", "", (ROOT / "docs" / name).read_text()).split())
