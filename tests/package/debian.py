@@ -149,6 +149,25 @@ def use(system, folder):
         folder / "Headers.java"), str(system.root / "usr/share/krpre/headers"))
 
 
+def use_bundles(system, packages, folder):
+    """What is bundled by the packages' program here gives the same bytes in the system, which has no sources."""
+    for package in packages:
+        run("dpkg-deb", "-x", package, folder / "here")
+    examples = folder / "here/usr/share/doc/krpre/examples"
+    library = next((folder / "here/usr/lib").glob("*-linux-gnu*/libkrpre.so")).parent
+    # As what krpre recommends, it goes with krpre.
+    system.run("apt-get", "-y", "-q", "--no-install-recommends", "--mark-auto", "install", "libarchive13")
+    shutil.rmtree(system.root / "usr/share/doc/krpre/examples")
+    sources = sorted(examples.glob("orders/*.prw"))
+    expect("sources to bundle", len(sources) > 3, True)
+    for source in sources:
+        run(folder / "here/usr/bin/krpre", "bundle", "-o", system.root / "home" / USER / "bundle.zip",
+            source.relative_to(examples.parent), cwd=examples.parent, env={"LD_LIBRARY_PATH": str(library)})
+        system.shell("krpre --bundle bundle.zip -o bundle.ppo")
+        expect(source.name, (system.root / "home" / USER / "bundle.ppo").read_bytes(),
+               source.with_suffix(".ppo").read_bytes())
+
+
 def purge_leaves_nothing(system, before):
     owned = system.run("dpkg-query", "-W", "-f", "${Package}\n").split()
     system.run("apt-get", "-y", "-q", "--auto-remove", "purge", *[name for name in owned if "krpre" in name])
@@ -167,6 +186,8 @@ def check(packages, folder):
     system.install(packages)
     use(system, folder)
     seen("installed and used")
+    use_bundles(system, packages, folder)
+    seen("bundles of another system run")
     purge_leaves_nothing(system, before)
     seen("purged, and nothing is left")
     old = old_package(packages, folder)
