@@ -325,7 +325,8 @@ struct krpre_rule {
   int kind;              /* one of the kinds above */
   const char* key;       /* the word by which statements find the rule */
   const char* listing;   /* pattern and result, as in a listing of rules */
-  const char* directive; /* as its header writes it, on one line; empty if there is none */
+  const char* directive; /* as its header writes it, on one line; empty if there is none, and for a
+                          * rule from a cached header */
   const char* file;      /* where its directive stands; empty for a define of an option or host */
   int line;              /* from 1; 0 if `file` is empty */
   int abbreviates;       /* not 0 if the words of its pattern may be cut to four letters or more */
