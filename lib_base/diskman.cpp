@@ -239,13 +239,15 @@ bool tDiskManLocal::rename(const char* from, const char* to) {
 }
 
 int tDiskManLocal::makeDirectory(const char* name) {
-  std::string above(name);
-  for (std::size_t at = above.find('/', 1); at != std::string::npos; at = above.find('/', at + 1)) {
-    above[at] = '\0';
-    ::mkdir(above.c_str(), 0777);
-    above[at] = '/';
+  int first = 0;  // where one above cannot be made, the reason is its own
+  std::string path(name);
+  for (std::size_t at = path.find('/', 1); at != std::string::npos; at = path.find('/', at + 1)) {
+    path[at] = '\0';
+    if (::mkdir(path.c_str(), 0777) != 0 && errno != EEXIST && first == 0) first = errno;
+    path[at] = '/';
   }
-  return ::mkdir(name, 0700) == 0 || errno == EEXIST ? 0 : errno;
+  if (::mkdir(name, 0700) == 0 || errno == EEXIST) return 0;
+  return first != 0 ? first : errno;
 }
 
 std::unique_ptr<tFile> tDiskManLocal::openSpecial(const char* name) {
