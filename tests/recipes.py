@@ -184,7 +184,7 @@ def add_option(copy):
     {"", "count", nullptr, kPreprocess, kMessages, "print the number of sources when all are done",
      setFlag<&tCommandLine::count>},
 """)
-    copy.insert("cli/build.cpp", r"^  bool done = tBuild",
+    copy.insert("cli/build.cpp", r"^  int status = kSomeFailed",
                 '  if (line.count) printText(std::to_string(plan.jobs.size()) + " sources\\n");')
 
 
