@@ -24,9 +24,7 @@ class tWordLookup {
   /// False when no word with these first two bytes starts a rule; `second` is 0 for a word of one
   /// byte.
   bool passes(char first, char second) const { return gate_.passes(first, second); }
-  bool passes(std::string_view word) const {
-    return !word.empty() && passes(word[0], word.size() > 1 ? word[1] : '\0');
-  }
+  bool passes(std::string_view word) const { return gate_.passes(word); }
   /// Whether a rule starts with a token that begins with this byte and is no name.
   bool startsOddToken(char first) const { return oddStarts_[static_cast<unsigned char>(first)]; }
 
