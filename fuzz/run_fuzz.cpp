@@ -22,6 +22,7 @@
 #include "fuzz/program.h"
 #include "lib_base/language.h"
 #include "preprocessor/host/hostbridge.h"
+#include "preprocessor/host/hostdisk.h"
 #include "preprocessor/host/textencoding.h"
 #include "tests/preprocessor/testrun.h"
 
@@ -185,6 +186,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   const krpre_define defines[] = {{"Host", "1"}, {"Three", nullptr}};
   const krpre_prefix prefixes[] = {{"", "p/"}, {"a", ""}};
   constexpr long long kTime = KRPRE_LATEST_TIME;
+  // In place of the one on disk.
+  constexpr std::string_view kGiven = "#include \"a.ch\"\n#define Given h + 1\n";
+  constexpr krpre_file kGivenFile = {"h.ch", kGiven.data(), kGiven.size(), nullptr};
   krpre_host host{};
   host.flags = (wishes & kFlags) / 2;
   if ((wishes & kReports) != 0) listener.listen(host);
@@ -196,12 +200,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     host.defineCount = std::size(defines), host.defines = defines;
     host.prefixCount = std::size(prefixes), host.prefixes = prefixes;
     host.timeStamp = &kTime;
+    host.fileCount = 1, host.files = &kGivenFile;
   }
 
   const tLanguageScope language(languageNamed((wishes & kGerman) != 0 ? "de_DE.ISO-8859-1" : ""));
   tHostBridge bridge(host);
   require(bridge.fault().empty(), "the host is sound");
-  const int result = runOver(files, arguments, bridge).result;
+  tHostDisk disk(files, host);
+  const int result = runOver(disk, arguments, bridge).result;
   require(result == 0 || result == 1 || result == 15 || result == -1, "a result of the run");
   files.checkGiven();
   if ((wishes & kReports) != 0) {

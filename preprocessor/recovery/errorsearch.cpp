@@ -199,14 +199,16 @@ int tErrorSearch::mainLine(const tDiagnosis& error) const {
   return error.includedFrom.empty() ? error.line : error.includedFrom.back().line;
 }
 
-// [tell] A rule or a header that is missing may have made something else of a command: an error
-// of structures or of "@" in a body with commands may have no other reason.
+// [tell] Rules of the source may make errors of what a repair has put in. A rule or a header that
+// is missing may have made something else of a command: an error of structures or of "@" in a body
+// with commands may have no other reason.
 bool tErrorSearch::isConsequence(const tDiagnosis& error) {
+  const tRepairedText* const text = textOf(error.file);
+  if (text != nullptr && error.column > 0 && error.column <= text->shift(error.line)) return true;
   const bool startsAt = errorOf(error) == eSourceError::kInvalidReference &&
                         mayBeCommand(error.sourceLine) &&
                         error.sourceLine.find("@") != tString::npos;
   if (startsAt && atSigns_) return true;
-  const tRepairedText* const text = textOf(error.file);
   if (!unexplained_ || isOfDirective(error) || text == nullptr) return false;
   const tLineRange body = bodyAt(*text, error.line);
   for (int line = body.first; line <= body.last; ++line) {
@@ -225,8 +227,8 @@ void tErrorSearch::tell(tOutcome& outcome) {
     const auto shown = [&](int line, tString& sourceLine, int& column, int& endColumn) {
       const int shift = text->shift(line);
       sourceLine = tString(text->original(line));
-      column = column > shift ? column - shift : column;
-      endColumn = endColumn > shift ? endColumn - shift : endColumn;
+      column = std::max(column - shift, 0);
+      endColumn = std::max(endColumn - shift, 0);
     };
     if (error.line > 0) shown(error.line, error.sourceLine, error.column, error.endColumn);
     for (precomp::tNote& note : error.notes) {
