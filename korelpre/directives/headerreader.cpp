@@ -190,8 +190,9 @@ std::shared_ptr<const tHeaderImage> tHeaderReader::recordStandard() {
 // Where the standard header is saved; empty when there is no header.
 tString tHeaderReader::savedFile() const {
   const tString path = shared_.finder.locate(shared_.standardHeader);
-  if (path.empty()) return {};
-  return savedName(cache()->directory(), files_.resolve(path.c_str()), shared_.rules.defines);
+  const tString resolved = path.empty() ? tString() : files_.resolve(path.c_str());
+  if (resolved.empty()) return {};
+  return savedName(cache()->directory(), resolved, shared_.rules.defines);
 }
 
 // False when it was not saved.
